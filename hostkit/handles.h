@@ -1,0 +1,59 @@
+// hostkit: the host's relocatable memory blocks, kept strictly: a block moves whenever it is locked
+// for the first time, fresh memory is not zero, and every misuse is counted.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+#include "sdk/base_types.h"
+
+namespace hostkit {
+
+class HandleTable {
+ public:
+  HandleTable() = default;
+  HandleTable(const HandleTable&) = delete;
+  HandleTable& operator=(const HandleTable&) = delete;
+
+  PF_Handle allocate(std::uint64_t size);  // null when refused
+  void* lock(PF_Handle handle);            // null when refused or unknown; locks nest
+  void unlock(PF_Handle handle);
+  void dispose(PF_Handle handle);
+  std::uint64_t size(PF_Handle handle) const;            // bytes; 0 when unknown
+  bool resize(PF_Handle handle, std::uint64_t newSize);  // refused while locked
+
+  // The n-th allocation from now (1 is the next) gives no memory; 0 withdraws the order.
+  void refuseAllocation(int nth) { refusedAllocation_ = nth; }
+  void refuseLocks(bool refuse) { refuseLocks_ = refuse; }
+
+  int liveHandles() const;
+  int outstandingLocks() const;
+  // Calls with a handle that was disposed of already, that never came from here, or that was
+  // unlocked more often than locked or disposed of while locked.
+  int doubleDisposes() const { return doubleDisposes_; }
+  int unknownHandles() const { return unknownHandles_; }
+  int unbalancedLocks() const { return unbalancedLocks_; }
+  bool clean() const;  // nothing live, locked or misused
+
+ private:
+  struct Block {
+    void* data = nullptr;  // what the handle points to
+    std::vector<std::uint8_t> bytes;
+    int locks = 0;
+    bool disposed = false;
+  };
+
+  Block* find(PF_Handle handle) const;
+
+  // Disposed blocks stay listed, so that a stale handle is recognised and never given out again.
+  std::unordered_map<PF_Handle, std::unique_ptr<Block>> blocks_;
+  int refusedAllocation_ = 0;
+  bool refuseLocks_ = false;
+  int doubleDisposes_ = 0;
+  int unbalancedLocks_ = 0;
+  mutable int unknownHandles_ = 0;
+};
+
+}  // namespace hostkit
