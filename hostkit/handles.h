@@ -18,10 +18,10 @@ class HandleTable {
   HandleTable& operator=(const HandleTable&) = delete;
 
   PF_Handle allocate(std::uint64_t size);  // null when refused
-  void* lock(PF_Handle handle);            // null when refused or unknown; locks nest
+  void* lock(PF_Handle handle);            // null when refused or no live handle; locks nest
   void unlock(PF_Handle handle);
   void dispose(PF_Handle handle);
-  std::uint64_t size(PF_Handle handle) const;            // bytes; 0 when unknown
+  std::uint64_t size(PF_Handle handle);                  // bytes; 0 when no live handle
   bool resize(PF_Handle handle, std::uint64_t newSize);  // refused while locked
 
   // The n-th allocation from now (1 is the next) gives no memory; 0 withdraws the order.
@@ -30,12 +30,10 @@ class HandleTable {
 
   int liveHandles() const;
   int outstandingLocks() const;
-  // Calls with a handle that was disposed of already, that never came from here, or that was
-  // unlocked more often than locked or disposed of while locked.
-  int doubleDisposes() const { return doubleDisposes_; }
-  int unknownHandles() const { return unknownHandles_; }
-  int unbalancedLocks() const { return unbalancedLocks_; }
-  bool clean() const;  // nothing live, locked or misused
+  int staleHandles() const { return staleHandles_; }        // uses of a disposed handle
+  int unknownHandles() const { return unknownHandles_; }    // uses of one that is not from here
+  int unbalancedLocks() const { return unbalancedLocks_; }  // unlocked too often, disposed locked
+  bool balanced() const;  // no lock outstanding and no misuse; handles may be live
 
  private:
   struct Block {
@@ -45,15 +43,15 @@ class HandleTable {
     bool disposed = false;
   };
 
-  Block* find(PF_Handle handle) const;
+  Block* find(PF_Handle handle);  // counts a misuse when it is not a live one
 
   // Disposed blocks stay listed, so that a stale handle is recognised and never given out again.
   std::unordered_map<PF_Handle, std::unique_ptr<Block>> blocks_;
   int refusedAllocation_ = 0;
   bool refuseLocks_ = false;
-  int doubleDisposes_ = 0;
+  int staleHandles_ = 0;
+  int unknownHandles_ = 0;
   int unbalancedLocks_ = 0;
-  mutable int unknownHandles_ = 0;
 };
 
 }  // namespace hostkit

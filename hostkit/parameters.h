@@ -44,7 +44,8 @@ class ParameterSet {
   ParameterSet();
 
   // What add_param does: index -1 appends. Returns PF_Err_INVALID_INDEX for any other index but
-  // the next, PF_Err_UNRECOGNIZED_PARAM_TYPE for a type or a label the host cannot take.
+  // the next, PF_Err_UNRECOGNIZED_PARAM_TYPE for a type this host does not have, and
+  // PF_Err_BAD_CALLBACK_PARAM for an endless label, a popup without items or a stray group end.
   PF_Err add(PF_ParamIndex index, const PF_ParamDef& def);
   void clear();  // back to the input layer alone
 
@@ -57,13 +58,16 @@ class ParameterSet {
   // Every value as declared; points, declared in percent, in pixels of a layer of that size.
   void resetToDefaults(A_long layerWidth, A_long layerHeight);
 
-  // All of these throw Error, with the label in it, when the parameter is of another type, the
-  // value is not finite or it lies outside the valid range. Fractions of an integer slider throw.
+  // All of these throw Error, with the label in it, when the parameter is of another type or the
+  // value lies outside the valid range, as not-a-number does; an integer slider takes no fraction.
+  // An index that was not declared throws std::out_of_range.
   void setNumber(PF_ParamIndex index, double value);  // slider, fixed slider, angle in degrees
   void setChecked(PF_ParamIndex index, bool checked);
   void setItem(PF_ParamIndex index, int item);  // popup, from 1
   void setColor(PF_ParamIndex index, A_u_char red, A_u_char green, A_u_char blue);
   void setPoint(PF_ParamIndex index, double x, double y);  // pixels of the rendered frame
+
+  void setInput(const PF_LayerDef& layer);  // the layer of index 0; no change
 
   // The value as the module is given it; the mutable one counts as a change.
   const PF_ParamDef& value(PF_ParamIndex index) const;

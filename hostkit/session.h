@@ -1,7 +1,7 @@
 // hostkit: one effect instance on one layer, from set-up to set-down, as a host runs it.
 #pragma once
 
-#include <memory>
+#include <cstdint>
 #include <string>
 
 #include "hostkit/callbacks.h"
@@ -33,7 +33,6 @@ struct ModuleReport {
   PF_OutFlags outFlags = 0;
   PF_OutFlags outFlags2 = 0;
   A_long numParams = 0;  // with the input layer
-  A_long flatDataSize = 0;
 };
 
 // The module must outlive the session. Not for use from two threads.
@@ -78,7 +77,9 @@ class Session {
   const PF_OutData& outData() const { return out_; }  // as the last command left it
 
  private:
+  void noteSuccess(PF_Cmd cmd);
   void callOrThrow(PF_Cmd cmd);
+  static void throwIfFailed(PF_Cmd cmd, PF_Err err, const std::string& message);
 
   EntryPoint entry_;
   HostRecords records_;
@@ -88,6 +89,7 @@ class Session {
   PF_OutData out_{};
   PF_LayerDef* output_ = nullptr;
   ModuleReport report_;
+  std::uintptr_t effectRefs_ = 0;
   bool globalOpen_ = false;
   bool sequenceOpen_ = false;
 };

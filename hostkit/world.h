@@ -13,7 +13,7 @@ enum class Depth { k8 = 8, k16 = 16 };  // bits per channel; 16 has full scale 3
 
 struct WorldLayout {
   A_long rowPadding = 0;   // bytes after each row's pixels; even at 16 bits
-  A_long guardBytes = 64;  // before the first and after the last row
+  A_long guardBytes = 64;  // before the first and after the last row; even at 16 bits
 };
 
 // Owns its pixels, which start as zeros; row padding starts as kPaddingByte. Moving a world keeps
@@ -26,6 +26,8 @@ class World {
   // Width and height in pixels, 0 allowed. Throws Error for a negative size or an odd padding at
   // 16 bits.
   World(A_long width, A_long height, Depth depth, WorldLayout layout = {});
+  World(World&&) = default;
+  World& operator=(World&&) = default;
 
   // What the module is given; a test may spoil it.
   PF_EffectWorld& record() { return record_; }
