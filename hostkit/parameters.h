@@ -42,6 +42,8 @@ std::optional<double> defaultNumber(const Parameter& parameter);
 class ParameterSet {
  public:
   ParameterSet();
+  ParameterSet(ParameterSet&&) = default;
+  ParameterSet& operator=(ParameterSet&&) = default;
 
   // What add_param does: index -1 appends. Returns PF_Err_INVALID_INDEX for any other index but
   // the next, PF_Err_UNRECOGNIZED_PARAM_TYPE for a type this host does not have, and

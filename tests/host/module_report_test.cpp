@@ -1,0 +1,47 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <limits>
+
+#include "hosted_effect.h"
+
+namespace {
+
+using hosttest::EffectTest;
+
+TEST_F(EffectTest, GlobalSetupReportsVersionAndFlags) {
+  ASSERT_EQ(session.call(PF_Cmd_GLOBAL_SETUP), PF_Err_NONE);
+  EXPECT_EQ(session.report().version, 0x00100001u);
+  EXPECT_EQ(session.report().outFlags, 0x06008454);
+  EXPECT_EQ(session.report().outFlags2, 0x00000008);
+}
+
+TEST_F(EffectTest, AboutSaysSomethingThatFits) {
+  EXPECT_NE(session.about(), "");
+  EXPECT_EQ(session.outData().return_msg[255], '\0');
+}
+
+TEST_F(EffectTest, OtherCommandsAnswerNoErrorAndTouchNothing) {
+  hosttest::openWithDefaults(session);
+  PF_OutData untouched{};
+  untouched.sequence_data = session.inData().sequence_data;
+  for (const PF_Cmd cmd :
+       {2, PF_Cmd_DO_DIALOG, PF_Cmd_FRAME_SETUP, PF_Cmd_FRAME_SETDOWN, 16, 17, 42, 1000, -1,
+        std::numeric_limits<PF_Cmd>::max(), std::numeric_limits<PF_Cmd>::min()}) {
+    SCOPED_TRACE(cmd);
+    EXPECT_EQ(session.call(cmd), PF_Err_NONE);
+    EXPECT_EQ(std::memcmp(&session.outData(), &untouched, sizeof untouched), 0);
+  }
+  EXPECT_EQ(session.call(PF_Cmd_GLOBAL_SETDOWN), PF_Err_NONE);
+}
+
+TEST_F(EffectTest, ParameterInterfaceUpdatesAnswerNoErrorWithoutTheSuite) {
+  hosttest::openWithDefaults(session);
+  EXPECT_EQ(session.call(PF_Cmd_UPDATE_PARAMS_UI), PF_Err_NONE);
+  for (const PF_ParamIndex index : {0, 5, 40, 81, 82, -1, 1 << 30}) {
+    PF_UserChangedParamExtra extra{index};
+    EXPECT_EQ(session.call(PF_Cmd_USER_CHANGED_PARAM, &extra), PF_Err_NONE) << index;
+  }
+}
+
+}  // namespace

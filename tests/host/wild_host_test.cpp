@@ -1,0 +1,170 @@
+// Hosts that do what no host should: nothing crashes, nothing is written outside the output.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <vector>
+
+#include "hosted_effect.h"
+
+namespace {
+
+using hostkit::World;
+using hosttest::EffectTest;
+using hosttest::expectHarmlessRender;
+using hosttest::isBlank;
+using hosttest::renderFrame;
+
+class WildHostTest : public EffectTest {
+ protected:
+  void SetUp() override {
+    hosttest::openWithDefaults(session);
+    for (A_long frame = 0; frame < 3; ++frame) renderFrame(session, {}, frame);
+    output.fill(0xFF);
+    session.prepareFrame(input, output, {.frame = 3});
+  }
+
+  World input = hosttest::patternedInput({});
+  World output{64, 48, hostkit::Depth::k8};
+};
+
+TEST_F(WildHostTest, WithoutAnInstanceTheFrameIsEmpty) {
+  const PF_Handle handle = session.inData().sequence_data;
+  session.inData().sequence_data = nullptr;
+  expectHarmlessRender(session, output);
+  EXPECT_TRUE(isBlank(output));
+
+  session.inData().sequence_data = handle;
+  expectHarmlessRender(session, output);
+  EXPECT_FALSE(isBlank(output));
+}
+
+TEST_F(WildHostTest, ARefusedLockGivesAnEmptyFrameAndLosesNoStar) {
+  const auto before = hosttest::instanceRecord(session);
+  session.records().handles.refuseLocks(true);
+  expectHarmlessRender(session, output);
+  EXPECT_TRUE(isBlank(output));
+  EXPECT_EQ(hosttest::instanceRecord(session).stepCounter, before.stepCounter);
+
+  session.records().handles.refuseLocks(false);
+  expectHarmlessRender(session, output);
+  EXPECT_EQ(hosttest::instanceRecord(session).stepCounter, before.stepCounter + 1);
+}
+
+TEST_F(WildHostTest, WorldsWithoutPixels) {
+  for (const auto& [width, height] : {std::pair<A_long, A_long>{0, 0}, {0, 5}, {5, 0}}) {
+    World empty(width, height, hostkit::Depth::k8);
+    session.prepareFrame(input, empty, {.frame = 0});
+    expectHarmlessRender(session, empty);
+    empty.record().data = nullptr;
+    expectHarmlessRender(session, empty);
+  }
+  World spoilt(4, 4, hostkit::Depth::k8);
+  spoilt.record().width = -4;
+  session.prepareFrame(input, spoilt, {.frame = 0});
+  expectHarmlessRender(session, spoilt);
+  spoilt.record().width = 4;
+  spoilt.record().height = -4;
+  expectHarmlessRender(session, spoilt);
+}
+
+TEST_F(WildHostTest, AnInputWithoutPixels) {
+  hosttest::set(session, "Mix with original", 3);
+  hosttest::set(session, "Color schema", 2);
+  for (const A_long path : {2, 6, 8}) {
+    hosttest::set(session, "Standard path", path);
+    session.parameters().value(0).u.ld = {};
+    expectHarmlessRender(session, output);
+  }
+}
+
+TEST_F(WildHostTest, ALayerWidthOfZeroCountsAsFullResolution) {
+  expectHarmlessRender(session, output);
+  const World expected = renderFrame(session, {}, 0);
+  session.prepareFrame(input, output, {.frame = 0});
+  session.inData().width = 0;
+  expectHarmlessRender(session, output);
+  EXPECT_TRUE(samePixels(output, expected));
+  session.inData().width = -64;
+  expectHarmlessRender(session, output);
+}
+
+TEST_F(WildHostTest, FewerParametersThanDeclared) {
+  PF_ParamDef** all = session.parameters().pointers();
+  for (const A_long count : {0, 1, 2, 5, 41, 81}) {
+    SCOPED_TRACE(count);
+    std::vector<PF_ParamDef*> few(all, all + count);
+    session.inData().num_params = count;
+    for (const PF_Cmd cmd : {PF_Cmd_UPDATE_PARAMS_UI, PF_Cmd_RENDER}) {
+      EXPECT_EQ(session.callWith(cmd, few.data(), &output.record(), nullptr), PF_Err_NONE);
+    }
+    EXPECT_TRUE(output.guardsIntact());
+  }
+  session.inData().num_params = 82;
+}
+
+TEST_F(WildHostTest, MissingParameters) {
+  std::vector<PF_ParamDef*> holes(session.parameters().pointers(),
+                                  session.parameters().pointers() + 82);
+  for (std::size_t index = 0; index < holes.size(); ++index) {
+    PF_ParamDef* kept = std::exchange(holes[index], nullptr);
+    for (const PF_Cmd cmd : {PF_Cmd_UPDATE_PARAMS_UI, PF_Cmd_RENDER}) {
+      EXPECT_EQ(session.callWith(cmd, holes.data(), &output.record(), nullptr), PF_Err_NONE);
+    }
+    holes[index] = kept;
+  }
+  std::fill(holes.begin(), holes.end(), nullptr);
+  EXPECT_EQ(session.callWith(PF_Cmd_RENDER, holes.data(), &output.record(), nullptr), PF_Err_NONE);
+  EXPECT_TRUE(output.guardsIntact());
+}
+
+TEST_F(WildHostTest, MoreParametersThanDeclaredChangeNothing) {
+  const World expected = renderFrame(session, {}, 0);
+  std::vector<PF_ParamDef*> many(session.parameters().pointers(),
+                                 session.parameters().pointers() + 82);
+  many.resize(200, nullptr);
+  session.inData().num_params = 200;
+  session.prepareFrame(input, output, {.frame = 0});
+  EXPECT_EQ(session.callWith(PF_Cmd_RENDER, many.data(), &output.record(), nullptr), PF_Err_NONE);
+  EXPECT_TRUE(samePixels(output, expected));
+  session.inData().num_params = 82;
+}
+
+TEST_F(WildHostTest, NothingButTheCommand) {
+  for (PF_Cmd cmd = -2; cmd <= 20; ++cmd) {
+    if (cmd == PF_Cmd_SEQUENCE_SETUP) continue;  // it would orphan the instance there is
+    session.callWith(cmd, nullptr, nullptr, nullptr);
+  }
+  EXPECT_EQ(session.records().handles.outstandingLocks(), 0);
+}
+
+TEST(WildHost, CommandsInAnyOrder) {
+  const unsigned seed = std::random_device{}();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  const PF_Cmd commands[] = {PF_Cmd_ABOUT,
+                             PF_Cmd_GLOBAL_SETUP,
+                             PF_Cmd_PARAMS_SETUP,
+                             PF_Cmd_RENDER,
+                             PF_Cmd_RENDER,
+                             PF_Cmd_FRAME_SETUP,
+                             PF_Cmd_SEQUENCE_RESETUP,
+                             PF_Cmd_SEQUENCE_FLATTEN,
+                             PF_Cmd_SEQUENCE_SETDOWN,
+                             PF_Cmd_UPDATE_PARAMS_UI,
+                             PF_Cmd_GLOBAL_SETDOWN,
+                             77};
+  World input = hosttest::patternedInput({});
+  World output(64, 48, hostkit::Depth::k8);
+  hostkit::Session session(hosttest::theModule());
+  for (int step = 0; step < 2000; ++step) {
+    const PF_Cmd cmd = commands[random() % std::size(commands)];
+    session.prepareFrame(input, output, {.frame = step % 7});
+    ASSERT_EQ(session.call(cmd), PF_Err_NONE) << hostkit::commandName(cmd);
+    ASSERT_TRUE(output.guardsIntact());
+  }
+  session.call(PF_Cmd_SEQUENCE_SETDOWN);
+  EXPECT_EQ(session.records().handles.liveHandles(), 0);
+  EXPECT_TRUE(session.records().handles.balanced());
+}
+
+}  // namespace
