@@ -1,0 +1,51 @@
+// Small pictures of many frames on one dark sheet, in groups with a title.
+#pragma once
+
+#include <cairo.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frame.h"
+
+namespace cli {
+
+class ContactSheet {
+ public:
+  // Cells are `cellWidth` pixels wide and as high as the frame's aspect makes them.
+  ContactSheet(int columns, int cellWidth);
+
+  void addGroup(const std::string& title);
+
+  // Adds a small copy of the frame to the last group.
+  void addFrame(const Frame& frame, int number);
+
+  // The whole sheet, opaque, 8 bits.
+  Frame picture() const;
+
+ private:
+  struct SurfaceDeleter {
+    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+  };
+  using Surface = std::unique_ptr<cairo_surface_t, SurfaceDeleter>;
+
+  struct Cell {
+    Surface picture;
+    std::string caption;
+  };
+  struct Group {
+    std::string title;
+    std::vector<Cell> cells;
+  };
+
+  int cellHeight(const Group& group) const;
+  int groupHeight(const Group& group) const;
+  void drawGroup(cairo_t* cairo, const Group& group, int top) const;
+
+  int columns_;
+  int cellWidth_;
+  std::vector<Group> groups_;
+};
+
+}  // namespace cli

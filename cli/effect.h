@@ -1,0 +1,35 @@
+// The effect, loaded and set up through the small host.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "hostkit/module.h"
+#include "hostkit/session.h"
+
+namespace cli {
+
+inline constexpr char kModuleName[] = "VellixDrizzen_64.AEX";
+
+// Where the module is: the file asked for, else beside this program, else in ../lib/brisel/ from
+// there. Throws WorkError naming the places looked at when there is none.
+std::filesystem::path findModule(const std::string& askedFor);
+
+// "2.0.0 develop, build 1" of the host's packed version number.
+std::string versionText(A_u_long version);
+
+class Effect {
+ public:
+  // `askedFor` as for findModule. Throws WorkError or hostkit::Error when the module cannot be
+  // used: no module, too old, or parameters that cannot be told apart by their labels.
+  explicit Effect(const std::string& askedFor);
+
+  const std::filesystem::path& path() const { return module_.path(); }
+  hostkit::Session& session() { return session_; }
+
+ private:
+  hostkit::Module module_;
+  hostkit::Session session_;
+};
+
+}  // namespace cli

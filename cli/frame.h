@@ -1,0 +1,48 @@
+// One picture in memory, as files and pipes hold it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "hostkit/world.h"
+
+namespace cli {
+
+using hostkit::Depth;
+
+struct FrameSize {
+  int width = 0;
+  int height = 0;
+  bool operator==(const FrameSize&) const = default;
+};
+
+// Interleaved red, green, blue, alpha, not premultiplied, top row first, rows without padding.
+// Channels are bytes (0..255) or 16-bit integers of this machine's byte order (0..65535).
+struct Frame {
+  FrameSize size;
+  Depth depth = Depth::k8;
+  std::vector<std::uint8_t> bytes;
+
+  Frame() = default;
+  // Transparent black.
+  Frame(FrameSize size, Depth depth)
+      : size(size), depth(depth), bytes(rowBytes() * static_cast<std::size_t>(size.height)) {}
+
+  std::size_t pixelBytes() const { return depth == Depth::k8 ? 4 : 8; }
+  std::size_t rowBytes() const { return pixelBytes() * static_cast<std::size_t>(size.width); }
+  const std::uint8_t* row(int y) const {
+    return bytes.data() + rowBytes() * static_cast<std::size_t>(y);
+  }
+  std::uint8_t* row(int y) { return bytes.data() + rowBytes() * static_cast<std::size_t>(y); }
+};
+
+// The same picture as the host's world of that depth, whose 16-bit channels end at 32768, and back.
+// Both have the same size.
+void copyToWorld(const Frame& frame, hostkit::World& world);
+void copyFromWorld(const hostkit::World& world, Frame& frame);
+
+// The colours as they look over black: three channels per pixel at the frame's depth, no alpha.
+std::vector<std::uint8_t> flattenedOnBlack(const Frame& frame);
+
+}  // namespace cli

@@ -1,0 +1,37 @@
+// The frames of a still or clip, one after another, in the scene's size, rate and depth.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "child_process.h"
+#include "frame.h"
+#include "media_info.h"
+
+namespace cli {
+
+class FrameReader {
+ public:
+  // Pictures of another size are scaled to fit, keeping their aspect, and centred on transparent.
+  FrameReader(const std::filesystem::path& path, const MediaInfo& info, FrameSize size,
+              FrameRate rate, Depth depth);
+
+  // The next frame, valid until the next call; after the end the last one again. Throws WorkError
+  // naming the file when it cannot be decoded.
+  const Frame& next();
+
+  // What the decoder complained about while it still delivered pictures; empty when all was well.
+  const std::string& complaint() const { return complaint_; }
+
+ private:
+  void endOfFile(std::size_t bytesRead);
+
+  std::string name_;
+  std::unique_ptr<ChildProcess> decoder_;  // none once the last frame is reached
+  Frame frame_;
+  bool hasFrame_ = false;
+  std::string complaint_;
+};
+
+}  // namespace cli

@@ -1,0 +1,21 @@
+// Ctrl-C and polite termination: the signals only raise a flag, and the work notices it at its next
+// step, so that destructors run and half-written files disappear.
+#pragma once
+
+#include <stdexcept>
+
+namespace cli {
+
+struct Interrupted : std::runtime_error {
+  Interrupted() : std::runtime_error("interrupted") {}
+};
+
+// Takes over SIGINT, SIGTERM and SIGHUP, and ignores SIGPIPE so that a vanished reader shows up as
+// a write error. Call once, at start.
+void installInterruptHandlers();
+
+// Throws Interrupted when one of the signals has arrived. To be called between frames and whenever
+// a system call returns EINTR.
+void throwIfInterrupted();
+
+}  // namespace cli

@@ -1,0 +1,40 @@
+// How far the work is, on standard error: a bar that redraws itself on a terminal, and now and then
+// a plain line anywhere else.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+namespace cli {
+
+class Progress {
+ public:
+  // `name` is what is being made.
+  Progress(std::string name, int totalFrames);
+
+  // Takes an unfinished bar off the terminal, so that a message can follow on a clean line.
+  ~Progress();
+
+  void frameDone();
+
+  // Says how long it took.
+  void finish();
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  double elapsedSeconds() const;
+  double framesPerSecond() const;
+  void drawBar();
+  void printLine() const;
+
+  std::string name_;
+  int total_;
+  int done_ = 0;
+  bool terminal_;
+  bool barShown_ = false;
+  Clock::time_point start_;
+  Clock::time_point lastDrawn_;
+};
+
+}  // namespace cli
