@@ -1,0 +1,26 @@
+// Birth of a star: place, direction, speed, looks and fate, in a fixed order of random draws.
+#pragma once
+
+#include "engine/emitter.h"
+#include "engine/particle.h"
+#include "engine/random.h"
+#include "engine/render_settings.h"
+
+namespace brisel {
+
+/// What a birth reads, and the generator it draws from. Borrowed for one step.
+struct Emission {
+  const RenderSettings& settings;
+  const Emitter& emitter;
+  RandomGenerator& random;
+  float stepIndex;  // now, in steps since the last reset
+};
+
+/// Whether the chosen emitter can place stars.
+bool canEmit(const RenderSettings& settings);
+
+/// Fills every field of `particle` for a star born at `birthTime` (steps), except the position,
+/// which the update of the same step computes.
+void initialiseParticle(const Emission& emission, Particle& particle, float birthTime);
+
+}  // namespace brisel

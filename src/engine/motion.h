@@ -1,0 +1,12 @@
+// Where a star is: its position follows from its birth values and its age, never by integration.
+#pragma once
+
+#include "engine/particle.h"
+#include "engine/render_settings.h"
+
+namespace brisel {
+
+/// Recomputes the star's age and position for the step `stepIndex`.
+void updateParticle(const RenderSettings& settings, float stepIndex, Particle& particle);
+
+}  // namespace brisel

@@ -1,0 +1,19 @@
+// One step of the star population: the dead leave, new stars are born, all of them move.
+#pragma once
+
+#include "engine/emitter.h"
+#include "engine/particle.h"
+#include "engine/random.h"
+#include "engine/render_settings.h"
+
+namespace brisel {
+
+/// Advances `population` by one step. Births stop at the smaller of the array's capacity and the
+/// "Maximum number of stars".
+void simulationStep(const RenderSettings& settings, const Emitter& emitter, RandomGenerator& random,
+                    StarPopulation& population);
+
+/// Whether the star has left the frame by more than 50 pixels or outlived its time.
+bool isDead(const RenderSettings& settings, const Particle& particle);
+
+}  // namespace brisel
