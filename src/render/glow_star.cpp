@@ -1,0 +1,173 @@
+#include <algorithm>
+#include <cmath>
+
+#include "render/disc.h"
+#include "render/recolour.h"
+#include "render/simd.h"
+#include "render/sprites.h"
+
+namespace brisel {
+namespace {
+
+using L = Lanes<kBaselineLanes>;
+using Float = L::Float;
+using Int = L::Int;
+
+/// What both profiles know of the glow being drawn.
+struct Glow {
+  Disc disc;
+  Rgb color;
+  float value;
+  float fullScale;
+  bool rainbowOn;
+  float rainbowShift;
+  float textureMix;
+
+  float shiftStrength() const { return std::fabs(rainbowShift); }
+
+  /// Distances from the centre as shares of the radius, for the lanes from step `index` on.
+  Float distances(std::int32_t index, float rowSquare) const {
+    const Float fx = L::indices(index) - disc.fractionX();
+    return L::squareRoot(fx * fx + rowSquare) / disc.radius();
+  }
+
+  Float plotValue(Float k) const { return L::clampUnit(k * value) * fullScale; }
+};
+
+void storePen(ShadedRun& run, std::int32_t i, Rgb pen) {
+  run.red[i] = pen.red;
+  run.green[i] = pen.green;
+  run.blue[i] = pen.blue;
+}
+
+/// A single fall-off from the centre, recoloured by distance when the rainbow is on.
+class SimpleShader {
+ public:
+  explicit SimpleShader(const Glow& glow) : glow_(glow), base_(rgbToHls(glow.color)) {}
+
+  bool variesPen() const { return glow_.rainbowOn; }
+  Rgb pen() const { return glow_.color; }
+
+  RowSpans beginRow(std::int32_t row, IndexRange visible) {
+    rowSquare_ = glow_.disc.rowSquare(row);
+    return {glow_.disc.rowSpan(rowSquare_, visible, true), {}};
+  }
+
+  void shade(std::int32_t index, std::int32_t count, ShadedRun& run) {
+    for (std::int32_t i = 0; i < count; i += kBaselineLanes) {
+      const Float t = glow_.distances(index + i, rowSquare_);
+      L::store(run.value + i, glow_.plotValue(1.0f - t * t));
+      L::store(distance_ + i, t);
+    }
+    if (!glow_.rainbowOn) return;
+    for (std::int32_t i = 0; i < count; ++i) storePen(run, i, rainbowPen(distance_[i]));
+  }
+
+ private:
+  Rgb rainbowPen(float t) const {
+    const float p = t * t;
+    const float q = (p / 4.0f) * (p / 4.0f);
+    const float strength = glow_.shiftStrength();
+    const float lightness =
+        std::clamp(static_cast<float>(base_.lightness) - q * strength, 120.0f, 240.0f);
+    const float saturation =
+        std::min(240.0f, static_cast<float>(base_.saturation) + 2.0f * p * strength);
+    const float shift = (q + p * 255.0f * glow_.textureMix / 1000.0f) * glow_.rainbowShift;
+    return recolour(base_, shift, lightness, saturation);
+  }
+
+  const Glow& glow_;
+  Hls base_;
+  float rowSquare_ = 0.0f;
+  alignas(16) float distance_[ShadedRun::kCapacity];
+};
+
+/// A core, white when the glow scale is above 1, and a fringe that loses red, blue and green at
+/// different distances.
+class FullShader {
+ public:
+  FullShader(const Glow& glow, float glowScale)
+      : glow_(glow), core_(std::max(0.0f, glowScale - 1.0f)) {
+    const auto denominator = [](float d) { return d <= 0.0f ? 1.0f : d; };
+    greenRange_ = denominator(1.0f - core_);
+    redRange_ = denominator(1.0f - 2.0f * core_);
+    blueRange_ = denominator(1.0f - 1.1f * core_);
+  }
+
+  bool variesPen() const { return true; }
+  Rgb pen() const { return glow_.color; }
+
+  RowSpans beginRow(std::int32_t row, IndexRange visible) {
+    rowSquare_ = glow_.disc.rowSquare(row);
+    return {glow_.disc.rowSpan(rowSquare_, visible, true), {}};
+  }
+
+  void shade(std::int32_t index, std::int32_t count, ShadedRun& run) {
+    const float redStart = 2.0f * core_;
+    const float blueStart = 1.1f * core_;
+    for (std::int32_t i = 0; i < count; i += kBaselineLanes) {
+      const Float t = glow_.distances(index + i, rowSquare_);
+      const Float g = (t - core_) / greenRange_;
+      L::store(run.value + i, glow_.plotValue(1.0f - g));
+      L::store(fringe_ + i, g);
+      const Int inCore = g < 0.0f;
+      L::store(run.red + i, fringed(glow_.color.red, (t - redStart) / redRange_, inCore));
+      L::store(run.green + i, fringed(glow_.color.green, g, inCore));
+      L::store(run.blue + i, fringed(glow_.color.blue, (t - blueStart) / blueRange_, inCore));
+    }
+    if (!glow_.rainbowOn) return;
+    for (std::int32_t i = 0; i < count; ++i) {
+      if (fringe_[i] < 0.0f) continue;
+      storePen(run, i, rainbowPen({run.red[i], run.green[i], run.blue[i]}, fringe_[i]));
+    }
+  }
+
+ private:
+  /// The channel after the loss that begins where `share` reaches 0.
+  static Int fringed(std::int32_t channel, Float share, Int inCore) {
+    const Float full = L::splat(static_cast<float>(channel));
+    const Float lost = L::maximum(full - 255.0f * share, Float{});
+    const Float result = share >= 0.0f ? lost : full;
+    return L::toInt(inCore ? L::splat(255.0f) : result);
+  }
+
+  Rgb rainbowPen(Rgb pen, float g) const {
+    const Hls base = rgbToHls(pen);
+    const float saturation =
+        std::min(240.0f, static_cast<float>(base.saturation) + 2.0f * g * glow_.shiftStrength());
+    const float lightness = std::min(240.0f, static_cast<float>(base.lightness));
+    const float shift =
+        ((g / 4.0f) * (g / 4.0f) + g * 255.0f * glow_.textureMix / 1000.0f) * glow_.rainbowShift;
+    return recolour(base, shift, lightness, saturation);
+  }
+
+  const Glow& glow_;
+  float core_;
+  float greenRange_, redRange_, blueRange_;
+  float rowSquare_ = 0.0f;
+  alignas(16) float fringe_[ShadedRun::kCapacity];
+};
+
+}  // namespace
+
+void drawGlowStar(Drawing& drawing, float x, float y, float size, Rgb color, float value,
+                  GlowProfile profile) {
+  const std::int32_t radius = truncToInt(size / 2.0f);
+  if (radius <= 0) return;
+  DrawingState& state = drawing.state;
+  state.rainbowOn = state.rainbowShift != 0.0f;
+  const Glow glow{Disc(x, y, radius),        color,           value,
+                  drawing.layer.fullScale(), state.rainbowOn, state.rainbowShift,
+                  state.textureMix};
+  const auto rowOf = [&](std::int32_t dy) { return glow.disc.rowOf(dy); };
+  const auto columnOf = [&](std::int32_t dx) { return glow.disc.columnOf(dx); };
+  if (profile == GlowProfile::Full) {
+    FullShader shader(glow, state.glowScale);
+    paintSprite(drawing, glow.disc.steps(), rowOf, columnOf, shader);
+  } else {
+    SimpleShader shader(glow);
+    paintSprite(drawing, glow.disc.steps(), rowOf, columnOf, shader);
+  }
+}
+
+}  // namespace brisel

@@ -1,0 +1,12 @@
+// The last step of a frame: the input under the stars.
+#pragma once
+
+#include "engine/render_settings.h"
+
+namespace brisel {
+
+/// Mixes the input layer into the output by `mode` (Normal or Add; anything else does nothing).
+/// The input counts as transparent black outside its own bounds.
+void mixWithInput(const RenderSettings& settings, MixMode mode);
+
+}  // namespace brisel

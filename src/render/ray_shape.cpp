@@ -1,0 +1,149 @@
+#include "render/ray_shape.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+#include "engine/numbers.h"
+#include "render/drawing.h"
+
+namespace brisel {
+namespace {
+
+struct HalfWidths {
+  float base;
+  float tip;
+};
+
+HalfWidths quadHalfWidths(StarType type, float width) {
+  switch (type) {
+    case StarType::Type2:
+      return {width / 2.0f, width / 2.0f};
+    case StarType::Type3:
+      return {width / 2.0f, width / 20.0f};
+    case StarType::Type4:
+      return {width / 5.0f, width * 1.5f};
+    default:
+      return {width, width};
+  }
+}
+
+RayLine lineThrough(PointF p, PointF q) {
+  RayLine line;
+  line.a = q.y - p.y;
+  line.b = p.x - q.x;
+  line.c = -line.a * p.x - line.b * p.y;
+  line.norm = std::sqrt(line.a * line.a + line.b * line.b);
+  if (line.norm == 0.0f) line.norm = 1.0f;
+  return line;
+}
+
+RayEdge edgeBetween(PointF start, PointF end) {
+  return {start, end, lineThrough(start, end)};
+}
+
+/// Lists the edges from the one whose start corner has the greatest y, the last such one if
+/// several.
+void orderEdges(RayShape& ray, std::span<const RayEdge> edges) {
+  std::size_t first = 0;
+  ray.yMin = edges[0].start.y;
+  ray.xMin = ray.xMax = edges[0].start.x;
+  for (std::size_t i = 1; i < edges.size(); ++i) {
+    if (edges[i].start.y >= edges[first].start.y) first = i;
+    ray.yMin = std::min(ray.yMin, edges[i].start.y);
+    ray.xMin = std::min(ray.xMin, edges[i].start.x);
+    ray.xMax = std::max(ray.xMax, edges[i].start.x);
+  }
+  ray.edgeCount = static_cast<std::int32_t>(edges.size());
+  for (std::size_t i = 0; i < edges.size(); ++i) {
+    ray.edges[i] = edges[(first + i) % edges.size()];
+  }
+}
+
+bool isHorizontal(const RayEdge& edge) {
+  return std::fabs(edge.end.y - edge.start.y) < 1.0f;
+}
+
+float crossing(const RayEdge& edge, float y) {
+  return edge.start.x +
+         (y - edge.start.y) * (edge.end.x - edge.start.x) / (edge.end.y - edge.start.y);
+}
+
+}  // namespace
+
+bool buildRay(RayShape& ray, StarType type, PointF centre, float length, float width,
+              float angleDegrees, float currentRandomFactor) {
+  constexpr float kLeastHalfWidth = 0.0001f;
+  const float angle = angleDegrees * kDrawingPi / 180.0f;
+  const float c = cosine(angle);
+  const float s = sine(angle);
+  const auto placed = [&](float x, float y) {
+    return PointF{x * c - y * s + centre.x, x * s + y * c + centre.y};
+  };
+  const auto finite = [](PointF p) { return std::isfinite(p.x) && std::isfinite(p.y); };
+  ray.length = length;
+
+  if (type == StarType::Type1) {
+    const PointF corners[3] = {placed(-width, 0.0f), placed(0.0f, length), placed(width, 0.0f)};
+    if (!std::all_of(corners, corners + 3, finite)) return false;
+    ray.shading = RayShading::Soft;
+    ray.baseHalfWidth = std::max(width, kLeastHalfWidth);
+    ray.base = lineThrough(corners[0], centre);
+    ray.across = lineThrough(centre, corners[1]);
+    const RayEdge edges[3] = {edgeBetween(corners[0], corners[2]),
+                              edgeBetween(corners[2], corners[1]),
+                              edgeBetween(corners[1], corners[0])};
+    orderEdges(ray, edges);
+    return true;
+  }
+
+  HalfWidths half = quadHalfWidths(type, width);
+  half.base = std::max(half.base, kLeastHalfWidth);
+  half.tip = std::max(half.tip, kLeastHalfWidth);
+  const PointF corners[4] = {placed(half.base, 0.0f), placed(half.tip, length),
+                             placed(-half.tip, length), placed(-half.base, 0.0f)};
+  if (!std::all_of(corners, corners + 4, finite)) return false;
+  ray.baseHalfWidth = std::max(half.base, half.tip);
+  ray.base = lineThrough(corners[0], centre);
+  if (type == StarType::Type5) {
+    ray.shading = RayShading::Side;
+    ray.across = currentRandomFactor <= 0.5f ? lineThrough(corners[2], corners[3])
+                                             : lineThrough(corners[0], corners[1]);
+  } else {
+    ray.shading = RayShading::Axis;
+    ray.across = lineThrough(centre, {centre.x + length * -s, centre.y + length * c});
+  }
+  const RayEdge edges[4] = {
+      edgeBetween(corners[0], corners[1]), edgeBetween(corners[1], corners[2]),
+      edgeBetween(corners[2], corners[3]), edgeBetween(corners[3], corners[0])};
+  orderEdges(ray, edges);
+  return true;
+}
+
+float leftCrossing(const RayEdge& edge, float y) {
+  return isHorizontal(edge) ? std::min(edge.start.x, edge.end.x) : crossing(edge, y);
+}
+
+float rightCrossing(const RayEdge& edge, float y) {
+  return isHorizontal(edge) ? std::max(edge.start.x, edge.end.x) : crossing(edge, y);
+}
+
+float edgeCoverage(const RayEdge& edge, float x, float y) {
+  const float edgeX = edge.end.x - edge.start.x;
+  const float edgeY = edge.end.y - edge.start.y;
+  const float startX = x - edge.start.x;
+  const float startY = y - edge.start.y;
+  const float along = startX * edgeX + startY * edgeY;
+  if (along >= 0.0f && along <= edgeX * edgeX + edgeY * edgeY) {
+    const RayLine& line = edge.line;
+    const float off = std::fabs(line.a * x + line.b * y + line.c) / line.norm;
+    return std::clamp(1.0f - off / 2.0f, 0.0f, 1.0f);
+  }
+  const float endX = x - edge.end.x;
+  const float endY = y - edge.end.y;
+  const float off =
+      std::min(std::sqrt(startX * startX + startY * startY), std::sqrt(endX * endX + endY * endY));
+  return std::clamp(1.0f - off, 0.0f, 1.0f);
+}
+
+}  // namespace brisel

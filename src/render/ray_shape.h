@@ -1,0 +1,51 @@
+// One ray of a ray star: a triangle or quad that points away from the star's centre.
+#pragma once
+
+#include <cstdint>
+
+#include "engine/options.h"
+#include "engine/render_settings.h"
+
+namespace brisel {
+
+enum class RayShading : std::uint8_t { Soft, Axis, Side };
+
+/// The line a x + b y + c = 0; `norm` is the length of (a, b), or 1 when that is 0.
+struct RayLine {
+  float a = 0.0f, b = 0.0f, c = 0.0f, norm = 1.0f;
+};
+
+struct RayEdge {
+  PointF start;
+  PointF end;
+  RayLine line;
+};
+
+/// Built anew for each ray, in pixels of the layer.
+struct RayShape {
+  float length = 0.0f;
+  float baseHalfWidth = 0.0f;  // the unit of distances across the ray
+  RayShading shading = RayShading::Axis;
+  RayLine base;    // distances from it run along the ray
+  RayLine across;  // distances from it run across the ray
+  std::int32_t edgeCount = 0;
+  RayEdge edges[4];  // in drawing order: the first starts at the corner with the greatest y
+  float yMin = 0.0f;
+  float xMin = 0.0f, xMax = 0.0f;
+};
+
+/// Builds the ray of a star of `type` (Type1 to Type5). Returns false when a corner is not a
+/// finite point; such a ray is not drawn.
+bool buildRay(RayShape& ray, StarType type, PointF centre, float length, float width,
+              float angleDegrees, float currentRandomFactor);
+
+/// The x at which the edge crosses row `y`; of an edge within one pixel of horizontal, its lower x
+/// (left side) or its higher x (right side).
+float leftCrossing(const RayEdge& edge, float y);
+float rightCrossing(const RayEdge& edge, float y);
+
+/// How much of the pixel (x, y) beside the edge is covered, 0..1: fading over two pixels along the
+/// edge, over one around its ends.
+float edgeCoverage(const RayEdge& edge, float x, float y);
+
+}  // namespace brisel

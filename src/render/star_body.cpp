@@ -1,0 +1,123 @@
+#include "render/star_body.h"
+
+#include <algorithm>
+
+#include "engine/numbers.h"
+#include "render/elements.h"
+#include "render/sprites.h"
+
+namespace brisel {
+namespace {
+
+/// One draw: -0.5 to 0.4995.
+float drawJitter(RandomGenerator& random) {
+  return static_cast<float>(random.nextRandom() % 2000 - 1000) / 2000.0f;
+}
+
+void drawElements(Drawing& drawing, const Particle& p, const StarLook& look) {
+  const BlendRule bodyRule = drawing.blendRule;
+  drawAdditionalElements(drawing, {p.x, p.y, look.size, look.angle, look.color, look.value,
+                                   truncToInt(p.randomFactor * 131.131f)});
+  drawing.blendRule = bodyRule;
+}
+
+void oscillateAngle(const RenderSettings& s, const Particle& p, float& angle) {
+  const float amplitude = s.angleAmplitudeOfOscillation;
+  if (amplitude == 0.0f) return;
+  const float phase = p.age * s.angleFrequencyOfOscillation;
+  switch (s.angleOscillation) {
+    case Oscillation::Swing:
+      angle += cosine(phase) * p.randomFactor * amplitude;
+      return;
+    case Oscillation::SwingSynchronous:
+      angle += cosine(phase) * amplitude;
+      return;
+    case Oscillation::Round:
+      angle += phase * p.randomFactor * amplitude;
+      return;
+    case Oscillation::RoundSynchronous:
+      angle += phase * amplitude;
+      return;
+    default:
+      return;
+  }
+}
+
+void jitterAngle(Drawing& drawing, float& angle) {
+  const float jitter = drawing.settings.angleJittering;
+  if (jitter != 0.0f) angle += drawJitter(drawing.random) * jitter;
+}
+
+void varySize(Drawing& drawing, const Particle& p, float& size) {
+  const RenderSettings& s = drawing.settings;
+  if (s.sizeAmplitudeOfOscillation != 0.0f) {
+    size *= 1.0f + p.randomFactor * s.sizeAmplitudeOfOscillation *
+                       cosine(p.age * s.sizeFrequencyOfOscillation);
+  }
+  if (s.sizeJittering != 0.0f) {
+    const float factor = 1.0f + drawJitter(drawing.random) * s.sizeJittering;
+    size *= std::max(factor, 0.1f);
+  }
+}
+
+std::int32_t toChannel(float value) {
+  return std::clamp(truncToInt(value), 0, 255);
+}
+
+void varyColor(Drawing& drawing, const Particle& p, Rgb& color) {
+  const RenderSettings& s = drawing.settings;
+  if (s.colorAmplitudeOfOscillation != 0.0f) {
+    const float k = p.randomFactor * s.colorAmplitudeOfOscillation;
+    const float f = s.colorFrequencyOfOscillation;
+    color.red = toChannel(static_cast<float>(color.red) + k * cosine(p.age * f));
+    color.green = toChannel(static_cast<float>(color.green) - k * sine(p.age * 1.5f * f));
+    color.blue = toChannel(static_cast<float>(color.blue) + k * sine(-p.age * 0.75f * f));
+  }
+  if (s.colorJittering != 0.0f) {
+    for (std::int32_t* channel : {&color.red, &color.green, &color.blue}) {
+      const float jitter = drawJitter(drawing.random) * s.colorJittering;
+      *channel = toChannel(static_cast<float>(*channel) + jitter);
+    }
+  }
+}
+
+void drawBody(Drawing& drawing, const Particle& p, const StarLook& look) {
+  constexpr float kNoRing = 0.1f;
+  DrawingState& state = drawing.state;
+  if (look.type >= StarType::Type6 && look.type <= StarType::Blics) {
+    const bool textured = look.type == StarType::Type7;
+    state.crossVariant = textured ? kTexturedCross : kPlainCross;
+    state.textureScale = textured ? -0.5f : 0.0f;
+    state.textureMix = textured ? 0.75f : 0.0f;
+  }
+  switch (look.type) {
+    case StarType::Type6:
+    case StarType::Type7:
+      return drawCrossStar(drawing, look.size, p.x, p.y, look.angle * kDrawingPi / 180.0f,
+                           look.color, look.value);
+    case StarType::Glow1:
+    case StarType::Glow2:
+      state.glowScale = look.type == StarType::Glow1 ? 1.25f : 0.75f;
+      return drawGlowStar(drawing, p.x, p.y, look.size, look.color, look.value, GlowProfile::Full);
+    case StarType::Blics:
+      return drawBlicsStar(drawing, p.x, p.y, look.size, look.color, look.value, BlicsProfile::Disc,
+                           kNoRing);
+    default:
+      return drawRayStar(drawing, look.type, p.x, p.y, look.size, look.width, look.angle,
+                         static_cast<float>(look.rays), look.color, look.value);
+  }
+}
+
+}  // namespace
+
+void drawStar(Drawing& drawing, const Particle& star, StarLook look) {
+  drawing.state.currentRandomFactor = star.randomFactor;
+  drawElements(drawing, star, look);
+  oscillateAngle(drawing.settings, star, look.angle);
+  jitterAngle(drawing, look.angle);
+  varySize(drawing, star, look.size);
+  varyColor(drawing, star, look.color);
+  drawBody(drawing, star, look);
+}
+
+}  // namespace brisel
