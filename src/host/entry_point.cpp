@@ -1,0 +1,79 @@
+// The module's one exported function: takes the host's commands to their handlers.
+#include "sdk/entry_point.h"
+
+#include <cstring>
+#include <string_view>
+
+#include "host/floating_point_guard.h"
+#include "host/identity.h"
+#include "host/module_state.h"
+#include "host/params_setup.h"
+#include "host/render_driver.h"
+#include "host/sequence_data.h"
+#include "sdk/codes.h"
+
+#if defined(_WIN32)
+#define BRISEL_EXPORT __declspec(dllexport)
+#else
+#define BRISEL_EXPORT __attribute__((visibility("default")))
+#endif
+
+namespace brisel {
+namespace {
+
+PF_Err showAbout(PF_OutData& out) {
+  constexpr std::string_view kAbout =
+      "Corvane - Brisel 2.0\r"
+      "Stars that leave points, paths and circles, shine, drift, fade and burst.";
+  static_assert(kAbout.size() < sizeof out.return_msg);
+  std::memcpy(out.return_msg, kAbout.data(), kAbout.size());
+  out.return_msg[kAbout.size()] = '\0';
+  return PF_Err_NONE;
+}
+
+PF_Err setUpGlobally(PF_OutData& out) {
+  moduleState().folders = findFolders();
+  out.my_version = kEffectVersion;
+  out.out_flags = kOutFlags;
+  out.out_flags2 = kOutFlags2;
+  return PF_Err_NONE;
+}
+
+PF_Err dispatch(PF_Cmd command, PF_InData& in, PF_OutData& out, PF_ParamDef* params[],
+                PF_LayerDef* output) {
+  switch (command) {
+    case PF_Cmd_ABOUT:
+      return showAbout(out);
+    case PF_Cmd_GLOBAL_SETUP:
+      return setUpGlobally(out);
+    case PF_Cmd_PARAMS_SETUP:
+      return setUpParameters(in, out);
+    case PF_Cmd_SEQUENCE_SETUP:
+      return createSequence(in, out);
+    case PF_Cmd_SEQUENCE_RESETUP:
+      return in.sequence_data == nullptr ? createSequence(in, out) : PF_Err_NONE;
+    case PF_Cmd_SEQUENCE_FLATTEN:
+    case PF_Cmd_SEQUENCE_SETDOWN:
+      return releaseSequence(in, out);
+    case PF_Cmd_RENDER:
+      return output == nullptr ? PF_Err_NONE : renderFrame(in, out, params, *output);
+    default:
+      return PF_Err_NONE;
+  }
+}
+
+}  // namespace
+}  // namespace brisel
+
+extern "C" BRISEL_EXPORT PF_Err EntryPointFunc(PF_Cmd command, PF_InData* in, PF_OutData* out,
+                                               PF_ParamDef* params[], PF_LayerDef* output,
+                                               void* /*extra*/) {
+  if (in == nullptr || out == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
+  const brisel::FloatingPointGuard floatingPoint;
+  try {
+    return brisel::dispatch(command, *in, *out, params, output);
+  } catch (...) {
+    // Only memory can run out here, and a render is not to report that.
+    return command == PF_Cmd_RENDER ? PF_Err_NONE : PF_Err_OUT_OF_MEMORY;
+  }
+}

@@ -1,0 +1,97 @@
+#include "host/render_driver.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+
+#include "engine/simulation.h"
+#include "host/locked_handle.h"
+#include "host/module_state.h"
+#include "host/parameter_table.h"
+#include "host/read_settings.h"
+#include "host/sequence_data.h"
+#include "render/frame.h"
+#include "render/mix.h"
+#include "sdk/codes.h"
+
+namespace brisel {
+namespace {
+
+/// Whether all parameters are there. A host that declares their number must not have fewer.
+bool hasAllParameters(const PF_InData& in, PF_ParamDef* const* params) {
+  if (params == nullptr || (in.num_params > 0 && in.num_params < kParamCount)) return false;
+  return std::all_of(params, params + kParamCount,
+                     [](const PF_ParamDef* param) { return param != nullptr; });
+}
+
+/// Whether the world's rows hold as many pixels as it claims.
+bool isSound(const PF_LayerDef& world) {
+  const bool deep = (world.world_flags & PF_WorldFlag_DEEP) != 0;
+  return world.data != nullptr && world.width > 0 && world.height > 0 &&
+         world.rowbytes / (deep ? 8 : 4) >= world.width;
+}
+
+void clear(PF_LayerDef& world) {
+  const std::size_t bytes =
+      static_cast<std::size_t>(world.height) * static_cast<std::size_t>(world.rowbytes);
+  std::memset(world.data, 0, bytes);
+}
+
+/// A render from the start always gives the same stars.
+void reset(SequenceState& state) {
+  state.starCount = 0;
+  state.stepCounter = 0;
+  state.emissionAccumulator = 0.0f;
+  randomGenerator().seedRandom(0);
+  moduleState().drawing = DrawingState{};
+}
+
+/// Advances the instance's stars by one step and draws them.
+void renderStars(RenderSettings& settings, const Emitter& emitter, SequenceState& state) {
+  StarPopulation population;
+  population.stepIndex = static_cast<float>(state.stepCounter);
+  ++state.stepCounter;
+  if (settings.maximumNumberOfStars != state.capacity &&
+      !resizeStars(state, settings.maximumNumberOfStars)) {
+    settings.maximumNumberOfStars = std::min(settings.maximumNumberOfStars, state.capacity);
+  }
+  population.stars = state.stars;
+  population.capacity = state.capacity;
+  population.starCount = state.starCount;
+  population.emissionAccumulator = state.emissionAccumulator;
+
+  simulationStep(settings, emitter, randomGenerator(), population);
+  state.starCount = population.starCount;
+  state.emissionAccumulator = population.emissionAccumulator;
+
+  DrawingState& drawingState = moduleState().drawing;
+  drawingState.rainbowShift = settings.colorRainbow;
+  Drawing drawing{settings, randomGenerator(), drawingState, outputLayer(settings), BlendRule::Over,
+                  {}};
+  drawAllStars(drawing, population.stars, population.starCount);
+}
+
+}  // namespace
+
+PF_Err renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
+                   PF_LayerDef& output) {
+  if (!isSound(output)) return PF_Err_NONE;
+  clear(output);
+  if (!hasAllParameters(in, params)) return PF_Err_NONE;
+
+  RenderSettings settings = readSettings(in, params, output);
+  if (settings.pathMaskId != 0) settings.standardPath = StandardPath::Bezier;
+  const Emitter emitter = prepareEmitter(settings);
+
+  if (hasHandleCallbacks(in)) {
+    const LockedHandle locked(*in.utils, out.sequence_data);
+    if (auto* state = static_cast<SequenceState*>(locked.get())) {
+      if (in.current_time < 1) reset(*state);
+      renderStars(settings, emitter, *state);
+    }
+  }
+  mixWithInput(settings, settings.mixWithOriginal);
+  return PF_Err_NONE;
+}
+
+}  // namespace brisel

@@ -1,0 +1,72 @@
+#include "host/sequence_data.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "host/locked_handle.h"
+#include "platform/pages.h"
+#include "sdk/codes.h"
+
+namespace brisel {
+namespace {
+
+constexpr std::int32_t kPresetLists = 2;
+
+std::size_t arrayBytes(std::int32_t capacity) {
+  return static_cast<std::size_t>(capacity) * sizeof(Particle);
+}
+
+}  // namespace
+
+PF_Err createSequence(PF_InData& in, PF_OutData& out) {
+  if (!hasHandleCallbacks(in)) return kNoSequenceHandle;
+  auto presetLists = std::make_unique<PresetList[]>(kPresetLists);
+  const PF_Handle handle = in.utils->host_new_handle(sizeof(SequenceState));
+  if (handle == nullptr) return kNoSequenceHandle;
+  {
+    const LockedHandle locked(*in.utils, handle);
+    if (locked.get() != nullptr) {
+      auto* state = new (locked.get()) SequenceState;
+      state->presetListCount = kPresetLists;
+      state->presetLists = presetLists.release();
+    }
+  }
+  if (presetLists != nullptr) {
+    in.utils->host_dispose_handle(handle);
+    return kNoSequenceHandle;
+  }
+  out.sequence_data = handle;
+  out.flat_sdata_size = sizeof(SequenceState);
+  return PF_Err_NONE;
+}
+
+PF_Err releaseSequence(PF_InData& in, PF_OutData& out) {
+  if (in.sequence_data == nullptr || !hasHandleCallbacks(in)) return PF_Err_NONE;
+  {
+    const LockedHandle locked(*in.utils, out.sequence_data);
+    if (auto* state = static_cast<SequenceState*>(locked.get())) {
+      releasePages(state->stars, arrayBytes(state->capacity));
+      delete[] state->presetLists;
+      *state = SequenceState{};
+    }
+  }
+  in.utils->host_dispose_handle(in.sequence_data);
+  out.sequence_data = nullptr;
+  return PF_Err_NONE;
+}
+
+bool resizeStars(SequenceState& state, std::int32_t capacity) {
+  if (capacity <= 0) return false;
+  auto* stars = static_cast<Particle*>(allocatePages(arrayBytes(capacity)));
+  if (stars == nullptr) return false;
+  state.starCount = std::min(state.starCount, capacity);
+  if (state.starCount > 0) std::memcpy(stars, state.stars, arrayBytes(state.starCount));
+  releasePages(state.stars, arrayBytes(state.capacity));
+  state.stars = stars;
+  state.capacity = capacity;
+  return true;
+}
+
+}  // namespace brisel
