@@ -37,14 +37,20 @@ Bytes version(std::uint32_t major, std::uint32_t minor) {
   return number(major << 16 | minor);
 }
 
+void append(Bytes& bytes, std::string_view text) {
+  for (const char c : text) bytes.push_back(static_cast<std::uint8_t>(c));
+}
+
 Bytes pascalString(std::string_view text) {
-  Bytes bytes{static_cast<std::uint8_t>(text.size())};
-  bytes.insert(bytes.end(), text.begin(), text.end());
+  Bytes bytes;
+  bytes.push_back(static_cast<std::uint8_t>(text.size()));
+  append(bytes, text);
   return bytes;
 }
 
 Bytes zeroTerminated(std::string_view text) {
-  Bytes bytes(text.begin(), text.end());
+  Bytes bytes;
+  append(bytes, text);
   bytes.push_back(0);
   return bytes;
 }
