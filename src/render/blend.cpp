@@ -1,5 +1,7 @@
 #include "render/blend.h"
 
+#include <algorithm>
+
 #include "render/pixel_lanes.h"
 #include "render/simd.h"
 
@@ -51,12 +53,15 @@ template <BlendRule kRule, template <int> class PixelsT, int kLanes>
 void blendLanes(std::uint8_t* pixels, Float<kLanes> value, const Channels<kLanes>& pen) {
   using Pixels = PixelsT<kLanes>;
   using L = Lanes<kLanes>;
-  const auto plotted = value > 0.0f;
   const Pixels before = Pixels::load(pixels);
   // Lanes that are not plotted get a harmless value, so that all of them convert within range.
-  const auto safe = plotted ? L::minimum(value, L::splat(Pixels::kFullScale)) : Float<kLanes>{};
+  const auto safe = L::maximum(value, Float<kLanes>{});
   const Pixels after = Pixels::pack(blended<kRule, Pixels, kLanes>(before.channels(), safe, pen));
-  Pixels::select(plotted, after, before).store(pixels);
+  if constexpr (kRule == BlendRule::AddScaled) {
+    after.store(pixels);  // nothing, scaled, adds nothing
+  } else {
+    Pixels::select(value > 0.0f, after, before).store(pixels);
+  }
 }
 
 template <template <int> class PixelsT, int kLanes>
@@ -148,7 +153,7 @@ void plotPixel(const Layer& layer, BlendRule rule, Rgb pen, std::int32_t x, std:
                float value) {
   if (x < 0 || y < 0 || x >= layer.width || y >= layer.height) return;
   ShadedRun run;
-  run.value[0] = value;
+  run.value[0] = std::min(value, layer.fullScale());
   blendKernels(rule, layer.deep).withPen(layer.at(x, y), 1, run, pen);
 }
 

@@ -109,11 +109,11 @@ class FullShader {
       const Float t = glow_.distances(index + i, rowSquare_);
       const Float g = (t - core_) / greenRange_;
       L::store(run.value + i, glow_.plotValue(1.0f - g));
-      L::store(fringe_ + i, g);
-      const Int inCore = g < 0.0f;
-      L::store(run.red + i, fringed(glow_.color.red, (t - redStart) / redRange_, inCore));
-      L::store(run.green + i, fringed(glow_.color.green, g, inCore));
-      L::store(run.blue + i, fringed(glow_.color.blue, (t - blueStart) / blueRange_, inCore));
+      if (glow_.rainbowOn) L::store(fringe_ + i, g);
+      const Float core = g < 0.0f ? L::splat(255.0f) : Float{};
+      L::store(run.red + i, fringed(glow_.color.red, (t - redStart) / redRange_, core));
+      L::store(run.green + i, fringed(glow_.color.green, g, core));
+      L::store(run.blue + i, fringed(glow_.color.blue, (t - blueStart) / blueRange_, core));
     }
     if (!glow_.rainbowOn) return;
     for (std::int32_t i = 0; i < count; ++i) {
@@ -123,12 +123,12 @@ class FullShader {
   }
 
  private:
-  /// The channel after the loss that begins where `share` reaches 0.
-  static Int fringed(std::int32_t channel, Float share, Int inCore) {
+  /// The channel after the loss that begins where `share` reaches 0; before that, `share` is
+  /// negative and the loss would be a gain. `core` is 255 in the white core and 0 elsewhere.
+  static Int fringed(std::int32_t channel, Float share, Float core) {
     const Float full = L::splat(static_cast<float>(channel));
     const Float lost = L::maximum(full - 255.0f * share, Float{});
-    const Float result = share >= 0.0f ? lost : full;
-    return L::toInt(inCore ? L::splat(255.0f) : result);
+    return L::toInt(L::maximum(L::minimum(lost, full), core));
   }
 
   Rgb rainbowPen(Rgb pen, float g) const {

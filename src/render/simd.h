@@ -8,6 +8,10 @@
 #include <cstring>
 #include <utility>
 
+#if defined(__SSE2__)
+#include <xmmintrin.h>
+#endif
+
 namespace brisel {
 
 template <class T, int kLanes>
@@ -49,9 +53,23 @@ struct Lanes {
     return root;
   }
 
-  static Float minimum(Float a, Float b) { return a < b ? a : b; }
-  static Float maximum(Float a, Float b) { return a > b ? a : b; }
-  static Float absolute(Float v) { return v < 0.0f ? -v : v; }
+  /// The lesser; `b` when either is not a number. maximum likewise.
+  static Float minimum(Float a, Float b) {
+#if defined(__SSE2__)
+    if constexpr (kLanes == 4) return _mm_min_ps(a, b);
+#endif
+    return a < b ? a : b;
+  }
+  static Float maximum(Float a, Float b) {
+#if defined(__SSE2__)
+    if constexpr (kLanes == 4) return _mm_max_ps(a, b);
+#endif
+    return a > b ? a : b;
+  }
+  static Float absolute(Float v) {
+    const Int magnitude = reinterpret_cast<Int>(v) & 0x7fffffff;
+    return reinterpret_cast<Float>(magnitude);
+  }
 
   /// Clamps to [0, 1]; not-a-number becomes 0.
   static Float clampUnit(Float v) { return minimum(maximum(v, Float{}), splat(1.0f)); }

@@ -1,0 +1,47 @@
+#include "canvas.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace bench {
+namespace {
+
+brisel::Layer layerOn(std::vector<std::uint16_t>& pixels, bool deep) {
+  return {reinterpret_cast<std::uint8_t*>(pixels.data()),
+          static_cast<std::ptrdiff_t>(Canvas::kWidth) * (deep ? 8 : 4), Canvas::kWidth,
+          Canvas::kHeight, deep};
+}
+
+}  // namespace
+
+Canvas::Canvas(bool deep)
+    : pixels_(static_cast<std::size_t>(kWidth) * kHeight * 4),
+      drawing_{settings_, random_, state_, layerOn(pixels_, deep), brisel::BlendRule::Over, {}} {
+  settings_.frameWidth = kWidth;
+  settings_.frameHeight = kHeight;
+  settings_.deepColor = deep;
+  settings_.highQuality = true;
+  state_.rainbowOn = false;
+}
+
+void Canvas::clear() {
+  std::ranges::fill(pixels_, std::uint16_t{0});
+}
+
+std::int64_t Canvas::coveredPixels(const std::function<void(brisel::Drawing&)>& draw) {
+  clear();
+  draw(drawing_);
+  const brisel::Layer& layer = drawing_.layer;
+  const auto bytes = static_cast<std::size_t>(layer.pixelBytes());
+  static constexpr std::uint8_t kEmpty[8] = {};
+  std::int64_t covered = 0;
+  for (std::int32_t y = 0; y < layer.height; ++y) {
+    for (std::int32_t x = 0; x < layer.width; ++x) {
+      covered += std::memcmp(layer.at(x, y), kEmpty, bytes) != 0;
+    }
+  }
+  clear();
+  return covered;
+}
+
+}  // namespace bench
