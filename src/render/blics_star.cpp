@@ -49,14 +49,7 @@ class BlicsShader {
       const Float fx = L::indices(index + i) - blics_.disc.fractionX();
       const Float t = L::squareRoot(fx * fx + rowSquare_) / blics_.disc.radius();
       L::store(run.value + i, L::clampUnit(shape(t) * blics_.value) * blics_.fullScale);
-      L::store(distance_ + i, t);
-    }
-    if (!blics_.rainbowOn) return;
-    for (std::int32_t i = 0; i < count; ++i) {
-      const Rgb pen = rainbowPen(distance_[i]);
-      run.red[i] = pen.red;
-      run.green[i] = pen.green;
-      run.blue[i] = pen.blue;
+      if (blics_.rainbowOn) storeRainbow(run, i, t);
     }
   }
 
@@ -74,21 +67,22 @@ class BlicsShader {
     }
   }
 
-  Rgb rainbowPen(float t) const {
-    const float p =
-        kProfile == BlicsProfile::Ring ? std::fabs(t - blics_.inner) * 10.0f + 1.0f : t * 5.0f;
-    const float q = (p / 4.0f) * (p / 4.0f);
+  void storeRainbow(ShadedRun& run, std::int32_t i, Float t) const {
+    const Float p =
+        kProfile == BlicsProfile::Ring ? L::absolute(t - blics_.inner) * 10.0f + 1.0f : t * 5.0f;
+    const Float q = (p / 4.0f) * (p / 4.0f);
     const float strength = std::fabs(blics_.rainbowShift);
-    const float saturation =
-        std::clamp(static_cast<float>(base_.saturation) + 2.0f * p * strength, 100.0f, 240.0f);
-    const float lightness = std::max(120.0f, static_cast<float>(base_.lightness) - q * strength);
-    return recolour(base_, q * blics_.rainbowShift, lightness, saturation);
+    const Float saturation =
+        L::clamp(static_cast<float>(base_.saturation) + 2.0f * p * strength, 100.0f, 240.0f);
+    const Float lightness =
+        L::maximum(static_cast<float>(base_.lightness) - q * strength, L::splat(120.0f));
+    storeRecoloured<kBaselineLanes>(run, i, L::splat(static_cast<float>(base_.hue)),
+                                    q * blics_.rainbowShift, lightness, saturation);
   }
 
   const Blics& blics_;
   Hls base_;
   float rowSquare_ = 0.0f;
-  alignas(16) float distance_[ShadedRun::kCapacity];
 };
 
 template <BlicsProfile kProfile>

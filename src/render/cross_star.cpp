@@ -54,13 +54,21 @@ class CrossShader {
   void shade(std::int32_t index, std::int32_t count, ShadedRun& run) {
     for (std::int32_t i = 0; i < count; i += kBaselineLanes) {
       const Float nx = left_ + L::indices(index + i) / radius_;
-      L::store(run.value + i, L::clampUnit(shape(nx) * value_));
-      L::store(x_ + i, nx);
-    }
-    if (textured_ || state_.rainbowOn) {
-      shadeTextureAndRainbow(count, run);
-    } else {
-      for (std::int32_t i = 0; i < count; ++i) run.value[i] *= fullScale_;
+      const Float k = L::clampUnit(shape(nx) * value_);
+      if (!textured_ && !state_.rainbowOn) {
+        L::store(run.value + i, k * fullScale_);
+        continue;
+      }
+      const Float distance = distances(nx);
+      Float texture = L::splat(255.0f);
+      Float amplitude = L::splat(fullScale_);
+      if (textured_) {
+        texture = textureAt(nx, distance, k);
+        amplitude =
+            (texture * state_.textureMix + (1.0f - state_.textureMix) * 255.0f) * byteScale_;
+      }
+      L::store(run.value + i, k * amplitude);
+      if (state_.rainbowOn) storeRainbow(run, i, distance / radius_, texture);
     }
   }
 
@@ -74,38 +82,33 @@ class CrossShader {
     return L::clampUnit(u * u + v * v > 1.0f ? Float{} : k);
   }
 
-  void shadeTextureAndRainbow(std::int32_t count, ShadedRun& run) {
-    const float mix = state_.textureMix;
-    for (std::int32_t i = 0; i < count; ++i) {
-      if (!(run.value[i] > 0.0f)) continue;
-      const float distance = distanceAt(x_[i]);
-      const float texture = textured_ ? texture_.at(x_[i], rowY_, distance) : 255.0f;
-      run.value[i] *= textured_ ? (texture * mix + (1.0f - mix) * 255.0f) * byteScale_ : fullScale_;
-      if (!state_.rainbowOn) continue;
-      const Rgb pen = rainbowPen(distance / radius_, texture);
-      run.red[i] = pen.red;
-      run.green[i] = pen.green;
-      run.blue[i] = pen.blue;
-    }
-  }
-
-  /// The distance from the centre in the units of texture and rainbow: the box's full width is 2r
-  /// per unit, so its rim lies at 2r.
-  float distanceAt(float nx) const {
-    const float dx = 2.0f * radius_ * nx;
+  /// Distances from the centre in the units of texture and rainbow: the box's full width is 2r per
+  /// unit, so its rim lies at 2r.
+  Float distances(Float nx) const {
+    const Float dx = 2.0f * radius_ * nx;
     const float dy = 2.0f * radius_ * rowY_;
-    return std::sqrt(dx * dx + dy * dy);
+    return L::squareRoot(dx * dx + dy * dy);
   }
 
-  Rgb rainbowPen(float p, float texture) const {
-    const float q = (p / 4.0f) * (p / 4.0f);
+  /// The texture where something is drawn, which is not everywhere in the box.
+  Float textureAt(Float nx, Float distance, Float k) const {
+    Float texture{};
+    for (int lane = 0; lane < kBaselineLanes; ++lane) {
+      if (k[lane] > 0.0f) texture[lane] = texture_.at(nx[lane], rowY_, distance[lane]);
+    }
+    return texture;
+  }
+
+  void storeRainbow(ShadedRun& run, std::int32_t i, Float p, Float texture) const {
+    const Float q = (p / 4.0f) * (p / 4.0f);
     const float strength = std::fabs(state_.rainbowShift);
-    const float saturation =
-        std::min(240.0f, static_cast<float>(base_.saturation) + 2.0f * p * strength);
-    const float lightness =
-        std::clamp(static_cast<float>(base_.lightness) - q * strength, 120.0f, 240.0f);
-    const float shift = (q + p * texture * state_.textureMix / 1000.0f) * state_.rainbowShift;
-    return recolour(base_, shift, lightness, saturation);
+    const Float saturation =
+        L::minimum(static_cast<float>(base_.saturation) + 2.0f * p * strength, L::splat(240.0f));
+    const Float lightness =
+        L::clamp(static_cast<float>(base_.lightness) - q * strength, 120.0f, 240.0f);
+    const Float shift = (q + p * texture * state_.textureMix / 1000.0f) * state_.rainbowShift;
+    storeRecoloured<kBaselineLanes>(run, i, L::splat(static_cast<float>(base_.hue)), shift,
+                                    lightness, saturation);
   }
 
   const DrawingState& state_;
@@ -120,7 +123,6 @@ class CrossShader {
   bool textured_;
   CrossTexture texture_;
   float rowY_ = 0.0f;
-  alignas(16) float x_[ShadedRun::kCapacity];
 };
 
 }  // namespace

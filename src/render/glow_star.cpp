@@ -34,12 +34,6 @@ struct Glow {
   Float plotValue(Float k) const { return L::clampUnit(k * value) * fullScale; }
 };
 
-void storePen(ShadedRun& run, std::int32_t i, Rgb pen) {
-  run.red[i] = pen.red;
-  run.green[i] = pen.green;
-  run.blue[i] = pen.blue;
-}
-
 /// A single fall-off from the centre, recoloured by distance when the rainbow is on.
 class SimpleShader {
  public:
@@ -57,29 +51,26 @@ class SimpleShader {
     for (std::int32_t i = 0; i < count; i += kBaselineLanes) {
       const Float t = glow_.distances(index + i, rowSquare_);
       L::store(run.value + i, glow_.plotValue(1.0f - t * t));
-      L::store(distance_ + i, t);
+      if (glow_.rainbowOn) storeRainbow(run, i, t * t);
     }
-    if (!glow_.rainbowOn) return;
-    for (std::int32_t i = 0; i < count; ++i) storePen(run, i, rainbowPen(distance_[i]));
   }
 
  private:
-  Rgb rainbowPen(float t) const {
-    const float p = t * t;
-    const float q = (p / 4.0f) * (p / 4.0f);
+  void storeRainbow(ShadedRun& run, std::int32_t i, Float p) const {
+    const Float q = (p / 4.0f) * (p / 4.0f);
     const float strength = glow_.shiftStrength();
-    const float lightness =
-        std::clamp(static_cast<float>(base_.lightness) - q * strength, 120.0f, 240.0f);
-    const float saturation =
-        std::min(240.0f, static_cast<float>(base_.saturation) + 2.0f * p * strength);
-    const float shift = (q + p * 255.0f * glow_.textureMix / 1000.0f) * glow_.rainbowShift;
-    return recolour(base_, shift, lightness, saturation);
+    const Float lightness =
+        L::clamp(static_cast<float>(base_.lightness) - q * strength, 120.0f, 240.0f);
+    const Float saturation =
+        L::minimum(static_cast<float>(base_.saturation) + 2.0f * p * strength, L::splat(240.0f));
+    const Float shift = (q + p * 255.0f * glow_.textureMix / 1000.0f) * glow_.rainbowShift;
+    storeRecoloured<kBaselineLanes>(run, i, L::splat(static_cast<float>(base_.hue)), shift,
+                                    lightness, saturation);
   }
 
   const Glow& glow_;
   Hls base_;
   float rowSquare_ = 0.0f;
-  alignas(16) float distance_[ShadedRun::kCapacity];
 };
 
 /// A core, white when the glow scale is above 1, and a fringe that loses red, blue and green at
@@ -109,16 +100,14 @@ class FullShader {
       const Float t = glow_.distances(index + i, rowSquare_);
       const Float g = (t - core_) / greenRange_;
       L::store(run.value + i, glow_.plotValue(1.0f - g));
-      if (glow_.rainbowOn) L::store(fringe_ + i, g);
       const Float core = g < 0.0f ? L::splat(255.0f) : Float{};
-      L::store(run.red + i, fringed(glow_.color.red, (t - redStart) / redRange_, core));
-      L::store(run.green + i, fringed(glow_.color.green, g, core));
-      L::store(run.blue + i, fringed(glow_.color.blue, (t - blueStart) / blueRange_, core));
-    }
-    if (!glow_.rainbowOn) return;
-    for (std::int32_t i = 0; i < count; ++i) {
-      if (fringe_[i] < 0.0f) continue;
-      storePen(run, i, rainbowPen({run.red[i], run.green[i], run.blue[i]}, fringe_[i]));
+      const Int red = fringed(glow_.color.red, (t - redStart) / redRange_, core);
+      const Int green = fringed(glow_.color.green, g, core);
+      const Int blue = fringed(glow_.color.blue, (t - blueStart) / blueRange_, core);
+      L::store(run.red + i, red);
+      L::store(run.green + i, green);
+      L::store(run.blue + i, blue);
+      if (glow_.rainbowOn) recolourFringe(run, i, g, red, green, blue);
     }
   }
 
@@ -131,21 +120,26 @@ class FullShader {
     return L::toInt(L::maximum(L::minimum(lost, full), core));
   }
 
-  Rgb rainbowPen(Rgb pen, float g) const {
-    const Hls base = rgbToHls(pen);
-    const float saturation =
-        std::min(240.0f, static_cast<float>(base.saturation) + 2.0f * g * glow_.shiftStrength());
-    const float lightness = std::min(240.0f, static_cast<float>(base.lightness));
-    const float shift =
+  /// Turns the pens outside the core, whose pens stay as they are.
+  void recolourFringe(ShadedRun& run, std::int32_t i, Float g, Int red, Int green, Int blue) const {
+    const auto base =
+        HlsLanes<kBaselineLanes>::fromRgb(L::toFloat(red), L::toFloat(green), L::toFloat(blue));
+    const Float saturation =
+        L::minimum(base.saturation + 2.0f * g * glow_.shiftStrength(), L::splat(240.0f));
+    const Float shift =
         ((g / 4.0f) * (g / 4.0f) + g * 255.0f * glow_.textureMix / 1000.0f) * glow_.rainbowShift;
-    return recolour(base, shift, lightness, saturation);
+    const Int inCore = g < 0.0f;
+    storeRecoloured<kBaselineLanes>(run, i, base.hue, inCore ? Float{} : shift, base.lightness,
+                                    inCore ? Float{} : saturation);
+    L::store(run.red + i, inCore ? red : L::load(run.red + i));
+    L::store(run.green + i, inCore ? green : L::load(run.green + i));
+    L::store(run.blue + i, inCore ? blue : L::load(run.blue + i));
   }
 
   const Glow& glow_;
   float core_;
   float greenRange_, redRange_, blueRange_;
   float rowSquare_ = 0.0f;
-  alignas(16) float fringe_[ShadedRun::kCapacity];
 };
 
 }  // namespace

@@ -116,7 +116,6 @@ class RayPainter {
       shade(ray, x, static_cast<float>(y), count);
       std::uint8_t* pixels = layer_.at(x, y);
       if (rainbowOn_) {
-        recolourRun(ray, count);
         kernels_.withPens(pixels, count, run_);
       } else {
         kernels_.withPen(pixels, count, run_, color_);
@@ -152,7 +151,7 @@ class RayPainter {
                       ray.baseHalfWidth;
       const Float k = shape(ray.shading, u, v);
       L::store(run_.value + i, L::clampUnit(k * value_) * L::load(coverage_ + i) * fullScale_);
-      L::store(along_ + i, u);
+      if (rainbowOn_) storeRainbow(ray.shading, i, u);
     }
   }
 
@@ -177,37 +176,30 @@ class RayPainter {
     }
   }
 
-  void recolourRun(const RayShape& ray, std::int32_t count) {
-    for (std::int32_t i = 0; i < count; ++i) {
-      const Rgb pen = rainbowPen(ray.shading, along_[i]);
-      run_.red[i] = pen.red;
-      run_.green[i] = pen.green;
-      run_.blue[i] = pen.blue;
-    }
-  }
-
-  Rgb rainbowPen(RayShading shading, float u) const {
+  void storeRainbow(RayShading shading, std::int32_t i, Float u) {
     const float strength = std::fabs(rainbowShift_);
     const float start = 0.5f - std::min(0.5f, strength / 5000.0f);
-    const float p = std::max(0.0f, u - start);
+    const Float p = L::maximum(u - start, Float{});
+    const Float square = p * p;
     const float gain = shading == RayShading::Axis ? 5.0f : 2.0f;
-    float saturation = static_cast<float>(base_.saturation) + gain * p * strength;
-    float lightness = static_cast<float>(base_.lightness);
-    float turn = p * p;
+    const Float saturation = static_cast<float>(base_.saturation) + gain * p * strength;
+    Float loss;
     switch (shading) {
       case RayShading::Soft:
-        lightness -= 4.0f * (p * p) * strength;
+        loss = 4.0f * square * strength;
         break;
       case RayShading::Axis:
-        lightness -= 0.5f * (p * p) * strength;
+        loss = 0.5f * square * strength;
         break;
       default:
-        lightness -= 4.0f * p * strength;
-        turn = p;
+        loss = 4.0f * p * strength;
         break;
     }
-    return recolour(base_, turn * rainbowShift_, std::max(lightness, 120.0f),
-                    std::min(saturation, 240.0f));
+    const Float lightness = static_cast<float>(base_.lightness) - loss;
+    const Float turn = shading == RayShading::Side ? p : square;
+    storeRecoloured<kBaselineLanes>(run_, i, L::splat(static_cast<float>(base_.hue)),
+                                    turn * rainbowShift_, L::maximum(lightness, L::splat(120.0f)),
+                                    L::minimum(saturation, L::splat(240.0f)));
   }
 
   const Layer& layer_;
@@ -221,7 +213,6 @@ class RayPainter {
   float fullScale_;
   ShadedRun run_;
   alignas(16) float coverage_[ShadedRun::kCapacity] = {};
-  alignas(16) float along_[ShadedRun::kCapacity];
 };
 
 }  // namespace

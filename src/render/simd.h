@@ -71,13 +71,23 @@ struct Lanes {
     return reinterpret_cast<Float>(magnitude);
   }
 
-  /// Clamps to [0, 1]; not-a-number becomes 0.
-  static Float clampUnit(Float v) { return minimum(maximum(v, Float{}), splat(1.0f)); }
+  static Float clamp(Float v, float low, float high) {
+    return minimum(maximum(v, splat(low)), splat(high));
+  }
 
-  static Float toFloat(Int v) { return __builtin_convertvector(v, Float); }
+  /// Clamps to [0, 1]; not-a-number becomes 0.
+  static Float clampUnit(Float v) {
+    return minimum(maximum(v, Float{}), splat(1.0f));
+  }
+
+  static Float toFloat(Int v) {
+    return __builtin_convertvector(v, Float);
+  }
 
   /// Truncates toward zero; every lane must lie within the range of a 32-bit integer.
-  static Int toInt(Float v) { return __builtin_convertvector(v, Int); }
+  static Int toInt(Float v) {
+    return __builtin_convertvector(v, Int);
+  }
 };
 
 #if defined(__SSE2__)
