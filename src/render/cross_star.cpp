@@ -67,7 +67,8 @@ class CrossShader {
         amplitude =
             (texture * state_.textureMix + (1.0f - state_.textureMix) * 255.0f) * byteScale_;
       }
-      L::store(run.value + i, k * amplitude);
+      // Where a stripe passes, the texture is brighter than full scale.
+      L::store(run.value + i, L::minimum(k * amplitude, L::splat(fullScale_)));
       if (state_.rainbowOn) storeRainbow(run, i, distance / radius_, texture);
     }
   }
