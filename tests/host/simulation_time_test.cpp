@@ -19,6 +19,9 @@ class SimulationTimeTest : public EffectTest {
   void SetUp() override { hosttest::openWithDefaults(session); }
 
   World render(A_long frame) { return renderFrame(session, {}, frame); }
+
+  // Drawn at birth, the first field of the first star's record.
+  float randomFactorOfOldest() { return *static_cast<const float*>(instanceRecord(session).stars); }
 };
 
 TEST_F(SimulationTimeTest, DefaultsDrawStars) {
@@ -63,18 +66,14 @@ TEST_F(SimulationTimeTest, NothingIsLeftOfWhatWasRenderedBefore) {
   };
   const std::vector<World> fresh = animation();
 
+  // Glows without a rainbow switch off the recolouring that the default rays read.
   hostkit::Session other(hosttest::theModule());
   hosttest::openWithDefaults(other);
-  for (const auto& [label, value] : {std::pair("Type", 12),
-                                     {"Terminate type", 9},
-                                     {"Time life", 4},
-                                     {"Type of halo", 5},
-                                     {"Type of blink", 5},
-                                     {"Intensity", 40},
-                                     {"Color rainbow", 90}}) {
+  for (const auto& [label, value] :
+       {std::pair("Type", 9), {"Type of halo", 3}, {"Color rainbow", 0}, {"Intensity", 40}}) {
     hosttest::set(other, label, value);
   }
-  for (A_long frame = 0; frame < 20; ++frame) renderFrame(other, {}, frame);
+  for (A_long frame = 0; frame < 5; ++frame) renderFrame(other, {}, frame);
 
   const std::vector<World> again = animation();
   for (std::size_t frame = 0; frame < fresh.size(); ++frame) {
@@ -88,20 +87,25 @@ TEST_F(SimulationTimeTest, LoweringTheMaximumDropsTheYoungest) {
   for (A_long frame = 0; frame < 5; ++frame) render(frame);
   EXPECT_EQ(instanceRecord(session).starCount, 100) << "20 stars a step";
   EXPECT_EQ(instanceRecord(session).capacity, 300);
+  const float oldest = randomFactorOfOldest();
 
+  hosttest::set(session, "Intensity", 0);
   hosttest::set(session, "Maximum number of stars", 10);
   render(5);
   EXPECT_EQ(instanceRecord(session).starCount, 10);
   EXPECT_EQ(instanceRecord(session).capacity, 10);
+  EXPECT_EQ(randomFactorOfOldest(), oldest);
 
+  hosttest::set(session, "Intensity", 40);
   hosttest::set(session, "Maximum number of stars", 0);
   render(6);
-  EXPECT_EQ(instanceRecord(session).starCount, 10) << "the living live on";
+  EXPECT_EQ(instanceRecord(session).starCount, 10) << "the living live on, none is born";
   EXPECT_EQ(instanceRecord(session).capacity, 10);
 
   hosttest::set(session, "Maximum number of stars", 25);
   render(7);
   EXPECT_EQ(instanceRecord(session).starCount, 25);
+  EXPECT_EQ(randomFactorOfOldest(), oldest);
 }
 
 TEST_F(SimulationTimeTest, LowQualityAndDownsamplingRender) {

@@ -1,6 +1,7 @@
 // Hosts that do what no host should: nothing crashes, nothing is written outside the output.
 #include <gtest/gtest.h>
 
+#include <cfenv>
 #include <random>
 #include <vector>
 
@@ -86,6 +87,16 @@ TEST_F(WildHostTest, ALayerWidthOfZeroCountsAsFullResolution) {
   EXPECT_TRUE(samePixels(output, expected));
   session.inData().width = -64;
   expectHarmlessRender(session, output);
+}
+
+TEST_F(WildHostTest, ItsRoundingModeIsNeitherUsedNorLost) {
+  const World expected = renderFrame(session, {}, 0);
+  std::fesetround(FE_UPWARD);
+  const World rendered = renderFrame(session, {}, 0);
+  const int modeAfter = std::fegetround();
+  std::fesetround(FE_TONEAREST);
+  EXPECT_EQ(modeAfter, FE_UPWARD);
+  EXPECT_TRUE(samePixels(rendered, expected));
 }
 
 TEST_F(WildHostTest, FewerParametersThanDeclared) {
