@@ -132,6 +132,9 @@ void drawCrossStar(Drawing& drawing, float radius, float x, float y, float angle
                    float value) {
   if (!(radius > 0.0f)) return;
   drawing.state.rainbowOn = drawing.state.rainbowShift != 0.0f;
+  // So far out, rounding would fold billions of steps of a star as large onto single pixels.
+  constexpr float kFarthest = 2147483648.0f;
+  if (!(std::fabs(x) < kFarthest && std::fabs(y) < kFarthest)) return;
   CrossShader shader(drawing, radius, x, y, angleRadians, color, std::max(value, 0.0f));
   const auto rowOf = [&](std::int32_t j) { return truncToInt(static_cast<float>(j) + y - radius); };
   const auto columnOf = [&](std::int32_t i) {
