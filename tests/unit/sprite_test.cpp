@@ -1,0 +1,178 @@
+// Every sprite against the reference: random calls under each rule and depth, on a frame that is
+// full of random pixels.
+#include "render/sprites.h"
+
+#include <limits>
+
+#include "support.h"
+
+namespace {
+
+using brisel::Drawing;
+using brisel::StarType;
+using reference::Plotter;
+using unit::Dice;
+
+constexpr std::int32_t kWidth = 61;
+constexpr std::int32_t kHeight = 47;
+
+unit::Scene anyScene(Dice& dice) {
+  unit::Scene scene;
+  scene.settings.highQuality = dice.coin();
+  scene.state.rainbowShift =
+      dice.oneOf({0.0f, 0.0f, 125.0f, -50.0f, -250.0f, 3.5f, 5000.0f, -50000.0f});
+  scene.state.rainbowOn = dice.coin();
+  scene.state.currentRandomFactor = dice.real(-1.0f, 1.0f);
+  scene.state.glowScale = dice.oneOf({0.0f, 0.75f, 1.25f});
+  scene.state.crossVariant = dice.oneOf<std::uint8_t>({0, 1, 3, 3});
+  scene.state.textureScale = dice.oneOf({0.0f, -0.5f, 0.5f});
+  scene.state.textureMix = dice.oneOf({0.0f, 0.75f});
+  return scene;
+}
+
+struct Sprite {
+  const char* name;
+  // Rolls a call's arguments and makes it on both sides.
+  void (*compare)(Dice& dice, const unit::Scene& scene, const unit::Frame& frame);
+  int calls;  // under each rule and depth
+};
+
+void PrintTo(const Sprite& sprite, std::ostream* out) {
+  *out << sprite.name;
+}
+
+void compareRays(Dice& dice, const unit::Scene& scene, const unit::Frame& frame) {
+  const int type = dice.integer(0, 6);
+  const float x = dice.position(kWidth);
+  const float y = dice.position(kHeight);
+  const float size = dice.logarithmic(0.2f, 5.0f * kWidth);
+  const float width = size * dice.oneOf({0.0f, 0.001f, 0.05f, 0.05f, 0.2f, 1.0f, 3.0f});
+  const float angle = dice.coin() ? dice.real(-400.0f, 400.0f) : dice.oneOf({0.0f, 90.0f, -45.0f});
+  const float rays = dice.oneOf({1.0f, 2.5f, 3.0f, 4.0f, 0.0f, 11.0f});
+  const brisel::Rgb color = dice.color();
+  const float value = dice.value();
+  SCOPED_TRACE(testing::Message() << "type " << type << " at " << x << ", " << y << " size " << size
+                                  << " width " << width << " angle " << angle << " rays " << rays);
+  unit::expectSameDrawing(
+      scene, frame,
+      [&](Drawing& d) {
+        drawRayStar(d, static_cast<StarType>(type), x, y, size, width, angle, rays, color, value);
+      },
+      [&](Plotter& p) { p.drawRayStar(type, x, y, size, width, angle, rays, color, value); });
+}
+
+void compareCross(Dice& dice, const unit::Scene& scene, const unit::Frame& frame) {
+  const float radius = dice.logarithmic(0.1f, 2.5f * kWidth);
+  const float x = dice.position(kWidth);
+  const float y = dice.position(kHeight);
+  const float angle = dice.coin() ? dice.real(-7.0f, 7.0f) : 0.0f;
+  const brisel::Rgb color = dice.color();
+  const float value = dice.value();
+  SCOPED_TRACE(testing::Message() << "radius " << radius << " at " << x << ", " << y);
+  unit::expectSameDrawing(
+      scene, frame, [&](Drawing& d) { drawCrossStar(d, radius, x, y, angle, color, value); },
+      [&](Plotter& p) { p.drawCrossStar(radius, x, y, angle, color, value); });
+}
+
+void compareGlow(Dice& dice, const unit::Scene& scene, const unit::Frame& frame) {
+  const float x = dice.position(kWidth);
+  const float y = dice.position(kHeight);
+  const float size = dice.logarithmic(0.5f, 5.0f * kWidth);
+  const brisel::Rgb color = dice.color();
+  const float value = dice.value();
+  const int profile = dice.oneOf({2, 4, 4});
+  SCOPED_TRACE(testing::Message() << "size " << size << " at " << x << ", " << y << " profile "
+                                  << profile << " glowScale " << scene.state.glowScale);
+  unit::expectSameDrawing(
+      scene, frame,
+      [&](Drawing& d) {
+        drawGlowStar(d, x, y, size, color, value, static_cast<brisel::GlowProfile>(profile));
+      },
+      [&](Plotter& p) { p.drawGlowStar(x, y, size, color, value, profile); });
+}
+
+void compareBlics(Dice& dice, const unit::Scene& scene, const unit::Frame& frame) {
+  const float x = dice.position(kWidth);
+  const float y = dice.position(kHeight);
+  const float size = dice.logarithmic(0.5f, 5.0f * kWidth);
+  const brisel::Rgb color = dice.color();
+  const float value = dice.value();
+  const int profile = dice.oneOf({0, 4});
+  const float ringWidth = dice.oneOf({0.1f, 0.1f, 0.02f, 0.0f, 0.3f});
+  SCOPED_TRACE(testing::Message() << "size " << size << " at " << x << ", " << y << " profile "
+                                  << profile << " ring " << ringWidth);
+  unit::expectSameDrawing(
+      scene, frame,
+      [&](Drawing& d) {
+        drawBlicsStar(d, x, y, size, color, value, static_cast<brisel::BlicsProfile>(profile),
+                      ringWidth);
+      },
+      [&](Plotter& p) { p.drawBlicsStar(x, y, size, color, value, profile, ringWidth); });
+}
+
+class SpriteTest : public testing::TestWithParam<Sprite> {};
+
+TEST_P(SpriteTest, DrawsWhatTheReferenceDraws) {
+  std::uint32_t stream = 0;
+  for (const bool deep : {false, true}) {
+    for (const brisel::BlendRule rule : unit::kAllRules) {
+      for (int call = 0; call < GetParam().calls && !HasFailure(); ++call) {
+        Dice dice(stream++);
+        SCOPED_TRACE(testing::Message() << "stream " << stream - 1 << (deep ? ", deep" : "")
+                                        << ", rule " << static_cast<int>(rule));
+        unit::Frame frame(kWidth, kHeight, deep);
+        frame.fill(dice);
+        unit::Scene scene = anyScene(dice);
+        scene.rule = rule;
+        GetParam().compare(dice, scene, frame);
+      }
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(, SpriteTest,
+                         testing::Values(Sprite{"Rays", compareRays, 80},
+                                         Sprite{"Cross", compareCross, 40},
+                                         Sprite{"Glow", compareGlow, 60},
+                                         Sprite{"Blics", compareBlics, 60}),
+                         [](const auto& info) { return info.param.name; });
+
+// Numbers that no setting gives: nothing outside the frame is touched, and the work stays bounded
+// by the frame's size.
+TEST(Sprites, AbsurdNumbersAreHarmless) {
+  constexpr float kHuge = std::numeric_limits<float>::max();
+  constexpr float kInf = std::numeric_limits<float>::infinity();
+  const float numbers[] = {std::nanf(""), kInf, -kInf, kHuge, -kHuge, 3e9f, -3e9f, 1e-40f, 20.0f};
+  const brisel::Rgb red = {255, 0, 0};
+  for (const bool deep : {false, true}) {
+    const unit::Frame empty(kWidth, kHeight, deep);
+    for (const float a : numbers) {
+      for (const float b : numbers) {
+        for (const float size : {20.0f, a, b}) {
+          unit::Frame frame = empty;
+          unit::Scene scene;
+          frame.becomeOutputOf(scene.settings);
+          scene.settings.highQuality = true;
+          brisel::RandomGenerator random;
+          Drawing d{scene.settings, random, scene.state, brisel::outputLayer(scene.settings),
+                    scene.rule,     {}};
+          for (int type = 1; type <= 5; ++type) {
+            drawRayStar(d, static_cast<StarType>(type), a, b, size, b, a, 4.0f, red, 1.0f);
+          }
+          d.state.crossVariant = brisel::kTexturedCross;
+          d.state.rainbowShift = 125.0f;
+          drawCrossStar(d, size, a, b, b, red, 1.0f);
+          drawGlowStar(d, a, b, size, red, 1.0f, brisel::GlowProfile::Full);
+          drawGlowStar(d, a, b, size, red, 1.0f, brisel::GlowProfile::Simple);
+          drawBlicsStar(d, a, b, size, red, 1.0f, brisel::BlicsProfile::Disc, 0.1f);
+          drawBlicsStar(d, a, b, size, red, 1.0f, brisel::BlicsProfile::Ring, 0.1f);
+          if (!(std::abs(a) < 1e3f) || !(std::abs(b) < 1e3f)) {
+            if (size == 20.0f) expectSame(frame, empty);
+          }
+        }
+      }
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,152 @@
+#include "support.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+
+namespace unit {
+
+std::uint32_t testSeed() {
+  static const std::uint32_t seed = [] {
+    const char* chosen = std::getenv("BRISEL_TEST_SEED");
+    const auto value =
+        chosen == nullptr ? 20240u : static_cast<std::uint32_t>(std::strtoul(chosen, nullptr, 10));
+    std::cout << "BRISEL_TEST_SEED=" << value << std::endl;
+    return value;
+  }();
+  return seed;
+}
+
+// The standard distributions differ between libraries; these do not.
+std::int32_t Dice::integer(std::int32_t least, std::int32_t most) {
+  const auto choices = static_cast<std::uint32_t>(most - least) + 1;
+  return least + static_cast<std::int32_t>(engine_() % choices);
+}
+
+float Dice::real(float least, float most) {
+  return least + (most - least) * static_cast<float>(engine_() >> 8) / 16777216.0f;
+}
+
+float Dice::logarithmic(float least, float most) {
+  return std::exp(real(std::log(least), std::log(most)));
+}
+
+brisel::Rgb Dice::color() {
+  const auto channel = [&] { return integer(0, 3) == 0 ? oneOf({0, 255}) : integer(0, 255); };
+  return {channel(), channel(), channel()};
+}
+
+float Dice::value() {
+  if (integer(0, 3) > 0) return real(0.0f, 1.5f);
+  return oneOf({0.0f, -0.5f, 1.0f, 1e-6f, 0.004f, 50.0f, std::nanf(""), HUGE_VALF});
+}
+
+float Dice::position(std::int32_t extent) {
+  const float far = static_cast<float>(2 * extent);
+  if (coin()) return real(-far, static_cast<float>(extent) + far);
+  const float edge = static_cast<float>(oneOf({-1, 0, 1, extent / 2, extent - 1, extent}));
+  return edge + oneOf({-1.0f, 1.0f}) * oneOf({0.0f, 1e-7f, 0.001f, 0.25f, 0.5f, 0.75f, 0.9999999f});
+}
+
+Frame::Frame(std::int32_t width, std::int32_t height, bool deep)
+    : width_(width),
+      height_(height),
+      deep_(deep),
+      rowBytes_(static_cast<std::size_t>(width * 4 + 6) * (deep ? 2 : 1)),
+      bytes_(rowBytes_ * static_cast<std::size_t>(height + 2)) {}
+
+void Frame::fill(Dice& dice) {
+  for (std::uint8_t& byte : bytes_) byte = static_cast<std::uint8_t>(dice.bits());
+  const std::uint16_t full = deep_ ? 32768 : 255;
+  for (std::int32_t y = 0; y < height_; ++y) {
+    for (std::int32_t x = 0; x < width_; ++x) {
+      const bool even = dice.coin();  // an empty, full or plain pixel
+      const auto level =
+          dice.oneOf<std::uint16_t>({0, 0, full, static_cast<std::uint16_t>(full / 3)});
+      for (int c = 0; c < 4; ++c) {
+        const auto i = static_cast<std::size_t>(x * 4 + c);
+        const auto v = even ? level : static_cast<std::uint16_t>(dice.integer(0, full));
+        std::uint8_t* row = pixels() + static_cast<std::size_t>(y) * rowBytes_;
+        if (deep_) {
+          std::memcpy(row + 2 * i, &v, 2);
+        } else {
+          row[i] = static_cast<std::uint8_t>(v);
+        }
+      }
+    }
+  }
+}
+
+void Frame::becomeOutputOf(brisel::RenderSettings& s) {
+  s.frameWidth = width_;
+  s.frameHeight = height_;
+  s.deepColor = deep_;
+  s.outputPixels = pixels();
+  s.outputPixels16 = reinterpret_cast<std::uint16_t*>(pixels());
+  s.outputRowStride = static_cast<std::int32_t>(rowBytes_) / (deep_ ? 2 : 1);
+}
+
+void Frame::becomeInputOf(brisel::RenderSettings& s) {
+  s.inputWidth = width_;
+  s.inputHeight = height_;
+  s.inputPixels = pixels();
+  s.inputPixels16 = reinterpret_cast<std::uint16_t*>(pixels());
+  s.inputRowStride = static_cast<std::int32_t>(rowBytes_) / (deep_ ? 2 : 1);
+}
+
+std::uint16_t Frame::channel(std::int32_t x, std::int32_t y, int c) const {
+  const auto i = static_cast<std::size_t>(x * 4 + c);
+  const std::uint8_t* row = bytes_.data() + rowBytes_ * static_cast<std::size_t>(y + 1);
+  if (!deep_) return row[i];
+  std::uint16_t v;
+  std::memcpy(&v, row + 2 * i, 2);
+  return v;
+}
+
+void expectSame(const Frame& module, const Frame& reference) {
+  const auto [a, b] = std::ranges::mismatch(module.bytes_, reference.bytes_);
+  if (a == module.bytes_.end()) return;
+  const auto offset = static_cast<std::size_t>(a - module.bytes_.begin());
+  const std::size_t row = offset / module.rowBytes_;
+  const std::size_t column = offset % module.rowBytes_ / (module.deep_ ? 8 : 4);
+  std::size_t differing = 0;
+  for (std::size_t i = 0; i < module.bytes_.size(); ++i) {
+    differing += module.bytes_[i] != reference.bytes_[i];
+  }
+  ADD_FAILURE() << differing << " bytes differ, first in row " << static_cast<int>(row) - 1
+                << " (of " << module.height_ << "), column " << column << " (of " << module.width_
+                << "): " << +*a << ", reference " << +*b;
+}
+
+void expectSameDrawing(const Scene& scene, const Frame& frame,
+                       const std::function<void(brisel::Drawing&)>& module,
+                       const std::function<void(reference::Plotter&)>& reference) {
+  Frame moduleFrame = frame;
+  brisel::RenderSettings moduleSettings = scene.settings;
+  moduleFrame.becomeOutputOf(moduleSettings);
+  brisel::RandomGenerator random;
+  random.seedRandom(scene.generatorState);
+  brisel::DrawingState state = scene.state;
+  brisel::Drawing drawing{moduleSettings, random, state, brisel::outputLayer(moduleSettings),
+                          scene.rule,     {}};
+  module(drawing);
+
+  Frame referenceFrame = frame;
+  brisel::RenderSettings referenceSettings = scene.settings;
+  referenceFrame.becomeOutputOf(referenceSettings);
+  reference::Plotter plotter{referenceSettings, {scene.generatorState}, scene.state, scene.rule};
+  reference(plotter);
+
+  expectSame(moduleFrame, referenceFrame);
+  EXPECT_EQ(random.state(), plotter.random.state);
+  EXPECT_EQ(state.rainbowShift, plotter.state.rainbowShift);
+  EXPECT_EQ(state.rainbowOn, plotter.state.rainbowOn);
+  EXPECT_EQ(state.currentRandomFactor, plotter.state.currentRandomFactor);
+  EXPECT_EQ(state.glowScale, plotter.state.glowScale);
+  EXPECT_EQ(state.crossVariant, plotter.state.crossVariant);
+  EXPECT_EQ(state.textureScale, plotter.state.textureScale);
+  EXPECT_EQ(state.textureMix, plotter.state.textureMix);
+}
+
+}  // namespace unit
