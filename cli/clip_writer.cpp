@@ -1,5 +1,7 @@
 #include "clip_writer.h"
 
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -21,69 +23,41 @@ std::string pipeFormat(OutputKind kind, Depth depth) {
   return depth == Depth::k8 ? "rgba" : "rgba64le";
 }
 
-Arguments encoderArguments(OutputKind kind, Depth depth) {
+std::string encoderOptions(OutputKind kind, Depth depth) {
+  const bool deep = depth == Depth::k16;
   switch (kind) {
     case OutputKind::kMov:
-      if (depth == Depth::k8) return {"-c:v", "qtrle", "-pix_fmt", "argb", "-f", "mov"};
-      return {"-c:v", "png", "-pix_fmt", "rgba64be", "-f", "mov"};
+      if (!deep) return "-c:v qtrle -pix_fmt argb -f mov";
+      return "-c:v png -pred up -compression_level 3 -pix_fmt rgba64be -f mov";
     case OutputKind::kMp4:
       // Even sides, as players of this format require.
-      return {"-vf",
-              "pad=ceil(iw/2)*2:ceil(ih/2)*2,"
-              "scale=flags=bicubic+accurate_rnd:out_color_matrix=bt709:out_range=tv",
-              "-c:v",
-              "libx264",
-              "-preset",
-              "medium",
-              "-crf",
-              "16",
-              "-pix_fmt",
-              "yuv420p",
-              "-colorspace",
-              "bt709",
-              "-color_primaries",
-              "bt709",
-              "-color_trc",
-              "bt709",
-              "-color_range",
-              "tv",
-              "-movflags",
-              "+faststart",
-              "-f",
-              "mp4"};
+      return "-vf pad=ceil(iw/2)*2:ceil(ih/2)*2,"
+             "scale=flags=bicubic+accurate_rnd:out_color_matrix=bt709:out_range=tv "
+             "-c:v libx264 -preset medium -crf 16 -pix_fmt yuv420p -colorspace bt709 "
+             "-color_primaries bt709 -color_trc bt709 -color_range tv -movflags +faststart -f mp4";
     case OutputKind::kGif:
       // A palette for each frame: better colours, and no need to hold the whole clip.
-      return {"-vf",   "split[a][b];[a]palettegen=stats_mode=single[p];[b][p]paletteuse=new=1",
-              "-loop", "0",
-              "-f",    "gif"};
+      return "-vf split[a][b];[a]palettegen=stats_mode=single[p];"
+             "[b][p]paletteuse=new=1:dither=bayer:bayer_scale=4 -loop 0 -f gif";
     case OutputKind::kApng:
-      return {"-c:v",   "apng", "-pix_fmt", depth == Depth::k8 ? "rgba" : "rgba64be",
-              "-plays", "0",    "-f",       "apng"};
+      return std::string("-c:v apng -compression_level 3 -plays 0 -f apng -pix_fmt ") +
+             (deep ? "rgba64be" : "rgba");
     default:
-      return {"-c:v", "libwebp_anim", "-pix_fmt", "yuva420p", "-quality",
-              "90",   "-loop",        "0",        "-f",       "webp"};
+      return "-c:v libwebp_anim -pix_fmt yuva420p -quality 90 -loop 0 -f webp";
   }
+}
+
+Arguments splitAtSpaces(const std::string& text) {
+  std::istringstream stream(text);
+  return {std::istream_iterator<std::string>(stream), {}};
 }
 
 Arguments encodeCommand(const OutputTarget& target, const std::filesystem::path& file,
                         FrameSize size, FrameRate rate, Depth depth) {
-  Arguments command = {"ffmpeg",
-                       "-v",
-                       "error",
-                       "-nostdin",
-                       "-y",
-                       "-f",
-                       "rawvideo",
-                       "-pix_fmt",
-                       pipeFormat(target.kind, depth),
-                       "-s",
-                       std::to_string(size.width) + "x" + std::to_string(size.height),
-                       "-framerate",
-                       rate.text(),
-                       "-i",
-                       "pipe:0"};
-  const Arguments encoder = encoderArguments(target.kind, depth);
-  command.insert(command.end(), encoder.begin(), encoder.end());
+  Arguments command = splitAtSpaces(
+      "ffmpeg -v error -nostdin -y -f rawvideo -pix_fmt " + pipeFormat(target.kind, depth) +
+      " -s " + std::to_string(size.width) + "x" + std::to_string(size.height) + " -framerate " +
+      rate.text() + " -i pipe:0 " + encoderOptions(target.kind, depth));
   command.push_back(mediaArgument(file));
   return command;
 }

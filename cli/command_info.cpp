@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -42,7 +43,10 @@ void printInfo(const std::string& modulePath) {
   std::printf("flags       %s\n", flagText(report.outFlags, kOutFlags).c_str());
   std::printf("flags 2     %s\n", flagText(report.outFlags2, kOutFlags2).c_str());
   std::printf("parameters  %d, with the input layer\n", report.numParams);
-  std::printf("\n%s\n", effect.session().about().c_str());
+  // The host's messages separate lines with carriage returns.
+  std::string about = effect.session().about();
+  std::ranges::replace(about, '\r', '\n');
+  std::printf("\n%s\n", about.c_str());
 }
 
 }  // namespace

@@ -37,7 +37,32 @@ std::vector<std::uint8_t> flatten(const Frame& frame) {
   return flat;
 }
 
+// Channel by channel; `convert` may only depend on the value.
+template <typename From, typename To, typename Convert>
+void convertChannels(const Frame& from, Frame& to, Convert convert) {
+  const std::size_t count = from.bytes.size() / sizeof(From);
+  for (std::size_t i = 0; i < count; ++i) {
+    From channel;
+    std::memcpy(&channel, from.bytes.data() + i * sizeof channel, sizeof channel);
+    const To converted = convert(channel);
+    std::memcpy(to.bytes.data() + i * sizeof converted, &converted, sizeof converted);
+  }
+}
+
 }  // namespace
+
+Frame inDepth(const Frame& frame, Depth depth) {
+  if (frame.depth == depth) return frame;
+  Frame result(frame.size, depth);
+  if (depth == Depth::k16) {
+    convertChannels<std::uint8_t, std::uint16_t>(
+        frame, result, [](std::uint32_t v) { return static_cast<std::uint16_t>(v * 257); });
+  } else {
+    convertChannels<std::uint16_t, std::uint8_t>(
+        frame, result, [](std::uint32_t v) { return static_cast<std::uint8_t>((v + 128) / 257); });
+  }
+  return result;
+}
 
 void copyToWorld(const Frame& frame, hostkit::World& world) {
   for (int y = 0; y < frame.size.height; ++y) {

@@ -37,6 +37,9 @@ struct Frame {
   std::uint8_t* row(int y) { return bytes.data() + rowBytes() * static_cast<std::size_t>(y); }
 };
 
+// The same picture in another depth, full scale to full scale.
+Frame inDepth(const Frame& frame, Depth depth);
+
 // The same picture as the host's world of that depth, whose 16-bit channels end at 32768, and back.
 // Both have the same size.
 void copyToWorld(const Frame& frame, hostkit::World& world);

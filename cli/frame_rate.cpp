@@ -20,7 +20,9 @@ bool isAllowed(double perSecond) {
 }  // namespace
 
 std::string FrameRate::text() const {
-  return std::to_string(frames) + (seconds == 1 ? "" : "/" + std::to_string(seconds));
+  std::string text = std::to_string(frames);
+  if (seconds != 1) text.append("/").append(std::to_string(seconds));
+  return text;
 }
 
 std::optional<FrameRate> frameRateFromNumber(double perSecond) {

@@ -13,7 +13,7 @@ namespace cli {
 
 class FrameReader {
  public:
-  // Pictures of another size are scaled to fit, keeping their aspect, and centred on transparent.
+  // Pictures of another size are fitted into it, see fittedFrame.
   FrameReader(const std::filesystem::path& path, const MediaInfo& info, FrameSize size,
               FrameRate rate, Depth depth);
 
@@ -29,7 +29,8 @@ class FrameReader {
 
   std::string name_;
   std::unique_ptr<ChildProcess> decoder_;  // none once the last frame is reached
-  Frame frame_;
+  Frame decoded_;
+  Frame fitted_;
   bool hasFrame_ = false;
   std::string complaint_;
 };

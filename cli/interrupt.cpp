@@ -11,16 +11,23 @@ void requestInterrupt(int) {
   interruptRequested = 1;
 }
 
+// What the caller has us ignore, as nohup does, stays ignored.
+void interruptOn(int signal) {
+  struct sigaction action = {};
+  sigaction(signal, nullptr, &action);
+  if (action.sa_handler == SIG_IGN) return;
+  action = {};
+  action.sa_handler = requestInterrupt;  // without SA_RESTART: a blocked read must come back
+  sigaction(signal, &action, nullptr);
+}
+
 }  // namespace
 
 void installInterruptHandlers() {
-  struct sigaction action = {};
-  action.sa_handler = requestInterrupt;  // without SA_RESTART: a blocked read must come back
-  sigaction(SIGINT, &action, nullptr);
-  sigaction(SIGTERM, &action, nullptr);
-  sigaction(SIGHUP, &action, nullptr);
-  action.sa_handler = SIG_IGN;
-  sigaction(SIGPIPE, &action, nullptr);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) interruptOn(signal);
+  // A vanished reader and a file size limit then show up as write errors.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
 }
 
 void throwIfInterrupted() {

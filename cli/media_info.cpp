@@ -67,6 +67,13 @@ std::string assumedMatrix(const Json& stream, FrameSize size) {
   return size.width >= 1280 || size.height > 576 ? "bt709" : "bt601";
 }
 
+bool isRgbFormat(const std::string& pixelFormat) {
+  for (const char* part : {"rgb", "bgr", "gbr", "gray", "ya8", "ya16", "pal8", "mono"}) {
+    if (pixelFormat.find(part) != std::string::npos) return true;
+  }
+  return false;
+}
+
 MediaInfo infoOf(const Json& stream) {
   MediaInfo info;
   info.size = seenSize(stream);
@@ -75,6 +82,9 @@ MediaInfo infoOf(const Json& stream) {
   const auto nominal = frameRateFromText(textOf(stream, "r_frame_rate"));
   info.rate = average ? *average : nominal.value_or(FrameRate{});
   info.decoder = alphaDecoder(stream);
+  const std::string pixelFormat = textOf(stream, "pix_fmt");
+  info.isRgb = isRgbFormat(pixelFormat);
+  info.isDeep = pixelFormat.ends_with("le") || pixelFormat.ends_with("be");
   info.matrix = assumedMatrix(stream, info.size);
   return info;
 }

@@ -15,6 +15,8 @@ struct MediaInfo {
   int frameCount = 1;   // pictures in the file; 1 is a still
   std::string decoder;  // the decoder to ask for, when the usual one would lose the alpha channel
   std::string matrix;   // the colour matrix to assume, when the file does not name the one it has
+  bool isRgb = false;   // or grey or a palette; else luma and chroma
+  bool isDeep = false;  // more than 8 bits per channel
 
   bool isStill() const { return frameCount == 1; }
 };

@@ -91,7 +91,7 @@ ParamValue colorValue(const UserValue& value) {
       return {(*list)[0], (*list)[1], (*list)[2]};
     }
   }
-  reject("a color such as \"#ffcc66\" or [255, 204, 102]", value);
+  reject("a colour such as \"#ffcc66\" or [255, 204, 102]", value);
 }
 
 ParamValue pointValue(const UserValue& value, FrameSize frame) {

@@ -9,6 +9,7 @@ namespace {
 
 constexpr int kBarCells = 24;
 constexpr std::chrono::milliseconds kRedrawInterval(100);
+constexpr std::chrono::seconds kLineInterval(5);
 constexpr char kEraseLine[] = "\r\x1b[K";
 
 std::string clockText(double seconds) {
@@ -25,7 +26,7 @@ Progress::Progress(std::string name, int totalFrames)
       total_(totalFrames),
       terminal_(isatty(STDERR_FILENO) == 1),
       start_(Clock::now()),
-      lastDrawn_(start_ - kRedrawInterval) {}
+      lastShown_(start_) {}
 
 Progress::~Progress() {
   if (barShown_) std::fputs(kEraseLine, stderr);
@@ -33,9 +34,13 @@ Progress::~Progress() {
 
 void Progress::frameDone() {
   ++done_;
+  const Clock::time_point now = Clock::now();
+  const Clock::duration interval = terminal_ ? Clock::duration(kRedrawInterval) : kLineInterval;
+  if (now - lastShown_ < interval) return;
+  lastShown_ = now;
   if (terminal_) {
     drawBar();
-  } else if (done_ < total_ && done_ * 10LL / total_ != (done_ - 1) * 10LL / total_) {
+  } else {
     printLine();
   }
 }
@@ -57,9 +62,6 @@ double Progress::framesPerSecond() const {
 }
 
 void Progress::drawBar() {
-  const Clock::time_point now = Clock::now();
-  if (now - lastDrawn_ < kRedrawInterval) return;
-  lastDrawn_ = now;
   barShown_ = true;
   const double rate = framesPerSecond();
   const std::string filled(static_cast<std::size_t>(kBarCells * done_ / total_), '#');

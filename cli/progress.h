@@ -34,7 +34,7 @@ class Progress {
   bool terminal_;
   bool barShown_ = false;
   Clock::time_point start_;
-  Clock::time_point lastDrawn_;
+  Clock::time_point lastShown_;
 };
 
 }  // namespace cli

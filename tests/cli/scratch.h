@@ -1,0 +1,48 @@
+// A folder of a test's own, and programs run in it.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/types.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace clitest {
+
+struct CommandResult {
+  int exitCode;
+  std::string out;
+  std::string err;
+};
+
+// Deletes its folder at the end. The tests of this program run in it, so names are short.
+class ScratchTest : public ::testing::Test {
+ protected:
+  ScratchTest();
+  ~ScratchTest() override;
+
+  std::filesystem::path path(const std::string& name) const { return folder_ / name; }
+  void write(const std::string& name, const std::string& text) const;
+  std::string read(const std::string& name) const;
+  // The names in the folder, hidden ones too, sorted; those of `run`'s own log files left out.
+  std::vector<std::string> names() const;
+
+  // Starts a program of this build or of PATH in the folder.
+  pid_t start(const std::vector<std::string>& command) const;
+  CommandResult waitFor(pid_t process) const;
+  CommandResult run(const std::vector<std::string>& command) const {
+    return waitFor(start(command));
+  }
+  CommandResult brisel(std::vector<std::string> arguments) const;
+
+  // "ffmpeg -v error -y ..." on words separated by spaces, which must work.
+  void ffmpeg(const std::string& words) const;
+
+ private:
+  std::filesystem::path folder_;
+};
+
+std::vector<std::string> words(const std::string& text);
+
+}  // namespace clitest
