@@ -1,0 +1,189 @@
+// From the host's parameter values to the settings of a frame.
+#include "host/read_settings.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "host/parameter_table.h"
+#include "sdk/codes.h"
+
+namespace {
+
+using namespace brisel;
+
+/// A frame of 960 x 540 of a layer twice that size, all parameters 0.
+class Settings : public testing::Test {
+ protected:
+  Settings() {
+    for (std::size_t i = 0; i < params.size(); ++i) pointers[i] = &params[i];
+    in.width = 1920;
+    in.quality = PF_Quality_HI;
+    output.width = 960;
+    output.height = 541;
+    output.rowbytes = 960 * 4 + 12;
+    fixed(kCompletenessOfPath, 100.0);
+  }
+
+  void fixed(ParamIndex i, double value) { params[i].u.fd.value = toFixed(value); }
+  void degrees(ParamIndex i, double value) { params[i].u.ad.value = toFixed(value); }
+  static PF_Fixed toFixed(double value) { return static_cast<PF_Fixed>(value * 65536.0); }
+  RenderSettings read() { return readSettings(in, pointers.data(), output); }
+
+  std::array<PF_ParamDef, kParamCount> params{};
+  std::array<PF_ParamDef*, kParamCount> pointers{};
+  PF_InData in{};
+  PF_LayerDef output{};
+};
+
+TEST_F(Settings, EverySliderHasItsUnit) {
+  struct Slider {
+    ParamIndex index;
+    float RenderSettings::*field;
+    float perUnit;
+  };
+  constexpr float kHalf = 0.5f;  // the resolution
+  const Slider sliders[] = {
+      {kDirectionDispersion, &RenderSettings::directionDispersion, 0.01f},
+      {kIntensity, &RenderSettings::intensity, 0.5f},
+      {kInitialSpeed, &RenderSettings::initialSpeed, kHalf / 10},
+      {kSpeedDispersion, &RenderSettings::speedDispersion, 0.01f},
+      {kGrowUp, &RenderSettings::growUp, 0.01f},
+      {kTimeLife, &RenderSettings::timeLife, 1},
+      {kTimeLifeDispersion, &RenderSettings::timeLifeDispersion, 0.01f},
+      {kTimeFade, &RenderSettings::timeFade, 0.01f},
+      {kTimeOfExplode, &RenderSettings::timeOfExplode, 0.01f},
+      {kGravity, &RenderSettings::gravity, kHalf / 100},
+      {kWind, &RenderSettings::wind, kHalf / 30},
+      {kAmplitudeOfOscillation, &RenderSettings::amplitudeOfOscillation, 0.1f},
+      {kFrequencyOfOscillation, &RenderSettings::frequencyOfOscillation, 0.01f},
+      {kSize, &RenderSettings::size, 960.0f / 200},
+      {kSizeDispersion, &RenderSettings::sizeDispersion, 0.01f},
+      {kSizeAmplitudeOfOscillation, &RenderSettings::sizeAmplitudeOfOscillation, 0.01f},
+      {kSizeFrequencyOfOscillation, &RenderSettings::sizeFrequencyOfOscillation, 1.0f / 60},
+      {kSizeJittering, &RenderSettings::sizeJittering, 1.0f / 30},
+      {kRaysCountDispersion, &RenderSettings::raysCountDispersion, 0.01f},
+      {kAngle, &RenderSettings::angle, 1},
+      {kAngleDispersion, &RenderSettings::angleDispersion, 0.01f},
+      {kAngleAmplitudeOfOscillation, &RenderSettings::angleAmplitudeOfOscillation, 1},
+      {kAngleFrequencyOfOscillation, &RenderSettings::angleFrequencyOfOscillation, 1.0f / 60},
+      {kAngleJittering, &RenderSettings::angleJittering, 0.36f},
+      {kVolumeOfHalo, &RenderSettings::volumeOfHalo, 0.01f},
+      {kSizeOfHalo, &RenderSettings::sizeOfHalo, 0.01f},
+      {kVolumeOfBlink, &RenderSettings::volumeOfBlink, 0.01f},
+      {kSizeOfBlink, &RenderSettings::sizeOfBlink, 0.01f},
+      {kVolumeDispersionOfElements, &RenderSettings::volumeDispersionOfElements, 0.01f},
+      {kSizeDispersionOfElements, &RenderSettings::sizeDispersionOfElements, 0.01f},
+      {kColorDispersionOfElements, &RenderSettings::colorDispersionOfElements, 0.01f},
+      {kValue, &RenderSettings::value, 0.01f},
+      {kValueDispersion, &RenderSettings::valueDispersion, 0.01f},
+      {kColority, &RenderSettings::colority, 0.01f},
+      {kColorDispersion, &RenderSettings::colorDispersion, 0.01f},
+      {kColorRainbow, &RenderSettings::colorRainbow, 5},
+      {kColorAmplitudeOfOscillation, &RenderSettings::colorAmplitudeOfOscillation, 2.55f},
+      {kColorFrequencyOfOscillation, &RenderSettings::colorFrequencyOfOscillation, 1.0f / 60},
+      {kColorJittering, &RenderSettings::colorJittering, 2.55f},
+  };
+  const auto valueOf = [](ParamIndex i) { return static_cast<float>(i) + 0.25f; };
+  for (const Slider& s : sliders) fixed(s.index, valueOf(s.index));
+  const RenderSettings settings = read();
+  for (const Slider& s : sliders) {
+    const float expected = valueOf(s.index) * s.perUnit;
+    EXPECT_FLOAT_EQ(settings.*s.field, expected) << "parameter " << s.index;
+  }
+}
+
+TEST_F(Settings, PopupsAreItemsAndTheTypeCountsFromZero) {
+  const ParamIndex popups[] = {
+      kStandardPath, kOrientation,      kTerminateType,   kOscillation,
+      kType,         kAngleOscillation, kTypeOfHalo,      kTypeOfBlink,
+      kColorSchema,  kAddMode,          kMixWithOriginal, kTerminateColorSchema};
+  int item = 1;
+  for (const ParamIndex i : popups) params[i].u.pd.value = item++;
+  const RenderSettings s = read();
+  const int read[] = {
+      static_cast<int>(s.standardPath),    static_cast<int>(s.orientation),
+      static_cast<int>(s.terminateType),   static_cast<int>(s.oscillation),
+      static_cast<int>(s.type) + 1,        static_cast<int>(s.angleOscillation),
+      static_cast<int>(s.typeOfHalo),      static_cast<int>(s.typeOfBlink),
+      static_cast<int>(s.colorSchema),     static_cast<int>(s.addMode),
+      static_cast<int>(s.mixWithOriginal), static_cast<int>(s.terminateColorSchema)};
+  for (int i = 0; i < 12; ++i) EXPECT_EQ(read[i], i + 1);
+}
+
+TEST_F(Settings, CompletenessScalesTheIntensity) {
+  struct Case {
+    double percent;
+    float fraction;
+    int parity;
+    float share;
+  };
+  fixed(kIntensity, 8.0);
+  for (const Case& c : {Case{100, 1, 0, 1},
+                        {150, 0.5f, 1, 0.5f},
+                        {250, 0.5f, 0, 0.5f},
+                        {-30, -0.3f, 0, 0.3f},
+                        {-150, -0.5f, -1, 1.5f},
+                        {0, 0, 0, 0}}) {
+    SCOPED_TRACE(c.percent);
+    fixed(kCompletenessOfPath, c.percent);
+    const RenderSettings s = read();
+    EXPECT_NEAR(s.completenessFraction, c.fraction, 1e-6f);
+    EXPECT_EQ(s.completenessParity, c.parity);
+    EXPECT_NEAR(s.intensity, 4.0f * c.share, 1e-5f);
+  }
+}
+
+TEST_F(Settings, DirectionsTurnClockwiseFromUp) {
+  fixed(kWind, 60.0);
+  degrees(kDirectionOfWind, 90.0);
+  degrees(kShiftOfPath, -450.0);
+  const RenderSettings up = read();
+  EXPECT_FLOAT_EQ(up.direction, -1.57079633f);
+  EXPECT_NEAR(up.directionCos, 0.0f, 1e-7f);
+  EXPECT_EQ(up.directionSin, -1.0f);
+  EXPECT_EQ(up.windX, 1.0f);
+  EXPECT_EQ(up.windY, 0.0f);
+  EXPECT_EQ(up.shiftOfPath, -1.25f);
+  degrees(kDirection, 90.0);
+  EXPECT_EQ(read().directionCos, 1.0f);
+}
+
+TEST_F(Settings, FrameFactsAndTheRest) {
+  params[kStart].u.td = {toFixed(-0.5), toFixed(12.99), {}, 0, 0, 0};
+  params[kTerminateColor].u.cd.value = {9, 1, 2, 3};
+  params[kColorOfParticles].u.cd.value = {9, 4, 5, 6};
+  params[kMaximumNumberOfStars].u.sd.value = 77;
+  params[kRaysCount].u.sd.value = 6;
+  params[kSizeDependOnSource].u.bd.value = 1;
+  params[kPath].u.path_d.path_id = 3;
+  fixed(kSize, 25.0);
+  fixed(kWidth, 50.0);
+  RenderSettings s = read();
+  EXPECT_EQ(s.size, 120.0f);
+  EXPECT_EQ(s.halfSize, 60.0f);
+  EXPECT_FLOAT_EQ(s.width, 6.0f);
+  EXPECT_EQ(s.start.x, -1.0f);
+  EXPECT_EQ(s.start.y, 12.0f);
+  EXPECT_EQ(s.terminateColor.red * 100 + s.terminateColor.green * 10 + s.terminateColor.blue, 123);
+  EXPECT_EQ(s.colorOfParticles.red * 100 + s.colorOfParticles.blue, 406);
+  EXPECT_EQ(s.maximumNumberOfStars, 77);
+  EXPECT_EQ(s.raysCount, 6);
+  EXPECT_EQ(s.sizeDependOnSource, 1.0f);
+  EXPECT_EQ(s.pathMaskId, 3);
+  EXPECT_EQ(s.colorityComplement, 1.0f);
+  EXPECT_EQ(s.resolutionScale, 0.5f);
+  EXPECT_EQ(s.centerX, 480.0f);
+  EXPECT_EQ(s.centerY, 270.0f);
+  EXPECT_EQ(s.outputRowStride, output.rowbytes);
+  EXPECT_TRUE(s.highQuality && !s.deepColor);
+  in.width = 0;
+  in.quality = PF_Quality_LO;
+  output.world_flags = PF_WorldFlag_DEEP;
+  s = read();
+  EXPECT_EQ(s.resolutionScale, 1.0f);
+  EXPECT_EQ(s.outputRowStride, output.rowbytes / 2);
+  EXPECT_TRUE(!s.highQuality && s.deepColor);
+}
+
+}  // namespace
