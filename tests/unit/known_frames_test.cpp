@@ -1,0 +1,171 @@
+// Whole frames through the module's entry point, against the hashes of known_frames.txt. With
+// BRISEL_UPDATE_HASHES set, the file is rewritten instead; with BRISEL_FRAMES_DIR set, the last
+// frame of every scene is written there as a picture, colour above alpha.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "hostkit/session.h"
+
+namespace {
+
+using hostkit::Depth;
+using hostkit::World;
+
+struct Scene {
+  std::string name;
+  A_long width = 0, height = 0, frames = 0;
+  Depth depth = Depth::k8;
+  PF_Quality quality = PF_Quality_HI;
+  std::vector<std::pair<std::string, std::string>> values;  // label, text
+  std::string hash;
+  std::size_t hashLine = 0;
+};
+
+std::vector<std::string> readLines() {
+  std::ifstream file(KNOWN_FRAMES_PATH);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(file, line);) lines.push_back(line);
+  return lines;
+}
+
+std::vector<Scene> parseScenes(const std::vector<std::string>& lines) {
+  std::vector<Scene> scenes;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    std::istringstream line(lines[i]);
+    std::string word, quality;
+    char x;
+    int bits;
+    line >> word;
+    if (word == "scene") {
+      Scene& s = scenes.emplace_back();
+      line >> s.name >> s.width >> x >> s.height >> bits >> word >> quality >> s.frames;
+      s.depth = bits == 16 ? Depth::k16 : Depth::k8;
+      s.quality = quality == "high" ? PF_Quality_HI : PF_Quality_LO;
+    } else if (word == "hash") {
+      line >> scenes.back().hash;
+      scenes.back().hashLine = i;
+    } else if (const auto sign = lines[i].find(" = "); sign != std::string::npos) {
+      scenes.back().values.emplace_back(lines[i].substr(0, sign), lines[i].substr(sign + 3));
+    }
+  }
+  return scenes;
+}
+
+void setValue(hostkit::ParameterSet& parameters, const std::string& label,
+              const std::string& text) {
+  const hostkit::Parameter* parameter = parameters.find(label);
+  if (parameter == nullptr) throw hostkit::Error("no parameter " + label);
+  double n[3] = {};
+  std::istringstream(text) >> n[0] >> n[1] >> n[2];
+  const auto byte = [&](int i) { return static_cast<A_u_char>(n[i]); };
+  switch (parameter->type()) {
+    case PF_Param_POPUP: {
+      const auto item = std::ranges::find(parameter->items, text);
+      return parameters.setItem(parameter->index,
+                                static_cast<int>(item - parameter->items.begin()) + 1);
+    }
+    case PF_Param_CHECKBOX:
+      return parameters.setChecked(parameter->index, n[0] != 0);
+    case PF_Param_POINT:
+      return parameters.setPoint(parameter->index, n[0], n[1]);
+    case PF_Param_COLOR:
+      return parameters.setColor(parameter->index, byte(0), byte(1), byte(2));
+    default:
+      return parameters.setNumber(parameter->index, n[0]);
+  }
+}
+
+World colourRamps(const Scene& s) {
+  World world(s.width, s.height, s.depth, {});
+  const auto paint = [&]<class Pixel>(std::span<Pixel> row, A_long y, int full) {
+    using Channel = decltype(Pixel::red);
+    for (A_long x = 0; x < s.width; ++x) {
+      const auto ramp = [&](A_long at, A_long of) { return static_cast<Channel>(at * full / of); };
+      row[static_cast<std::size_t>(x)] = {ramp((x + y) % 40, 39), ramp(x, s.width),
+                                          ramp(y, s.height), ramp(s.width - x, s.width)};
+    }
+  };
+  for (A_long y = 0; y < s.height; ++y) {
+    if (s.depth == Depth::k16) {
+      paint(world.row16(y), y, 32768);
+    } else {
+      paint(world.row8(y), y, 255);
+    }
+  }
+  return world;
+}
+
+void addToHash(std::uint64_t& hash, const World& world) {
+  for (A_long y = 0; y < world.height(); ++y) {
+    for (const std::uint8_t byte : world.rowPixelBytes(y)) hash = (hash ^ byte) * 1099511628211u;
+  }
+}
+
+void writePicture(const std::string& path, const World& world) {
+  std::ofstream file(path, std::ios::binary);
+  const bool deep = world.depth() == Depth::k16;
+  file << "P6 " << world.width() << ' ' << 2 * world.height() << (deep ? " 32768\n" : " 255\n");
+  const auto put = [&](int v) {
+    if (deep) file.put(static_cast<char>(v >> 8));
+    file.put(static_cast<char>(v));
+  };
+  for (const bool alpha : {false, true}) {
+    for (A_long y = 0; y < world.height(); ++y) {
+      for (A_long x = 0; x < world.width(); ++x) {
+        const auto i = static_cast<std::size_t>(x);
+        const PF_Pixel16 p = deep ? world.row16(y)[i]
+                                  : PF_Pixel16{world.row8(y)[i].alpha, world.row8(y)[i].red,
+                                               world.row8(y)[i].green, world.row8(y)[i].blue};
+        put(alpha ? p.alpha : p.red);
+        put(alpha ? p.alpha : p.green);
+        put(alpha ? p.alpha : p.blue);
+      }
+    }
+  }
+}
+
+std::string render(const Scene& scene) {
+  static const hostkit::Module module = hostkit::Module::load(BRISEL_MODULE_PATH);
+  hostkit::Session session(module);
+  session.open();
+  session.parameters().resetToDefaults(scene.width, scene.height);
+  for (const auto& [label, text] : scene.values) setValue(session.parameters(), label, text);
+  World input = colourRamps(scene);
+  World output(scene.width, scene.height, scene.depth, {});
+  std::uint64_t hash = 14695981039346656037u;
+  for (A_long frame = 0; frame < scene.frames; ++frame) {
+    session.render(input, output, {.frame = frame, .quality = scene.quality});
+    addToHash(hash, output);
+  }
+  if (const char* folder = std::getenv("BRISEL_FRAMES_DIR")) {
+    writePicture(std::string(folder) + "/" + scene.name + ".ppm", output);
+  }
+  char text[17];
+  std::snprintf(text, sizeof text, "%016llx", static_cast<unsigned long long>(hash));
+  return text;
+}
+
+TEST(KnownFrames, AreUnchanged) {
+  std::vector<std::string> lines = readLines();
+  const std::vector<Scene> scenes = parseScenes(lines);
+  EXPECT_FALSE(scenes.empty());
+  const bool update = std::getenv("BRISEL_UPDATE_HASHES") != nullptr;
+  for (const Scene& scene : scenes) {
+    const std::string hash = render(scene);
+    if (update) {
+      lines[scene.hashLine] = "hash " + hash;
+    } else {
+      EXPECT_EQ(hash, scene.hash) << scene.name << ": see scripts/update_frame_hashes.sh";
+    }
+  }
+  if (!update) return;
+  std::ofstream file(KNOWN_FRAMES_PATH);
+  for (const std::string& line : lines) file << line << '\n';
+}
+
+}  // namespace
