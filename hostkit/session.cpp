@@ -65,6 +65,7 @@ Session::Session(const Module& module)
   in_.utils = &utils_;
   in_.pica_basicP = &basic_;
   in_.version = kInterfaceVersion;
+  in_.num_params = records_.parameters.count();
 }
 
 Session::~Session() {
@@ -146,6 +147,8 @@ PF_Err Session::callWith(PF_Cmd cmd, PF_ParamDef** params, PF_LayerDef* output, 
   in_.global_data = out_.global_data;
   in_.sequence_data = out_.sequence_data;
   in_.frame_data = out_.frame_data;
+  // A refused parameter ends the set-up with fewer than the module meant to have.
+  if (cmd == PF_Cmd_PARAMS_SETUP) in_.num_params = records_.parameters.count();
   if (err == PF_Err_NONE) noteSuccess(cmd);
   return err;
 }
@@ -163,7 +166,6 @@ void Session::noteSuccess(PF_Cmd cmd) {
       break;
     case PF_Cmd_PARAMS_SETUP:
       report_.numParams = out_.num_params;
-      in_.num_params = out_.num_params;
       break;
     case PF_Cmd_SEQUENCE_SETUP:
     case PF_Cmd_SEQUENCE_RESETUP:
