@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "render/ray_shape.h"
 #include "render/recolour.h"
@@ -26,11 +27,18 @@ std::int32_t floorToInt(float value) {
   return truncToInt(std::floor(value));
 }
 
+/// An edge so short that its corners coincide covers its whole band.
+bool isPoint(const RayEdge& edge) {
+  return edge.line.a == 0.0f && edge.line.b == 0.0f;
+}
+
 /// Of a band beside `edge`, the x beyond which nothing is covered: two pixels from the edge's box.
 float lowestCovered(const RayEdge& edge) {
+  if (isPoint(edge)) return -std::numeric_limits<float>::infinity();
   return std::min(edge.start.x, edge.end.x) - 2.0f;
 }
 float highestCovered(const RayEdge& edge) {
+  if (isPoint(edge)) return std::numeric_limits<float>::infinity();
   return std::max(edge.start.x, edge.end.x) + 2.0f;
 }
 
