@@ -91,9 +91,16 @@ TEST_F(WildHostTest, ALayerWidthOfZeroCountsAsFullResolution) {
 }
 
 TEST_F(WildHostTest, ItsRoundingModeIsNeitherUsedNorLost) {
-  const World expected = renderFrame(session, {}, 0);
+  hosttest::set(session, "Intensity", 60);
+  hosttest::set(session, "Size", 80);
+  hosttest::set(session, "Type", 9);
+  const auto sixthFrame = [&] {
+    for (A_long frame = 0; frame < 5; ++frame) renderFrame(session, {}, frame);
+    return renderFrame(session, {}, 5);
+  };
+  const World expected = sixthFrame();
   std::fesetround(FE_UPWARD);
-  const World rendered = renderFrame(session, {}, 0);
+  const World rendered = sixthFrame();
   const int modeAfter = std::fegetround();
   std::fesetround(FE_TONEAREST);
   EXPECT_EQ(modeAfter, FE_UPWARD);
