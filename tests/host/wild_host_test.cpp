@@ -91,12 +91,10 @@ TEST_F(WildHostTest, ALayerWidthOfZeroCountsAsFullResolution) {
 }
 
 TEST_F(WildHostTest, ItsRoundingModeIsNeitherUsedNorLost) {
-  hosttest::set(session, "Intensity", 60);
-  hosttest::set(session, "Size", 80);
-  hosttest::set(session, "Type", 9);
+  const hosttest::FrameShape deep{.depth = hostkit::Depth::k16};  // shows the last bits
   const auto sixthFrame = [&] {
-    for (A_long frame = 0; frame < 5; ++frame) renderFrame(session, {}, frame);
-    return renderFrame(session, {}, 5);
+    for (A_long frame = 0; frame < 5; ++frame) renderFrame(session, deep, frame);
+    return renderFrame(session, deep, 5);
   };
   const World expected = sixthFrame();
   std::fesetround(FE_UPWARD);
