@@ -54,12 +54,13 @@ template <MixMode kMode, template <int> class PixelsT>
 void mixFrame(const RenderSettings& s, const std::uint8_t* input) {
   constexpr int kBytes = PixelsT<1>::kBytes;
   constexpr std::ptrdiff_t kChannelBytes = kBytes / 4;
+  const std::ptrdiff_t rowBytes = s.inputRowStride * kChannelBytes;
   const Layer output = outputLayer(s);
   static constexpr std::uint8_t kTransparent[kBytes] = {};
   for (std::int32_t y = 0; y < s.frameHeight; ++y) {
     std::uint8_t* row = output.at(0, y);
     const std::int32_t covered = y < s.inputHeight ? std::min(s.inputWidth, s.frameWidth) : 0;
-    mixRow<kMode, PixelsT>(row, input + y * s.inputRowStride * kChannelBytes, covered);
+    if (covered > 0) mixRow<kMode, PixelsT>(row, input + y * rowBytes, covered);
     for (std::int32_t x = covered; x < s.frameWidth; ++x) {
       mixLanes<kMode, PixelsT, 1>(row + x * kBytes, kTransparent);
     }
