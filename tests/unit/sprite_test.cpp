@@ -137,6 +137,26 @@ INSTANTIATE_TEST_SUITE_P(, SpriteTest,
                                          Sprite{"Blics", compareBlics, 60}),
                          [](const auto& info) { return info.param.name; });
 
+// So far to the right, the corners of a ray without width round to one point; and just above the
+// frame, the edge between them counts.
+TEST(Sprites, RaysWithoutWidth) {
+  const unit::Frame frame(2200, 5, false);
+  unit::Scene scene;
+  scene.settings.highQuality = true;
+  for (int type = 1; type <= 5; ++type) {
+    SCOPED_TRACE(type);
+    unit::expectSameDrawing(
+        scene, frame,
+        [&](Drawing& d) {
+          drawRayStar(d, static_cast<StarType>(type), 2181.38f, -0.05f, 90.0f, 0.0f, 180.0f, 1.0f,
+                      {255, 200, 100}, 1.0f);
+        },
+        [&](Plotter& p) {
+          p.drawRayStar(type, 2181.38f, -0.05f, 90.0f, 0.0f, 180.0f, 1.0f, {255, 200, 100}, 1.0f);
+        });
+  }
+}
+
 // Numbers that no setting gives: nothing outside the frame is touched, and the work stays bounded
 // by the frame's size.
 TEST(Sprites, AbsurdNumbersAreHarmless) {
