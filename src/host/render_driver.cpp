@@ -17,9 +17,9 @@
 namespace brisel {
 namespace {
 
-/// Whether all parameters are there. A host that declares their number must not have fewer.
+/// Whether all parameters are there.
 bool hasAllParameters(const PF_InData& in, PF_ParamDef* const* params) {
-  if (params == nullptr || (in.num_params > 0 && in.num_params < kParamCount)) return false;
+  if (params == nullptr || in.num_params < kParamCount) return false;
   return std::all_of(params, params + kParamCount,
                      [](const PF_ParamDef* param) { return param != nullptr; });
 }
