@@ -151,6 +151,9 @@ TEST_F(Settings, DirectionsTurnClockwiseFromUp) {
 
 TEST_F(Settings, FrameFactsAndTheRest) {
   params[kStart].u.td = {toFixed(-0.5), toFixed(12.99), {}, 0, 0, 0};
+  params[kEnd].u.td.y_value = toFixed(2);
+  params[kControlStart].u.td.y_value = toFixed(3);
+  params[kControlEnd].u.td.y_value = toFixed(4);
   params[kTerminateColor].u.cd.value = {9, 1, 2, 3};
   params[kColorOfParticles].u.cd.value = {9, 4, 5, 6};
   params[kMaximumNumberOfStars].u.sd.value = 77;
@@ -165,6 +168,9 @@ TEST_F(Settings, FrameFactsAndTheRest) {
   EXPECT_FLOAT_EQ(s.width, 6.0f);
   EXPECT_EQ(s.start.x, -1.0f);
   EXPECT_EQ(s.start.y, 12.0f);
+  EXPECT_EQ(s.end.y, 2.0f);
+  EXPECT_EQ(s.controlStart.y, 3.0f);
+  EXPECT_EQ(s.controlEnd.y, 4.0f);
   EXPECT_EQ(s.terminateColor.red * 100 + s.terminateColor.green * 10 + s.terminateColor.blue, 123);
   EXPECT_EQ(s.colorOfParticles.red * 100 + s.colorOfParticles.blue, 406);
   EXPECT_EQ(s.maximumNumberOfStars, 77);

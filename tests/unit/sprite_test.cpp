@@ -47,7 +47,8 @@ void compareRays(Dice& dice, const unit::Scene& scene, const unit::Frame& frame)
   const float y = dice.position(kHeight);
   const float size = dice.logarithmic(0.2f, 5.0f * kWidth);
   const float width = size * dice.oneOf({0.0f, 0.001f, 0.05f, 0.05f, 0.2f, 1.0f, 3.0f});
-  const float angle = dice.coin() ? dice.real(-400.0f, 400.0f) : dice.oneOf({0.0f, 90.0f, -45.0f});
+  const float angle = dice.coin() ? dice.real(-400.0f, 400.0f)
+                                  : dice.oneOf({0.0f, 90.0f, -45.0f, dice.real(88.0f, 92.0f)});
   const float rays = dice.oneOf({1.0f, 2.5f, 3.0f, 4.0f, 0.0f, 11.0f});
   const brisel::Rgb color = dice.color();
   const float value = dice.value();
@@ -137,22 +138,28 @@ INSTANTIATE_TEST_SUITE_P(, SpriteTest,
                                          Sprite{"Blics", compareBlics, 60}),
                          [](const auto& info) { return info.param.name; });
 
-// So far to the right, the corners of a ray without width round to one point; and just above the
-// frame, the edge between them counts.
-TEST(Sprites, RaysWithoutWidth) {
-  const unit::Frame frame(2200, 5, false);
-  unit::Scene scene;
-  scene.settings.highQuality = true;
-  for (int type = 1; type <= 5; ++type) {
-    SCOPED_TRACE(type);
+// Row 0 shows rays that start less than a pixel above the frame, with their edges prolonged to it:
+// far beyond the ray's own box, and of full coverage where an edge's corners round to one point.
+TEST(Sprites, RaysJustAboveTheFrame) {
+  struct Ray {
+    int type;
+    float x, y, size, angle;
+  };
+  for (const Ray& ray :
+       {Ray{1, 69.155f, -0.477f, 310.9f, 268.913f}, Ray{5, 2181.38f, -0.05f, 90.0f, 180.0f}}) {
+    SCOPED_TRACE(ray.type);
+    const unit::Frame frame(ray.type == 1 ? kWidth : 2200, 5, false);
+    unit::Scene scene;
+    scene.settings.highQuality = true;
+    const brisel::Rgb color = {255, 200, 100};
     unit::expectSameDrawing(
         scene, frame,
         [&](Drawing& d) {
-          drawRayStar(d, static_cast<StarType>(type), 2181.38f, -0.05f, 90.0f, 0.0f, 180.0f, 1.0f,
-                      {255, 200, 100}, 1.0f);
+          drawRayStar(d, static_cast<StarType>(ray.type), ray.x, ray.y, ray.size, 0.0f, ray.angle,
+                      1.0f, color, 1.0f);
         },
         [&](Plotter& p) {
-          p.drawRayStar(type, 2181.38f, -0.05f, 90.0f, 0.0f, 180.0f, 1.0f, {255, 200, 100}, 1.0f);
+          p.drawRayStar(ray.type, ray.x, ray.y, ray.size, 0.0f, ray.angle, 1.0f, color, 1.0f);
         });
   }
 }
