@@ -145,8 +145,8 @@ TEST(Sprites, RaysJustAboveTheFrame) {
     int type;
     float x, y, size, angle;
   };
-  for (const Ray& ray :
-       {Ray{1, 69.155f, -0.477f, 310.9f, 268.913f}, Ray{5, 2181.38f, -0.05f, 90.0f, 180.0f}}) {
+  for (const Ray& ray : {Ray{1, 69.1547546f, -0.477207839f, 310.915741f, 268.9133f},
+                         Ray{5, 2181.38f, -0.05f, 90.0f, 180.0f}}) {
     SCOPED_TRACE(ray.type);
     const unit::Frame frame(ray.type == 1 ? kWidth : 2200, 5, false);
     unit::Scene scene;
