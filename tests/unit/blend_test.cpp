@@ -15,8 +15,8 @@ using brisel::BlendRule;
 using brisel::RenderSettings;
 using brisel::Rgb;
 
-constexpr float kValues[] = {0.0f,   -1.0f,  1e-30f,   0.3f,   1.0f,   10.7f,        127.5f,
-                             128.0f, 254.0f, 254.999f, 255.0f, 300.0f, std::nanf("")};
+const float kValues[] = {0.0f,   -1.0f,  1e-30f,   0.3f,   1.0f,   10.7f,        127.5f,
+                         128.0f, 254.0f, 254.999f, 255.0f, 300.0f, std::nanf("")};
 constexpr std::uint8_t kAlphas[] = {0, 1, 128, 254, 255};
 
 /// A row for each alpha, of pixels with every channel value.
@@ -24,7 +24,7 @@ struct Palette {
   static constexpr std::int32_t kWidth = 256;
   static constexpr std::int32_t kHeight = std::size(kAlphas);
 
-  Palette() : bytes(kWidth * kHeight * 4) {
+  Palette() : bytes(std::size_t{kWidth} * kHeight * 4) {
     for (std::size_t i = 0; i < bytes.size(); i += 4) {
       const auto d = static_cast<std::uint8_t>(i / 4);
       bytes[i] = kAlphas[i / 4 / kWidth];
@@ -117,7 +117,7 @@ TEST(Blend, WorkedNumbers) {
 }
 
 TEST(Blend, NothingOutsideTheLayer) {
-  std::vector<std::uint8_t> bytes(4 * 4 * 4, 7);
+  std::vector<std::uint8_t> bytes(64, 7);
   const std::vector<std::uint8_t> before = bytes;
   const brisel::Layer middle = {bytes.data() + 20, 16, 2, 2, false};
   for (const std::int32_t outside : {-1, 2, INT32_MIN, INT32_MAX}) {

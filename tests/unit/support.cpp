@@ -61,12 +61,12 @@ void Frame::fill(Dice& dice) {
   const std::uint16_t full = deep_ ? 32768 : 255;
   for (std::int32_t y = 0; y < height_; ++y) {
     for (std::int32_t x = 0; x < width_; ++x) {
-      const bool even = dice.coin();  // an empty, full or plain pixel
+      const bool flat = dice.coin();  // one level in all channels
       const auto level =
           dice.oneOf<std::uint16_t>({0, 0, full, static_cast<std::uint16_t>(full / 3)});
       for (int c = 0; c < 4; ++c) {
-        const auto i = static_cast<std::size_t>(x * 4 + c);
-        const auto v = even ? level : static_cast<std::uint16_t>(dice.integer(0, full));
+        const auto i = static_cast<std::size_t>(x) * 4 + static_cast<std::size_t>(c);
+        const auto v = flat ? level : static_cast<std::uint16_t>(dice.integer(0, full));
         std::uint8_t* row = pixels() + static_cast<std::size_t>(y) * rowBytes_;
         if (deep_) {
           std::memcpy(row + 2 * i, &v, 2);
@@ -96,7 +96,7 @@ void Frame::becomeInputOf(brisel::RenderSettings& s) {
 }
 
 std::uint16_t Frame::channel(std::int32_t x, std::int32_t y, int c) const {
-  const auto i = static_cast<std::size_t>(x * 4 + c);
+  const auto i = static_cast<std::size_t>(x) * 4 + static_cast<std::size_t>(c);
   const std::uint8_t* row = bytes_.data() + rowBytes_ * static_cast<std::size_t>(y + 1);
   if (!deep_) return row[i];
   std::uint16_t v;

@@ -4,8 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <random>
+#include <span>
 #include <vector>
 
 #include "reference/plotter.h"
@@ -75,6 +77,14 @@ struct Scene {
 void expectSameDrawing(const Scene& scene, const Frame& frame,
                        const std::function<void(brisel::Drawing&)>& module,
                        const std::function<void(reference::Plotter&)>& reference);
+
+/// The offset of the first byte in which two records differ, or -1.
+template <class Record>
+std::ptrdiff_t firstDifference(const Record& a, const Record& b) {
+  const auto bytes = std::as_bytes(std::span(&a, 1));
+  const auto mismatch = std::ranges::mismatch(bytes, std::as_bytes(std::span(&b, 1)));
+  return mismatch.in1 == bytes.end() ? -1 : mismatch.in1 - bytes.begin();
+}
 
 inline constexpr brisel::BlendRule kAllRules[] = {
     brisel::BlendRule::Over, brisel::BlendRule::AddScaled, brisel::BlendRule::AddSolid,

@@ -14,7 +14,7 @@ Source sourceUnder(const brisel::RenderSettings& s, float startX, float startY) 
   const std::int32_t y =
       std::clamp(toInt(startY * real(s.frameHeight)), 0, std::max(0, s.frameHeight - 1));
   if (x >= s.inputWidth || y >= s.inputHeight) return {0, {0, 0, 0}};
-  const auto first = static_cast<std::size_t>(y * s.inputRowStride + x * 4);
+  const auto first = static_cast<std::ptrdiff_t>(y) * s.inputRowStride + std::ptrdiff_t{x} * 4;
   if (!s.deepColor) {
     const std::uint8_t* p = s.inputPixels + first;
     return {real(p[0]) / 255.0f, {p[1], p[2], p[3]}};
