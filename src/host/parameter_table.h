@@ -100,7 +100,7 @@ struct ParameterSpec {
 /// The parameters from index 1 on (the host supplies index 0, the input layer).
 std::span<const ParameterSpec> declaredParameters();
 
-/// The spec of the parameter at `index`, 1 .. kParamCount - 1.
+/// The parameter declared at `index`, 1 .. kParamCount - 1.
 const ParameterSpec& parameterSpec(std::int32_t index);
 
 }  // namespace brisel

@@ -59,8 +59,10 @@ class Values {
 void readFrame(RenderSettings& s, const PF_InData& in, const PF_LayerDef& output) {
   s.frameWidth = output.width;
   s.frameHeight = output.height;
-  s.centerX = static_cast<float>(output.width / 2);
-  s.centerY = static_cast<float>(output.height / 2);
+  const std::int32_t wholeCenterX = output.width / 2;
+  const std::int32_t wholeCenterY = output.height / 2;
+  s.centerX = static_cast<float>(wholeCenterX);
+  s.centerY = static_cast<float>(wholeCenterY);
   if (in.width != 0) {
     const float scale = static_cast<float>(output.width) / static_cast<float>(in.width);
     s.resolutionScale = scale == 0.0f ? 1.0f : scale;

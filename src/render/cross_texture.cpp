@@ -8,9 +8,10 @@
 
 namespace brisel {
 
-CrossTexture::CrossTexture(float textureScale)
-    : textureScale_(textureScale),
-      sector_(static_cast<float>(360 / std::max(50, truncToInt(200.0f * textureScale)))) {}
+CrossTexture::CrossTexture(float textureScale) : textureScale_(textureScale) {
+  const std::int32_t wholeDegrees = 360 / std::max(50, truncToInt(200.0f * textureScale));
+  sector_ = static_cast<float>(wholeDegrees);
+}
 
 float CrossTexture::at(float nx, float ny, float distance) const {
   float angle = distance == 0.0f ? 0.0f : arcTangent2(ny, nx);
