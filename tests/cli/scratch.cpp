@@ -26,7 +26,7 @@ std::string contents(const std::filesystem::path& file) {
 }  // namespace
 
 ScratchTest::ScratchTest() {
-  std::string pattern = std::filesystem::temp_directory_path() / "brisel-test." + std::string(6, 'X');
+  std::string pattern = std::filesystem::temp_directory_path() / "brisel-test-XXXXXX";
   folder_ = mkdtemp(pattern.data());
 }
 
