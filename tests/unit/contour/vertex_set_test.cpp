@@ -1,0 +1,70 @@
+#include "contour/vertex_set.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+#include <string>
+
+#include "plain_contour.h"
+
+namespace brisel {
+namespace {
+
+TEST(VertexSet, GivesTheVertexThatIsThere) {
+  CVertexSet vertices(4, 3);
+  vertices.CornerVertex({1, 2}).Set(kVertexFixed);
+  const CMeshVertex near = vertices.Unify(2.009f, 0.991f);
+  EXPECT_TRUE(near.Has(kVertexFixed));
+  EXPECT_EQ(near.x, 2.0f);
+  EXPECT_EQ(near.y, 1.0f);
+  EXPECT_FALSE(vertices.Unify(2.011f, 1.0f).Has(kVertexFixed));
+  EXPECT_FALSE(vertices.Unify(2.5f, 1.0f).Has(kVertexFixed)) << "new ones have no flags";
+}
+
+TEST(VertexSet, LooksAcrossTheBordersOfPixels) {
+  for (const float x : {1.996f, 2.004f}) {
+    for (const float y : {1.996f, 2.004f}) {
+      CVertexSet vertices(4, 4);
+      vertices.Unify(x, y).Set(kVertexFixed);
+      EXPECT_TRUE(vertices.Unify(4.0f - x, 4.0f - y).Has(kVertexFixed)) << x << ' ' << y;
+    }
+  }
+}
+
+TEST(VertexSet, DoesNotLookBeyondTheNextInOrder) {
+  CVertexSet vertices(4, 4);
+  vertices.CornerVertex({1, 1}).Set(kVertexFixed);
+  EXPECT_TRUE(vertices.Unify(1.004f, 1.0f).Has(kVertexFixed));
+  vertices.Unify(1.0f, 1.25f);
+  EXPECT_FALSE(vertices.Unify(1.004f, 1.0f).Has(kVertexFixed));
+}
+
+// Vertices on the edges between pixels and a little beside them, across the borders of pixels and
+// beyond the frame, in places far apart along one narrow strip so that they come between each
+// other in order, against an ordered set of them all.
+TEST(VertexSet, FindsWhatAnOrderedSetFinds) {
+  for (std::uint32_t seed = 1; seed <= 400; ++seed) {
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    CVertexSet vertices(1, 100);
+    reference::VertexSet plain;
+    std::map<reference::Vertex*, VertexFlags*> made;
+    const auto coordinate = [&](int extent) {
+      const auto step = static_cast<float>(random() % static_cast<unsigned>(extent * 12 + 1));
+      const auto offset = static_cast<float>(static_cast<int>(random() % 9) - 4);
+      return step / 12.0f + (random() % 2 == 0 ? 0.0f : offset * 0.004f);
+    };
+    for (int i = 0; i < 300; ++i) {
+      const float x = coordinate(1), y = coordinate(1) + static_cast<float>(random() % 99);
+      const CMeshVertex vertex = vertices.Unify(x, y);
+      const reference::VertexRef expected = plain.unify(x, y);
+      ASSERT_EQ(vertex.x, expected->x);
+      ASSERT_EQ(vertex.y, expected->y);
+      ASSERT_EQ(made.emplace(expected.get(), vertex.flags).first->second, vertex.flags);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace brisel
