@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "engine/numbers.h"
 #include "engine/source_pixel.h"
@@ -150,26 +151,55 @@ void drawTerminateColor(const Emission& e, Particle& p) {
   p.terminateColorB = color.blue;
 }
 
+/// Whether the input shows anything where the star stands.
+bool isOnSource(const RenderSettings& s, const Particle& p) {
+  const std::int32_t column = truncToInt(p.startX * static_cast<float>(s.frameWidth));
+  const std::int32_t row = truncToInt(p.startY * static_cast<float>(s.frameHeight));
+  return s.sourceIntensityMap[std::ptrdiff_t{row} * s.frameWidth + column] != 0.0f;
+}
+
+void tryInitialise(const Emission& e, Particle& p, float birthTime);
+
+/// Places the star anywhere in the frame. On the source as raster mask, a star that misses it is
+/// born again in the same record, up to ten times over; the rest of each attempt's draws are then
+/// made anew on the way back.
+void placeInField(const Emission& e, Particle& p) {
+  constexpr std::uint8_t kMostRetries = 10;
+  p.velocityX = e.random.signedUnit();
+  p.velocityY = e.random.signedUnit();
+  p.startX = e.random.unit();
+  p.startY = e.random.unit();
+  if (e.settings.standardPath != StandardPath::SourceAsRasterMask) return;
+  if (isOnSource(e.settings, p)) {
+    p.placementRetries = 0;
+    return;
+  }
+  p.lifeTime = kFailedPlacement;
+  if (p.placementRetries < kMostRetries) {
+    ++p.placementRetries;
+    tryInitialise(e, p, p.birthTime);
+  } else {
+    p.placementRetries = 0;
+  }
+}
+
 TerminateType drawTerminateType(const Emission& e) {
   if (e.settings.terminateType != TerminateType::Mixt) return e.settings.terminateType;
   return static_cast<TerminateType>(2 + e.random.nextRandom() % 7);
 }
 
-}  // namespace
-
-bool canEmit(const RenderSettings& settings) {
-  return settings.standardPath >= StandardPath::Point &&
-         settings.standardPath <= StandardPath::Circle;
-}
-
-void initialiseParticle(const Emission& e, Particle& p, float birthTime) {
+void tryInitialise(const Emission& e, Particle& p, float birthTime) {
   const RenderSettings& s = e.settings;
   p.birthTime = birthTime;
   p.age = e.stepIndex - birthTime;
-  p.placementRetries = 0;
   p.starType = drawStarType(e);
   p.lifeTime = drawLifeTime(e);
-  placeOnPath(e, p);
+  if (s.standardPath == StandardPath::SourceAsRasterMask ||
+      s.standardPath == StandardPath::WholeField) {
+    placeInField(e, p);
+  } else {
+    placeOnPath(e, p);
+  }
   p.randomFactor = e.random.signedUnit();
   drawVelocity(e, p);
   const SourcePixel source = sourcePixelAt(s, p.startX, p.startY);
@@ -184,6 +214,18 @@ void initialiseParticle(const Emission& e, Particle& p, float birthTime) {
   drawValue(e, p);
   drawTerminateColor(e, p);
   p.terminateType = drawTerminateType(e);
+}
+
+}  // namespace
+
+bool canEmit(const RenderSettings& settings) {
+  return settings.standardPath != StandardPath::SourceAsRasterMask ||
+         settings.sourceIntensityMap != nullptr;
+}
+
+void initialiseParticle(const Emission& e, Particle& p, float birthTime) {
+  p.placementRetries = 0;
+  tryInitialise(e, p, birthTime);
 }
 
 }  // namespace brisel

@@ -16,7 +16,7 @@ struct Emission {
   float stepIndex;  // now, in steps since the last reset
 };
 
-/// Whether the chosen emitter can place stars.
+/// Whether the chosen emitter can place stars: the source as raster mask needs its map.
 bool canEmit(const RenderSettings& settings);
 
 /// Fills every field of `particle` for a star born at `birthTime` (steps), except the position,

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "engine/contour_emitter.h"
+#include "engine/mask_outline.h"
 #include "engine/numbers.h"
 
 namespace brisel {
@@ -122,6 +124,7 @@ Emitter prepareEmitter(const RenderSettings& s) {
 
 EmitterPoint emitterPoint(const RenderSettings& s, const Emitter& e, float t) {
   t = applyShift(s, applyCompleteness(s, t));
+  if (e.maskOutline != nullptr) return evaluateMaskOutline(*e.maskOutline, t);
   switch (s.standardPath) {
     case StandardPath::Point:
       return {s.start.x + t * s.directionCos, s.start.y + t * s.directionSin, s.directionSin,
@@ -134,6 +137,8 @@ EmitterPoint emitterPoint(const RenderSettings& s, const Emitter& e, float t) {
       return polylinePoint(s, e, t);
     case StandardPath::Circle:
       return circlePoint(s, e, t);
+    case StandardPath::ContourAlphaChannel:
+      return e.contour == nullptr ? EmitterPoint{} : evaluateContour(*e.contour, t);
     default:
       return {};
   }

@@ -2,9 +2,13 @@
 #pragma once
 
 #include "engine/bezier.h"
+#include "engine/emitter_point.h"
 #include "engine/render_settings.h"
 
 namespace brisel {
+
+struct ContourEmitter;
+struct MaskOutline;
 
 /// What a shape's points have in common, computed once per render from the control points. Only the
 /// members of the chosen shape are filled.
@@ -14,18 +18,12 @@ struct Emitter {
   float share1 = 0.0f, share2 = 0.0f, share3 = 0.0f;  // Polyline: each leg's share of the length
   float radius = 0.0f;                                // Circle: pixels
   float startPhase = 0.0f;                            // Circle: turns
+  const MaskOutline* maskOutline = nullptr;           // takes the place of every shape; borrowed
+  const ContourEmitter* contour = nullptr;            // Contour alpha channel; borrowed
 };
 
 /// Prepares the shape that `standardPath` chooses.
 Emitter prepareEmitter(const RenderSettings& settings);
-
-struct EmitterPoint {
-  float x = 0.0f;  // pixels
-  float y = 0.0f;
-  float dirX = 0.0f;  // along the emitter: a unit vector, or (0, 0) where the shape has no extent
-  float dirY = 0.0f;
-  float tangentAngle = 0.0f;  // radians
-};
 
 /// The emitter at parameter `t` in [0, 1], after completeness and shift of the path.
 EmitterPoint emitterPoint(const RenderSettings& settings, const Emitter& emitter, float t);

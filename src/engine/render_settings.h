@@ -40,6 +40,7 @@ struct RenderSettings {
   std::int32_t inputRowStride = 0;
   std::int32_t inputWidth = 0;  // the input is read only inside its own bounds
   std::int32_t inputHeight = 0;
+  const float* sourceIntensityMap = nullptr;  // Source as raster mask: 0 where there is no source
 
   // Emitter.
   std::int32_t pathMaskId = 0;  // 0: no mask chosen

@@ -30,7 +30,8 @@ class Values {
 
   template <class Item>
   Item popup(ParamIndex i) const {
-    return static_cast<Item>(static_cast<std::uint8_t>(params_[i]->u.pd.value));
+    const A_long item = params_[i]->u.pd.value;
+    return static_cast<Item>(static_cast<std::uint8_t>(item < 0 || item > 255 ? 0 : item));
   }
 
   /// Whole pixels, rounded down.

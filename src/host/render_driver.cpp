@@ -4,8 +4,11 @@
 #include <cstddef>
 #include <cstring>
 
+#include "engine/alpha_source.h"
+#include "engine/contour_emitter.h"
 #include "engine/simulation.h"
 #include "host/locked_handle.h"
+#include "host/mask_path.h"
 #include "host/module_state.h"
 #include "host/parameter_table.h"
 #include "host/read_settings.h"
@@ -80,8 +83,25 @@ PF_Err renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
   if (!hasAllParameters(in, params)) return PF_Err_NONE;
 
   RenderSettings settings = readSettings(in, params, output);
+  PageArray<float> sourceIntensityMap;
+  PageArray<std::uint8_t> alphaMask;
+  if (settings.standardPath == StandardPath::SourceAsRasterMask) {
+    sourceIntensityMap = buildSourceIntensityMap(settings);
+    settings.sourceIntensityMap = sourceIntensityMap.get();
+  } else if (settings.standardPath == StandardPath::ContourAlphaChannel) {
+    alphaMask = buildAlphaMask(settings);
+  }
+  const MaskPath mask(in, settings.pathMaskId);
+  ContourEmitter contour;
+  if (settings.standardPath == StandardPath::ContourAlphaChannel && mask.outline() == nullptr) {
+    contour = buildContourEmitter(settings.frameWidth, settings.frameHeight, alphaMask.get(),
+                                  settings.resolutionScale);
+  }
+  // A mask takes the place of every shape, and the Bezier that of a mask that cannot be had.
   if (settings.pathMaskId != 0) settings.standardPath = StandardPath::Bezier;
-  const Emitter emitter = prepareEmitter(settings);
+  Emitter emitter = prepareEmitter(settings);
+  emitter.maskOutline = mask.outline();
+  emitter.contour = &contour;
 
   if (hasHandleCallbacks(in)) {
     const LockedHandle locked(*in.utils, out.sequence_data);

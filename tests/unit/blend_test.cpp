@@ -1,5 +1,5 @@
 // The five blend rules and the final mix: every pair of channel values at 8 bits against the
-// formulas, and worked numbers at both depths.
+// formulas.
 #include "render/blend.h"
 
 #include <cmath>
@@ -80,53 +80,6 @@ TEST_P(BlendRules, EveryChannelUnderEveryPen) {
 
 INSTANTIATE_TEST_SUITE_P(, BlendRules, testing::ValuesIn(unit::kAllRules));
 
-using Pixel = std::array<int, 4>;
-
-/// One pixel plotted over `before`.
-Pixel plotted(BlendRule rule, bool deep, Pixel before, Rgb pen, float value) {
-  std::uint16_t deepPixel[4];
-  std::uint8_t pixel[4];
-  for (std::size_t c = 0; c < 4; ++c) {
-    deepPixel[c] = static_cast<std::uint16_t>(before[c]);
-    pixel[c] = static_cast<std::uint8_t>(before[c]);
-  }
-  auto* bytes = deep ? reinterpret_cast<std::uint8_t*>(deepPixel) : pixel;
-  plotPixel({bytes, 8, 1, 1, deep}, rule, pen, 0, 0, value);
-  Pixel after;
-  for (std::size_t c = 0; c < 4; ++c) after[c] = deep ? deepPixel[c] : pixel[c];
-  return after;
-}
-
-TEST(Blend, WorkedNumbers) {
-  using enum BlendRule;
-  const Rgb pen = {200, 100, 40};
-  EXPECT_EQ(plotted(Over, false, {0, 9, 9, 9}, pen, 10.9f), (Pixel{10, 200, 100, 40}));
-  EXPECT_EQ(plotted(Over, false, {0, 9, 9, 9}, pen, 0.5f), (Pixel{0, 200, 100, 40}));
-  EXPECT_EQ(plotted(Over, false, {200, 0, 0, 0}, pen, 127.5f), (Pixel{200, 100, 50, 20}));
-  EXPECT_EQ(plotted(AddScaled, false, {100, 100, 250, 0}, pen, 127.5f), (Pixel{227, 200, 255, 20}));
-  EXPECT_EQ(plotted(AddSolid, false, {250, 100, 100, 250}, pen, 10.0f),
-            (Pixel{255, 255, 200, 255}));
-  EXPECT_EQ(plotted(AddGlow, false, {0, 0, 0, 0}, {0, 0, 40}, 1.0f), (Pixel{40, 0, 0, 40}));
-  EXPECT_EQ(plotted(Lighten, false, {50, 150, 10, 10}, pen, 127.5f), (Pixel{150, 150, 50, 20}));
-  EXPECT_EQ(plotted(Over, true, {0, 0, 0, 0}, {255, 255, 255}, 32768.0f),
-            (Pixel{32768, 32768, 32768, 32768}));
-  EXPECT_EQ(plotted(AddScaled, true, {32000, 32000, 0, 0}, {255, 1, 2}, 32768.0f),
-            (Pixel{32768, 32768, 128, 257}));
-  EXPECT_EQ(plotted(AddGlow, false, {7, 8, 9, 10}, pen, 0.0f), (Pixel{7, 8, 9, 10}));
-  EXPECT_EQ(plotted(AddGlow, false, {7, 8, 9, 10}, pen, std::nanf("")), (Pixel{7, 8, 9, 10}));
-}
-
-TEST(Blend, NothingOutsideTheLayer) {
-  std::vector<std::uint8_t> bytes(64, 7);
-  const std::vector<std::uint8_t> before = bytes;
-  const brisel::Layer middle = {bytes.data() + 20, 16, 2, 2, false};
-  for (const std::int32_t outside : {-1, 2, INT32_MIN, INT32_MAX}) {
-    plotPixel(middle, BlendRule::AddSolid, {255, 255, 255}, outside, 1, 255.0f);
-    plotPixel(middle, BlendRule::AddSolid, {255, 255, 255}, 1, outside, 255.0f);
-  }
-  EXPECT_EQ(bytes, before);
-}
-
 TEST(Mix, RandomLayersAreTheReferences) {
   for (std::uint32_t trial = 0; trial < 40; ++trial) {
     unit::Dice dice(40000 + trial);
@@ -145,29 +98,6 @@ TEST(Mix, RandomLayersAreTheReferences) {
     if (mode == 2 || mode == 3) reference::mixWithInput(settings, mode);
     expectSame(module, expected);
   }
-}
-
-TEST(Mix, WorkedNumbers) {
-  const auto mixed = [](brisel::MixMode mode, Pixel star, Pixel under) {
-    std::uint8_t output[4], input[4];
-    for (std::size_t c = 0; c < 4; ++c) {
-      output[c] = static_cast<std::uint8_t>(star[c]);
-      input[c] = static_cast<std::uint8_t>(under[c]);
-    }
-    RenderSettings s;
-    s.frameWidth = s.frameHeight = s.inputWidth = s.inputHeight = 1;
-    s.outputPixels = output;
-    s.inputPixels = input;
-    s.outputRowStride = s.inputRowStride = 4;
-    mixWithInput(s, mode);
-    return Pixel{output[0], output[1], output[2], output[3]};
-  };
-  using enum brisel::MixMode;
-  EXPECT_EQ(mixed(Normal, {0, 9, 9, 9}, {30, 40, 50, 60}), (Pixel{30, 40, 50, 60}));
-  EXPECT_EQ(mixed(Normal, {51, 255, 0, 100}, {30, 0, 100, 100}), (Pixel{51, 51, 80, 100}));
-  EXPECT_EQ(mixed(Add, {51, 255, 0, 100}, {255, 10, 100, 240}), (Pixel{255, 61, 100, 255}));
-  EXPECT_EQ(mixed(Add, {51, 255, 0, 100}, {51, 100, 100, 0}), (Pixel{102, 71, 20, 20}));
-  EXPECT_EQ(mixed(Replace, {51, 255, 0, 100}, {51, 100, 100, 0}), (Pixel{51, 255, 0, 100}));
 }
 
 }  // namespace

@@ -110,20 +110,16 @@ void writePicture(const std::string& path, const World& world) {
   std::ofstream file(path, std::ios::binary);
   const bool deep = world.depth() == Depth::k16;
   file << "P6 " << world.width() << ' ' << 2 * world.height() << (deep ? " 32768\n" : " 255\n");
-  const auto put = [&](int v) {
-    if (deep) file.put(static_cast<char>(v >> 8));
-    file.put(static_cast<char>(v));
-  };
+  const std::size_t channelBytes = deep ? 2 : 1;
   for (const bool alpha : {false, true}) {
     for (A_long y = 0; y < world.height(); ++y) {
-      for (A_long x = 0; x < world.width(); ++x) {
-        const auto i = static_cast<std::size_t>(x);
-        const PF_Pixel16 p = deep ? world.row16(y)[i]
-                                  : PF_Pixel16{world.row8(y)[i].alpha, world.row8(y)[i].red,
-                                               world.row8(y)[i].green, world.row8(y)[i].blue};
-        put(alpha ? p.alpha : p.red);
-        put(alpha ? p.alpha : p.green);
-        put(alpha ? p.alpha : p.blue);
+      const auto row = world.rowPixelBytes(y);
+      for (std::size_t i = 0; i < row.size() / channelBytes; ++i) {
+        if (i % 4 == 0) continue;
+        const std::size_t from = alpha ? i / 4 * 4 : i;
+        for (std::size_t b = channelBytes; b-- > 0;) {
+          file.put(static_cast<char>(row[from * channelBytes + b]));
+        }
       }
     }
   }

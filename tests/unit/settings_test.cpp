@@ -1,6 +1,7 @@
 // From the host's parameter values to the settings of a frame.
 #include "host/read_settings.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -37,53 +38,53 @@ class Settings : public testing::Test {
 };
 
 TEST_F(Settings, EverySliderHasItsUnit) {
+  using S = RenderSettings;
   struct Slider {
     ParamIndex index;
-    float RenderSettings::*field;
+    float S::*field;
     float perUnit;
   };
   constexpr float kHalf = 0.5f;  // the resolution
   const Slider sliders[] = {
-      {kDirectionDispersion, &RenderSettings::directionDispersion, 0.01f},
-      {kIntensity, &RenderSettings::intensity, 0.5f},
-      {kInitialSpeed, &RenderSettings::initialSpeed, kHalf / 10},
-      {kSpeedDispersion, &RenderSettings::speedDispersion, 0.01f},
-      {kGrowUp, &RenderSettings::growUp, 0.01f},
-      {kTimeLife, &RenderSettings::timeLife, 1},
-      {kTimeLifeDispersion, &RenderSettings::timeLifeDispersion, 0.01f},
-      {kTimeFade, &RenderSettings::timeFade, 0.01f},
-      {kTimeOfExplode, &RenderSettings::timeOfExplode, 0.01f},
-      {kGravity, &RenderSettings::gravity, kHalf / 100},
-      {kWind, &RenderSettings::wind, kHalf / 30},
-      {kAmplitudeOfOscillation, &RenderSettings::amplitudeOfOscillation, 0.1f},
-      {kFrequencyOfOscillation, &RenderSettings::frequencyOfOscillation, 0.01f},
-      {kSize, &RenderSettings::size, 960.0f / 200},
-      {kSizeDispersion, &RenderSettings::sizeDispersion, 0.01f},
-      {kSizeAmplitudeOfOscillation, &RenderSettings::sizeAmplitudeOfOscillation, 0.01f},
-      {kSizeFrequencyOfOscillation, &RenderSettings::sizeFrequencyOfOscillation, 1.0f / 60},
-      {kSizeJittering, &RenderSettings::sizeJittering, 1.0f / 30},
-      {kRaysCountDispersion, &RenderSettings::raysCountDispersion, 0.01f},
-      {kAngle, &RenderSettings::angle, 1},
-      {kAngleDispersion, &RenderSettings::angleDispersion, 0.01f},
-      {kAngleAmplitudeOfOscillation, &RenderSettings::angleAmplitudeOfOscillation, 1},
-      {kAngleFrequencyOfOscillation, &RenderSettings::angleFrequencyOfOscillation, 1.0f / 60},
-      {kAngleJittering, &RenderSettings::angleJittering, 0.36f},
-      {kVolumeOfHalo, &RenderSettings::volumeOfHalo, 0.01f},
-      {kSizeOfHalo, &RenderSettings::sizeOfHalo, 0.01f},
-      {kVolumeOfBlink, &RenderSettings::volumeOfBlink, 0.01f},
-      {kSizeOfBlink, &RenderSettings::sizeOfBlink, 0.01f},
-      {kVolumeDispersionOfElements, &RenderSettings::volumeDispersionOfElements, 0.01f},
-      {kSizeDispersionOfElements, &RenderSettings::sizeDispersionOfElements, 0.01f},
-      {kColorDispersionOfElements, &RenderSettings::colorDispersionOfElements, 0.01f},
-      {kValue, &RenderSettings::value, 0.01f},
-      {kValueDispersion, &RenderSettings::valueDispersion, 0.01f},
-      {kColority, &RenderSettings::colority, 0.01f},
-      {kColorDispersion, &RenderSettings::colorDispersion, 0.01f},
-      {kColorRainbow, &RenderSettings::colorRainbow, 5},
-      {kColorAmplitudeOfOscillation, &RenderSettings::colorAmplitudeOfOscillation, 2.55f},
-      {kColorFrequencyOfOscillation, &RenderSettings::colorFrequencyOfOscillation, 1.0f / 60},
-      {kColorJittering, &RenderSettings::colorJittering, 2.55f},
-  };
+      {kDirectionDispersion, &S::directionDispersion, 0.01f},
+      {kIntensity, &S::intensity, 0.5f},
+      {kInitialSpeed, &S::initialSpeed, kHalf / 10},
+      {kSpeedDispersion, &S::speedDispersion, 0.01f},
+      {kGrowUp, &S::growUp, 0.01f},
+      {kTimeLife, &S::timeLife, 1},
+      {kTimeLifeDispersion, &S::timeLifeDispersion, 0.01f},
+      {kTimeFade, &S::timeFade, 0.01f},
+      {kTimeOfExplode, &S::timeOfExplode, 0.01f},
+      {kGravity, &S::gravity, kHalf / 100},
+      {kWind, &S::wind, kHalf / 30},
+      {kAmplitudeOfOscillation, &S::amplitudeOfOscillation, 0.1f},
+      {kFrequencyOfOscillation, &S::frequencyOfOscillation, 0.01f},
+      {kSize, &S::size, 960.0f / 200},
+      {kSizeDispersion, &S::sizeDispersion, 0.01f},
+      {kSizeAmplitudeOfOscillation, &S::sizeAmplitudeOfOscillation, 0.01f},
+      {kSizeFrequencyOfOscillation, &S::sizeFrequencyOfOscillation, 1.0f / 60},
+      {kSizeJittering, &S::sizeJittering, 1.0f / 30},
+      {kRaysCountDispersion, &S::raysCountDispersion, 0.01f},
+      {kAngle, &S::angle, 1},
+      {kAngleDispersion, &S::angleDispersion, 0.01f},
+      {kAngleAmplitudeOfOscillation, &S::angleAmplitudeOfOscillation, 1},
+      {kAngleFrequencyOfOscillation, &S::angleFrequencyOfOscillation, 1.0f / 60},
+      {kAngleJittering, &S::angleJittering, 0.36f},
+      {kVolumeOfHalo, &S::volumeOfHalo, 0.01f},
+      {kSizeOfHalo, &S::sizeOfHalo, 0.01f},
+      {kVolumeOfBlink, &S::volumeOfBlink, 0.01f},
+      {kSizeOfBlink, &S::sizeOfBlink, 0.01f},
+      {kVolumeDispersionOfElements, &S::volumeDispersionOfElements, 0.01f},
+      {kSizeDispersionOfElements, &S::sizeDispersionOfElements, 0.01f},
+      {kColorDispersionOfElements, &S::colorDispersionOfElements, 0.01f},
+      {kValue, &S::value, 0.01f},
+      {kValueDispersion, &S::valueDispersion, 0.01f},
+      {kColority, &S::colority, 0.01f},
+      {kColorDispersion, &S::colorDispersion, 0.01f},
+      {kColorRainbow, &S::colorRainbow, 5},
+      {kColorAmplitudeOfOscillation, &S::colorAmplitudeOfOscillation, 2.55f},
+      {kColorFrequencyOfOscillation, &S::colorFrequencyOfOscillation, 1.0f / 60},
+      {kColorJittering, &S::colorJittering, 2.55f}};
   const auto valueOf = [](ParamIndex i) { return static_cast<float>(i) + 0.25f; };
   for (const Slider& s : sliders) fixed(s.index, valueOf(s.index));
   const RenderSettings settings = read();
@@ -163,30 +164,36 @@ TEST_F(Settings, FrameFactsAndTheRest) {
   fixed(kSize, 25.0);
   fixed(kWidth, 50.0);
   RenderSettings s = read();
-  EXPECT_EQ(s.size, 120.0f);
-  EXPECT_EQ(s.halfSize, 60.0f);
-  EXPECT_FLOAT_EQ(s.width, 6.0f);
-  EXPECT_EQ(s.start.x, -1.0f);
-  EXPECT_EQ(s.start.y, 12.0f);
-  EXPECT_EQ(s.end.y, 2.0f);
-  EXPECT_EQ(s.controlStart.y, 3.0f);
-  EXPECT_EQ(s.controlEnd.y, 4.0f);
-  EXPECT_EQ(s.terminateColor.red * 100 + s.terminateColor.green * 10 + s.terminateColor.blue, 123);
-  EXPECT_EQ(s.colorOfParticles.red * 100 + s.colorOfParticles.blue, 406);
-  EXPECT_EQ(s.maximumNumberOfStars, 77);
-  EXPECT_EQ(s.raysCount, 6);
-  EXPECT_EQ(s.sizeDependOnSource, 1.0f);
-  EXPECT_EQ(s.pathMaskId, 3);
-  EXPECT_EQ(s.colorityComplement, 1.0f);
-  EXPECT_EQ(s.resolutionScale, 0.5f);
-  EXPECT_EQ(s.centerX, 480.0f);
-  EXPECT_EQ(s.centerY, 270.0f);
-  EXPECT_EQ(s.outputRowStride, output.rowbytes);
+  const float read[] = {s.size,
+                        s.halfSize,
+                        s.width,
+                        s.start.x,
+                        s.start.y,
+                        s.end.y,
+                        s.controlStart.y,
+                        s.controlEnd.y,
+                        s.sizeDependOnSource,
+                        s.colorityComplement,
+                        s.resolutionScale,
+                        s.centerX,
+                        s.centerY};
+  const float expected[] = {120, 60, 6, -1, 12, 2, 3, 4, 1, 1, 0.5f, 480, 270};
+  for (std::size_t i = 0; i < std::size(expected); ++i) EXPECT_FLOAT_EQ(read[i], expected[i]) << i;
+  const int integers[] = {s.terminateColor.red,
+                          s.terminateColor.green,
+                          s.terminateColor.blue,
+                          s.colorOfParticles.red,
+                          s.colorOfParticles.blue,
+                          s.maximumNumberOfStars,
+                          s.raysCount,
+                          s.pathMaskId,
+                          s.outputRowStride};
+  EXPECT_THAT(integers, testing::ElementsAre(1, 2, 3, 4, 6, 77, 6, 3, output.rowbytes));
   EXPECT_TRUE(s.highQuality && !s.deepColor);
   in.width = 0;
   in.quality = PF_Quality_LO;
   output.world_flags = PF_WorldFlag_DEEP;
-  s = read();
+  s = Settings::read();
   EXPECT_EQ(s.resolutionScale, 1.0f);
   EXPECT_EQ(s.outputRowStride, output.rowbytes / 2);
   EXPECT_TRUE(!s.highQuality && s.deepColor);

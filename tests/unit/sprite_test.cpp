@@ -41,74 +41,80 @@ void PrintTo(const Sprite& sprite, std::ostream* out) {
   *out << sprite.name;
 }
 
+/// What every sprite takes.
+struct Common {
+  explicit Common(Dice& dice)
+      : x(dice.position(kWidth)),
+        y(dice.position(kHeight)),
+        size(dice.logarithmic(0.2f, 5.0f * kWidth)),
+        color(dice.color()),
+        value(dice.value()) {}
+
+  testing::Message text() const {
+    return testing::Message() << "size " << size << " at " << x << ", " << y << ' ';
+  }
+
+  float x, y, size;
+  brisel::Rgb color;
+  float value;
+};
+
 void compareRays(Dice& dice, const unit::Scene& scene, const unit::Frame& frame) {
+  const Common c(dice);
   const int type = dice.integer(0, 6);
-  const float x = dice.position(kWidth);
-  const float y = dice.position(kHeight);
-  const float size = dice.logarithmic(0.2f, 5.0f * kWidth);
-  const float width = size * dice.oneOf({0.0f, 0.001f, 0.05f, 0.05f, 0.2f, 1.0f, 3.0f});
+  const float width = c.size * dice.oneOf({0.0f, 0.001f, 0.05f, 0.05f, 0.2f, 1.0f, 3.0f});
   const float angle = dice.coin() ? dice.real(-400.0f, 400.0f)
                                   : dice.oneOf({0.0f, 90.0f, -45.0f, dice.real(88.0f, 92.0f)});
   const float rays = dice.oneOf({1.0f, 2.5f, 3.0f, 4.0f, 0.0f, 11.0f});
-  const brisel::Rgb color = dice.color();
-  const float value = dice.value();
-  SCOPED_TRACE(testing::Message() << "type " << type << " at " << x << ", " << y << " size " << size
-                                  << " width " << width << " angle " << angle << " rays " << rays);
+  SCOPED_TRACE(c.text() << "type " << type << " width " << width << " angle " << angle << " rays "
+                        << rays);
   unit::expectSameDrawing(
       scene, frame,
       [&](Drawing& d) {
-        drawRayStar(d, static_cast<StarType>(type), x, y, size, width, angle, rays, color, value);
+        drawRayStar(d, static_cast<StarType>(type), c.x, c.y, c.size, width, angle, rays, c.color,
+                    c.value);
       },
-      [&](Plotter& p) { p.drawRayStar(type, x, y, size, width, angle, rays, color, value); });
+      [&](Plotter& p) {
+        p.drawRayStar(type, c.x, c.y, c.size, width, angle, rays, c.color, c.value);
+      });
 }
 
 void compareCross(Dice& dice, const unit::Scene& scene, const unit::Frame& frame) {
-  const float radius = dice.logarithmic(0.1f, 2.5f * kWidth);
-  const float x = dice.position(kWidth);
-  const float y = dice.position(kHeight);
+  const Common c(dice);
+  const float radius = c.size / 2.0f;
   const float angle = dice.coin() ? dice.real(-7.0f, 7.0f) : 0.0f;
-  const brisel::Rgb color = dice.color();
-  const float value = dice.value();
-  SCOPED_TRACE(testing::Message() << "radius " << radius << " at " << x << ", " << y);
+  SCOPED_TRACE(c.text());
   unit::expectSameDrawing(
-      scene, frame, [&](Drawing& d) { drawCrossStar(d, radius, x, y, angle, color, value); },
-      [&](Plotter& p) { p.drawCrossStar(radius, x, y, angle, color, value); });
+      scene, frame,
+      [&](Drawing& d) { drawCrossStar(d, radius, c.x, c.y, angle, c.color, c.value); },
+      [&](Plotter& p) { p.drawCrossStar(radius, c.x, c.y, angle, c.color, c.value); });
 }
 
 void compareGlow(Dice& dice, const unit::Scene& scene, const unit::Frame& frame) {
-  const float x = dice.position(kWidth);
-  const float y = dice.position(kHeight);
-  const float size = dice.logarithmic(0.5f, 5.0f * kWidth);
-  const brisel::Rgb color = dice.color();
-  const float value = dice.value();
+  const Common c(dice);
   const int profile = dice.oneOf({2, 4, 4});
-  SCOPED_TRACE(testing::Message() << "size " << size << " at " << x << ", " << y << " profile "
-                                  << profile << " glowScale " << scene.state.glowScale);
+  SCOPED_TRACE(c.text() << "profile " << profile << " glowScale " << scene.state.glowScale);
   unit::expectSameDrawing(
       scene, frame,
       [&](Drawing& d) {
-        drawGlowStar(d, x, y, size, color, value, static_cast<brisel::GlowProfile>(profile));
+        drawGlowStar(d, c.x, c.y, c.size, c.color, c.value,
+                     static_cast<brisel::GlowProfile>(profile));
       },
-      [&](Plotter& p) { p.drawGlowStar(x, y, size, color, value, profile); });
+      [&](Plotter& p) { p.drawGlowStar(c.x, c.y, c.size, c.color, c.value, profile); });
 }
 
 void compareBlics(Dice& dice, const unit::Scene& scene, const unit::Frame& frame) {
-  const float x = dice.position(kWidth);
-  const float y = dice.position(kHeight);
-  const float size = dice.logarithmic(0.5f, 5.0f * kWidth);
-  const brisel::Rgb color = dice.color();
-  const float value = dice.value();
+  const Common c(dice);
   const int profile = dice.oneOf({0, 4});
   const float ringWidth = dice.oneOf({0.1f, 0.1f, 0.02f, 0.0f, 0.3f});
-  SCOPED_TRACE(testing::Message() << "size " << size << " at " << x << ", " << y << " profile "
-                                  << profile << " ring " << ringWidth);
+  SCOPED_TRACE(c.text() << "profile " << profile << " ring " << ringWidth);
   unit::expectSameDrawing(
       scene, frame,
       [&](Drawing& d) {
-        drawBlicsStar(d, x, y, size, color, value, static_cast<brisel::BlicsProfile>(profile),
-                      ringWidth);
+        drawBlicsStar(d, c.x, c.y, c.size, c.color, c.value,
+                      static_cast<brisel::BlicsProfile>(profile), ringWidth);
       },
-      [&](Plotter& p) { p.drawBlicsStar(x, y, size, color, value, profile, ringWidth); });
+      [&](Plotter& p) { p.drawBlicsStar(c.x, c.y, c.size, c.color, c.value, profile, ringWidth); });
 }
 
 class SpriteTest : public testing::TestWithParam<Sprite> {};

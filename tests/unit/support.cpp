@@ -110,12 +110,8 @@ void expectSame(const Frame& module, const Frame& reference) {
   const auto offset = static_cast<std::size_t>(a - module.bytes_.begin());
   const std::size_t row = offset / module.rowBytes_;
   const std::size_t column = offset % module.rowBytes_ / (module.deep_ ? 8 : 4);
-  std::size_t differing = 0;
-  for (std::size_t i = 0; i < module.bytes_.size(); ++i) {
-    differing += module.bytes_[i] != reference.bytes_[i];
-  }
-  ADD_FAILURE() << differing << " bytes differ, first in row " << static_cast<int>(row) - 1
-                << " (of " << module.height_ << "), column " << column << " (of " << module.width_
+  ADD_FAILURE() << "bytes differ, first in row " << static_cast<int>(row) - 1 << " (of "
+                << module.height_ << "), column " << column << " (of " << module.width_
                 << "): " << +*a << ", reference " << +*b;
 }
 

@@ -161,7 +161,7 @@ brisel::Particle bornParticle(const brisel::RenderSettings& s, Generator& random
   return p;
 }
 
-void moveParticle(const brisel::RenderSettings& s, float stepIndex, brisel::Particle& p) {
+static void moveParticle(const brisel::RenderSettings& s, float stepIndex, brisel::Particle& p) {
   p.age = stepIndex - p.birthTime;
   p.x = p.startX * real(s.frameWidth) + (p.velocityX + s.windX) * p.age;
   p.y = p.startY * real(s.frameHeight) + (p.velocityY + s.windY) * p.age +

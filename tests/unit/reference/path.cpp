@@ -1,6 +1,7 @@
 #include "simulation.h"
 
 namespace reference {
+namespace {
 
 using brisel::PointF;
 
@@ -49,8 +50,6 @@ float bezierParameterAt(const PointF (&k)[4], float t) {
   }
   return u;
 }
-
-namespace {
 
 float distance(PointF a, PointF b) {
   return std::sqrt(square(b.x - a.x) + square(b.y - a.y));

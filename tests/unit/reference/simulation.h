@@ -13,18 +13,11 @@ struct PathPoint {
   float x, y, dirX, dirY, tangentAngle;
 };
 
-float bezierLength(const brisel::PointF (&k)[4]);
-float bezierParameterAt(const brisel::PointF (&k)[4], float t);
-brisel::PointF bezierPoint(const brisel::PointF (&k)[4], float u);
-brisel::PointF bezierDerivative(const brisel::PointF (&k)[4], float u);
-
 /// Standard paths 1 to 5.
 PathPoint emitterPoint(const brisel::RenderSettings& s, float t);
 
 brisel::Particle bornParticle(const brisel::RenderSettings& s, Generator& random, float stepIndex,
                               float birthTime);
-
-void moveParticle(const brisel::RenderSettings& s, float stepIndex, brisel::Particle& p);
 
 struct Population {
   std::vector<brisel::Particle> stars;

@@ -1,0 +1,19 @@
+// The per-frame rasters that emitters take from the input layer.
+#pragma once
+
+#include <cstdint>
+
+#include "engine/render_settings.h"
+#include "platform/page_array.h"
+
+namespace brisel {
+
+/// One float a pixel of the frame, row by row: the input's mean brightness on the scale of 255, 0
+/// where it is transparent or does not reach. Null when the memory cannot be had.
+PageArray<float> buildSourceIntensityMap(const RenderSettings& settings);
+
+/// One byte a pixel of the frame, row by row: 255 where the input is not transparent, else 0. Null
+/// when the memory cannot be had.
+PageArray<std::uint8_t> buildAlphaMask(const RenderSettings& settings);
+
+}  // namespace brisel

@@ -1,0 +1,42 @@
+// The outlines of the input's alpha channel as emitter.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "engine/emitter_point.h"
+
+namespace brisel {
+
+struct ContourVertex {
+  float x = 0.0f;  // pixels
+  float y = 0.0f;
+  float normalX = 0.0f;  // running average over the edges that use the vertex
+  float normalY = 0.0f;
+  bool hasNormal = false;
+};
+
+struct ContourEdge {
+  std::int32_t first = 0;
+  std::int32_t second = 0;
+  float normalX = 0.0f;  // pointing out of the opaque region
+  float normalY = 0.0f;
+  float length = 0.0f;  // pixels
+};
+
+/// The contour of one render. Without edges there is none, and it emits at the frame's origin.
+struct ContourEmitter {
+  std::vector<ContourVertex> vertices;
+  std::vector<ContourEdge> edges;
+  std::vector<float> lengthBefore;  // sum of the lengths before each edge, and of all at the end
+};
+
+/// Traces the outlines of `alphaMask` (`width` x `height` bytes, 0 where transparent). A mask
+/// without an outline gives the frame's border; a mask that cannot be traced gives no contour.
+ContourEmitter buildContourEmitter(std::int32_t width, std::int32_t height,
+                                   const std::uint8_t* alphaMask, float resolutionScale);
+
+/// The contour at `t` in [0, 1].
+EmitterPoint evaluateContour(const ContourEmitter& contour, float t);
+
+}  // namespace brisel

@@ -1,0 +1,38 @@
+// A suite of the host's, held for a scope.
+#pragma once
+
+#include <cstdint>
+
+#include "sdk/in_out_data.h"
+#include "sdk/suites.h"
+
+namespace brisel {
+
+/// Acquires a suite and releases it again. get() is null when the host does not offer it.
+template <class Suite>
+class SuiteHandle {
+ public:
+  SuiteHandle(const PF_InData& in, const char* name, std::int32_t version)
+      : basic_(in.pica_basicP), name_(name), version_(version) {
+    if (basic_ == nullptr) return;
+    const void* suite = nullptr;
+    if (basic_->AcquireSuite(name_, version_, &suite) != 0) return;
+    suite_ = static_cast<const Suite*>(suite);
+  }
+  ~SuiteHandle() {
+    if (suite_ != nullptr) basic_->ReleaseSuite(name_, version_);
+  }
+  SuiteHandle(const SuiteHandle&) = delete;
+  SuiteHandle& operator=(const SuiteHandle&) = delete;
+
+  const Suite* get() const { return suite_; }
+  const Suite* operator->() const { return suite_; }
+
+ private:
+  const SPBasicSuite* basic_;
+  const char* name_;
+  std::int32_t version_;
+  const Suite* suite_ = nullptr;
+};
+
+}  // namespace brisel
