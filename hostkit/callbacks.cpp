@@ -8,18 +8,10 @@ namespace hostkit {
 namespace {
 
 // A module may call back on the thread that called it only, so every thread has its own.
-thread_local HostRecords* currentHost = nullptr;
-
-// Null outside a command. Counts a reference that is not the running command's.
-HostRecords* hostOf(PF_ProgPtr effectRef) {
-  if (currentHost != nullptr && effectRef != currentHost->effectRef) {
-    ++currentHost->wrongEffectRefs;
-  }
-  return currentHost;
-}
+thread_local HostRecords* current = nullptr;
 
 PF_Err addParam(PF_ProgPtr effectRef, PF_ParamIndex index, PF_ParamDef* def) {
-  HostRecords* host = hostOf(effectRef);
+  HostRecords* host = currentHost(effectRef);
   if (host == nullptr) return PF_Err_INVALID_CALLBACK;
   if (def == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
   if (host->addParamError != PF_Err_NONE && host->parameters.count() == host->addParamErrorIndex) {
@@ -29,7 +21,7 @@ PF_Err addParam(PF_ProgPtr effectRef, PF_ParamIndex index, PF_ParamDef* def) {
 }
 
 PF_Err registerUI(PF_ProgPtr effectRef, PF_CustomUIInfo* info) {
-  HostRecords* host = hostOf(effectRef);
+  HostRecords* host = currentHost(effectRef);
   if (host == nullptr) return PF_Err_INVALID_CALLBACK;
   if (info == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
   host->customUI = *info;
@@ -37,47 +29,51 @@ PF_Err registerUI(PF_ProgPtr effectRef, PF_CustomUIInfo* info) {
 }
 
 PF_Handle newHandle(A_u_longlong size) {
-  return currentHost == nullptr ? nullptr : currentHost->handles.allocate(size);
+  return current == nullptr ? nullptr : current->handles.allocate(size);
 }
 
 void* lockHandle(PF_Handle handle) {
-  return currentHost == nullptr ? nullptr : currentHost->handles.lock(handle);
+  return current == nullptr ? nullptr : current->handles.lock(handle);
 }
 
 void unlockHandle(PF_Handle handle) {
-  if (currentHost != nullptr) currentHost->handles.unlock(handle);
+  if (current != nullptr) current->handles.unlock(handle);
 }
 
 void disposeHandle(PF_Handle handle) {
-  if (currentHost != nullptr) currentHost->handles.dispose(handle);
+  if (current != nullptr) current->handles.dispose(handle);
 }
 
 A_u_longlong handleSize(PF_Handle handle) {
-  return currentHost == nullptr ? 0 : currentHost->handles.size(handle);
+  return current == nullptr ? 0 : current->handles.size(handle);
 }
 
 PF_Err resizeHandle(A_u_longlong newSize, PF_Handle* handle) {
-  if (currentHost == nullptr) return PF_Err_INVALID_CALLBACK;
-  return currentHost->handles.resize(*handle, newSize) ? PF_Err_NONE : PF_Err_OUT_OF_MEMORY;
+  if (current == nullptr) return PF_Err_INVALID_CALLBACK;
+  return current->handles.resize(*handle, newSize) ? PF_Err_NONE : PF_Err_OUT_OF_MEMORY;
 }
 
 SPErr acquireSuite(const char* name, std::int32_t version, const void** suite) {
-  if (currentHost != nullptr) currentHost->suites.refused.push_back({name, version});
-  *suite = nullptr;
-  return PF_Err_INVALID_CALLBACK;
+  *suite = current == nullptr ? nullptr : current->suites.acquire({name, version});
+  return *suite == nullptr ? PF_Err_INVALID_CALLBACK : PF_Err_NONE;
 }
 
-SPErr releaseSuite(const char*, std::int32_t) {
-  if (currentHost != nullptr) ++currentHost->suites.unbalancedReleases;
-  return PF_Err_INVALID_CALLBACK;
+SPErr releaseSuite(const char* name, std::int32_t version) {
+  const bool released = current != nullptr && current->suites.release({name, version});
+  return released ? PF_Err_NONE : PF_Err_INVALID_CALLBACK;
 }
 
 }  // namespace
 
-CurrentHost::CurrentHost(HostRecords& records) : previous_(std::exchange(currentHost, &records)) {}
+CurrentHost::CurrentHost(HostRecords& records) : previous_(std::exchange(current, &records)) {}
 
 CurrentHost::~CurrentHost() {
-  currentHost = previous_;
+  current = previous_;
+}
+
+HostRecords* currentHost(PF_ProgPtr effectRef) {
+  if (current != nullptr && effectRef != current->effectRef) ++current->wrongEffectRefs;
+  return current;
 }
 
 PF_InteractCallbacks interactCallbacks() {

@@ -3,31 +3,21 @@
 #pragma once
 
 #include <optional>
-#include <string>
-#include <vector>
 
 #include "hostkit/handles.h"
+#include "hostkit/masks.h"
 #include "hostkit/parameters.h"
+#include "hostkit/suites.h"
 #include "sdk/in_out_data.h"
 #include "sdk/suites.h"
 
 namespace hostkit {
 
-struct SuiteRequest {
-  std::string name;
-  std::int32_t version;
-};
-
-// The suites the module asked for. This host offers none; it keeps account of the requests.
-struct SuiteLedger {
-  std::vector<SuiteRequest> refused;
-  int unbalancedReleases = 0;  // of suites that are not held
-};
-
 // What callbacks change, one per session.
 struct HostRecords {
   HandleTable handles;
   ParameterSet parameters;
+  MaskTable masks;
   SuiteLedger suites;
   std::optional<PF_CustomUIInfo> customUI;  // of the last register_ui
 
@@ -50,6 +40,10 @@ class CurrentHost {
  private:
   HostRecords* previous_;
 };
+
+// The records current on this thread, null outside a command. Counts a reference that is not the
+// running command's.
+HostRecords* currentHost(PF_ProgPtr effectRef);
 
 PF_InteractCallbacks interactCallbacks();
 PF_UtilCallbacks utilCallbacks();

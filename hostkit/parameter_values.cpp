@@ -128,6 +128,10 @@ void ParameterSet::setPoint(PF_ParamIndex index, double x, double y) {
   point.y_value = toFixed(y);
 }
 
+void ParameterSet::setPath(PF_ParamIndex index, PF_PathID mask) {
+  valueOfType(index, PF_Param_PATH).u.path_d.path_id = mask;
+}
+
 void ParameterSet::setInput(const PF_LayerDef& layer) {
   values_.front().u.ld = layer;
 }

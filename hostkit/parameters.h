@@ -68,6 +68,7 @@ class ParameterSet {
   void setItem(PF_ParamIndex index, int item);  // popup, from 1
   void setColor(PF_ParamIndex index, A_u_char red, A_u_char green, A_u_char blue);
   void setPoint(PF_ParamIndex index, double x, double y);  // pixels of the rendered frame
+  void setPath(PF_ParamIndex index, PF_PathID mask);       // 0: none
 
   void setInput(const PF_LayerDef& layer);  // the layer of index 0; no change
 

@@ -3,6 +3,8 @@
 #include <cstring>
 #include <limits>
 
+#include "hostkit/path_suites.h"
+
 namespace hostkit {
 
 namespace {
@@ -65,6 +67,8 @@ Session::Session(const Module& module)
   in_.utils = &utils_;
   in_.pica_basicP = &basic_;
   in_.version = kInterfaceVersion;
+  records_.suites.offer({kPFPathQuerySuite, kPFPathQuerySuiteVersion1}, &pathQuerySuite());
+  records_.suites.offer({kPFPathDataSuite, kPFPathDataSuiteVersion1}, &pathDataSuite());
   in_.num_params = records_.parameters.count();
 }
 

@@ -27,6 +27,16 @@ void paintPattern(std::span<Pixel> row, A_long y, int fullScale) {
   }
 }
 
+bool withinFullScale(const World& world) {
+  if (world.depth() == Depth::k8) return true;
+  for (A_long y = 0; y < world.height(); ++y) {
+    for (const PF_Pixel16& pixel : world.row16(y)) {
+      if (std::max({pixel.alpha, pixel.red, pixel.green, pixel.blue}) > kFullScale16) return false;
+    }
+  }
+  return true;
+}
+
 }  // namespace
 
 const hostkit::Module& theModule() {
@@ -58,6 +68,16 @@ void set(Session& session, std::string_view label, double value) {
   }
 }
 
+void emitDots(Session& session, int count) {
+  for (const auto& [label, value] : {std::pair("Type", 1),
+                                     {"Initial speed", 0},
+                                     {"Terminate type", 1},
+                                     {"Maximum number of stars", 30000}}) {
+    set(session, label, value);
+  }
+  set(session, "Intensity", 2 * count);  // the slider counts half stars
+}
+
 World patternedInput(const FrameShape& shape) {
   World world(shape.width, shape.height, shape.depth, shape.input);
   for (A_long y = 0; y < shape.height; ++y) {
@@ -76,6 +96,11 @@ World renderFrame(Session& session, const FrameShape& shape, A_long frame) {
 
 World renderFrame(Session& session, const FrameShape& shape, const RenderRequest& request) {
   World input = patternedInput(shape);
+  return renderOver(input, session, shape, request);
+}
+
+World renderOver(World& input, Session& session, const FrameShape& shape,
+                 const RenderRequest& request) {
   const std::vector<std::uint8_t> before(input.bytes().begin(), input.bytes().end());
   World output(shape.width, shape.height, shape.depth, shape.output);
   output.fill(0xFF);
@@ -83,6 +108,7 @@ World renderFrame(Session& session, const FrameShape& shape, const RenderRequest
   EXPECT_TRUE(output.guardsIntact()) << "a byte outside the output was written";
   EXPECT_TRUE(input.guardsIntact() && std::ranges::equal(before, input.bytes()))
       << "the input was written";
+  EXPECT_TRUE(withinFullScale(output));
   return output;
 }
 
@@ -99,14 +125,21 @@ bool isBlank(const World& world) {
   return true;
 }
 
-bool withinFullScale(const World& world) {
-  if (world.depth() == Depth::k8) return true;
+std::vector<PF_Point> litPixels(const World& world) {
+  std::vector<PF_Point> lit;
   for (A_long y = 0; y < world.height(); ++y) {
-    for (const PF_Pixel16& pixel : world.row16(y)) {
-      if (std::max({pixel.alpha, pixel.red, pixel.green, pixel.blue}) > kFullScale16) return false;
+    for (A_long x = 0; x < world.width(); ++x) {
+      const auto at = static_cast<std::size_t>(x);
+      const int alpha =
+          world.depth() == Depth::k16 ? world.row16(y)[at].alpha : world.row8(y)[at].alpha;
+      if (alpha != 0) lit.push_back({x, y});
     }
   }
-  return true;
+  return lit;
+}
+
+std::string depthName(const ::testing::TestParamInfo<Depth>& depth) {
+  return "Depth" + std::to_string(static_cast<int>(depth.param));
 }
 
 void EffectTest::TearDown() {
@@ -114,7 +147,8 @@ void EffectTest::TearDown() {
   const hostkit::HostRecords& records = session.records();
   EXPECT_EQ(records.handles.liveHandles(), 0);
   EXPECT_TRUE(records.handles.balanced());
-  EXPECT_EQ(records.suites.unbalancedReleases, 0);
+  EXPECT_TRUE(records.suites.balanced());
+  EXPECT_TRUE(records.masks.balanced());
   EXPECT_EQ(records.wrongEffectRefs, 0);
 }
 

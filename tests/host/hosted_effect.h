@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "hostkit/module.h"
 #include "hostkit/session.h"
@@ -30,20 +32,27 @@ PF_ParamIndex indexOf(const hostkit::Session& session, std::string_view label);
 // A number, an angle, a popup item or a checkbox, whatever the parameter takes.
 void set(hostkit::Session& session, std::string_view label, double value);
 
+// Stars that are single white pixels, stand still and stay, `count` of them born in every frame.
+void emitDots(hostkit::Session& session, int count);
+
 // Every pixel of its own colour and alpha, some of them transparent, none above full scale.
 hostkit::World patternedInput(const FrameShape& shape);
 
 // One frame as a host renders it, over a patterned input and into an output full of old bytes.
-// Fails the test when a guard byte or anything of the input changed.
+// Fails the test when a guard byte or anything of the input changed, or a channel left its scale.
 hostkit::World renderFrame(hostkit::Session& session, const FrameShape& shape, A_long frame);
 hostkit::World renderFrame(hostkit::Session& session, const FrameShape& shape,
                            const hostkit::RenderRequest& request);
 
+// The same over an input of the test's own, which may have another size.
+hostkit::World renderOver(hostkit::World& input, hostkit::Session& session, const FrameShape& shape,
+                          const hostkit::RenderRequest& request = {});
+
 // Fails the test unless the single render command answers no error and keeps within the output.
 void expectHarmlessRender(hostkit::Session& session, hostkit::World& output);
 
-bool isBlank(const hostkit::World& world);  // every pixel zero
-bool withinFullScale(const hostkit::World& world);
+bool isBlank(const hostkit::World& world);                     // every pixel zero
+std::vector<PF_Point> litPixels(const hostkit::World& world);  // those with some alpha
 
 // A session that is closed after the test with nothing left behind.
 class EffectTest : public ::testing::Test {
@@ -52,6 +61,11 @@ class EffectTest : public ::testing::Test {
 
   hostkit::Session session{theModule()};
 };
+
+// The same, run at both depths.
+class DepthTest : public EffectTest, public ::testing::WithParamInterface<hostkit::Depth> {};
+
+std::string depthName(const ::testing::TestParamInfo<hostkit::Depth>& depth);
 
 // The instance's record inside the sequence handle, as far as the host contract fixes it.
 struct InstanceRecord {

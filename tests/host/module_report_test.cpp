@@ -25,9 +25,8 @@ TEST_F(EffectTest, OtherCommandsAnswerNoErrorAndTouchNothing) {
   hosttest::openWithDefaults(session);
   PF_OutData untouched{};
   untouched.sequence_data = session.inData().sequence_data;
-  for (const PF_Cmd cmd :
-       {2, PF_Cmd_DO_DIALOG, PF_Cmd_FRAME_SETUP, PF_Cmd_FRAME_SETDOWN, 16, 17, 42, 1000, -1,
-        std::numeric_limits<PF_Cmd>::max(), std::numeric_limits<PF_Cmd>::min()}) {
+  for (const PF_Cmd cmd : {2, PF_Cmd_DO_DIALOG, PF_Cmd_FRAME_SETUP, PF_Cmd_FRAME_SETDOWN, 16, 17,
+                           -1, std::numeric_limits<PF_Cmd>::max()}) {
     SCOPED_TRACE(cmd);
     EXPECT_EQ(session.call(cmd), PF_Err_NONE);
     EXPECT_EQ(std::memcmp(&session.outData(), &untouched, sizeof untouched), 0);
@@ -41,6 +40,15 @@ TEST_F(EffectTest, ParameterInterfaceUpdatesAnswerNoErrorWithoutTheSuite) {
   for (const PF_ParamIndex index : {0, 5, 40, 81, 82, -1, 1 << 30}) {
     PF_UserChangedParamExtra extra{index};
     EXPECT_EQ(session.call(PF_Cmd_USER_CHANGED_PARAM, &extra), PF_Err_NONE) << index;
+  }
+}
+
+TEST(Loading, AModuleCanBeLoadedAndLetGoRepeatedly) {
+  for (int round = 0; round < 3; ++round) {
+    const hostkit::Module module = hostkit::Module::load(BRISEL_MODULE_PATH);
+    hostkit::Session session(module);
+    hosttest::openWithDefaults(session);
+    hosttest::renderFrame(session, {}, 0);
   }
 }
 

@@ -9,7 +9,6 @@ namespace {
 
 using hostkit::World;
 using hosttest::EffectTest;
-using hosttest::FrameShape;
 using hosttest::instanceRecord;
 using hosttest::isBlank;
 using hosttest::renderFrame;
@@ -24,18 +23,16 @@ class SimulationTimeTest : public EffectTest {
   float randomFactorOfOldest() { return *static_cast<const float*>(instanceRecord(session).stars); }
 };
 
-TEST_F(SimulationTimeTest, DefaultsDrawStars) {
-  render(0);
-  EXPECT_FALSE(isBlank(render(1)));
-}
-
 TEST_F(SimulationTimeTest, TimeZeroStartsOver) {
   const World first = render(0);
   const World second = render(1);
+  EXPECT_FALSE(isBlank(second));
   EXPECT_FALSE(samePixels(first, second));
   EXPECT_TRUE(samePixels(render(0), first));
   EXPECT_TRUE(samePixels(render(-7), first)) << "before the start is the start";
   EXPECT_TRUE(samePixels(render(1), second));
+  const hostkit::RenderRequest ntsc{.frame = 0, .rateNum = 30000, .rateDen = 1001};
+  EXPECT_TRUE(samePixels(renderFrame(session, {}, ntsc), first));
 }
 
 TEST_F(SimulationTimeTest, AJumpIsOneStep) {
@@ -46,15 +43,6 @@ TEST_F(SimulationTimeTest, AJumpIsOneStep) {
   EXPECT_TRUE(samePixels(render(10), second));
   EXPECT_TRUE(samePixels(render(10), third)) << "the same frame again is another step";
   EXPECT_EQ(instanceRecord(session).stepCounter, 3);
-}
-
-TEST_F(SimulationTimeTest, FrameRateDecidesNothingButWhereZeroIs) {
-  const World first = render(0);
-  const World second = render(1);
-  const hostkit::RenderRequest ntsc{.frame = 0, .rateNum = 30000, .rateDen = 1001};
-  EXPECT_TRUE(samePixels(renderFrame(session, {}, ntsc), first));
-  EXPECT_EQ(session.inData().time_step, 1001);
-  EXPECT_TRUE(samePixels(render(1), second));
 }
 
 // Drawing keeps state from frame to frame; time 0 clears it.
@@ -82,42 +70,35 @@ TEST_F(SimulationTimeTest, NothingIsLeftOfWhatWasRenderedBefore) {
 }
 
 TEST_F(SimulationTimeTest, LoweringTheMaximumDropsTheYoungest) {
-  hosttest::set(session, "Intensity", 40);
   hosttest::set(session, "Terminate type", 1);
-  for (A_long frame = 0; frame < 5; ++frame) render(frame);
-  EXPECT_EQ(instanceRecord(session).starCount, 100) << "20 stars a step";
-  EXPECT_EQ(instanceRecord(session).capacity, 300);
-  const float oldest = randomFactorOfOldest();
-
-  hosttest::set(session, "Intensity", 0);
-  hosttest::set(session, "Maximum number of stars", 10);
-  render(5);
-  EXPECT_EQ(instanceRecord(session).starCount, 10);
-  EXPECT_EQ(instanceRecord(session).capacity, 10);
-  EXPECT_EQ(randomFactorOfOldest(), oldest);
-
-  hosttest::set(session, "Intensity", 40);
-  hosttest::set(session, "Maximum number of stars", 0);
-  render(6);
-  EXPECT_EQ(instanceRecord(session).starCount, 10) << "the living live on, none is born";
-  EXPECT_EQ(instanceRecord(session).capacity, 10);
-
-  hosttest::set(session, "Maximum number of stars", 25);
-  render(7);
-  EXPECT_EQ(instanceRecord(session).starCount, 25);
-  EXPECT_EQ(randomFactorOfOldest(), oldest);
+  struct Step {
+    int intensity, maximum, stars, capacity;
+  };
+  float oldest = 0;
+  A_long frame = 0;
+  for (const auto& [intensity, maximum, stars, capacity] : {Step{40, 300, 20, 300},
+                                                            {40, 300, 40, 300},
+                                                            {0, 10, 10, 10},
+                                                            {40, 0, 10, 10},
+                                                            {40, 25, 25, 25}}) {
+    hosttest::set(session, "Intensity", intensity);
+    hosttest::set(session, "Maximum number of stars", maximum);
+    render(frame);
+    if (frame == 0) oldest = randomFactorOfOldest();
+    EXPECT_EQ(instanceRecord(session).starCount, stars) << "frame " << frame;
+    EXPECT_EQ(instanceRecord(session).capacity, capacity) << "frame " << frame;
+    EXPECT_EQ(randomFactorOfOldest(), oldest) << "frame " << frame;
+    ++frame;
+  }
 }
 
 TEST_F(SimulationTimeTest, LowQualityAndDownsamplingRender) {
-  const FrameShape half{.width = 32, .height = 24};
   for (const PF_Quality quality : {PF_Quality_LO, PF_Quality_HI, PF_Quality_DRAWING_AUDIO}) {
-    const hostkit::RenderRequest request{.frame = 0,
-                                         .quality = quality,
-                                         .layerWidth = 64,
-                                         .layerHeight = 48,
-                                         .downsampleX = {1, 2},
-                                         .downsampleY = {1, 2}};
-    renderFrame(session, half, request);
+    hostkit::RenderRequest request{.frame = 0, .quality = quality};
+    request.layerWidth = 64;
+    request.layerHeight = 48;
+    request.downsampleX = request.downsampleY = {1, 2};
+    renderFrame(session, {.width = 32, .height = 24}, request);
     EXPECT_GT(instanceRecord(session).starCount, 0);
   }
 }
