@@ -1,4 +1,5 @@
 #include <memory>
+#include <optional>
 #include <set>
 
 #include "commands.h"
@@ -14,17 +15,17 @@ struct RenderOptions {
   std::string scene;
   SceneOptions overrides;
   std::string output;
-  std::string frames;
+  std::optional<std::string> frames;
   bool overwrite = false;
   std::string module;
 };
 
 FrameRange rangeToRender(const RenderOptions& options, const ScenePlan& plan) {
   const FrameRange whole{0, plan.frames - 1};
-  if (options.frames.empty()) return whole;
-  const FrameRange range = parseFrameRange(options.frames);
+  if (!options.frames) return whole;
+  const FrameRange range = parseFrameRange(*options.frames);
   if (range.last > whole.last) {
-    throw UsageError("--frames " + inQuotes(options.frames) + ": the scene has the frames 0-" +
+    throw UsageError("--frames " + inQuotes(*options.frames) + ": the scene has the frames 0-" +
                      std::to_string(whole.last));
   }
   return range;

@@ -1,13 +1,22 @@
 #include "interrupt.h"
 
+#include <unistd.h>
+
 #include <csignal>
 
 namespace cli {
 namespace {
 
 volatile std::sig_atomic_t interruptRequested = 0;
+const char* volatile unfinishedFile = nullptr;
 
+// The second signal does not wait for a long frame to end.
 void requestInterrupt(int) {
+  if (interruptRequested) {
+    const char* unfinished = unfinishedFile;
+    if (unfinished != nullptr) unlink(unfinished);
+    _exit(1);
+  }
   interruptRequested = 1;
 }
 
@@ -28,6 +37,10 @@ void installInterruptHandlers() {
   // A vanished reader and a file size limit then show up as write errors.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
+}
+
+void setUnfinishedFile(const char* path) {
+  unfinishedFile = path;
 }
 
 void throwIfInterrupted() {

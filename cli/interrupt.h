@@ -1,5 +1,6 @@
-// Ctrl-C and polite termination: the signals only raise a flag, and the work notices it at its next
-// step, so that destructors run and half-written files disappear.
+// Ctrl-C and polite termination: the first signal only raises a flag, and the work notices it at
+// its next step, so that destructors run and half-written files disappear. A second one ends the
+// program at once.
 #pragma once
 
 #include <stdexcept>
@@ -13,6 +14,10 @@ struct Interrupted : std::runtime_error {
 // Takes over SIGINT, SIGTERM and SIGHUP, and ignores SIGPIPE so that a vanished reader shows up as
 // a write error. Call once, at start.
 void installInterruptHandlers();
+
+// Names the half-written file that a second signal removes before it ends the program; null when
+// there is none. The name is borrowed until the next call.
+void setUnfinishedFile(const char* path);
 
 // Throws Interrupted when one of the signals has arrived. To be called between frames and whenever
 // a system call returns EINTR.

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdio>
+#include <iostream>
 #include <new>
 
 #include "commands.h"
@@ -42,6 +43,10 @@ int run(int argc, char** argv) {
   checkCommandName(app, argc, argv);
   try {
     app.parse(argc, argv);
+    std::cout.flush();
+    if (std::fflush(stdout) != 0 || std::cout.fail()) {
+      return failure(kWorkFailed, "cannot write to standard output");
+    }
     return 0;
   } catch (const CLI::Success& success) {  // --help and --version
     return app.exit(success);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
+#include <regex>
 
 #include "child_process.h"
 #include "errors.h"
@@ -89,8 +90,12 @@ MediaInfo infoOf(const Json& stream) {
   return info;
 }
 
+// Numbered frames, such as frame_%04d.png, are named by a pattern rather than by a file.
 bool isSequencePattern(const std::filesystem::path& path) {
-  return path.filename().string().find('%') != std::string::npos;
+  static const std::regex field("%0?[0-9]*d");
+  std::error_code error;
+  return !std::filesystem::exists(path, error) &&
+         std::regex_search(path.filename().string(), field);
 }
 
 }  // namespace

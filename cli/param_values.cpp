@@ -164,7 +164,7 @@ ParamValue paramValue(const UserValue& value, const Parameter& parameter, FrameS
     case PF_Param_POPUP:
       return popupValue(value, parameter);
     case PF_Param_PATH:
-      throw ValueError("takes a mask, and masks are not supported yet by this version");
+      throw ValueError("takes a mask, which a scene file gives as [mask]");
     default:
       throw ValueError("is a " + std::string(hostkit::typeName(parameter.type())) +
                        ", which has no value");

@@ -9,6 +9,7 @@
 #include "animation.h"
 #include "frame.h"
 #include "frame_rate.h"
+#include "mask.h"
 
 namespace cli {
 
@@ -24,6 +25,7 @@ struct Scene {
   bool highQuality = true;
   std::filesystem::path input;    // as to be opened; empty: a transparent layer
   std::string inputPlace;         // where it was written, for messages; empty for an option
+  std::optional<Mask> mask;       // the value of the path parameter
   std::vector<Setting> settings;  // in the order of the file
 };
 

@@ -1,8 +1,9 @@
 #include "scene_renderer.h"
 
+#include <algorithm>
+
 #include "errors.h"
 #include "interrupt.h"
-#include "silent_emitters.h"
 
 namespace cli {
 
@@ -13,9 +14,24 @@ SceneRenderer::SceneRenderer(ScenePlan plan, const std::string& modulePath)
       input_(plan_.size.width, plan_.size.height, plan_.scene.depth),
       output_(plan_.size.width, plan_.size.height, plan_.scene.depth) {
   effect_.session().parameters().resetToDefaults(plan_.size.width, plan_.size.height);
+  if (plan_.scene.mask) chooseMask(*plan_.scene.mask);
   if (plan_.input) {
     reader_.emplace(plan_.scene.input, *plan_.input, plan_.size, plan_.rate, plan_.scene.depth);
   }
+}
+
+void SceneRenderer::chooseMask(const Mask& mask) {
+  hostkit::Session& session = effect_.session();
+  const auto& parameters = session.parameters().list();
+  const auto path = std::ranges::find(parameters, PF_Param_PATH, &hostkit::Parameter::type);
+  if (path == parameters.end()) {
+    throw WorkError("the module " + inQuotes(effect_.path().string()) + " takes no mask");
+  }
+  const auto shapeAtTime = [mask, rate = plan_.rate](const hostkit::MaskTime& time) {
+    return shapeAt(mask, frameAt(time, rate));
+  };
+  session.parameters().setPath(path->index,
+                               session.records().masks.add(shapeAtTime, mask.inverted));
 }
 
 void SceneRenderer::renderNext() {
@@ -41,12 +57,9 @@ Frame SceneRenderer::picture() const {
 }
 
 std::vector<std::string> SceneRenderer::warnings() const {
-  std::vector<std::string> warnings = silentEmitterWarnings(tracks_);
-  if (reader_ && !reader_->complaint().empty()) {
-    warnings.push_back("the input " + inQuotes(plan_.scene.input.string()) +
-                       " is damaged: " + reader_->complaint());
-  }
-  return warnings;
+  if (!reader_ || reader_->complaint().empty()) return {};
+  return {"the input " + inQuotes(plan_.scene.input.string()) +
+          " is damaged: " + reader_->complaint()};
 }
 
 }  // namespace cli

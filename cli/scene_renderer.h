@@ -29,6 +29,8 @@ class SceneRenderer {
   std::vector<std::string> warnings() const;
 
  private:
+  void chooseMask(const Mask& mask);
+
   ScenePlan plan_;
   Effect effect_;
   std::vector<Track> tracks_;

@@ -9,6 +9,7 @@
 
 #include "errors.h"
 #include "file_descriptor.h"
+#include "interrupt.h"
 
 namespace cli {
 
@@ -16,6 +17,7 @@ TemporaryFile::TemporaryFile(std::filesystem::path finalPath) : finalPath_(std::
   path_ = finalPath_;
   path_.replace_filename("." + finalPath_.filename().string() + "." + std::to_string(getpid()) +
                          ".part");
+  setUnfinishedFile(path_.c_str());
   const FileDescriptor file(open(path_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
   if (!file.isOpen()) {
     throw WorkError("cannot write " + inQuotes(finalPath_.string()) + ": " + std::strerror(errno));
@@ -23,7 +25,9 @@ TemporaryFile::TemporaryFile(std::filesystem::path finalPath) : finalPath_(std::
 }
 
 TemporaryFile::~TemporaryFile() {
-  if (!path_.empty()) unlink(path_.c_str());
+  if (path_.empty()) return;
+  unlink(path_.c_str());
+  setUnfinishedFile(nullptr);
 }
 
 void TemporaryFile::commit() {
@@ -32,6 +36,7 @@ void TemporaryFile::commit() {
   if (error) {
     throw WorkError("cannot write " + inQuotes(finalPath_.string()) + ": " + error.message());
   }
+  setUnfinishedFile(nullptr);
   path_.clear();
 }
 

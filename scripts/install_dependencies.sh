@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   g++ cmake ninja-build pkg-config git
-  libcli11-dev libtomlplusplus-dev nlohmann-json3-dev libpng-dev libcairo2-dev
+  libcli11-dev libtomlplusplus-dev nlohmann-json3-dev libpng-dev libcairo2-dev libpugixml-dev
   libgtest-dev libbenchmark-dev
   clang-format clang-tidy
   ffmpeg fonts-dejavu-core

@@ -22,12 +22,19 @@ TEST_F(ProgramTest, HelpSucceedsAndMisuseDoesNot) {
     EXPECT_TRUE(result.err.empty());
   }
   for (const std::vector<std::string>& arguments :
-       {std::vector<std::string>{}, {"rendr"}, {"--nothing"}, {"params", "extra"}}) {
+       {std::vector<std::string>{},
+        {"rendr"},
+        {"--nothing"},
+        {"params", "extra"},
+        {"render", "s.toml", "-o", "f.mov", "--depth", "32"}}) {
     const CommandResult result = brisel(arguments);
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.err.rfind("brisel: ", 0), 0u) << result.err;
   }
   EXPECT_NE(brisel({"rendr"}).err.find("the nearest is \"render\""), std::string::npos);
+  const CommandResult lost = brisel({"info", "--module", "lost.AEX"});
+  EXPECT_EQ(lost.exitCode, 1);
+  EXPECT_NE(lost.err.find("lost.AEX"), std::string::npos) << lost.err;
 }
 
 TEST_F(ProgramTest, ParametersAreListedForPeopleAndScripts) {
@@ -57,12 +64,19 @@ TEST_F(ProgramTest, ParametersAreListedForPeopleAndScripts) {
   EXPECT_EQ(table.find("group end"), std::string::npos);
 }
 
+TEST_F(ProgramTest, AFullStandardOutputIsAnError) {
+  const CommandResult result = run({"sh", "-c", "exec " BRISEL_PROGRAM " params > /dev/full"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(result.isOneSentence()) << result.err;
+}
+
 TEST_F(ProgramTest, InfoTellsWhatTheModuleReports) {
   const std::string out = brisel({"info"}).out;
   for (const char* part : {"VellixDrizzen_64.AEX", "2.0.0 develop, build 1 (0x00100001)",
                            "0x06008454: ", "0x00000008: ", "82, with the input layer"}) {
     EXPECT_NE(out.find(part), std::string::npos) << part << " in\n" << out;
   }
+  EXPECT_EQ(out.find('\r'), std::string::npos) << "the host's line break";
 }
 
 TEST_F(ProgramTest, SheetsShowEveryScene) {

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace clitest {
@@ -14,6 +15,11 @@ struct CommandResult {
   int exitCode;
   std::string out;
   std::string err;
+
+  // Of an error as people are told it: "brisel: " and no more than a line.
+  bool isOneSentence() const {
+    return err.starts_with("brisel: ") && err.find('\n') == err.size() - 1;
+  }
 };
 
 // Deletes its folder at the end. The tests of this program run in it, so names are short.
@@ -44,5 +50,27 @@ class ScratchTest : public ::testing::Test {
 };
 
 std::vector<std::string> words(const std::string& text);
+
+// What an Error thrown by `work` says; "none" without one.
+template <typename Error, typename Work>
+std::string errorOf(const Work& work) {
+  try {
+    work();
+  } catch (const Error& error) {
+    return error.what();
+  }
+  return "none";
+}
+
+// Pairs of what is given and how the complaint about it begins.
+using Complaints = std::vector<std::pair<std::string, std::string>>;
+
+template <typename Complain>
+void expectComplaints(const Complaints& cases, const Complain& complain) {
+  for (const auto& [given, expected] : cases) {
+    const std::string message = complain(given);
+    EXPECT_TRUE(message.starts_with(expected)) << given << "\nis answered by: " << message;
+  }
+}
 
 }  // namespace clitest
