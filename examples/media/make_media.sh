@@ -29,6 +29,31 @@ SVG
   encode -i "$work/title.svg" -frames:v 1 -pix_fmt rgba title.png
 }
 
+# An emblem on transparent: a star inside a tilted orbit, which is dim at one end.
+logo() {
+  cat > "$work/logo.svg" <<'SVG'
+<svg xmlns="http://www.w3.org/2000/svg" width="960" height="540">
+  <linearGradient id="sweep">
+    <stop offset="0" stop-color="#2a1c8c"/>
+    <stop offset="0.3" stop-color="#7a35d8"/>
+    <stop offset="0.65" stop-color="#ff4f9a"/>
+    <stop offset="1" stop-color="#ffc46b"/>
+  </linearGradient>
+  <radialGradient id="core">
+    <stop offset="0" stop-color="#ffffff"/>
+    <stop offset="0.5" stop-color="#ffe9b0"/>
+    <stop offset="1" stop-color="#ff9a4d"/>
+  </radialGradient>
+  <path transform="rotate(-24 480 270)" fill="url(#sweep)" fill-rule="evenodd"
+    d="M 130 270 A 350 140 0 1 0 830 270 A 350 140 0 1 0 130 270 Z
+       M 180 262 A 308 104 0 1 0 796 262 A 308 104 0 1 0 180 262 Z"/>
+  <path fill="url(#core)"
+    d="M 480 56 Q 500 246 648 270 Q 500 294 480 484 Q 460 294 312 270 Q 460 246 480 56 Z"/>
+</svg>
+SVG
+  encode -i "$work/logo.svg" -frames:v 1 -pix_fmt rgba logo.png
+}
+
 # A ridge line as SVG path data: folded waves, which give sharp peaks and no repetition.
 ridge() {  # WIDTH HEIGHT BASE ROUGHNESS PHASE
   awk -v w="$1" -v h="$2" -v base="$3" -v rough="$4" -v phase="$5" 'BEGIN {
@@ -148,5 +173,6 @@ SVG
 }
 
 title
+logo
 dusk
 nebula
