@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "engine/mask_outline.h"
-#include "host/suite.h"
+#include "suites/suite_handle.h"
 
 namespace brisel {
 

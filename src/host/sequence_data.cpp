@@ -6,30 +6,39 @@
 #include <new>
 
 #include "host/locked_handle.h"
+#include "host/module_state.h"
 #include "platform/pages.h"
+#include "presets/preset_index.h"
 #include "sdk/codes.h"
 
 namespace brisel {
 namespace {
 
-constexpr std::int32_t kPresetLists = 2;
-
 std::size_t arrayBytes(std::int32_t capacity) {
   return static_cast<std::size_t>(capacity) * sizeof(Particle);
+}
+
+std::unique_ptr<PresetList[]> readPresetLists() {
+  const ModuleFolders& folders = moduleState().folders;
+  const PresetFolders paths{folders.presetFilePath, folders.presetFolder};
+  auto lists = std::make_unique<PresetList[]>(kPresetListCount);
+  ReadPresetIndex(paths, "Emmiter", lists[kEmitterPresetList]);
+  ReadPresetIndex(paths, "Geometry", lists[kStarPresetList]);
+  return lists;
 }
 
 }  // namespace
 
 PF_Err createSequence(PF_InData& in, PF_OutData& out) {
   if (!hasHandleCallbacks(in)) return kNoSequenceHandle;
-  auto presetLists = std::make_unique<PresetList[]>(kPresetLists);
+  auto presetLists = readPresetLists();
   const PF_Handle handle = in.utils->host_new_handle(sizeof(SequenceState));
   if (handle == nullptr) return kNoSequenceHandle;
   {
     const LockedHandle locked(*in.utils, handle);
     if (locked.get() != nullptr) {
       auto* state = new (locked.get()) SequenceState;
-      state->presetListCount = kPresetLists;
+      state->presetListCount = kPresetListCount;
       state->presetLists = presetLists.release();
     }
   }

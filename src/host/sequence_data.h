@@ -9,6 +9,9 @@
 
 namespace brisel {
 
+/// The lists of an instance.
+enum PresetListIndex : std::int32_t { kEmitterPresetList, kStarPresetList, kPresetListCount };
+
 /// The handle's contents. Nothing of it survives flattening.
 struct SequenceState {
   Particle* stars = nullptr;  // `capacity` records in pages of their own; owned
@@ -18,15 +21,16 @@ struct SequenceState {
   std::int32_t reserved = 0;
   float emissionAccumulator = 0.0f;
   std::int32_t presetListCount = 0;   // 2 while the lists exist
-  PresetList* presetLists = nullptr;  // emitter presets, star presets; owned
+  PresetList* presetLists = nullptr;  // kPresetListCount of them; owned
 };
 static_assert(sizeof(SequenceState) == 40);
 
 /// What the host is told when it has no handle to give.
 inline constexpr PF_Err kNoSequenceHandle = -108;
 
-/// Creates the instance's state in a new handle. Returns kNoSequenceHandle, and creates nothing,
-/// when the host gives no handle or refuses to lock it.
+/// Creates the instance's state in a new handle, with the presets that lie beside the module.
+/// Returns kNoSequenceHandle, and creates nothing, when the host gives no handle or refuses to lock
+/// it.
 PF_Err createSequence(PF_InData& in, PF_OutData& out);
 
 /// Releases the instance's state and its handle; without one, does nothing.

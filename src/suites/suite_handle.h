@@ -16,22 +16,31 @@ class SuiteHandle {
       : basic_(in.pica_basicP), name_(name), version_(version) {
     if (basic_ == nullptr) return;
     const void* suite = nullptr;
-    if (basic_->AcquireSuite(name_, version_, &suite) != 0) return;
-    suite_ = static_cast<const Suite*>(suite);
+    error_ = basic_->AcquireSuite(name_, version_, &suite);
+    if (error_ == 0) suite_ = static_cast<const Suite*>(suite);
   }
-  ~SuiteHandle() {
-    if (suite_ != nullptr) basic_->ReleaseSuite(name_, version_);
-  }
+  ~SuiteHandle() { release(); }
   SuiteHandle(const SuiteHandle&) = delete;
   SuiteHandle& operator=(const SuiteHandle&) = delete;
 
   const Suite* get() const { return suite_; }
   const Suite* operator->() const { return suite_; }
 
+  /// What the host answered to the acquisition; 0 also when it has no suites at all.
+  SPErr error() const { return error_; }
+
+  /// Gives the suite back before the scope ends; returns the host's answer.
+  SPErr release() {
+    if (suite_ == nullptr) return 0;
+    suite_ = nullptr;
+    return basic_->ReleaseSuite(name_, version_);
+  }
+
  private:
   const SPBasicSuite* basic_;
   const char* name_;
   std::int32_t version_;
+  SPErr error_ = 0;
   const Suite* suite_ = nullptr;
 };
 

@@ -1,0 +1,10 @@
+// Work beside the host's thread.
+#pragma once
+
+namespace brisel {
+
+/// Runs `work` in a thread of its own that nobody waits for; the module stays loaded until it has
+/// ended. Returns false, and runs nothing, when the system gives no thread.
+bool runInShortThread(void (*work)());
+
+}  // namespace brisel
