@@ -9,13 +9,12 @@
 
 namespace brisel {
 
-/// The index of each parameter that is read or greyed out; groups and panels in between have none.
+/// The index of each parameter that is read or greyed out; other groups and panels have none.
 enum ParamIndex : std::int32_t {
   kInputLayer = 0,
-  kInformation = 1,
-  kEmmiterPresets = 3,
   kPath = 4,
   kStandardPath = 5,
+  kControlPoints = 6,
   kStart = 7,
   kEnd = 8,
   kControlStart = 9,
@@ -30,6 +29,7 @@ enum ParamIndex : std::int32_t {
   kInitialSpeed = 19,
   kSpeedDispersion = 20,
   kGrowUp = 21,
+  kTerminate = 22,
   kTerminateType = 23,
   kTimeLife = 24,
   kTimeLifeDispersion = 25,
@@ -43,7 +43,6 @@ enum ParamIndex : std::int32_t {
   kOscillation = 34,
   kAmplitudeOfOscillation = 35,
   kFrequencyOfOscillation = 36,
-  kStarsPresets = 38,
   kType = 40,
   kSize = 41,
   kSizeDependOnSource = 42,
@@ -60,6 +59,7 @@ enum ParamIndex : std::int32_t {
   kAngleAmplitudeOfOscillation = 53,
   kAngleFrequencyOfOscillation = 54,
   kAngleJittering = 55,
+  kAdditionalElements = 56,
   kTypeOfHalo = 57,
   kVolumeOfHalo = 58,
   kSizeOfHalo = 59,
