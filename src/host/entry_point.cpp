@@ -5,11 +5,14 @@
 #include <string_view>
 
 #include "host/floating_point_guard.h"
+#include "host/greying.h"
 #include "host/identity.h"
 #include "host/module_state.h"
+#include "host/panel_events.h"
 #include "host/params_setup.h"
 #include "host/render_driver.h"
 #include "host/sequence_data.h"
+#include "host/supplied_parameters.h"
 #include "sdk/codes.h"
 
 #if defined(_WIN32)
@@ -32,15 +35,30 @@ PF_Err showAbout(PF_OutData& out) {
 }
 
 PF_Err setUpGlobally(PF_OutData& out) {
-  moduleState().folders = findFolders();
+  ModuleState& module = moduleState();
+  module.folders = findFolders();
+  LoadGreyTexture(module.greyTexture, 999, 30, 30, 1.0f);
   out.my_version = kEffectVersion;
   out.out_flags = kOutFlags;
   out.out_flags2 = kOutFlags2;
   return PF_Err_NONE;
 }
 
+PF_Err updateChangedParameter(const PF_InData& in, PF_ParamDef* const* params, const void* extra) {
+  if (extra != nullptr && hasAllParameters(in, params)) {
+    const auto& changed = *static_cast<const PF_UserChangedParamExtra*>(extra);
+    updateParameterUI(in, params, changed.param_index);
+  }
+  return PF_Err_NONE;
+}
+
+PF_Err updateParameters(const PF_InData& in, PF_ParamDef* const* params) {
+  if (hasAllParameters(in, params)) updateAllParameterUI(in, params);
+  return PF_Err_NONE;
+}
+
 PF_Err dispatch(PF_Cmd command, PF_InData& in, PF_OutData& out, PF_ParamDef* params[],
-                PF_LayerDef* output) {
+                PF_LayerDef* output, void* extra) {
   switch (command) {
     case PF_Cmd_ABOUT:
       return showAbout(out);
@@ -57,6 +75,13 @@ PF_Err dispatch(PF_Cmd command, PF_InData& in, PF_OutData& out, PF_ParamDef* par
       return releaseSequence(in, out);
     case PF_Cmd_RENDER:
       return output == nullptr ? PF_Err_NONE : renderFrame(in, out, params, *output);
+    case PF_Cmd_USER_CHANGED_PARAM:
+      return updateChangedParameter(in, params, extra);
+    case PF_Cmd_UPDATE_PARAMS_UI:
+      return updateParameters(in, params);
+    case PF_Cmd_EVENT:
+      if (extra == nullptr) return PF_Err_NONE;
+      return handleEvent(in, out, params, *static_cast<PF_EventExtra*>(extra));
     default:
       return PF_Err_NONE;
   }
@@ -67,11 +92,11 @@ PF_Err dispatch(PF_Cmd command, PF_InData& in, PF_OutData& out, PF_ParamDef* par
 
 extern "C" BRISEL_EXPORT PF_Err EntryPointFunc(PF_Cmd command, PF_InData* in, PF_OutData* out,
                                                PF_ParamDef* params[], PF_LayerDef* output,
-                                               void* /*extra*/) {
+                                               void* extra) {
   if (in == nullptr || out == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
   const brisel::FloatingPointGuard floatingPoint;
   try {
-    return brisel::dispatch(command, *in, *out, params, output);
+    return brisel::dispatch(command, *in, *out, params, output, extra);
   } catch (...) {
     // Only memory can run out here, and a render is not to report that.
     return command == PF_Cmd_RENDER ? PF_Err_NONE : PF_Err_OUT_OF_MEMORY;

@@ -4,13 +4,19 @@
 
 #include "engine/random.h"
 #include "host/module_folders.h"
+#include "presets/parameter_file.h"
 #include "render/drawing.h"
+#include "ui/header.h"
+#include "ui/resource_image.h"
 
 namespace brisel {
 
 struct ModuleState {
-  ModuleFolders folders;  // filled at global set-up
-  DrawingState drawing;   // shared by all instances, as one render leaves it to the next
+  ModuleFolders folders;    // filled at global set-up, as the texture
+  GreyTexture greyTexture;  // for star types that sample one; none of today's does
+  DrawingState drawing;     // shared by all instances, as one render leaves it to the next
+  FrameSize frameSize;      // of the last render; a preset's points are fractions of it
+  HeaderState header;
 };
 
 ModuleState& moduleState();

@@ -10,22 +10,15 @@
 #include "host/locked_handle.h"
 #include "host/mask_path.h"
 #include "host/module_state.h"
-#include "host/parameter_table.h"
 #include "host/read_settings.h"
 #include "host/sequence_data.h"
+#include "host/supplied_parameters.h"
 #include "render/frame.h"
 #include "render/mix.h"
 #include "sdk/codes.h"
 
 namespace brisel {
 namespace {
-
-/// Whether all parameters are there.
-bool hasAllParameters(const PF_InData& in, PF_ParamDef* const* params) {
-  if (params == nullptr || in.num_params < kParamCount) return false;
-  return std::all_of(params, params + kParamCount,
-                     [](const PF_ParamDef* param) { return param != nullptr; });
-}
 
 /// Whether the world's rows hold as many pixels as it claims.
 bool isSound(const PF_LayerDef& world) {
@@ -83,6 +76,7 @@ PF_Err renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
   if (!hasAllParameters(in, params)) return PF_Err_NONE;
 
   RenderSettings settings = readSettings(in, params, output);
+  moduleState().frameSize = {settings.frameWidth, settings.frameHeight};
   PageArray<float> sourceIntensityMap;
   PageArray<std::uint8_t> alphaMask;
   if (settings.standardPath == StandardPath::SourceAsRasterMask) {

@@ -1,0 +1,31 @@
+// The pictures that are built into the module.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+namespace brisel {
+
+/// A drawn picture: blue, green, red, bottom row first, rows padded to a multiple of 4 bytes.
+struct ResourceBitmap {
+  std::unique_ptr<std::uint8_t[]> pixels;  // null when it could not be had
+  std::size_t rowBytes = 0;
+};
+
+/// Loads the picture of that identifier and size, in pixels. Without pixels when a size is 0, there
+/// is no such picture or no memory for it.
+ResourceBitmap LoadResourceBitmap(int identifier, int width, int height);
+
+/// A texture of grey values, 0 .. 255 times its scale; element x + y * width, top row first.
+struct GreyTexture {
+  std::unique_ptr<float[]> values;
+  int width = 0;
+  int height = 0;
+};
+
+/// Fills `texture` with the red of a picture times `scale`. Leaves it empty when the picture cannot
+/// be had.
+void LoadGreyTexture(GreyTexture& texture, int identifier, int width, int height, float scale);
+
+}  // namespace brisel
