@@ -3,6 +3,8 @@
 #include <cstring>
 #include <utility>
 
+#include "sdk/codes.h"
+
 namespace hostkit {
 
 namespace {
@@ -53,6 +55,16 @@ PF_Err resizeHandle(A_u_longlong newSize, PF_Handle* handle) {
   return current->handles.resize(*handle, newSize) ? PF_Err_NONE : PF_Err_OUT_OF_MEMORY;
 }
 
+PF_Err getPlatformData(PF_ProgPtr effectRef, A_long which, void* data) {
+  HostRecords* host = currentHost(effectRef);
+  if (host == nullptr) return PF_Err_INVALID_CALLBACK;
+  if (host->pane.failsNow()) return PF_Err_OUT_OF_MEMORY;
+  if (which != PF_PlatData_MAIN_WND || data == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
+  void* const noWindow = nullptr;  // what is opened from here stands alone
+  std::memcpy(data, &noWindow, sizeof noWindow);
+  return PF_Err_NONE;
+}
+
 SPErr acquireSuite(const char* name, std::int32_t version, const void** suite) {
   *suite = current == nullptr ? nullptr : current->suites.acquire({name, version});
   return *suite == nullptr ? PF_Err_INVALID_CALLBACK : PF_Err_NONE;
@@ -76,6 +88,10 @@ HostRecords* currentHost(PF_ProgPtr effectRef) {
   return current;
 }
 
+HostRecords* currentHost() {
+  return current;
+}
+
 PF_InteractCallbacks interactCallbacks() {
   PF_InteractCallbacks callbacks{};
   callbacks.add_param = addParam;
@@ -89,6 +105,7 @@ PF_UtilCallbacks utilCallbacks() {
   callbacks.host_lock_handle = lockHandle;
   callbacks.host_unlock_handle = unlockHandle;
   callbacks.host_dispose_handle = disposeHandle;
+  callbacks.get_platform_data = getPlatformData;
   callbacks.host_get_handle_size = handleSize;
   callbacks.host_resize_handle = resizeHandle;
   callbacks.ansi.strcpy = [](char* to, const char* from) { return std::strcpy(to, from); };

@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "hostkit/control_pane.h"
 #include "hostkit/handles.h"
 #include "hostkit/masks.h"
 #include "hostkit/parameters.h"
@@ -19,6 +20,7 @@ struct HostRecords {
   ParameterSet parameters;
   MaskTable masks;
   SuiteLedger suites;
+  ControlPane pane;
   std::optional<PF_CustomUIInfo> customUI;  // of the last register_ui
 
   PF_Err addParamError = PF_Err_NONE;    // returned by add_param ...
@@ -44,6 +46,7 @@ class CurrentHost {
 // The records current on this thread, null outside a command. Counts a reference that is not the
 // running command's.
 HostRecords* currentHost(PF_ProgPtr effectRef);
+HostRecords* currentHost();  // for callbacks that hand back no reference
 
 PF_InteractCallbacks interactCallbacks();
 PF_UtilCallbacks utilCallbacks();

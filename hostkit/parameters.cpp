@@ -136,6 +136,38 @@ PF_Err ParameterSet::add(PF_ParamIndex index, const PF_ParamDef& def) {
   return PF_Err_NONE;
 }
 
+PF_Err ParameterSet::updateUI(PF_ParamIndex index, const PF_ParamDef& def) {
+  if (index < 1 || index >= count()) return PF_Err_INVALID_INDEX;
+  PF_ParamDef& shown = values_[static_cast<std::size_t>(index)];
+  if (def.param_type != shown.param_type) return PF_Err_BAD_CALLBACK_PARAM;
+  shown.ui_flags = def.ui_flags;
+  shown.ui_width = def.ui_width;
+  shown.ui_height = def.ui_height;
+  shown.flags = def.flags;
+  std::memcpy(shown.name, def.name, sizeof shown.name);
+  ++uiUpdates_;
+  return PF_Err_NONE;
+}
+
+void ParameterSet::beginChanges() {
+  for (PF_ParamDef& value : values_) value.uu.change_flags = 0;
+  valuesBefore_ = values_;
+}
+
+std::vector<PF_ParamIndex> ParameterSet::endChanges() {
+  std::vector<PF_ParamIndex> changed;
+  for (std::size_t i = 0; i < values_.size(); ++i) {
+    if ((values_[i].uu.change_flags & PF_ChangeFlag_CHANGED_VALUE) != 0) {
+      changed.push_back(static_cast<PF_ParamIndex>(i));
+    } else {
+      values_[i].u = valuesBefore_[i].u;
+    }
+    values_[i].uu.change_flags = 0;
+  }
+  if (!changed.empty()) changed_ = true;
+  return changed;
+}
+
 const Parameter* ParameterSet::find(std::string_view label) const {
   const auto found = std::ranges::find_if(parameters_, [&](const Parameter& parameter) {
     return parameter.label == label && parameter.type() != PF_Param_GROUP_END &&

@@ -81,6 +81,17 @@ class ParameterSet {
   // Whether a value changed since this was last asked.
   bool takeChanged();
 
+  // What PF_UpdateParamUI does: takes over flags, size and name, but no value. Returns
+  // PF_Err_INVALID_INDEX for one that was not declared and PF_Err_BAD_CALLBACK_PARAM for another
+  // type than was declared.
+  PF_Err updateUI(PF_ParamIndex index, const PF_ParamDef& def);
+  int uiUpdates() const { return uiUpdates_; }
+
+  // Around a command in which a module may change values: those it marks as changed stay and are
+  // returned, all others are put back.
+  void beginChanges();
+  std::vector<PF_ParamIndex> endChanges();
+
  private:
   PF_ParamDef& valueOfType(PF_ParamIndex index, PF_ParamType type);
   void renewPointers();
@@ -88,8 +99,10 @@ class ParameterSet {
   std::vector<Parameter> parameters_;
   std::vector<PF_ParamDef> values_;
   std::vector<PF_ParamDef*> pointers_;
+  std::vector<PF_ParamDef> valuesBefore_;
   int openGroups_ = 0;
   bool changed_ = false;
+  int uiUpdates_ = 0;
 };
 
 }  // namespace hostkit

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "hostkit/path_suites.h"
+#include "hostkit/ui_suites.h"
 
 namespace hostkit {
 
@@ -14,10 +15,6 @@ constexpr PF_SpecVersion kInterfaceVersion{13, 2};
 bool takesParams(PF_Cmd cmd) {
   return cmd != PF_Cmd_ABOUT && cmd != PF_Cmd_GLOBAL_SETUP && cmd != PF_Cmd_GLOBAL_SETDOWN &&
          cmd != PF_Cmd_PARAMS_SETUP;
-}
-
-std::string messageOf(const PF_OutData& out) {
-  return {out.return_msg, strnlen(out.return_msg, sizeof out.return_msg)};
 }
 
 A_long timeOf(const RenderRequest& request) {
@@ -56,6 +53,8 @@ std::string commandName(PF_Cmd cmd) {
       return "frame set-down";
     case PF_Cmd_UPDATE_PARAMS_UI:
       return "parameter-UI update";
+    case PF_Cmd_EVENT:
+      return "event";
     default:
       return "command " + std::to_string(cmd);
   }
@@ -69,6 +68,8 @@ Session::Session(const Module& module)
   in_.version = kInterfaceVersion;
   records_.suites.offer({kPFPathQuerySuite, kPFPathQuerySuiteVersion1}, &pathQuerySuite());
   records_.suites.offer({kPFPathDataSuite, kPFPathDataSuiteVersion1}, &pathDataSuite());
+  offerUiSuites(records_.suites);
+  context_.w_type = PF_Window_EFFECT;
   in_.num_params = records_.parameters.count();
 }
 
@@ -106,6 +107,15 @@ void Session::flatten() {
 
 void Session::resetup() {
   callOrThrow(PF_Cmd_SEQUENCE_RESETUP);
+}
+
+void Session::updateParamsUI() {
+  callOrThrow(PF_Cmd_UPDATE_PARAMS_UI);
+}
+
+void Session::setLayerSize(A_long width, A_long height) {
+  in_.width = width;
+  in_.height = height;
 }
 
 std::string Session::about() {
@@ -186,6 +196,10 @@ void Session::noteSuccess(PF_Cmd cmd) {
 void Session::callOrThrow(PF_Cmd cmd) {
   const PF_Err err = call(cmd);
   throwIfFailed(cmd, err, messageOf(out_));
+}
+
+std::string Session::messageOf(const PF_OutData& out) {
+  return {out.return_msg, strnlen(out.return_msg, sizeof out.return_msg)};
 }
 
 void Session::throwIfFailed(PF_Cmd cmd, PF_Err err, const std::string& message) {

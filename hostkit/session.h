@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "hostkit/callbacks.h"
 #include "hostkit/error.h"
@@ -35,6 +37,17 @@ struct ModuleReport {
   A_long numParams = 0;  // with the input layer
 };
 
+// What a module answered to an event of one of its controls.
+struct EventReport {
+  PF_EventOutFlags eventFlags = 0;
+  PF_OutFlags outFlags = 0;
+  std::vector<PF_ParamIndex> changed;               // parameters it marked as changed
+  std::vector<std::optional<PF_Rect>> invalidated;  // none: the whole pane
+};
+
+// A control's title lies in a line of this height above it, pixels.
+inline constexpr A_long kTitleHeight = 24;
+
 // The module must outlive the session. Not for use from two threads.
 class Session {
  public:
@@ -56,6 +69,18 @@ class Session {
   void flatten();
   void resetup();
 
+  // Sends the parameter-UI update. For use between renders, which send it when it is due.
+  void updateParamsUI();
+
+  // The size of the layer for events before the first render, pixels.
+  void setLayerSize(A_long width, A_long height);
+
+  // Events of a custom control, which lies at `control` in its pane; points are pixels of the pane,
+  // too. Values that the module changed and marked as changed are taken over.
+  EventReport draw(PF_ParamIndex index, const PF_Rect& control, Painter* painter);
+  EventReport hover(PF_ParamIndex index, const PF_Rect& control, PF_Point point);
+  EventReport click(PF_ParamIndex index, const PF_Rect& control, PF_Point point);
+
   std::string about();  // the text of the about command
 
   const ModuleReport& report() const { return report_; }
@@ -73,12 +98,18 @@ class Session {
   // The same with other parameter pointers and another output world, null allowed.
   PF_Err callWith(PF_Cmd cmd, PF_ParamDef** params, PF_LayerDef* output, void* extra);
 
+  // An event of an effect-controls pane without what depends on its type, and sending one. A null
+  // painter leaves a draw event without a drawing reference.
+  PF_EventExtra event(PF_EventType type, PF_ParamIndex index, const PF_Rect& control);
+  EventReport send(PF_EventExtra& event, Painter* painter = nullptr);
+
   PF_InData& inData() { return in_; }
   const PF_OutData& outData() const { return out_; }  // as the last command left it
 
  private:
   void noteSuccess(PF_Cmd cmd);
   void callOrThrow(PF_Cmd cmd);
+  static std::string messageOf(const PF_OutData& out);
   static void throwIfFailed(PF_Cmd cmd, PF_Err err, const std::string& message);
 
   EntryPoint entry_;
@@ -89,6 +120,8 @@ class Session {
   PF_OutData out_{};
   PF_LayerDef* output_ = nullptr;
   ModuleReport report_;
+  PF_Context context_{};
+  PF_Context* contextAt_ = &context_;
   std::uintptr_t effectRefs_ = 0;
   bool globalOpen_ = false;
   bool sequenceOpen_ = false;

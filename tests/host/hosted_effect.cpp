@@ -149,6 +149,7 @@ void EffectTest::TearDown() {
   EXPECT_TRUE(records.handles.balanced());
   EXPECT_TRUE(records.suites.balanced());
   EXPECT_TRUE(records.masks.balanced());
+  EXPECT_TRUE(records.pane.balanced());
   EXPECT_EQ(records.wrongEffectRefs, 0);
 }
 
