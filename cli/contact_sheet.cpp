@@ -4,8 +4,6 @@
 #include <cmath>
 #include <cstring>
 
-#include "errors.h"
-
 namespace cli {
 namespace {
 
@@ -24,19 +22,6 @@ constexpr double kCheckerDark = 0.045;
 constexpr double kCheckerLight = 0.065;
 constexpr double kTitleGrey = 0.88;
 constexpr double kCaptionGrey = 0.52;
-
-struct CairoDeleter {
-  void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
-};
-using Cairo = std::unique_ptr<cairo_t, CairoDeleter>;
-
-// Every later call on a surface or context that failed does nothing, so asking once is enough.
-void check(cairo_status_t status) {
-  if (status != CAIRO_STATUS_SUCCESS) {
-    throw WorkError(std::string("cannot draw the contact sheet: ") +
-                    cairo_status_to_string(status));
-  }
-}
 
 std::uint32_t channelAt(const Frame& frame, const std::uint8_t* pixel, int channel) {
   if (frame.depth == Depth::k8) return pixel[channel];
@@ -64,28 +49,6 @@ void fillSurface(cairo_surface_t* surface, const Frame& frame) {
   cairo_surface_mark_dirty(surface);
 }
 
-Frame frameFromSurface(cairo_surface_t* surface) {
-  cairo_surface_flush(surface);
-  Frame frame({cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface)},
-              Depth::k8);
-  const unsigned char* rows = cairo_image_surface_get_data(surface);
-  const int stride = cairo_image_surface_get_stride(surface);
-  for (int y = 0; y < frame.size.height; ++y) {
-    std::uint8_t* to = frame.row(y);
-    for (int x = 0; x < frame.size.width; ++x) {
-      std::uint32_t packed;
-      std::memcpy(&packed, rows + std::ptrdiff_t{y} * stride + 4 * x, sizeof packed);
-      for (int c = 0; c < 3; ++c) *to++ = static_cast<std::uint8_t>(packed >> (16 - 8 * c));
-      *to++ = 255;
-    }
-  }
-  return frame;
-}
-
-void setGrey(cairo_t* cairo, double grey) {
-  cairo_set_source_rgb(cairo, grey, grey, grey);
-}
-
 void drawChecker(cairo_t* cairo, int width, int height) {
   setGrey(cairo, kCheckerDark);
   cairo_paint(cairo);
@@ -98,14 +61,6 @@ void drawChecker(cairo_t* cairo, int width, int height) {
   cairo_fill(cairo);
 }
 
-void drawText(cairo_t* cairo, const std::string& text, double x, double baseline, double size,
-              double grey) {
-  cairo_set_font_size(cairo, size);
-  setGrey(cairo, grey);
-  cairo_move_to(cairo, x, baseline);
-  cairo_show_text(cairo, text.c_str());
-}
-
 }  // namespace
 
 ContactSheet::ContactSheet(int columns, int cellWidth) : columns_(columns), cellWidth_(cellWidth) {}
@@ -115,22 +70,19 @@ void ContactSheet::addGroup(const std::string& title) {
 }
 
 void ContactSheet::addFrame(const Frame& frame, int number) {
-  const Surface full(
-      cairo_image_surface_create(CAIRO_FORMAT_ARGB32, frame.size.width, frame.size.height));
-  check(cairo_surface_status(full.get()));
+  const CairoSurface full = newSurface(CAIRO_FORMAT_ARGB32, frame.size.width, frame.size.height);
   fillSurface(full.get(), frame);
 
   const double scale = static_cast<double>(cellWidth_) / frame.size.width;
   const int height = std::max(1, static_cast<int>(std::lround(frame.size.height * scale)));
-  Surface small(cairo_image_surface_create(CAIRO_FORMAT_RGB24, cellWidth_, height));
-  check(cairo_surface_status(small.get()));
+  CairoSurface small = newSurface(CAIRO_FORMAT_RGB24, cellWidth_, height);
   const Cairo cairo(cairo_create(small.get()));
   drawChecker(cairo.get(), cellWidth_, height);
   cairo_scale(cairo.get(), scale, scale);
   cairo_set_source_surface(cairo.get(), full.get(), 0, 0);
   cairo_pattern_set_filter(cairo_get_source(cairo.get()), CAIRO_FILTER_GOOD);
   cairo_paint(cairo.get());
-  check(cairo_status(cairo.get()));
+  checkDrawn(cairo.get());
   groups_.back().cells.push_back({std::move(small), "frame " + std::to_string(number)});
 }
 
@@ -164,8 +116,7 @@ Frame ContactSheet::picture() const {
   int height = 2 * kMargin;
   for (const Group& group : groups_) height += groupHeight(group);
 
-  const Surface sheet(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height));
-  check(cairo_surface_status(sheet.get()));
+  const CairoSurface sheet = newSurface(CAIRO_FORMAT_RGB24, width, height);
   const Cairo cairo(cairo_create(sheet.get()));
   setGrey(cairo.get(), kGround);
   cairo_paint(cairo.get());
@@ -176,7 +127,7 @@ Frame ContactSheet::picture() const {
     drawGroup(cairo.get(), group, top);
     top += groupHeight(group);
   }
-  check(cairo_status(cairo.get()));
+  checkDrawn(cairo.get());
   return frameFromSurface(sheet.get());
 }
 

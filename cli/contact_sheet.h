@@ -1,12 +1,10 @@
 // Small pictures of many frames on one dark sheet, in groups with a title.
 #pragma once
 
-#include <cairo.h>
-
-#include <memory>
 #include <string>
 #include <vector>
 
+#include "cairo_picture.h"
 #include "frame.h"
 
 namespace cli {
@@ -25,13 +23,8 @@ class ContactSheet {
   Frame picture() const;
 
  private:
-  struct SurfaceDeleter {
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-  };
-  using Surface = std::unique_ptr<cairo_surface_t, SurfaceDeleter>;
-
   struct Cell {
-    Surface picture;
+    CairoSurface picture;
     std::string caption;
   };
   struct Group {
