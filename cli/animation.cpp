@@ -31,7 +31,7 @@ Track bind(const Setting& setting, const hostkit::ParameterSet& parameters, Fram
            "the effect has no parameter " + inQuotes(setting.label) + "; the nearest is " +
                inQuotes(nearestName(setting.label, settableLabels(parameters))));
   }
-  Track track{parameter, {}};
+  Track track{parameter, setting.isOption, {}};
   for (const Setting::Key& key : setting.keys) {
     try {
       track.keys.push_back({key.frame, paramValue(key.value, *parameter, frame)});

@@ -29,6 +29,7 @@ struct Track {
     ParamValue value;
   };
   const hostkit::Parameter* parameter;
+  bool isOption;  // from the command line
   std::vector<Key> keys;
 };
 

@@ -37,7 +37,9 @@ int run(int argc, char** argv) {
   app.footer("Exit codes: 0 done, 1 the work failed, 2 wrong usage.");
   cli::addRenderCommand(app);
   cli::addSheetCommand(app);
+  cli::addPanelCommand(app);
   cli::addParamsCommand(app);
+  cli::addPresetsCommand(app);
   cli::addInfoCommand(app);
   app.get_formatter()->column_width(26);
   checkCommandName(app, argc, argv);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "numbers.h"
+#include "text_table.h"
 
 namespace cli {
 namespace {
@@ -68,9 +69,7 @@ std::string joinedItems(const Parameter& parameter) {
   return text;
 }
 
-using Row = std::vector<std::string>;
-
-Row tableRow(const Parameter& parameter) {
+TableRow tableRow(const Parameter& parameter) {
   const bool isPopup = parameter.type() == PF_Param_POPUP;
   const std::string indent(2 * static_cast<std::size_t>(parameter.groupDepth), ' ');
   return {std::to_string(parameter.index),
@@ -82,30 +81,14 @@ Row tableRow(const Parameter& parameter) {
           joinedItems(parameter)};
 }
 
-std::string aligned(const std::vector<Row>& rows) {
-  std::vector<std::size_t> widths(rows.front().size());
-  for (const Row& row : rows) {
-    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
-  }
-  std::string text;
-  for (const Row& row : rows) {
-    std::string line;
-    for (std::size_t i = 0; i < row.size(); ++i) {
-      line += row[i] + std::string(widths[i] + 2 - row[i].size(), ' ');
-    }
-    text += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
-  }
-  return text;
-}
-
 }  // namespace
 
 std::string parameterTable(const hostkit::ParameterSet& parameters) {
-  std::vector<Row> rows = {{"#", "Label", "Type", "Valid", "Slider", "Default", "Items"}};
+  std::vector<TableRow> rows = {{"#", "Label", "Type", "Valid", "Slider", "Default", "Items"}};
   for (const Parameter& parameter : parameters.list()) {
     if (isListed(parameter)) rows.push_back(tableRow(parameter));
   }
-  return aligned(rows);
+  return alignedTable(rows);
 }
 
 Json parameterJson(const hostkit::ParameterSet& parameters) {

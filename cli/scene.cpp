@@ -44,11 +44,15 @@ class SceneReader {
       } else if (entry.key == "input") {
         scene_.input = scene_.file.parent_path() / toml_.textOf(entry);
         scene_.inputPlace = toml_.placeOf(*entry.node);
+      } else if (entry.key == "presets") {
+        for (const std::string& name : toml_.textsOf(entry)) {
+          scene_.presets.push_back({name, toml_.placeOf(*entry.node)});
+        }
       } else if (entry.key == "mask") {
         takeMask(entry, readMaskReference(toml_, entry));
       } else {
         toml_.unknownKey(entry, "key",
-                         {"size", "frames", "fps", "depth", "quality", "input", "mask"});
+                         {"size", "frames", "fps", "depth", "quality", "input", "mask", "presets"});
       }
     }
   }
@@ -105,6 +109,10 @@ class SceneReader {
 
 Scene readScene(const std::filesystem::path& file) {
   return SceneReader(file).read();
+}
+
+PresetChoice presetFromOption(const std::string& name) {
+  return {name, "--preset " + inQuotes(name), true};
 }
 
 Setting settingFromOption(const std::string& text) {

@@ -10,6 +10,7 @@
 #include "frame.h"
 #include "frame_rate.h"
 #include "mask.h"
+#include "preset_choice.h"
 
 namespace cli {
 
@@ -23,14 +24,18 @@ struct Scene {
   std::optional<FrameRate> rate;  // none: the input's
   Depth depth = Depth::k8;
   bool highQuality = true;
-  std::filesystem::path input;    // as to be opened; empty: a transparent layer
-  std::string inputPlace;         // where it was written, for messages; empty for an option
-  std::optional<Mask> mask;       // the value of the path parameter
-  std::vector<Setting> settings;  // in the order of the file
+  std::filesystem::path input;        // as to be opened; empty: a transparent layer
+  std::string inputPlace;             // where it was written, for messages; empty for an option
+  std::optional<Mask> mask;           // the value of the path parameter
+  std::vector<PresetChoice> presets;  // the file's, then the command line's
+  std::vector<Setting> settings;      // likewise
 };
 
 // Throws WorkError naming the file, the line, the key and what would be valid.
 Scene readScene(const std::filesystem::path& file);
+
+// The name of a --preset option.
+PresetChoice presetFromOption(const std::string& name);
 
 // The "LABEL=VALUE" of a --set option. Throws UsageError when it has no equals sign.
 Setting settingFromOption(const std::string& text);

@@ -65,8 +65,11 @@ void applyOptions(Scene& scene, const SceneOptions& options) {
   }
   if (!options.size.empty()) scene.size = sizeFromOption(options.size);
   if (!options.rate.empty()) scene.rate = rateFromOption(options.rate);
-  if (options.depth != 0) scene.depth = static_cast<Depth>(options.depth);
+  if (!options.depth.empty()) scene.depth = options.depth == "16" ? Depth::k16 : Depth::k8;
   if (!options.quality.empty()) scene.highQuality = options.quality == "high";
+  for (const std::string& name : options.presets) {
+    scene.presets.push_back(presetFromOption(name));
+  }
   for (const std::string& text : options.settings) {
     scene.settings.push_back(settingFromOption(text));
   }

@@ -24,8 +24,9 @@ struct SceneOptions {
   std::string input;
   std::string size;
   std::string rate;
-  int depth = 0;
+  std::string depth;
   std::string quality;
+  std::vector<std::string> presets;
   std::vector<std::string> settings;
 };
 

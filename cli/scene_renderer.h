@@ -5,10 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "animation.h"
-#include "effect.h"
 #include "frame_reader.h"
 #include "hostkit/world.h"
+#include "scene_effect.h"
 #include "scene_plan.h"
 
 namespace cli {
@@ -29,11 +28,8 @@ class SceneRenderer {
   std::vector<std::string> warnings() const;
 
  private:
-  void chooseMask(const Mask& mask);
-
   ScenePlan plan_;
-  Effect effect_;
-  std::vector<Track> tracks_;
+  SceneEffect effect_;
   std::optional<FrameReader> reader_;
   hostkit::World input_;
   hostkit::World output_;

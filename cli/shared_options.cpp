@@ -24,10 +24,20 @@ void addSceneOptions(CLI::App& command, SceneOptions& options) {
       ->type_name("RATE");
   command.add_option("--depth", options.depth, "Bits per channel")
       ->option_text("8|16")
-      ->check(CLI::IsMember({8, 16}));
+      ->check(CLI::IsMember({"8", "16"}));
   command.add_option("--quality", options.quality, "Smooth or plain edges of rays")
       ->option_text("high|low")
       ->check(CLI::IsMember({"high", "low"}));
+  addValueOptions(command, options);
+}
+
+void addValueOptions(CLI::App& command, SceneOptions& options) {
+  command
+      .add_option("--preset", options.presets,
+                  "A preset that \"brisel presets\" lists; may be\n"
+                  "repeated, and --set goes on from there")
+      ->type_name("NAME")
+      ->allow_extra_args(false);
   command
       .add_option("--set", options.settings,
                   "A parameter's value: \"Size=40\", \"Start=0.5,0.5\",\n"

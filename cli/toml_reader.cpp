@@ -55,6 +55,18 @@ std::string TomlReader::textOf(const TomlEntry& entry,
   return *text;
 }
 
+std::vector<std::string> TomlReader::textsOf(const TomlEntry& entry) const {
+  const toml::array* array = entry.node->as_array();
+  std::vector<std::string> texts;
+  for (std::size_t i = 0; array && i < array->size(); ++i) {
+    texts.push_back((*array)[i].value_exact<std::string>().value_or(""));
+  }
+  if (!array || std::ranges::find(texts, "") != texts.end()) {
+    fail(*entry.node, entry.key + " is a list of texts in quotes");
+  }
+  return texts;
+}
+
 bool TomlReader::flagOf(const TomlEntry& entry) const {
   const auto flag = entry.node->value_exact<bool>();
   if (!flag) fail(*entry.node, entry.key + " is true or false");

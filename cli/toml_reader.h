@@ -30,6 +30,7 @@ class TomlReader {
   const toml::table& tableOf(const TomlEntry& entry) const;
   // One of two choices, or any text when there are none.
   std::string textOf(const TomlEntry& entry, const std::vector<std::string>& choices = {}) const;
+  std::vector<std::string> textsOf(const TomlEntry& entry) const;
   bool flagOf(const TomlEntry& entry) const;
   int integerOf(const TomlEntry& entry, int least, int greatest) const;
   UserValue valueOf(const TomlEntry& entry) const;

@@ -1,0 +1,37 @@
+// The presets beside the module, by the names people call them. What they set, only the module
+// knows.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace cli {
+
+// One row of thumbnails in the effect controls.
+struct PresetRow {
+  const char* section;  // of the index file
+  const char* control;  // label of the control that shows it
+};
+inline constexpr std::array<PresetRow, 2> kPresetRows{
+    {{"Emmiter", "Emmiter presets"}, {"Geometry", "Stars presets"}}};
+
+struct Preset {
+  std::size_t row;  // of kPresetRows
+  int cell;         // place in the row, from 0
+  std::string name;
+  std::filesystem::path file;
+  std::filesystem::path thumbnail;
+};
+
+struct PresetIndex {
+  std::filesystem::path file;
+  std::vector<Preset> presets;                  // row by row
+  std::array<int, kPresetRows.size()> cells{};  // in each row, those without a preset counted
+};
+
+// Has no presets when there is no index file.
+PresetIndex readPresetIndex(const std::filesystem::path& module);
+
+}  // namespace cli
