@@ -51,7 +51,7 @@ std::string withoutSourceTag(const std::string& line) {
 }  // namespace
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command, Pipe pipe)
-    : name_(command.front()) {
+    : name_(command.front()), writes_(pipe == Pipe::kToItsInput) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) {
     throw WorkError("cannot open a pipe to " + name_ + ": " + std::strerror(errno));
@@ -85,6 +85,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, Pipe pipe)
     throw WorkError("cannot start " + inQuotes(name_) + ": " + std::strerror(error) +
                     "; is it installed?");
   }
+  if (writes_) setUnfinishedWriter(process_);
 }
 
 ChildProcess::~ChildProcess() {
@@ -92,6 +93,7 @@ ChildProcess::~ChildProcess() {
   kill(process_, SIGKILL);
   while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
   }
+  ended();
 }
 
 std::size_t ChildProcess::read(std::span<std::uint8_t> buffer) {
@@ -132,9 +134,14 @@ bool ChildProcess::finish() {
     if (errno != EINTR) throw WorkError("lost track of " + name_ + ": " + std::strerror(errno));
     throwIfInterrupted();
   }
-  process_ = -1;
+  ended();
   succeeded_ = WIFEXITED(status) && WEXITSTATUS(status) == 0;
   return succeeded_;
+}
+
+void ChildProcess::ended() {
+  if (writes_) setUnfinishedWriter(0);
+  process_ = -1;
 }
 
 std::string ChildProcess::firstComplaint() const {

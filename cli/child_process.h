@@ -42,7 +42,10 @@ class ChildProcess {
   std::string firstComplaint() const;
 
  private:
+  void ended();
+
   std::string name_;
+  bool writes_;  // a file, of what it is sent
   FileDescriptor pipe_;
   FileDescriptor errors_;  // a file in memory, so that a talkative program never blocks
   pid_t process_ = -1;     // -1 once it has ended

@@ -1,5 +1,6 @@
 #include "interrupt.h"
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -9,10 +10,13 @@ namespace {
 
 volatile std::sig_atomic_t interruptRequested = 0;
 const char* volatile unfinishedFile = nullptr;
+volatile pid_t unfinishedWriter = 0;
 
 // The second signal does not wait for a long frame to end.
 void requestInterrupt(int) {
   if (interruptRequested) {
+    const pid_t writer = unfinishedWriter;
+    if (writer > 0 && kill(writer, SIGKILL) == 0) waitpid(writer, nullptr, 0);
     const char* unfinished = unfinishedFile;
     if (unfinished != nullptr) unlink(unfinished);
     _exit(1);
@@ -41,6 +45,10 @@ void installInterruptHandlers() {
 
 void setUnfinishedFile(const char* path) {
   unfinishedFile = path;
+}
+
+void setUnfinishedWriter(pid_t process) {
+  unfinishedWriter = process;
 }
 
 void throwIfInterrupted() {

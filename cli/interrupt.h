@@ -3,6 +3,8 @@
 // program at once.
 #pragma once
 
+#include <sys/types.h>
+
 #include <stdexcept>
 
 namespace cli {
@@ -18,6 +20,10 @@ void installInterruptHandlers();
 // Names the half-written file that a second signal removes before it ends the program; null when
 // there is none. The name is borrowed until the next call.
 void setUnfinishedFile(const char* path);
+
+// The child that writes that file, which would go on with what it was sent so far; 0 when there is
+// none. It ends before the file is removed.
+void setUnfinishedWriter(pid_t process);
 
 // Throws Interrupted when one of the signals has arrived. To be called between frames and whenever
 // a system call returns EINTR.
