@@ -56,7 +56,7 @@ void render(const RenderOptions& options) {
     progress.frameDone();
   }
   writer->finish();
-  progress.finish();
+  progress.finish(range.count());
   warnOnce();
 }
 

@@ -58,13 +58,16 @@ void makeSheet(const SheetOptions& options) {
   const int columns = options.columns > 0 ? options.columns : (single ? 4 : count);
 
   std::vector<ScenePlan> plans;
+  int shownFrames = 0;
   int totalFrames = 0;
   for (const std::string& file : options.scenes) {
     Scene scene = readScene(file);
     applyOptions(scene, options.overrides);
     plans.push_back(planScene(std::move(scene)));
     const int frames = plans.back().frames;
-    totalFrames += evenlySpaced(std::min(count, frames), frames).back() + 1;
+    const int shown = std::min(count, frames);
+    shownFrames += shown;
+    totalFrames += evenlySpaced(shown, frames).back() + 1;
   }
 
   ContactSheet sheet(columns, options.cellWidth);
@@ -73,7 +76,7 @@ void makeSheet(const SheetOptions& options) {
     addScene(sheet, std::move(plan), count, progress, options.module);
   }
   writePng(sheet.picture(), options.output);
-  progress.finish();
+  progress.finish(shownFrames);
 }
 
 }  // namespace

@@ -45,11 +45,14 @@ void Progress::frameDone() {
   }
 }
 
-void Progress::finish() {
+void Progress::finish(int written) {
   if (barShown_) std::fputs(kEraseLine, stderr);
   barShown_ = false;
-  std::fprintf(stderr, "%s: %d %s in %.1f s (%.1f fps)\n", name_.c_str(), done_,
-               done_ == 1 ? "frame" : "frames", elapsedSeconds(), framesPerSecond());
+  std::string frames = std::to_string(written);
+  if (written < done_) frames += " of " + std::to_string(done_) + " rendered";
+  frames += done_ == 1 ? " frame" : " frames";
+  std::fprintf(stderr, "%s: %s in %.1f s (%.1f fps)\n", name_.c_str(), frames.c_str(),
+               elapsedSeconds(), framesPerSecond());
 }
 
 double Progress::elapsedSeconds() const {

@@ -17,8 +17,8 @@ class Progress {
 
   void frameDone();
 
-  // Says how long it took.
-  void finish();
+  // Says how long it took, and how many of the frames were written.
+  void finish(int written);
 
  private:
   using Clock = std::chrono::steady_clock;
