@@ -13,7 +13,7 @@ using clitest::CommandResult;
 using ProgramTest = clitest::ScratchTest;
 
 TEST_F(ProgramTest, HelpSucceedsAndMisuseDoesNot) {
-  for (const std::string command : {"", "render", "sheet", "params", "info"}) {
+  for (const std::string command : {"", "render", "sheet", "panel", "params", "presets", "info"}) {
     std::vector<std::string> arguments = {"--help"};
     if (!command.empty()) arguments.insert(arguments.begin(), command);
     const CommandResult result = brisel(arguments);

@@ -91,7 +91,8 @@ TEST_F(RenderTest, ProgressInALogHasNoControlCharacters) {
 
 TEST_F(RenderTest, AFrameIsTheSameAloneAndInSequence) {
   renders("s.toml -o all_%d.png");
-  renders("s.toml -o one.png --frames 4");
+  const CommandResult one = render("s.toml -o one.png --frames 4");
+  EXPECT_NE(one.err.find("one.png: 1 of 5 rendered frames in "), std::string::npos) << one.err;
   EXPECT_EQ(read("one.png"), read("all_4.png"));
   EXPECT_NE(read("one.png"), read("all_5.png"));
   renders("s.toml -o clip.mov");
@@ -221,6 +222,24 @@ TEST_F(RenderTest, AnInterruptedRenderLeavesOnlyWholeNumberedFrames) {
   std::filesystem::remove(path("s.toml"));
   EXPECT_LT(names().size(), 5000u);
   expectWholeFrames("");
+}
+
+// Such a frame takes seconds, and the encoder has not opened its file yet.
+TEST_F(RenderTest, ASecondSignalEndsALongFrameAndLeavesNothing) {
+  write("s.toml",
+        "[scene]\nsize = [320, 180]\n[params]\n\"Size\" = 1000\n\"Rays count\" = 1000\n"
+        "\"Intensity\" = 10000\n\"Maximum number of stars\" = 30000\n");
+  const pid_t process = start({BRISEL_PROGRAM, "render", "s.toml", "-o", "o.mp4"});
+  ASSERT_TRUE(waitForFile("o.mp4"));
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  kill(process, SIGTERM);
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  kill(process, SIGTERM);
+  const CommandResult result = waitFor(process);
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(result.err.empty()) << "it had time to end in an orderly way: " << result.err;
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  EXPECT_EQ(names(), (Names{"s.toml"}));
 }
 
 TEST_F(RenderTest, AFullDiskOrAFileSizeLimitLeavesOnlyWholeFrames) {
