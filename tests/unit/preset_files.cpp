@@ -18,6 +18,7 @@ FolderTest::~FolderTest() {
 }
 
 void FolderTest::write(const std::string& name, const std::string& bytes) const {
+  std::filesystem::remove(path(name));  // some file systems are slow to truncate
   std::ofstream(path(name), std::ios::binary) << bytes;
 }
 
