@@ -1,6 +1,7 @@
 // Parameter files: what they do to the host's records, and that no file does harm.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
 #include <limits>
 #include <string_view>
@@ -188,7 +189,8 @@ TEST_F(ParameterFileTest, Numbers) {
                                                         {"1e10 ", kMost},  {"-1e10 ", kLeast},
                                                         {"1e999 ", kMost}, {"nan ", 0},
                                                         {"9", 0},          {"[12]\r\n", 0},
-                                                        {"12]", 0}};
+                                                        {"12]", 0},        {"] 9 ", 9},
+                                                        {"]] 9 ", 0}};
   for (const auto& [text, expected] : cases) EXPECT_EQ(count(text), expected) << text;
   EXPECT_EQ(count(std::string(64, '0') + "9 "), 0) << "no more than 64 characters";
   EXPECT_EQ(count(std::string(63, '0') + "9 "), 9);

@@ -1,6 +1,8 @@
 // A row of presets: how it scrolls, and the strip of its thumbnails.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <tuple>
 
 #include "support.h"
@@ -118,7 +120,7 @@ TEST(PresetRow, StripShowsCellsAndThumbnails) {
   const std::pair<int, int> sizes[] = {{88, 65}, {200, 90}, {0, 0}, {1, 1}, {94, 71}, {300, 3}};
   unit::Dice dice(42);
   for (const auto& [count, width, clicks] :
-       {std::tuple{6, 400, 0}, {6, 400, 9}, {6, 376, 9}, {2, 401, 0}, {6, 1, 5}, {0, 7, 0}}) {
+       {std::tuple{6, 400, 0}, {6, 401, 9}, {6, 376, 9}, {2, 401, 0}, {6, 1, 5}, {0, 7, 0}}) {
     for (const int hotCell : {255, 0, 1, 4}) {
       SCOPED_TRACE(::testing::Message() << count << " entries in " << width << ", " << clicks
                                         << " clicks, hot " << hotCell);
@@ -143,6 +145,8 @@ TEST(PresetRow, StripShowsCellsAndThumbnails) {
           ASSERT_EQ((std::array<int, 3>{at[0], at[1], at[2]}), expectedAt(list, x, y))
               << x << ", " << y;
         }
+        const std::uint8_t* end = strip.pixels.get() + rowBytes * static_cast<std::size_t>(y + 1);
+        ASSERT_TRUE(std::all_of(at, end, [](int byte) { return byte == 0; })) << "padding of " << y;
       }
     }
   }
