@@ -24,7 +24,8 @@ void printJson(const PresetIndex& index) {
                     {"file", preset.file.string()},
                     {"thumbnail", preset.thumbnail.string()}});
   }
-  std::cout << list.dump(2) << '\n';
+  // File names are bytes; JSON is text.
+  std::cout << list.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
 }
 
 void printTable(const PresetIndex& index) {

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <iterator>
 #include <optional>
+#include <system_error>
 
 namespace cli {
 namespace {
@@ -70,6 +71,11 @@ class IndexReader {
   std::size_t at_ = 0;
 };
 
+// What is named like a full path lies there too.
+std::filesystem::path besideIndex(const PresetIndex& index, const std::string& file) {
+  return index.file.parent_path().string() + "/" + file;
+}
+
 void readRow(IndexReader& reader, std::size_t row, PresetIndex& index) {
   if (!reader.findSection(kPresetRows[row].section)) return;
   const std::size_t start = reader.position();
@@ -77,14 +83,13 @@ void readRow(IndexReader& reader, std::size_t row, PresetIndex& index) {
   while (reader.nextEntry()) ++cells;
 
   reader.setPosition(start);
-  const std::filesystem::path folder = index.file.parent_path();
   for (int cell = 0; cell < cells && reader.nextEntry(); ++cell) {
     const auto file = reader.token();
     const auto thumbnail = reader.token();
     if (!file) continue;
     const std::string name = std::filesystem::path(*file).replace_extension().string();
-    index.presets.push_back({row, cell, name, folder / *file,
-                             thumbnail ? folder / *thumbnail : std::filesystem::path()});
+    index.presets.push_back({row, cell, name, besideIndex(index, *file),
+                             thumbnail ? besideIndex(index, *thumbnail) : std::filesystem::path()});
   }
 }
 
@@ -92,6 +97,8 @@ void readRow(IndexReader& reader, std::size_t row, PresetIndex& index) {
 
 PresetIndex readPresetIndex(const std::filesystem::path& module) {
   PresetIndex index{module.parent_path() / "Corvane" / "Drizzen" / "Drizzen.prs", {}};
+  std::error_code unknown;  // then it is no ordinary file, and the module reads none but those
+  if (!std::filesystem::is_regular_file(index.file, unknown)) return index;
   std::ifstream stream(index.file, std::ios::binary);
   const std::string text{std::istreambuf_iterator<char>(stream), {}};
   for (std::size_t row = 0; row < kPresetRows.size(); ++row) {

@@ -31,7 +31,7 @@ struct PresetIndex {
   std::array<int, kPresetRows.size()> cells{};  // in each row, those without a preset counted
 };
 
-// Has no presets when there is no index file.
+// Has no presets when there is no index file that can be read.
 PresetIndex readPresetIndex(const std::filesystem::path& module);
 
 }  // namespace cli

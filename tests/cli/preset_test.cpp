@@ -1,5 +1,6 @@
 // Presets beside a copy of the module, chosen by name and by clicks in the effect controls.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <nlohmann/json.hpp>
 
@@ -105,6 +106,23 @@ TEST_F(PresetTest, AreListedRowByRow) {
   EXPECT_EQ(list[16], wrong) << "a last line without a line break";
   EXPECT_NE(withModule({"presets"}).out.find("Stars presets    star   star.txt   star.bmp\n"),
             std::string::npos);
+}
+
+TEST_F(PresetTest, OddIndexesAreListedAsTheModuleTakesThem) {
+  std::filesystem::create_directories(path(kFolder));
+  const std::string index = kFolder + std::string("Drizzen.prs");
+  write(index, "\r\n[Emmiter]\r\n/p.txt a\r\n\xE9.txt b");
+  const auto list = nlohmann::json::parse(withModule({"presets", "--json"}).out);
+  ASSERT_EQ(list.size(), 2u);
+  EXPECT_EQ(list[0]["file"], path(kFolder).string() + "/p.txt");
+  EXPECT_EQ(list[1]["name"], "\uFFFD");
+
+  std::filesystem::remove(path(index));
+  std::filesystem::create_directory(path(index));
+  EXPECT_EQ(withModule({"presets", "--json"}).out, "[]\n");
+  std::filesystem::remove(path(index));
+  ASSERT_EQ(mkfifo(path(index).c_str(), 0600), 0);
+  EXPECT_EQ(withModule({"presets", "--json"}).out, "[]\n") << "not even waited for";
 }
 
 TEST_F(PresetTest, GiveTheParametersTheirValues) {
