@@ -1,6 +1,7 @@
 #include "ui/opener.h"
 
 #include <atomic>
+#include <utility>
 
 #include "platform/open_document.h"
 #include "platform/short_thread.h"
@@ -40,11 +41,11 @@ void* mainWindowOf(const PF_InData& in) {
 
 }  // namespace
 
-void openBesideHost(const PF_InData& in, const std::string& target) {
+void openBesideHost(const PF_InData& in, std::string target) {
   OpenRequest& request = openRequest();
   void* const window = mainWindowOf(in);
   if (request.busy.exchange(true)) return;
-  request.target = target;
+  request.target = std::move(target);  // a copy could fail and leave it busy for ever
   request.mainWindow = window;
   if (!runInShortThread(serveRequest)) request.busy.store(false);
 }

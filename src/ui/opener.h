@@ -9,6 +9,6 @@ namespace brisel {
 
 /// Asks the system, in a thread of its own, to open a full path or a web address above the host's
 /// main window. A request is dropped while another one is being served; failure is not reported.
-void openBesideHost(const PF_InData& in, const std::string& target);
+void openBesideHost(const PF_InData& in, std::string target);
 
 }  // namespace brisel
