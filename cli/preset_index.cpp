@@ -96,7 +96,9 @@ void readRow(IndexReader& reader, std::size_t row, PresetIndex& index) {
 }  // namespace
 
 PresetIndex readPresetIndex(const std::filesystem::path& module) {
-  PresetIndex index{module.parent_path() / "Corvane" / "Drizzen" / "Drizzen.prs", {}};
+  // The module, too, looks beside the file that a link leads to.
+  const auto folder = std::filesystem::canonical(module).parent_path();
+  PresetIndex index{folder / "Corvane" / "Drizzen" / "Drizzen.prs", {}};
   std::error_code unknown;  // then it is no ordinary file, and the module reads none but those
   if (!std::filesystem::is_regular_file(index.file, unknown)) return index;
   std::ifstream stream(index.file, std::ios::binary);
