@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
-#include <regex>
 
 #include "child_process.h"
 #include "errors.h"
@@ -92,10 +91,14 @@ MediaInfo infoOf(const Json& stream) {
 
 // Numbered frames, such as frame_%04d.png, are named by a pattern rather than by a file.
 bool isSequencePattern(const std::filesystem::path& path) {
-  static const std::regex field("%0?[0-9]*d");
   std::error_code error;
-  return !std::filesystem::exists(path, error) &&
-         std::regex_search(path.filename().string(), field);
+  if (std::filesystem::exists(path, error)) return false;
+  const std::string name = path.filename().string();
+  for (std::size_t at = name.find('%'); at != name.npos; at = name.find('%', at + 1)) {
+    const std::size_t end = name.find_first_not_of("0123456789", at + 1);
+    if (end != name.npos && name[end] == 'd') return true;
+  }
+  return false;
 }
 
 }  // namespace
