@@ -8,7 +8,7 @@ packages=(
   libcli11-dev libtomlplusplus-dev nlohmann-json3-dev libpng-dev libcairo2-dev libpugixml-dev
   libgtest-dev libbenchmark-dev
   clang-format clang-tidy
-  ffmpeg fonts-dejavu-core
+  ffmpeg fonts-dejavu-core python3
 )
 
 missing=()

@@ -1,0 +1,57 @@
+"""Checks of the finished page: ids, anchors, links, pictures, balanced elements."""
+
+import html.parser
+import re
+
+MAKER = "https://corvane.example/"
+VOID = {"br", "hr", "img", "link", "meta", "wbr", "input"}
+
+
+def without_pictures(page):
+    return re.sub(r'src="data:[^"]*"', 'src=""', page)
+
+
+def faults(page):
+    reader = PageReader()
+    reader.feed(page)
+    reader.close()
+    found = reader.faults
+    found += reader.imbalances[:1]  # those that follow come of the first
+    found += [f"no id for the link #{anchor}" for anchor in reader.anchors - reader.ids]
+    return sorted(found)
+
+
+class PageReader(html.parser.HTMLParser):
+    def __init__(self):
+        super().__init__()
+        self.faults = []
+        self.imbalances = []
+        self.ids = set()
+        self.anchors = set()
+        self.open = []
+
+    def handle_starttag(self, element, attributes):
+        attributes = dict(attributes)
+        if element not in VOID:
+            self.open.append(element)
+        if element == "img" and not attributes.get("alt"):
+            self.faults.append("a picture has no alternative text")
+        identifier = attributes.get("id")
+        if identifier in self.ids:
+            self.faults.append(f"the id {identifier} occurs twice")
+        if identifier:
+            self.ids.add(identifier)
+        for name in ("href", "src"):
+            self._link(attributes.get(name))
+
+    def handle_endtag(self, element):
+        if not self.open or self.open.pop() != element:
+            self.imbalances.append(f"line {self.getpos()[0]}: </{element}> closes something else")
+
+    def _link(self, target):
+        if not target or target == MAKER or target.startswith("data:"):
+            return
+        if target.startswith("#"):
+            self.anchors.add(target[1:])
+        else:
+            self.faults.append(f"a link leads out of the page: {target[:60]}")

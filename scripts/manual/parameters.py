@@ -1,0 +1,146 @@
+"""The chapter on the parameters: what the module declares beside what docs/manual explains."""
+
+import html
+import re
+
+KEYS = {"text", "grey", "items", "scene", "frame", "values", "set", "input", "item_set",
+        "item_input"}
+KINDS = {"group start": "group", "fixed slider": "number", "slider": "whole number",
+         "colour": "colour", "path": "mask"}
+
+
+class ManualError(Exception):
+    pass
+
+
+class ParameterChapter:
+    def __init__(self, declared, texts, scenes, pictures):
+        self.declared = declared
+        self.texts = texts
+        self.scenes = scenes
+        self.pictures = pictures
+        self.anchors = {entry["label"]: anchor_of(entry) for entry in declared}
+        self._demand_complete()
+
+    def html(self):
+        parts = []
+        for entry in self.declared:
+            parts.append(self._group(entry) if entry["type"] == "group start"
+                         else self._parameter(entry))
+        return "\n".join(parts)
+
+    def linked(self, text):
+        """[[Label]] becomes a link to that parameter."""
+        def link(match):
+            if match[1] not in self.anchors:
+                raise ManualError(f"[[{match[1]}]] names no declared parameter")
+            return f'<a href="#{self.anchors[match[1]]}">{match[1]}</a>'
+        return re.sub(r"\[\[([^\]]+)\]\]", link, text)
+
+    def _demand_complete(self):
+        for entry in self.declared:
+            label = entry["label"]
+            text = self.texts.get(label)
+            if not text or not text.get("text"):
+                raise ManualError(f'"{label}" is declared but not explained')
+            explained = list(text.get("items", {}))
+            if explained != entry.get("items", []):
+                raise ManualError(f'the items of "{label}" are not those declared: {explained}')
+            strange = set(text) - KEYS
+            strange |= {item for key in ("item_set", "item_input") for item in text.get(key, {})
+                        if item not in explained}
+            if strange:
+                raise ManualError(f'"{label}": unknown {", ".join(sorted(strange))}')
+        unknown = set(self.texts) - set(self.anchors)
+        if unknown:
+            raise ManualError(f'explained but not declared: {", ".join(sorted(unknown))}')
+
+    def _group(self, entry):
+        label = entry["label"]
+        level = 3 + len(entry["groups"])
+        path = " › ".join(entry["groups"] + [label])
+        return (f'<div class="group depth{len(entry["groups"])}">'
+                f'<h{level} id="{self.anchors[label]}">{label}</h{level}>'
+                f'<p class="where">Group {path}</p>'
+                f"<p>{self.texts[label]['text']}</p>{self._grey(label)}</div>")
+
+    def _parameter(self, entry):
+        label = entry["label"]
+        level = 4 if entry["groups"] else 3
+        body = [f"<p>{self.texts[label]['text']}</p>", self._grey(label)]
+        if "items" in entry:
+            body.append(self._items(entry))
+        elif "values" in self.texts[label]:
+            body.append(self._values(label))
+        return (f'<article class="parameter"><header>'
+                f'<h{level} id="{self.anchors[label]}">{label}</h{level}>{facts_html(entry)}</header>\n'
+                + "\n".join(part for part in body if part) + "</article>")
+
+    def _grey(self, label):
+        reason = self.texts[label].get("grey")
+        return f'<p class="grey"><b>Greyed out</b> {reason}.</p>' if reason else ""
+
+    def _items(self, entry):
+        text = self.texts[entry["label"]]
+        cards = []
+        for number, item in enumerate(entry["items"], 1):
+            settings = text.get("item_set", {}).get(item, {})
+            figure = ""
+            if "scene" in text:
+                source = text.get("item_input", {}).get(item)
+                figure = self._picture(entry["label"], item, settings, source)
+            mark = ' <span class="default">default</span>' if item == entry["default"] else ""
+            cards.append(f"<li>{figure}<div><h5><span class=\"number\">{number}</span> "
+                         f"{html.escape(item)}{mark}</h5><p>{text['items'][item]}</p></div></li>")
+        return list_html(cards, text.get("scene"))
+
+    def _values(self, label):
+        cards = [f"<li>{self._picture(label, value, {})}<div><h5>{number_text(value)}</h5></div></li>"
+                 for value in self.texts[label]["values"]]
+        return list_html(cards, self.texts[label]["scene"])
+
+    def _picture(self, label, value, settings, source=None):
+        text = self.texts[label]
+        data = ""
+        if self.pictures:
+            settings = {**text.get("set", {}), label: value, **settings}
+            data = self.pictures.scene(self.scenes / f"{text['scene']}.toml", text.get("frame", 0),
+                                       settings, source or text.get("input"))
+        caption = html.escape(f"{label} {value}" if not isinstance(value, str) else f"{label}: {value}")
+        return f'<img src="{data}" alt="{caption}">'
+
+
+def list_html(cards, scene):
+    kind = {None: "plain", "life": "wide", "flight": "wide"}.get(scene, "pictures")
+    return f'<ul class="items {kind}">\n' + "\n".join(cards) + "\n</ul>"
+
+
+def anchor_of(entry):
+    words = re.sub(r"[^a-z0-9]+", "-", entry["label"].lower()).strip("-")
+    return ("group-" if entry["type"] == "group start" else "p-") + words
+
+
+def facts_html(entry):
+    facts = [("", KINDS.get(entry["type"], entry["type"]))]
+    degrees = "°" if entry["type"] == "angle" else ""
+    if "default" in entry:
+        facts.append(("default", default_text(entry["default"]) + degrees))
+    if "items" not in entry:
+        for key, name in (("valid", "range"), ("slider", "slider")):
+            if key in entry:
+                facts.append((name, " … ".join(number_text(n) for n in entry[key])))
+    return '<ul class="facts">' + "".join(
+        f"<li>{name} <b>{value}</b></li>" if name else f"<li>{value}</li>"
+        for name, value in facts) + "</ul>"
+
+
+def default_text(value):
+    if isinstance(value, bool):
+        return "on" if value else "off"
+    if isinstance(value, list):
+        return ", ".join(f"{part * 100:g}\N{NO-BREAK SPACE}%" for part in value)
+    return value if isinstance(value, str) else number_text(value)
+
+
+def number_text(number):
+    return f"{number:,}".replace(",", "\N{NARROW NO-BREAK SPACE}").replace("-", "\N{MINUS SIGN}")
