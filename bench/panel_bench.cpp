@@ -70,7 +70,8 @@ void composeRow(benchmark::State& state) {
   const Library library(static_cast<int>(state.range(0)));
   brisel::PresetList list;
   ReadPresetIndex(library.folders(), "Geometry", list);
-  brisel::layOutRow({0, 0, 1025, 75}, list);
+  brisel::setFrame({0, 0, 1025, 75}, list);
+  brisel::layOutRow(list);
   brisel::normalizeScroll(list);
   for (auto _ : state) benchmark::DoNotOptimize(composeStrip(list));
 }

@@ -104,13 +104,14 @@ const Preset* hitEntry(PresetList& list, std::int32_t x) {
 
 PF_Err drawPresetRow(ControlEvent& event, PresetList& list) {
   const ControlRect frame = updateRect(event);
-  layOutRow(frame, list);
+  setFrame(frame, list);
   PF_Err error = PF_Err_NONE;
   bool drawn = false;
   {
     Canvas canvas(event, error);
     drawn = canvas.drawable();
     if (drawn) {
+      layOutRow(list);
       normalizeScroll(list);
       canvas.drawBox({static_cast<float>(frame.left), static_cast<float>(frame.top),
                       static_cast<float>(frame.right - frame.left),

@@ -2,18 +2,21 @@
 
 namespace brisel {
 
-void layOutRow(const ControlRect& frame, PresetList& list) {
+void setFrame(const ControlRect& frame, PresetList& list) {
   list.frameLeft = frame.left;
   list.frameTop = frame.top;
   list.frameRight = frame.right;
   list.frameBottom = frame.bottom;
-  list.leftArrowLeft = frame.left + kInset;
+}
+
+void layOutRow(PresetList& list) {
+  list.leftArrowLeft = list.frameLeft + kInset;
   list.leftArrowRight = list.leftArrowLeft + kArrowWidth;
-  list.rightArrowRight = frame.right - kInset;
+  list.rightArrowRight = list.frameRight - kInset;
   list.rightArrowLeft = list.rightArrowRight - kArrowWidth;
   list.stripWidth = list.rightArrowLeft - list.leftArrowRight - 2 * kInset;
   list.stripLeft = list.leftArrowRight + kInset;
-  list.stripTop = frame.top + kInset;
+  list.stripTop = list.frameTop + kInset;
 }
 
 void normalizeScroll(PresetList& list) {

@@ -170,6 +170,8 @@ TEST_F(PanelTest, ScrollingStopsAtBothEnds) {
 }
 
 TEST_F(PanelTest, AClickAppliesThePreset) {
+  session.draw(kEmitterRow, kRowRect, nullptr);
+  EXPECT_EQ(clickCell(2).outFlags, 0) << "nothing to be seen, nothing to be hit";
   drawn(kEmitterRow, kRowRect);
   const hostkit::EventReport report = clickCell(2);
   EXPECT_EQ(report.eventFlags, PF_EO_HANDLED_EVENT | PF_EO_UPDATE_NOW);

@@ -24,7 +24,8 @@ void setCount(PresetList& list, std::int32_t count) {
 PresetList rowOf(std::int32_t count, std::int32_t stripWidth) {
   PresetList list;
   setCount(list, count);
-  layOutRow({10, 20, 10 + stripWidth + 48, 95}, list);
+  setFrame({10, 20, 10 + stripWidth + 48, 95}, list);
+  layOutRow(list);
   EXPECT_EQ(list.stripWidth, stripWidth);
   return list;
 }
