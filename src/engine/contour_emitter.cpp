@@ -8,6 +8,7 @@
 #include "contour/contour_error.h"
 #include "contour/mesh_builder.h"
 #include "engine/numbers.h"
+#include "engine/trigonometry.h"
 #include "platform/page_array.h"
 
 namespace brisel {

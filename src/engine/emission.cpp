@@ -6,6 +6,7 @@
 
 #include "engine/numbers.h"
 #include "engine/source_pixel.h"
+#include "engine/trigonometry.h"
 
 namespace brisel {
 namespace {

@@ -5,6 +5,7 @@
 #include "engine/contour_emitter.h"
 #include "engine/mask_outline.h"
 #include "engine/numbers.h"
+#include "engine/trigonometry.h"
 
 namespace brisel {
 namespace {

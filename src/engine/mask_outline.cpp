@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "engine/numbers.h"
+#include "engine/trigonometry.h"
 
 namespace brisel {
 namespace {

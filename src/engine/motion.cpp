@@ -1,6 +1,6 @@
 #include "engine/motion.h"
 
-#include "engine/numbers.h"
+#include "engine/trigonometry.h"
 
 namespace brisel {
 namespace {

@@ -28,19 +28,4 @@ inline float fraction(float value) {
   return value - std::trunc(value);
 }
 
-// The single-precision functions of two standard libraries differ in their last bits; the double
-// ones, rounded once, agree.
-inline float sine(float radians) {
-  return static_cast<float>(std::sin(static_cast<double>(radians)));
-}
-inline float cosine(float radians) {
-  return static_cast<float>(std::cos(static_cast<double>(radians)));
-}
-inline float arcTangent(float slope) {
-  return static_cast<float>(std::atan(static_cast<double>(slope)));
-}
-inline float arcTangent2(float y, float x) {
-  return static_cast<float>(std::atan2(static_cast<double>(y), static_cast<double>(x)));
-}
-
 }  // namespace brisel

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "engine/numbers.h"
+#include "engine/trigonometry.h"
 #include "host/parameter_table.h"
 #include "sdk/codes.h"
 

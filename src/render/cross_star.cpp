@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "engine/trigonometry.h"
 #include "render/cross_texture.h"
 #include "render/recolour.h"
 #include "render/simd.h"

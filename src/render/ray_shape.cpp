@@ -4,7 +4,7 @@
 #include <cmath>
 #include <span>
 
-#include "engine/numbers.h"
+#include "engine/trigonometry.h"
 #include "render/drawing.h"
 
 namespace brisel {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engine/numbers.h"
+#include "engine/trigonometry.h"
 #include "render/elements.h"
 #include "render/sprites.h"
 

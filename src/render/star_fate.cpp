@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "engine/numbers.h"
+#include "engine/trigonometry.h"
 #include "render/add_mode.h"
 #include "render/star_body.h"
 

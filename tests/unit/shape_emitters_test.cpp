@@ -9,6 +9,7 @@
 #include "engine/emission.h"
 #include "engine/mask_outline.h"
 #include "engine/numbers.h"
+#include "engine/trigonometry.h"
 #include "support.h"
 
 namespace {
