@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
 #include <limits>
 
 #include "hosted_effect.h"
@@ -50,6 +51,24 @@ TEST(Loading, AModuleCanBeLoadedAndLetGoRepeatedly) {
     hosttest::openWithDefaults(session);
     hosttest::renderFrame(session, {}, 0);
   }
+}
+
+TEST(Loading, AModuleMayLieInALongFolderOrAForeignOne) {
+  namespace fs = std::filesystem;
+  const fs::path start = fs::temp_directory_path() / "brisel_loading";
+  const fs::path file = fs::path(BRISEL_MODULE_PATH).filename();
+  // As long as Windows takes it, which is too long for the presets' paths.
+  const std::size_t rest = 250 - (start / "" / file).string().size();
+  const fs::path deep = start / std::string(rest - 1, 'a');
+  for (const fs::path& folder : {deep, start / u8"\u661f \u0437\u0432\u0435\u0437\u0434\u0430"}) {
+    fs::create_directories(folder);
+    fs::copy_file(BRISEL_MODULE_PATH, folder / file, fs::copy_options::overwrite_existing);
+    const hostkit::Module module = hostkit::Module::load(folder / file);
+    hostkit::Session session(module);
+    hosttest::openWithDefaults(session);
+    hosttest::renderFrame(session, {}, 0);
+  }
+  fs::remove_all(start);
 }
 
 }  // namespace

@@ -37,9 +37,18 @@ std::string thumbnail(int entry) {
   return file;
 }
 
+// Outlives the module in it: Windows removes no library that is in use.
+struct TemporaryFolder {
+  std::filesystem::path path;
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);
+  }
+};
+
 class PanelTest : public ::testing::Test {
  protected:
-  PanelTest() : folder_(makeFolder()), module_(load(folder_)), session(module_) {
+  PanelTest() : folder_{makeFolder()}, module_(load(folder())), session(module_) {
     session.open();
     session.parameters().resetToDefaults(1920, 1080);
     session.setLayerSize(1920, 1080);
@@ -50,7 +59,6 @@ class PanelTest : public ::testing::Test {
     EXPECT_TRUE(session.records().suites.balanced());
     EXPECT_TRUE(session.records().handles.balanced());
     EXPECT_EQ(session.records().wrongEffectRefs, 0);
-    std::filesystem::remove_all(folder_);
   }
 
   std::vector<Drawing> drawn(PF_ParamIndex index, const PF_Rect& rect) {
@@ -65,7 +73,7 @@ class PanelTest : public ::testing::Test {
     return session.parameters().value(hosttest::indexOf(session, label)).u.fd.value / 65536.0;
   }
 
-  const std::filesystem::path& folder() const { return folder_; }
+  const std::filesystem::path& folder() const { return folder_.path; }
 
  private:
   static std::filesystem::path makeFolder() {
@@ -94,7 +102,7 @@ class PanelTest : public ::testing::Test {
     return hostkit::Module::load(copy);
   }
 
-  std::filesystem::path folder_;
+  TemporaryFolder folder_;
   hostkit::Module module_;
 
  protected:

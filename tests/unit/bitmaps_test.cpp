@@ -3,20 +3,33 @@
 
 #include <array>
 #include <cstring>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <string>
 
-#include "resources/bitmaps.h"
 #include "ui/resource_image.h"
 
 namespace {
 
+#define BITMAP_FILE(identifier, file) {identifier, file},
+const std::map<int, std::string> kFiles = {
+#include "resources/bitmap_list.inc"
+};
+
+std::string fileOf(int identifier) {
+  std::ifstream stream(std::string(RESOURCES_FOLDER) + kFiles.at(identifier), std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
 template <typename Number>
-Number numberAt(std::span<const unsigned char> file, std::size_t offset) {
+Number numberAt(const std::string& file, std::size_t offset) {
   Number number;
   std::memcpy(&number, file.data() + offset, sizeof number);
   return number;
 }
 
-TEST(EmbeddedBitmaps, HaveTheSizesTheControlsAskFor) {
+TEST(Bitmaps, HaveTheSizesTheControlsAskFor) {
   const struct {
     int identifier, width, height;
   } expected[] = {{550, 16, 50}, {551, 16, 50}, {563, 16, 50},   {561, 16, 50},
@@ -24,41 +37,35 @@ TEST(EmbeddedBitmaps, HaveTheSizesTheControlsAskFor) {
                   {994, 52, 55}, {995, 52, 55}, {998, 445, 100}, {999, 30, 30}};
   for (const auto& [identifier, width, height] : expected) {
     SCOPED_TRACE(identifier);
-    const auto bitmap = brisel::findEmbeddedBitmap(identifier);
-    ASSERT_TRUE(bitmap);
+    const std::string file = fileOf(identifier);
     const auto rowBytes = static_cast<std::size_t>(width * 3 + 3) / 4 * 4;
-    ASSERT_EQ(bitmap->file.size(), 54 + rowBytes * static_cast<std::size_t>(height));
-    EXPECT_EQ(numberAt<std::uint32_t>(bitmap->file, 10), 54u);
-    EXPECT_EQ(numberAt<std::int32_t>(bitmap->file, 18), width);
-    EXPECT_EQ(numberAt<std::int32_t>(bitmap->file, 22), height) << "positive: bottom row first";
-    EXPECT_EQ(numberAt<std::uint16_t>(bitmap->file, 28), 24);
-    EXPECT_EQ(numberAt<std::uint32_t>(bitmap->file, 30), 0u) << "uncompressed";
+    const std::size_t size = rowBytes * static_cast<std::size_t>(height);
+    ASSERT_EQ(file.size(), 54 + size);
+    EXPECT_EQ(numberAt<std::uint32_t>(file, 10), 54u);
+    EXPECT_EQ(numberAt<std::int32_t>(file, 18), width);
+    EXPECT_EQ(numberAt<std::int32_t>(file, 22), height) << "positive: bottom row first";
+    EXPECT_EQ(numberAt<std::uint16_t>(file, 28), 24);
+    EXPECT_EQ(numberAt<std::uint32_t>(file, 30), 0u) << "uncompressed";
+
+    const auto bitmap = brisel::LoadResourceBitmap(identifier, width, height);
+    ASSERT_TRUE(bitmap.pixels);
+    ASSERT_EQ(bitmap.rowBytes, rowBytes);
+    EXPECT_EQ(std::memcmp(bitmap.pixels.get(), &file[54], size), 0);
   }
-  EXPECT_FALSE(brisel::findEmbeddedBitmap(552));
-  EXPECT_FALSE(brisel::findEmbeddedBitmap(0));
-}
-
-TEST(EmbeddedBitmaps, AreDrawnFromTheirBottomRowOn) {
-  const auto banner = brisel::LoadResourceBitmap(998, 445, 100);
-  ASSERT_TRUE(banner.pixels);
-  ASSERT_EQ(banner.rowBytes, 1336u);
-  const auto file = brisel::findEmbeddedBitmap(998)->file;
-  EXPECT_EQ(std::memcmp(banner.pixels.get(), &file[54], 1336 * 100), 0);
-
   for (const auto& [identifier, width, height] :
-       {std::array{998, 0, 100}, {998, 445, 0}, {998, -445, 100}, {552, 16, 50}}) {
+       {std::array{998, 0, 100}, {998, 445, 0}, {998, -445, 100}, {998, 444, 100}, {552, 16, 50}}) {
     EXPECT_FALSE(brisel::LoadResourceBitmap(identifier, width, height).pixels);
   }
 }
 
-TEST(EmbeddedBitmaps, TheGreyTextureIsTheRedFromTheTopRowOn) {
+TEST(Bitmaps, TheGreyTextureIsTheRedFromTheTopRowOn) {
   brisel::GreyTexture texture;
   brisel::LoadGreyTexture(texture, 999, 30, 30, 0.5f);
   ASSERT_TRUE(texture.values && texture.width == 30 && texture.height == 30);
-  const auto file = brisel::findEmbeddedBitmap(999)->file;
+  const std::string file = fileOf(999);
   for (std::size_t y = 0; y < 30; ++y) {
     for (std::size_t x = 0; x < 30; ++x) {
-      const float red = file[54 + (29 - y) * 92 + 3 * x + 2];
+      const float red = static_cast<std::uint8_t>(file[54 + (29 - y) * 92 + 3 * x + 2]);
       ASSERT_EQ(texture.values[x + y * 30], red * 0.5f) << x << ", " << y;
     }
   }
