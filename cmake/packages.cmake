@@ -1,0 +1,22 @@
+# What users install: on Windows a folder for the host's plug-ins, elsewhere the command line, with
+# the presets and the manual beside the module in both.
+if(WIN32)
+  set(module_folder Brisel)
+  set(readme_folder .)
+  set(readme docs/package/windows.txt)
+  set(CPACK_GENERATOR ZIP)
+  set(CPACK_SYSTEM_NAME windows-x64)
+else()
+  set(module_folder lib/brisel)
+  set(readme_folder share/doc/brisel)
+  set(readme docs/package/linux.txt)
+  set(CPACK_GENERATOR TGZ)
+  set(CPACK_SYSTEM_NAME linux-x64)
+endif()
+install(TARGETS module LIBRARY DESTINATION ${module_folder})
+install(DIRECTORY library/Corvane DESTINATION ${module_folder})
+install(FILES ${readme} DESTINATION ${readme_folder} RENAME README.txt)
+
+set(CPACK_PACKAGE_NAME brisel)
+set(CPACK_STRIP_FILES ON)
+include(CPack)
