@@ -1,15 +1,21 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building, testing and rendering need, if any is missing.
-# Needs root, or sudo.
+# Installs the Debian packages that building, testing and rendering need, if any is missing; with
+# "windows" those that building for Windows and testing with Wine need. Needs root, or sudo.
+#
+#   scripts/install_dependencies.sh [windows]
 set -euo pipefail
 
-packages=(
-  g++ cmake ninja-build pkg-config git
-  libcli11-dev libtomlplusplus-dev nlohmann-json3-dev libpng-dev libcairo2-dev libpugixml-dev
-  libgtest-dev libbenchmark-dev
-  clang-format clang-tidy
-  ffmpeg fonts-dejavu-core python3
-)
+if [ "${1:-}" = windows ]; then
+  packages=(g++-mingw-w64-x86-64-posix googletest wine icoutils)
+else
+  packages=(
+    g++ cmake ninja-build pkg-config git
+    libcli11-dev libtomlplusplus-dev nlohmann-json3-dev libpng-dev libcairo2-dev libpugixml-dev
+    libgtest-dev libbenchmark-dev
+    clang-format clang-tidy
+    ffmpeg fonts-dejavu-core python3
+  )
+fi
 
 missing=()
 for package in "${packages[@]}"; do

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and runs every check: all tests on the release build; the unit
-# and host tests again without optimisation and under the sanitizers, which must give the same
-# bytes; the layout and lint checks of the sources. Ends with the release tests' summary.
+# and host tests again without optimisation, under the sanitizers, and as Windows programs under
+# Wine, which must all give the same bytes; the layout and lint checks of the sources. Where the
+# packages for Windows cannot be had, says so at the end. Ends with the release tests' summary.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install_dependencies.sh
@@ -17,5 +18,13 @@ for preset in debug asan; do
   build "$preset" --target unit_tests host_tests
   ctest --preset "$preset" -R '^(unit|host)\.'
 done
+not_run=
+if scripts/install_dependencies.sh windows; then
+  build windows
+  ctest --preset windows
+else
+  not_run="NOT RUN: the Windows build and its tests, for want of packages (see above)."
+fi
 build release
 ctest --preset release
+[ -z "$not_run" ] || echo "$not_run"
