@@ -1,5 +1,8 @@
 #include "hostkit/session.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace hostkit {
 
 PF_EventExtra Session::event(PF_EventType type, PF_ParamIndex index, const PF_Rect& control) {
@@ -9,8 +12,9 @@ PF_EventExtra Session::event(PF_EventType type, PF_ParamIndex index, const PF_Re
   event.effect_win.index = index;
   event.effect_win.area = PF_EA_CONTROL;
   event.effect_win.current_frame = control;
-  event.effect_win.param_title_frame = {control.left, control.top - kTitleHeight, control.right,
-                                        control.top};
+  constexpr A_long kHighestTitle = std::numeric_limits<A_long>::min();  // an absurd pane is allowed
+  const A_long titleTop = std::max(control.top, kHighestTitle + kTitleHeight) - kTitleHeight;
+  event.effect_win.param_title_frame = {control.left, titleTop, control.right, control.top};
   return event;
 }
 
