@@ -4,6 +4,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 namespace brisel {
 
 void openDocument(const char* target, void* /*parentWindow*/) {
@@ -12,7 +14,8 @@ void openDocument(const char* target, void* /*parentWindow*/) {
   char* const arguments[] = {program, const_cast<char*>(target), nullptr};
   pid_t process = 0;
   if (posix_spawnp(&process, program, nullptr, nullptr, arguments, environ) != 0) return;
-  waitpid(process, nullptr, 0);
+  while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) {  // by a signal meant for the host
+  }
 }
 
 }  // namespace brisel
