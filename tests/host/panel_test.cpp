@@ -7,48 +7,29 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <random>
 #include <thread>
 
 #include "hosted_effect.h"
+#include "module_with_presets.h"
 #include "recording_painter.h"
 
 namespace {
 
 using hosttest::Drawing;
+using hosttest::expectBox;
+using hosttest::expectImage;
 using hosttest::RecordingPainter;
 
 constexpr PF_ParamIndex kHeader = 1, kEmitterRow = 3, kStarRow = 38;
-constexpr int kEntries = 10;
 // Off the origin, so that no offset is lost. The row's strip is 400 pixels wide: five cells, the
 // last of them cut off.
 constexpr PF_Rect kHeaderRect{30, 200, 500, 325};
 constexpr PF_Rect kRowRect{30, 400, 478, 475};
 constexpr A_long kStripLeft = 54;
 
-std::string thumbnail(int entry) {
-  constexpr int kWidth = 88, kHeight = 65;
-  std::string file(54, '\0');
-  file.append(3 * kWidth * kHeight, static_cast<char>(entry));
-  file[10] = 54;
-  file[18] = kWidth;
-  file[22] = kHeight;
-  file[28] = 24;
-  return file;
-}
-
-// Outlives the module in it: Windows removes no library that is in use.
-struct TemporaryFolder {
-  std::filesystem::path path;
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path, ignored);
-  }
-};
-
 class PanelTest : public ::testing::Test {
  protected:
-  PanelTest() : folder_{makeFolder()}, module_(load(folder())), session(module_) {
+  PanelTest() : module_(hostkit::Module::load(beside_.module())), session(module_) {
     session.open();
     session.parameters().resetToDefaults(1920, 1080);
     session.setLayerSize(1920, 1080);
@@ -73,60 +54,15 @@ class PanelTest : public ::testing::Test {
     return session.parameters().value(hosttest::indexOf(session, label)).u.fd.value / 65536.0;
   }
 
-  const std::filesystem::path& folder() const { return folder_.path; }
+  const std::filesystem::path& folder() const { return beside_.folder(); }
 
  private:
-  static std::filesystem::path makeFolder() {
-    static int count = 0;
-    const auto folder = std::filesystem::temp_directory_path() /
-                        ("brisel_panel_test_" + std::to_string(std::random_device{}()) + "_" +
-                         std::to_string(count++));
-    std::filesystem::create_directories(folder / "Corvane/Drizzen");
-    const auto write = [&](const std::string& name, const std::string& text) {
-      std::ofstream(folder / "Corvane/Drizzen" / name, std::ios::binary) << text;
-    };
-    std::string index = "; index\r\n[Emmiter]\r\n";
-    for (int i = 0; i < kEntries; ++i) {
-      const std::string name = "p" + std::to_string(i);
-      index += name + ".txt " + name + ".bmp\r\n";
-      write(name + ".txt", "Tessaro parameters\r\nIntensity\r\n" + std::to_string(20 + i) +
-                               "\r\nStart\r\n0.25 0.5\r\nColor rainbow\r\n25\r\n");
-      write(name + ".bmp", thumbnail(i));
-    }
-    write("Drizzen.prs", index + "[Geometry]\r\nmissing.txt missing.bmp\r\n");
-    return folder;
-  }
-  static hostkit::Module load(const std::filesystem::path& folder) {
-    const auto copy = folder / std::filesystem::path(BRISEL_MODULE_PATH).filename();
-    std::filesystem::copy_file(BRISEL_MODULE_PATH, copy);
-    return hostkit::Module::load(copy);
-  }
-
-  TemporaryFolder folder_;
+  hosttest::ModuleWithPresets beside_;
   hostkit::Module module_;
 
  protected:
   hostkit::Session session;
 };
-
-void expectBox(const Drawing& fill, const Drawing& stroke, const DRAWBOT_RectF32& rect,
-               const DRAWBOT_ColorRGBA& fillColor, const DRAWBOT_ColorRGBA& strokeColor) {
-  const auto same = [](const auto& a, const auto& b) { return std::memcmp(&a, &b, sizeof a) == 0; };
-  EXPECT_EQ(fill.kind, Drawing::kFill);
-  EXPECT_EQ(stroke.kind, Drawing::kStroke);
-  EXPECT_EQ(stroke.penWidth, 1.0f);
-  EXPECT_TRUE(same(fill.rect, rect) && same(stroke.rect, rect)) << rect.left << ' ' << rect.top;
-  EXPECT_TRUE(same(fill.color, fillColor) && same(stroke.color, strokeColor)) << rect.left;
-}
-
-void expectImage(const Drawing& image, const DRAWBOT_RectF32& rect, float alpha) {
-  EXPECT_EQ(image.kind, Drawing::kImage);
-  EXPECT_EQ(image.rect.left, rect.left);
-  EXPECT_EQ(image.rect.top, rect.top);
-  EXPECT_EQ(image.rect.width, rect.width);
-  EXPECT_EQ(image.rect.height, rect.height);
-  EXPECT_EQ(image.color.alpha, alpha);
-}
 
 constexpr DRAWBOT_ColorRGBA kNormalFill{1.0f, 1.0f, 0.25f, 1.0f};
 constexpr DRAWBOT_ColorRGBA kNormalStroke{1.0f, 1.0f, 0.5f, 1.0f};
