@@ -1,6 +1,7 @@
 #include "preset_choice.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "errors.h"
 #include "nearest_name.h"
@@ -56,11 +57,13 @@ hostkit::EventReport clickCell(hostkit::Session& session, const PresetIndex& ind
 }  // namespace
 
 const Preset& findPreset(const PresetIndex& index, const PresetChoice& choice) {
-  const auto isMeant = [&](const Preset& preset) { return preset.name == choice.name; };
+  const auto isMeant = [&](const Preset& preset) {
+    return preset.name == choice.name || preset.file.filename() == choice.name;
+  };
   const auto found = std::ranges::find_if(index.presets, isMeant);
   if (found != index.presets.end()) {
     const auto second = std::find_if(found + 1, index.presets.end(), isMeant);
-    if (second == index.presets.end()) return *found;
+    if (second == index.presets.end() || second->file == found->file) return *found;
     reject(choice, inQuotes(choice.name) + " may be " + inQuotes(found->file.string()) + " or " +
                        inQuotes(second->file.string()));
   }
@@ -89,8 +92,11 @@ std::vector<PF_ParamIndex> applyPreset(hostkit::Session& session, const PresetIn
     }
   }
   if ((report.outFlags & PF_OutFlag_REFRESH_UI) == 0) {
+    const char* fault = std::filesystem::exists(preset.file)
+                            ? " is no parameter file, or the effect looks elsewhere"
+                            : " is missing";
     throw WorkError("the effect does not take the preset " + inQuotes(preset.name) + ": " +
-                    inQuotes(preset.file.string()) + " is missing or no parameter file");
+                    inQuotes(preset.file.string()) + fault);
   }
   return report.changed;
 }

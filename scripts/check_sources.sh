@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run --Werror
-run-clang-tidy -quiet -p build/release -j "$(nproc)" "$PWD/(src|hostkit)/" >build/clang-tidy.log 2>&1 || {
+run-clang-tidy -quiet -p build/release -j "$(nproc)" "$PWD/(src|hostkit)/.*\.cpp$" >build/clang-tidy.log 2>&1 || {
   grep -E 'error:|warning:' build/clang-tidy.log | sort -u >&2
   exit 1
 }

@@ -132,6 +132,7 @@ void oscillationRule(const ControlStates& states) {
 enum class Shape { Rayed, FourPointed, Round };
 
 Shape shapeOf(const ControlStates& states) {
+  // The popup's items count from 1, StarType from 0.
   constexpr std::int32_t kType5 = 6, kType7 = 8, kGlow2 = 10;
   const std::int32_t type = states.item(kType);
   if (type < kType5 || type > kGlow2) return Shape::Rayed;
