@@ -2,9 +2,10 @@
 # the presets and the manual beside the module in both.
 if(WIN32)
   set(module_folder Brisel)
-  set(readme_folder .)
+  set(readme_folder Brisel)
   set(readme docs/package/windows.txt)
   set(CPACK_GENERATOR ZIP)
+  set(CPACK_INCLUDE_TOPLEVEL_DIRECTORY OFF)
   set(CPACK_SYSTEM_NAME windows-x64)
 else()
   set(module_folder lib/brisel)
