@@ -5,9 +5,9 @@
 #   scripts/install_dependencies.sh [windows]
 set -euo pipefail
 
-if [ "${1:-}" = windows ]; then
-  packages=(g++-mingw-w64-x86-64-posix googletest wine icoutils)
-else
+if [ "$*" = windows ]; then
+  packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine icoutils)
+elif [ $# -eq 0 ]; then
   packages=(
     g++ cmake ninja-build pkg-config git
     libcli11-dev libtomlplusplus-dev nlohmann-json3-dev libpng-dev libcairo2-dev libpugixml-dev
@@ -15,6 +15,9 @@ else
     clang-format clang-tidy
     ffmpeg fonts-dejavu-core python3
   )
+else
+  echo "usage: scripts/install_dependencies.sh [windows]" >&2
+  exit 2
 fi
 
 missing=()
