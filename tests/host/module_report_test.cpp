@@ -3,6 +3,8 @@
 #include <cstring>
 #include <filesystem>
 #include <limits>
+#include <random>
+#include <string>
 
 #include "hosted_effect.h"
 
@@ -55,7 +57,8 @@ TEST(Loading, AModuleCanBeLoadedAndLetGoRepeatedly) {
 
 TEST(Loading, AModuleMayLieInALongFolderOrAForeignOne) {
   namespace fs = std::filesystem;
-  const fs::path start = fs::temp_directory_path() / "brisel_loading";
+  const fs::path start =
+      fs::temp_directory_path() / ("brisel_loading_" + std::to_string(std::random_device{}()));
   const fs::path file = fs::path(BRISEL_MODULE_PATH).filename();
   // As long as Windows takes it, which is too long for the presets' paths.
   const std::size_t rest = 250 - (start / "" / file).string().size();
