@@ -75,9 +75,20 @@ void setValue(hostkit::ParameterSet& parameters, const std::string& label,
       return parameters.setPoint(parameter->index, n[0], n[1]);
     case PF_Param_COLOR:
       return parameters.setColor(parameter->index, byte(0), byte(1), byte(2));
+    case PF_Param_PATH:
+      return parameters.setPath(parameter->index, static_cast<PF_PathID>(n[0]));
     default:
       return parameters.setNumber(parameter->index, n[0]);
   }
+}
+
+/// The layer's one mask: round above, with a point below that swings.
+hostkit::MaskShape drop(const hostkit::MaskTime& time) {
+  const double tip = 60.0 + 25.0 * time.time / time.scale;
+  return {{{70, 12, 50, 12, 92, 12},
+           {100, 40, 100, 26, 97, 55},
+           {tip, 72, tip, 72, tip, 72},
+           {40, 40, 42, 58, 38, 24}}};
 }
 
 World colourRamps(const Scene& s) {
@@ -129,6 +140,7 @@ std::string render(const Scene& scene) {
   static const hostkit::Module module = hostkit::Module::load(BRISEL_MODULE_PATH);
   hostkit::Session session(module);
   session.open();
+  session.records().masks.add(drop);
   session.parameters().resetToDefaults(scene.width, scene.height);
   for (const auto& [label, text] : scene.values) setValue(session.parameters(), label, text);
   World input = colourRamps(scene);
