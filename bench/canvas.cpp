@@ -16,7 +16,7 @@ brisel::Layer layerOn(std::vector<std::uint16_t>& pixels, bool deep) {
 
 Canvas::Canvas(bool deep)
     : pixels_(static_cast<std::size_t>(kWidth) * kHeight * 4),
-      drawing_{settings_, random_, state_, layerOn(pixels_, deep), brisel::BlendRule::Over, {}} {
+      drawing_{settings_, random_, state_, layerOn(pixels_, deep), brisel::BlendRule::Over} {
   settings_.frameWidth = kWidth;
   settings_.frameHeight = kHeight;
   settings_.deepColor = deep;

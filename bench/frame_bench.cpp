@@ -124,8 +124,7 @@ void drawCrowd(benchmark::State& state) {
                           crowd.random,
                           drawingState,
                           outputLayer(crowd.settings),
-                          brisel::BlendRule::Over,
-                          {}};
+                          brisel::BlendRule::Over};
   for (auto _ : state) {
     drawAllStars(drawing, crowd.population.stars, crowd.population.starCount);
     benchmark::ClobberMemory();

@@ -20,10 +20,10 @@ inline constexpr std::int32_t kRunLength = 256;
 /// run's end may be written.
 struct ShadedRun {
   static constexpr std::int32_t kCapacity = kRunLength + 16;
-  alignas(16) float value[kCapacity];
-  alignas(16) std::int32_t red[kCapacity];
-  alignas(16) std::int32_t green[kCapacity];
-  alignas(16) std::int32_t blue[kCapacity];
+  alignas(64) float value[kCapacity];
+  alignas(64) std::int32_t red[kCapacity];
+  alignas(64) std::int32_t green[kCapacity];
+  alignas(64) std::int32_t blue[kCapacity];
 };
 
 /// Blends one pen into `count` pixels starting at `pixels`.
@@ -32,13 +32,11 @@ using BlendPen = void (*)(std::uint8_t* pixels, std::int32_t count, const Shaded
 /// Blends each pixel with its own pen from the run.
 using BlendPens = void (*)(std::uint8_t* pixels, std::int32_t count, const ShadedRun& run);
 
-/// The kernels of one rule and depth; chosen once per sprite.
+/// The kernels of one rule, depth and instruction set; chosen once per sprite.
 struct BlendKernels {
   BlendPen withPen;
   BlendPens withPens;
 };
-
-BlendKernels blendKernels(BlendRule rule, bool deep);
 
 /// Blends `pen` into the pixel (x, y) with intensity `value`; does nothing outside the layer, or
 /// when `value` is not above 0.

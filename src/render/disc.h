@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "engine/numbers.h"
-#include "render/sprite_painter.h"
+#include "render/pixel_grid.h"
 
 namespace brisel {
 

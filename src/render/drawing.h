@@ -8,6 +8,7 @@
 #include "engine/random.h"
 #include "engine/render_settings.h"
 #include "render/blend.h"
+#include "render/kernels.h"
 #include "render/layer.h"
 #include "render/pixel_grid.h"
 
@@ -38,7 +39,8 @@ struct Drawing {
   DrawingState& state;
   Layer layer;
   BlendRule blendRule = BlendRule::Over;
-  std::vector<ColumnRun> columns;  // the current sprite's; kept here so that its memory is reused
+  const Kernels* kernels = &activeKernels();
+  std::vector<ColumnRun> columns{};  // the current sprite's; kept here so that its memory is reused
 };
 
 }  // namespace brisel

@@ -8,9 +8,9 @@
 
 namespace brisel {
 
-template <int kLanes>
+template <class Isa>
 struct HlsLanes {
-  using L = Lanes<kLanes>;
+  using L = Lanes<Isa>;
   using Float = typename L::Float;
   using Int = typename L::Int;
 

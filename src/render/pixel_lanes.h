@@ -1,9 +1,9 @@
 // Loading and storing several neighbouring pixels as one vector per channel.
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
-#include <cstring>
 #include <utility>
 
 #include "engine/numbers.h"
@@ -14,16 +14,16 @@ namespace brisel {
 static_assert(std::endian::native == std::endian::little,
               "channels are taken out of pixels by shifts that assume the low byte first");
 
-template <int kLanes>
+template <class Isa>
 struct Channels {
-  using Float = typename Lanes<kLanes>::Float;
+  using Float = typename Lanes<Isa>::Float;
   Float alpha, red, green, blue;
 };
 
 /// Pixels of 8-bit channels, kLanes at a time.
-template <int kLanes>
+template <class Isa>
 struct Pixels8 {
-  using L = Lanes<kLanes>;
+  using L = Lanes<Isa>;
   using Word = typename L::Word;
   using Int = typename L::Int;
   using Float = typename L::Float;
@@ -32,24 +32,21 @@ struct Pixels8 {
 
   Word words;
 
-  static Pixels8 load(const std::uint8_t* from) {
-    Pixels8 p;
-    std::memcpy(&p.words, from, sizeof p.words);
-    return p;
-  }
-  void store(std::uint8_t* to) const { std::memcpy(to, &words, sizeof words); }
+  /// The first `count` pixels, at most as many as there are lanes; nothing behind them is touched.
+  static Pixels8 load(const std::uint8_t* from, int count) { return {L::loadWords(from, count)}; }
+  void store(std::uint8_t* to, int count) const { L::storeWords(to, words, count); }
 
   /// A pen channel, 0..255, on the scale of these pixels.
   static Float penScale(Float channel) { return channel; }
 
-  Channels<kLanes> channels() const {
+  Channels<Isa> channels() const {
     const auto channel = [&](int shift) {
       return L::toFloat(__builtin_convertvector((words >> shift) & 255u, Int));
     };
     return {channel(0), channel(8), channel(16), channel(24)};
   }
 
-  static Pixels8 pack(const Channels<kLanes>& c) {
+  static Pixels8 pack(const Channels<Isa>& c) {
     const auto word = [](Float v) { return __builtin_convertvector(L::toInt(v), Word); };
     return {word(c.alpha) | word(c.red) << 8 | word(c.green) << 16 | word(c.blue) << 24};
   }
@@ -59,9 +56,9 @@ struct Pixels8 {
 };
 
 /// Pixels of 16-bit channels: alpha and red in one word, green and blue in the next.
-template <int kLanes>
+template <class Isa>
 struct Pixels16 {
-  using L = Lanes<kLanes>;
+  using L = Lanes<Isa>;
   using Word = typename L::Word;
   using Int = typename L::Int;
   using Float = typename L::Float;
@@ -70,28 +67,27 @@ struct Pixels16 {
 
   Word alphaRed, greenBlue;
 
-  static Pixels16 load(const std::uint8_t* from) {
-    Word low, high;
-    std::memcpy(&low, from, sizeof low);
-    std::memcpy(&high, from + sizeof low, sizeof high);
+  static Pixels16 load(const std::uint8_t* from, int count) {
+    const Word low = L::loadWords(from, std::min(2 * count, kLanes));
+    const Word high = L::loadWords(from + sizeof low, std::max(2 * count - kLanes, 0));
     return {everySecond<0>(low, high, kSequence), everySecond<1>(low, high, kSequence)};
   }
-  void store(std::uint8_t* to) const {
+  void store(std::uint8_t* to, int count) const {
     const Word low = interleave<0>(alphaRed, greenBlue, kSequence);
     const Word high = interleave<kLanes>(alphaRed, greenBlue, kSequence);
-    std::memcpy(to, &low, sizeof low);
-    std::memcpy(to + sizeof low, &high, sizeof high);
+    L::storeWords(to, low, std::min(2 * count, kLanes));
+    L::storeWords(to + sizeof low, high, std::max(2 * count - kLanes, 0));
   }
 
   static Float penScale(Float channel) { return channel * kDeepPerByte; }
 
-  Channels<kLanes> channels() const {
+  Channels<Isa> channels() const {
     const auto low = [](Word w) { return L::toFloat(__builtin_convertvector(w & 65535u, Int)); };
     const auto high = [](Word w) { return L::toFloat(__builtin_convertvector(w >> 16, Int)); };
     return {low(alphaRed), high(alphaRed), low(greenBlue), high(greenBlue)};
   }
 
-  static Pixels16 pack(const Channels<kLanes>& c) {
+  static Pixels16 pack(const Channels<Isa>& c) {
     const auto word = [](Float v) { return __builtin_convertvector(L::toInt(v), Word); };
     return {word(c.alpha) | word(c.red) << 16, word(c.green) | word(c.blue) << 16};
   }
@@ -101,6 +97,7 @@ struct Pixels16 {
   }
 
  private:
+  static constexpr int kLanes = L::kCount;
   static constexpr std::make_integer_sequence<int, kLanes> kSequence{};
 
   template <int kOffset, int... i>

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "render/blend_kernels.h"
 #include "render/drawing.h"
 
 namespace brisel {
@@ -20,7 +21,7 @@ struct RowSpans {
 ///   void shade(std::int32_t index, std::int32_t count, ShadedRun& run)
 ///   bool variesPen() const, Rgb pen() const
 /// and `rowOf`, `columnOf` map its steps to frame pixels; `steps` are its steps on either axis.
-template <class Shader, class RowOf, class ColumnOf>
+template <class Isa, class Shader, class RowOf, class ColumnOf>
 void paintSprite(Drawing& drawing, IndexRange steps, RowOf rowOf, ColumnOf columnOf,
                  Shader& shader) {
   const Layer& layer = drawing.layer;
@@ -29,7 +30,7 @@ void paintSprite(Drawing& drawing, IndexRange steps, RowOf rowOf, ColumnOf colum
   if (rows.empty() || visible.empty()) return;
   collectColumnRuns(visible, columnOf, drawing.columns);
 
-  const BlendKernels kernels = blendKernels(drawing.blendRule, layer.deep);
+  const BlendKernels kernels = blendKernels<Isa>(drawing.blendRule, layer.deep);
   const bool variesPen = shader.variesPen();
   const Rgb pen = shader.pen();
   ShadedRun run;

@@ -2,6 +2,9 @@
 // formulas.
 #include "render/blend.h"
 
+#include "render/blend_kernels.h"
+#include "render/isa/sse2.h"
+
 #include <cmath>
 #include <vector>
 
@@ -51,7 +54,7 @@ TEST_P(BlendRules, EveryChannelUnderEveryPen) {
   expected.settings.outputPixels = expected.bytes.data();
   const brisel::Layer layer = outputLayer(module.settings);
   reference::Plotter plotter{expected.settings, {}, {}, GetParam()};
-  const brisel::BlendKernels kernels = brisel::blendKernels(GetParam(), false);
+  const brisel::BlendKernels kernels = brisel::blendKernels<brisel::Sse2>(GetParam(), false);
   brisel::ShadedRun run;
   for (const float value : kValues) {
     std::ranges::fill(run.value, std::min(value, 255.0f));

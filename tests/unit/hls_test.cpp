@@ -4,13 +4,14 @@
 
 #include "reference/plotter.h"
 #include "render/hls_lanes.h"
+#include "render/isa/sse2.h"
 #include "support.h"
 
 namespace {
 
 using brisel::Hls;
 using brisel::Rgb;
-using Lanes = brisel::HlsLanes<4>;
+using Lanes = brisel::HlsLanes<brisel::Sse2>;
 
 bool same(const Rgb& a, const Rgb& b) {
   return a.red == b.red && a.green == b.green && a.blue == b.blue;

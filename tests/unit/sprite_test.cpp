@@ -188,7 +188,7 @@ TEST(Sprites, AbsurdNumbersAreHarmless) {
           scene.settings.highQuality = true;
           brisel::RandomGenerator random;
           Drawing d{scene.settings, random, scene.state, brisel::outputLayer(scene.settings),
-                    scene.rule,     {}};
+                    scene.rule};
           for (int type = 1; type <= 5; ++type) {
             drawRayStar(d, static_cast<StarType>(type), a, b, size, b, a, 4.0f, red, 1.0f);
           }

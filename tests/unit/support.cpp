@@ -125,7 +125,7 @@ void expectSameDrawing(const Scene& scene, const Frame& frame,
   random.seedRandom(scene.generatorState);
   brisel::DrawingState state = scene.state;
   brisel::Drawing drawing{moduleSettings, random, state, brisel::outputLayer(moduleSettings),
-                          scene.rule,     {}};
+                          scene.rule};
   module(drawing);
 
   Frame referenceFrame = frame;

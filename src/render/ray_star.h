@@ -1,79 +1,27 @@
+// The fan of polygonal rays.
+#pragma once
+
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
+#include "render/blend_kernels.h"
 #include "render/ray_shape.h"
+#include "render/ray_span.h"
 #include "render/recolour.h"
 #include "render/simd.h"
 #include "render/sprites.h"
 
 namespace brisel {
-namespace {
 
-using L = Lanes<kBaselineLanes>;
-using Float = L::Float;
-
-/// The pixels of one row of a ray: full ones, and on either side the band in which the edge's
-/// coverage fades. Ranges include both ends and are empty when first > last; they never overlap.
-struct RaySpan {
-  std::int32_t leftFirst = 0, leftLast = -1;
-  std::int32_t fullFirst = 0, fullLast = -1;
-  std::int32_t rightFirst = 0, rightLast = -1;
-  const RayEdge* leftEdge = nullptr;
-  const RayEdge* rightEdge = nullptr;
-};
-
-std::int32_t floorToInt(float value) {
-  return truncToInt(std::floor(value));
-}
-
-/// An edge so short that its corners coincide covers its whole band.
-bool isPoint(const RayEdge& edge) {
-  return edge.line.a == 0.0f && edge.line.b == 0.0f;
-}
-
-/// Of a band beside `edge`, the x beyond which nothing is covered: two pixels from the edge's box.
-float lowestCovered(const RayEdge& edge) {
-  if (isPoint(edge)) return -std::numeric_limits<float>::infinity();
-  return std::min(edge.start.x, edge.end.x) - 2.0f;
-}
-float highestCovered(const RayEdge& edge) {
-  if (isPoint(edge)) return std::numeric_limits<float>::infinity();
-  return std::max(edge.start.x, edge.end.x) + 2.0f;
-}
-
-/// Of a band beside an edge, the distance along the row at which the coverage has faded out for
-/// certain; infinite beside a horizontal edge.
-float fadeReach(const RayEdge& edge) {
-  return 2.0f * edge.line.norm / std::fabs(edge.line.a) * 1.001f + 1.0f;
-}
-
-RaySpan spanOfRow(const RayEdge& left, const RayEdge& right, float y, bool highQuality) {
-  const float xl = leftCrossing(left, y);
-  const float xr = rightCrossing(right, y);
-  RaySpan span;
-  span.leftEdge = &left;
-  span.rightEdge = &right;
-  span.fullFirst = truncToInt(highQuality ? xl + 1.0f : xl);
-  span.fullLast = floorToInt(xr);
-  if (!highQuality) return span;
-
-  const float bandLeft = std::max(7.0f, 2.0f * std::fabs(xl - leftCrossing(left, y - 1.0f)));
-  const float bandRight = std::max(7.0f, 2.0f * std::fabs(xr - rightCrossing(right, y - 1.0f)));
-  const float clearLeft = std::max(lowestCovered(left), xl - fadeReach(left));
-  const float clearRight = std::min(highestCovered(right), xr + fadeReach(right));
-  span.leftFirst = std::max(truncToInt(xl - bandLeft), floorToInt(clearLeft));
-  span.leftLast = floorToInt(xl);
-  span.rightFirst = std::max(truncToInt(xr + 1.0f), span.fullFirst);
-  span.rightLast = std::min(floorToInt(xr + bandRight), floorToInt(clearRight + 1.0f));
-  return span;
-}
-
+template <class Isa>
 class RayPainter {
+  using L = Lanes<Isa>;
+  using Float = typename L::Float;
+
  public:
   RayPainter(Drawing& drawing, Rgb color, float value)
       : layer_(drawing.layer),
-        kernels_(blendKernels(drawing.blendRule, drawing.layer.deep)),
+        kernels_(blendKernels<Isa>(drawing.blendRule, drawing.layer.deep)),
         highQuality_(drawing.settings.highQuality),
         rainbowOn_(drawing.state.rainbowOn),
         rainbowShift_(drawing.state.rainbowShift),
@@ -151,7 +99,7 @@ class RayPainter {
   void shade(const RayShape& ray, std::int32_t x, float y, std::int32_t count) {
     const float baseY = ray.base.b * y;
     const float acrossY = ray.across.b * y;
-    for (std::int32_t i = 0; i < count; i += kBaselineLanes) {
+    for (std::int32_t i = 0; i < count; i += L::kCount) {
       const Float px = L::indices(x + i);
       const Float u =
           L::absolute(ray.base.a * px + baseY + ray.base.c) / ray.base.norm / ray.length;
@@ -205,9 +153,9 @@ class RayPainter {
     }
     const Float lightness = static_cast<float>(base_.lightness) - loss;
     const Float turn = shading == RayShading::Side ? p : square;
-    storeRecoloured<kBaselineLanes>(run_, i, L::splat(static_cast<float>(base_.hue)),
-                                    turn * rainbowShift_, L::maximum(lightness, L::splat(120.0f)),
-                                    L::minimum(saturation, L::splat(240.0f)));
+    storeRecoloured<Isa>(run_, i, L::splat(static_cast<float>(base_.hue)), turn * rainbowShift_,
+                         L::maximum(lightness, L::splat(120.0f)),
+                         L::minimum(saturation, L::splat(240.0f)));
   }
 
   const Layer& layer_;
@@ -220,16 +168,15 @@ class RayPainter {
   float value_;
   float fullScale_;
   ShadedRun run_;
-  alignas(16) float coverage_[ShadedRun::kCapacity] = {};
+  alignas(64) float coverage_[ShadedRun::kCapacity] = {};
 };
 
-}  // namespace
-
-void drawRayStar(Drawing& drawing, StarType type, float x, float y, float size, float width,
-                 float angleDegrees, float rays, Rgb color, float value) {
+template <class Isa>
+void paintRayStar(Drawing& drawing, StarType type, float x, float y, float size, float width,
+                  float angleDegrees, float rays, Rgb color, float value) {
   if (!(rays > 0.0f) || !(size > 0.0f)) return;
   if (type < StarType::Type1 || type > StarType::Type5) return;
-  RayPainter painter(drawing, color, value);
+  RayPainter<Isa> painter(drawing, color, value);
   RayShape ray;
   const float step = 360.0f / rays;
   float angle = angleDegrees;

@@ -1,3 +1,6 @@
+// The four-pointed star with concave sides, plain or with a spiral texture.
+#pragma once
+
 #include <algorithm>
 #include <cmath>
 
@@ -9,14 +12,14 @@
 #include "render/sprites.h"
 
 namespace brisel {
-namespace {
-
-using L = Lanes<kBaselineLanes>;
-using Float = L::Float;
 
 /// A cross on its grid: steps 0, 1 ... while below 2r, from the corner (x - r, y - r). Normalised
 /// coordinates run from -1 to 1 across the box.
+template <class Isa>
 class CrossShader {
+  using L = Lanes<Isa>;
+  using Float = typename L::Float;
+
  public:
   CrossShader(const Drawing& drawing, float radius, float x, float y, float angle, Rgb color,
               float value)
@@ -53,7 +56,7 @@ class CrossShader {
   }
 
   void shade(std::int32_t index, std::int32_t count, ShadedRun& run) {
-    for (std::int32_t i = 0; i < count; i += kBaselineLanes) {
+    for (std::int32_t i = 0; i < count; i += L::kCount) {
       const Float nx = left_ + L::indices(index + i) / radius_;
       const Float k = L::clampUnit(shape(nx) * value_);
       if (!textured_ && !state_.rainbowOn) {
@@ -95,7 +98,7 @@ class CrossShader {
   /// The texture where something is drawn, which is not everywhere in the box.
   Float textureAt(Float nx, Float distance, Float k) const {
     Float texture{};
-    for (int lane = 0; lane < kBaselineLanes; ++lane) {
+    for (int lane = 0; lane < L::kCount; ++lane) {
       if (k[lane] > 0.0f) texture[lane] = texture_.at(nx[lane], rowY_, distance[lane]);
     }
     return texture;
@@ -109,8 +112,8 @@ class CrossShader {
     const Float lightness =
         L::clamp(static_cast<float>(base_.lightness) - q * strength, 120.0f, 240.0f);
     const Float shift = (q + p * texture * state_.textureMix / 1000.0f) * state_.rainbowShift;
-    storeRecoloured<kBaselineLanes>(run, i, L::splat(static_cast<float>(base_.hue)), shift,
-                                    lightness, saturation);
+    storeRecoloured<Isa>(run, i, L::splat(static_cast<float>(base_.hue)), shift, lightness,
+                         saturation);
   }
 
   const DrawingState& state_;
@@ -127,22 +130,21 @@ class CrossShader {
   float rowY_ = 0.0f;
 };
 
-}  // namespace
-
-void drawCrossStar(Drawing& drawing, float radius, float x, float y, float angleRadians, Rgb color,
-                   float value) {
+template <class Isa>
+void paintCrossStar(Drawing& drawing, float radius, float x, float y, float angleRadians, Rgb color,
+                    float value) {
   if (!(radius > 0.0f)) return;
   drawing.state.rainbowOn = drawing.state.rainbowShift != 0.0f;
   // So far out, rounding would fold billions of steps of a star as large onto single pixels.
   constexpr float kFarthest = 2147483648.0f;
   if (!(std::fabs(x) < kFarthest && std::fabs(y) < kFarthest)) return;
-  CrossShader shader(drawing, radius, x, y, angleRadians, color, std::max(value, 0.0f));
+  CrossShader<Isa> shader(drawing, radius, x, y, angleRadians, color, std::max(value, 0.0f));
   const auto rowOf = [&](std::int32_t j) { return truncToInt(static_cast<float>(j) + y - radius); };
   const auto columnOf = [&](std::int32_t i) {
     return truncToInt(static_cast<float>(i) + x - radius);
   };
   const std::int32_t steps = truncToInt(std::ceil(2.0f * radius));
-  paintSprite(drawing, {0, steps}, rowOf, columnOf, shader);
+  paintSprite<Isa>(drawing, {0, steps}, rowOf, columnOf, shader);
 }
 
 }  // namespace brisel

@@ -1,16 +1,16 @@
+// Blics: a disc with a bright rim, or a ring.
+#pragma once
+
 #include <algorithm>
 #include <cmath>
 
 #include "render/disc.h"
 #include "render/recolour.h"
 #include "render/simd.h"
+#include "render/sprite_painter.h"
 #include "render/sprites.h"
 
 namespace brisel {
-namespace {
-
-using L = Lanes<kBaselineLanes>;
-using Float = L::Float;
 
 /// What both profiles know of the disc or ring being drawn. Distances are shares of the radius.
 struct Blics {
@@ -26,8 +26,11 @@ struct Blics {
   float inner;  // ring: where it begins
 };
 
-template <BlicsProfile kProfile>
+template <class Isa, BlicsProfile kProfile>
 class BlicsShader {
+  using L = Lanes<Isa>;
+  using Float = typename L::Float;
+
  public:
   explicit BlicsShader(const Blics& blics) : blics_(blics), base_(rgbToHls(blics.color)) {}
 
@@ -45,7 +48,7 @@ class BlicsShader {
   }
 
   void shade(std::int32_t index, std::int32_t count, ShadedRun& run) {
-    for (std::int32_t i = 0; i < count; i += kBaselineLanes) {
+    for (std::int32_t i = 0; i < count; i += L::kCount) {
       const Float fx = L::indices(index + i) - blics_.disc.fractionX();
       const Float t = L::squareRoot(fx * fx + rowSquare_) / blics_.disc.radius();
       L::store(run.value + i, L::clampUnit(shape(t) * blics_.value) * blics_.fullScale);
@@ -76,8 +79,8 @@ class BlicsShader {
         L::clamp(static_cast<float>(base_.saturation) + 2.0f * p * strength, 100.0f, 240.0f);
     const Float lightness =
         L::maximum(static_cast<float>(base_.lightness) - q * strength, L::splat(120.0f));
-    storeRecoloured<kBaselineLanes>(run, i, L::splat(static_cast<float>(base_.hue)),
-                                    q * blics_.rainbowShift, lightness, saturation);
+    storeRecoloured<Isa>(run, i, L::splat(static_cast<float>(base_.hue)), q * blics_.rainbowShift,
+                         lightness, saturation);
   }
 
   const Blics& blics_;
@@ -85,18 +88,17 @@ class BlicsShader {
   float rowSquare_ = 0.0f;
 };
 
-template <BlicsProfile kProfile>
-void paintBlics(Drawing& drawing, const Blics& blics) {
-  BlicsShader<kProfile> shader(blics);
-  paintSprite(
+template <class Isa, BlicsProfile kProfile>
+void paintBlicsProfile(Drawing& drawing, const Blics& blics) {
+  BlicsShader<Isa, kProfile> shader(blics);
+  paintSprite<Isa>(
       drawing, blics.disc.steps(), [&](std::int32_t dy) { return blics.disc.rowOf(dy); },
       [&](std::int32_t dx) { return blics.disc.columnOf(dx); }, shader);
 }
 
-}  // namespace
-
-void drawBlicsStar(Drawing& drawing, float x, float y, float size, Rgb color, float value,
-                   BlicsProfile profile, float ringWidth) {
+template <class Isa>
+void paintBlicsStar(Drawing& drawing, float x, float y, float size, Rgb color, float value,
+                    BlicsProfile profile, float ringWidth) {
   constexpr float kLeastRingWidth = 0.03f;
   const std::int32_t n = truncToInt(size / 2.0f);
   if (n <= 0 || value <= 0.0f) return;
@@ -115,7 +117,7 @@ void drawBlicsStar(Drawing& drawing, float x, float y, float size, Rgb color, fl
     const float radius = static_cast<float>(n);
     blics.rim = std::max(radius / 10.0f, 2.0f) / radius;
     blics.outer = 1.0f - blics.rim;
-    return paintBlics<BlicsProfile::Disc>(drawing, blics);
+    return paintBlicsProfile<Isa, BlicsProfile::Disc>(drawing, blics);
   }
 
   if (ringWidth <= 0.0f) return;
@@ -129,7 +131,7 @@ void drawBlicsStar(Drawing& drawing, float x, float y, float size, Rgb color, fl
   blics.outer = 1.0f - ringWidth;
   blics.inner = blics.outer - ringWidth;
   state.textureScale = 0.5f;
-  paintBlics<BlicsProfile::Ring>(drawing, blics);
+  paintBlicsProfile<Isa, BlicsProfile::Ring>(drawing, blics);
 }
 
 }  // namespace brisel

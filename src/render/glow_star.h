@@ -1,20 +1,23 @@
+// The radial glow: its two profiles, a simple fall-off and a white core with a colour fringe.
+#pragma once
+
 #include <algorithm>
 #include <cmath>
 
 #include "render/disc.h"
 #include "render/recolour.h"
 #include "render/simd.h"
+#include "render/sprite_painter.h"
 #include "render/sprites.h"
 
 namespace brisel {
-namespace {
-
-using L = Lanes<kBaselineLanes>;
-using Float = L::Float;
-using Int = L::Int;
 
 /// What both profiles know of the glow being drawn.
+template <class Isa>
 struct Glow {
+  using L = Lanes<Isa>;
+  using Float = typename L::Float;
+
   Disc disc;
   Rgb color;
   float value;
@@ -35,9 +38,13 @@ struct Glow {
 };
 
 /// A single fall-off from the centre, recoloured by distance when the rainbow is on.
-class SimpleShader {
+template <class Isa>
+class SimpleGlowShader {
+  using L = Lanes<Isa>;
+  using Float = typename L::Float;
+
  public:
-  explicit SimpleShader(const Glow& glow) : glow_(glow), base_(rgbToHls(glow.color)) {}
+  explicit SimpleGlowShader(const Glow<Isa>& glow) : glow_(glow), base_(rgbToHls(glow.color)) {}
 
   bool variesPen() const { return glow_.rainbowOn; }
   Rgb pen() const { return glow_.color; }
@@ -48,7 +55,7 @@ class SimpleShader {
   }
 
   void shade(std::int32_t index, std::int32_t count, ShadedRun& run) {
-    for (std::int32_t i = 0; i < count; i += kBaselineLanes) {
+    for (std::int32_t i = 0; i < count; i += L::kCount) {
       const Float t = glow_.distances(index + i, rowSquare_);
       L::store(run.value + i, glow_.plotValue(1.0f - t * t));
       if (glow_.rainbowOn) storeRainbow(run, i, t * t);
@@ -64,20 +71,25 @@ class SimpleShader {
     const Float saturation =
         L::minimum(static_cast<float>(base_.saturation) + 2.0f * p * strength, L::splat(240.0f));
     const Float shift = (q + p * 255.0f * glow_.textureMix / 1000.0f) * glow_.rainbowShift;
-    storeRecoloured<kBaselineLanes>(run, i, L::splat(static_cast<float>(base_.hue)), shift,
-                                    lightness, saturation);
+    storeRecoloured<Isa>(run, i, L::splat(static_cast<float>(base_.hue)), shift, lightness,
+                         saturation);
   }
 
-  const Glow& glow_;
+  const Glow<Isa>& glow_;
   Hls base_;
   float rowSquare_ = 0.0f;
 };
 
 /// A core, white when the glow scale is above 1, and a fringe that loses red, blue and green at
 /// different distances.
-class FullShader {
+template <class Isa>
+class FullGlowShader {
+  using L = Lanes<Isa>;
+  using Float = typename L::Float;
+  using Int = typename L::Int;
+
  public:
-  FullShader(const Glow& glow, float glowScale)
+  FullGlowShader(const Glow<Isa>& glow, float glowScale)
       : glow_(glow), core_(std::max(0.0f, glowScale - 1.0f)) {
     const auto denominator = [](float d) { return d <= 0.0f ? 1.0f : d; };
     greenRange_ = denominator(1.0f - core_);
@@ -96,7 +108,7 @@ class FullShader {
   void shade(std::int32_t index, std::int32_t count, ShadedRun& run) {
     const float redStart = 2.0f * core_;
     const float blueStart = 1.1f * core_;
-    for (std::int32_t i = 0; i < count; i += kBaselineLanes) {
+    for (std::int32_t i = 0; i < count; i += L::kCount) {
       const Float t = glow_.distances(index + i, rowSquare_);
       const Float g = (t - core_) / greenRange_;
       L::store(run.value + i, glow_.plotValue(1.0f - g));
@@ -122,45 +134,43 @@ class FullShader {
 
   /// Turns the pens outside the core, whose pens stay as they are.
   void recolourFringe(ShadedRun& run, std::int32_t i, Float g, Int red, Int green, Int blue) const {
-    const auto base =
-        HlsLanes<kBaselineLanes>::fromRgb(L::toFloat(red), L::toFloat(green), L::toFloat(blue));
+    const auto base = HlsLanes<Isa>::fromRgb(L::toFloat(red), L::toFloat(green), L::toFloat(blue));
     const Float saturation =
         L::minimum(base.saturation + 2.0f * g * glow_.shiftStrength(), L::splat(240.0f));
     const Float shift =
         ((g / 4.0f) * (g / 4.0f) + g * 255.0f * glow_.textureMix / 1000.0f) * glow_.rainbowShift;
     const Int inCore = g < 0.0f;
-    storeRecoloured<kBaselineLanes>(run, i, base.hue, inCore ? Float{} : shift, base.lightness,
-                                    inCore ? Float{} : saturation);
+    storeRecoloured<Isa>(run, i, base.hue, inCore ? Float{} : shift, base.lightness,
+                         inCore ? Float{} : saturation);
     L::store(run.red + i, inCore ? red : L::load(run.red + i));
     L::store(run.green + i, inCore ? green : L::load(run.green + i));
     L::store(run.blue + i, inCore ? blue : L::load(run.blue + i));
   }
 
-  const Glow& glow_;
+  const Glow<Isa>& glow_;
   float core_;
   float greenRange_, redRange_, blueRange_;
   float rowSquare_ = 0.0f;
 };
 
-}  // namespace
-
-void drawGlowStar(Drawing& drawing, float x, float y, float size, Rgb color, float value,
-                  GlowProfile profile) {
+template <class Isa>
+void paintGlowStar(Drawing& drawing, float x, float y, float size, Rgb color, float value,
+                   GlowProfile profile) {
   const std::int32_t radius = truncToInt(size / 2.0f);
   if (radius <= 0) return;
   DrawingState& state = drawing.state;
   state.rainbowOn = state.rainbowShift != 0.0f;
-  const Glow glow{Disc(x, y, radius),        color,           value,
-                  drawing.layer.fullScale(), state.rainbowOn, state.rainbowShift,
-                  state.textureMix};
+  const Glow<Isa> glow{Disc(x, y, radius),        color,           value,
+                       drawing.layer.fullScale(), state.rainbowOn, state.rainbowShift,
+                       state.textureMix};
   const auto rowOf = [&](std::int32_t dy) { return glow.disc.rowOf(dy); };
   const auto columnOf = [&](std::int32_t dx) { return glow.disc.columnOf(dx); };
   if (profile == GlowProfile::Full) {
-    FullShader shader(glow, state.glowScale);
-    paintSprite(drawing, glow.disc.steps(), rowOf, columnOf, shader);
+    FullGlowShader<Isa> shader(glow, state.glowScale);
+    paintSprite<Isa>(drawing, glow.disc.steps(), rowOf, columnOf, shader);
   } else {
-    SimpleShader shader(glow);
-    paintSprite(drawing, glow.disc.steps(), rowOf, columnOf, shader);
+    SimpleGlowShader<Isa> shader(glow);
+    paintSprite<Isa>(drawing, glow.disc.steps(), rowOf, columnOf, shader);
   }
 }
 

@@ -1,0 +1,31 @@
+// Sixteen lanes. Only for files that are compiled for processors with AVX-512 F, BW, DQ and VL.
+#pragma once
+
+#include <immintrin.h>
+
+#include <cstdint>
+
+namespace brisel {
+
+struct Avx512 {
+  static constexpr int kLanes = 16;
+  using Words = __m512i;
+
+  static __m512 minimum(__m512 a, __m512 b) { return _mm512_min_ps(a, b); }
+  static __m512 maximum(__m512 a, __m512 b) { return _mm512_max_ps(a, b); }
+  static __m512 squareRoot(__m512 v) { return _mm512_sqrt_ps(v); }
+
+  static Words loadWords(const void* from, int count) {
+    return _mm512_maskz_loadu_epi32(firstLanes(count), from);
+  }
+  static void storeWords(void* to, Words words, int count) {
+    _mm512_mask_storeu_epi32(to, firstLanes(count), words);
+  }
+
+ private:
+  static __mmask16 firstLanes(int count) {
+    return count >= kLanes ? __mmask16{0xffff} : static_cast<__mmask16>((1u << count) - 1u);
+  }
+};
+
+}  // namespace brisel

@@ -1,0 +1,47 @@
+#include "render/kernels.h"
+
+#include "render/isa/kernels_of.h"
+
+namespace brisel {
+namespace {
+
+struct Available {
+  const Kernels* kernels[4] = {&kPlainKernels};
+  std::size_t count = 1;
+};
+
+Available findAvailable() {
+  Available found;
+#if defined(__x86_64__)
+  const auto add = [&](const Kernels& kernels) { found.kernels[found.count++] = &kernels; };
+  add(kSse2Kernels);
+  if (__builtin_cpu_supports("avx2")) add(kAvx2Kernels);
+  if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+      __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl")) {
+    add(kAvx512Kernels);
+  }
+#endif
+  return found;
+}
+
+const Kernels*& chosenKernels() {
+  static const Kernels* chosen = availableKernels().back();
+  return chosen;
+}
+
+}  // namespace
+
+std::span<const Kernels* const> availableKernels() {
+  static const Available available = findAvailable();
+  return {available.kernels, available.count};
+}
+
+const Kernels& activeKernels() {
+  return *chosenKernels();
+}
+
+void chooseKernels(const Kernels& kernels) {
+  chosenKernels() = &kernels;
+}
+
+}  // namespace brisel

@@ -1,0 +1,37 @@
+// The inner loops of drawing, once per instruction set. All of them give the same bytes.
+#pragma once
+
+#include <span>
+
+#include "engine/options.h"
+#include "engine/render_settings.h"
+
+namespace brisel {
+
+struct Drawing;
+enum class GlowProfile : std::uint8_t;
+enum class BlicsProfile : std::uint8_t;
+
+/// What sprites.h and mix.h describe, compiled for one instruction set.
+struct Kernels {
+  const char* name;  // of the instruction set
+  int lanes;         // pixels at a time
+  void (*rayStar)(Drawing& drawing, StarType type, float x, float y, float size, float width,
+                  float angleDegrees, float rays, Rgb color, float value);
+  void (*crossStar)(Drawing& drawing, float radius, float x, float y, float angleRadians, Rgb color,
+                    float value);
+  void (*glowStar)(Drawing& drawing, float x, float y, float size, Rgb color, float value,
+                   GlowProfile profile);
+  void (*blicsStar)(Drawing& drawing, float x, float y, float size, Rgb color, float value,
+                    BlicsProfile profile, float ringWidth);
+  void (*mix)(const RenderSettings& settings, MixMode mode);
+};
+
+/// Those that this processor can run, narrowest first; the first is the plain one.
+std::span<const Kernels* const> availableKernels();
+
+/// Those that frames are drawn with: the widest available, until others are chosen.
+const Kernels& activeKernels();
+void chooseKernels(const Kernels& kernels);
+
+}  // namespace brisel

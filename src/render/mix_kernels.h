@@ -1,0 +1,93 @@
+// Mixing the input under the stars, written once for every instruction set.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+
+#include "render/layer.h"
+#include "render/pixel_lanes.h"
+
+namespace brisel {
+
+template <MixMode kMode, class Pixels, class Isa>
+Channels<Isa> mixed(const Channels<Isa>& star, const Channels<Isa>& input) {
+  using L = Lanes<Isa>;
+  using Float = typename L::Float;
+  const Float full = L::splat(Pixels::kFullScale);
+  const Float t = star.alpha / Pixels::kFullScale;
+  if constexpr (kMode == MixMode::Normal) {
+    const auto mix = [&](Float p, Float i) { return t * p + (1.0f - t) * i; };
+    return {L::maximum(star.alpha, input.alpha), mix(star.red, input.red),
+            mix(star.green, input.green), mix(star.blue, input.blue)};
+  } else {
+    const Float share = input.alpha / Pixels::kFullScale;
+    const auto opaque = input.alpha >= Pixels::kFullScale;
+    const auto mix = [&](Float p, Float i) {
+      return L::minimum(p * t + (opaque ? i : i * share), full);
+    };
+    return {L::minimum(star.alpha + input.alpha, full), mix(star.red, input.red),
+            mix(star.green, input.green), mix(star.blue, input.blue)};
+  }
+}
+
+/// Mixes the first `count` lanes.
+template <MixMode kMode, class Pixels, class Isa>
+void mixLanes(std::uint8_t* output, const std::uint8_t* input, int count) {
+  const Pixels stars = Pixels::load(output, count);
+  const Pixels under = Pixels::load(input, count);
+  const Channels<Isa> star = stars.channels();
+  const Pixels result = Pixels::pack(mixed<kMode, Pixels, Isa>(star, under.channels()));
+  Pixels::select(star.alpha == 0.0f, under, result).store(output, count);
+}
+
+/// Mixes `count` pixels of a row; `inputStep` is how far the input advances with each pixel, 0
+/// where there is none.
+template <MixMode kMode, class Pixels, class Isa>
+void mixRow(std::uint8_t* output, const std::uint8_t* input, std::ptrdiff_t inputStep,
+            std::int32_t count) {
+  constexpr int kLanes = Lanes<Isa>::kCount;
+  std::int32_t x = 0;
+  for (; x + kLanes <= count; x += kLanes) {
+    mixLanes<kMode, Pixels, Isa>(output + x * Pixels::kBytes, input + x * inputStep, kLanes);
+  }
+  if (kLanes > 1 && x < count) {
+    mixLanes<kMode, Pixels, Isa>(output + x * Pixels::kBytes, input + x * inputStep, count - x);
+  }
+}
+
+template <MixMode kMode, class Pixels, class Isa>
+void mixFrame(const RenderSettings& s, const std::uint8_t* input) {
+  constexpr std::ptrdiff_t kChannelBytes = Pixels::kBytes / 4;
+  static constexpr std::uint8_t kTransparent[Pixels::kBytes * Lanes<Isa>::kCount] = {};
+  const std::ptrdiff_t rowBytes = s.inputRowStride * kChannelBytes;
+  const Layer output = outputLayer(s);
+  for (std::int32_t y = 0; y < s.frameHeight; ++y) {
+    std::uint8_t* row = output.at(0, y);
+    const std::int32_t covered = y < s.inputHeight ? std::min(s.inputWidth, s.frameWidth) : 0;
+    if (covered > 0) {
+      mixRow<kMode, Pixels, Isa>(row, input + y * rowBytes, Pixels::kBytes, covered);
+    }
+    mixRow<kMode, Pixels, Isa>(row + covered * Pixels::kBytes, kTransparent, 0,
+                               s.frameWidth - covered);
+  }
+}
+
+template <MixMode kMode, class Isa>
+void mixByDepth(const RenderSettings& s) {
+  if (s.deepColor) {
+    mixFrame<kMode, Pixels16<Isa>, Isa>(s, reinterpret_cast<const std::uint8_t*>(s.inputPixels16));
+  } else {
+    mixFrame<kMode, Pixels8<Isa>, Isa>(s, s.inputPixels);
+  }
+}
+
+template <class Isa>
+void mixLayers(const RenderSettings& settings, MixMode mode) {
+  if (mode == MixMode::Normal) {
+    mixByDepth<MixMode::Normal, Isa>(settings);
+  } else if (mode == MixMode::Add) {
+    mixByDepth<MixMode::Add, Isa>(settings);
+  }
+}
+
+}  // namespace brisel
