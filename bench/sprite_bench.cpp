@@ -4,6 +4,7 @@
 #include <cairo.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <map>
 #include <string>
@@ -165,6 +166,8 @@ class RatioReporter : public benchmark::ConsoleReporter {
 int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  const brisel::Kernels& kernels = brisel::kernelsNamed(std::getenv("BRISEL_INSTRUCTIONS"));
+  chooseKernels(kernels);
   registerAll();
   RatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);

@@ -1,6 +1,7 @@
 // The module's one exported function: takes the host's commands to their handlers.
 #include "sdk/entry_point.h"
 
+#include <cstdlib>
 #include <cstring>
 #include <string_view>
 
@@ -13,6 +14,7 @@
 #include "host/render_driver.h"
 #include "host/sequence_data.h"
 #include "host/supplied_parameters.h"
+#include "render/kernels.h"
 #include "sdk/codes.h"
 
 #if defined(_WIN32)
@@ -38,6 +40,7 @@ PF_Err setUpGlobally(PF_OutData& out) {
   ModuleState& module = moduleState();
   module.folders = findFolders();
   LoadGreyTexture(module.greyTexture, 999, 30, 30, 1.0f);
+  chooseKernels(kernelsNamed(std::getenv("BRISEL_INSTRUCTIONS")));
   out.my_version = kEffectVersion;
   out.out_flags = kOutFlags;
   out.out_flags2 = kOutFlags2;

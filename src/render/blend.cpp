@@ -10,9 +10,8 @@ namespace brisel {
 void plotPixel(const Layer& layer, BlendRule rule, Rgb pen, std::int32_t x, std::int32_t y,
                float value) {
   if (x < 0 || y < 0 || x >= layer.width || y >= layer.height) return;
-  ShadedRun run;
-  run.value[0] = std::min(value, layer.fullScale());
-  blendKernels<Plain>(rule, layer.deep).withPen(layer.at(x, y), 1, run, pen);
+  const float clamped = std::min(value, layer.fullScale());
+  plotValues<Plain>(layer, rule, pen, x, y, 1, &clamped);
 }
 
 }  // namespace brisel

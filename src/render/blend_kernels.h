@@ -47,82 +47,88 @@ Channels<Isa> blended(const Channels<Isa>& dst, FloatOf<Isa> value, const Channe
   }
 }
 
-/// Blends the first `count` lanes into the pixels.
+/// Plots into the first `count` pixels.
 template <BlendRule kRule, class Pixels, class Isa>
-void blendLanes(std::uint8_t* pixels, int count, FloatOf<Isa> value, const Channels<Isa>& pen) {
+void plotLanes(std::uint8_t* pixels, int count, const Shaded<Isa>& plot) {
   using L = Lanes<Isa>;
   const Pixels before = Pixels::load(pixels, count);
   // Lanes that are not plotted get a harmless value, so that all of them convert within range.
-  const auto safe = L::maximum(value, FloatOf<Isa>{});
+  const auto safe = L::maximum(plot.value, FloatOf<Isa>{});
+  const Channels<Isa> pen{FloatOf<Isa>{}, Pixels::penScale(plot.pens.red),
+                          Pixels::penScale(plot.pens.green), Pixels::penScale(plot.pens.blue)};
   const Pixels after = Pixels::pack(blended<kRule, Pixels, Isa>(before.channels(), safe, pen));
   if constexpr (kRule == BlendRule::AddScaled) {
     after.store(pixels, count);  // nothing, scaled, adds nothing
   } else {
-    Pixels::select(value > 0.0f, after, before).store(pixels, count);
+    Pixels::select(plot.value > 0.0f, after, before).store(pixels, count);
   }
 }
 
-template <class Pixels, class Isa>
-Channels<Isa> penChannels(FloatOf<Isa> red, FloatOf<Isa> green, FloatOf<Isa> blue) {
-  return {FloatOf<Isa>{}, Pixels::penScale(red), Pixels::penScale(green), Pixels::penScale(blue)};
-}
-
-/// Calls `blend(i, lanes)` for all pixels of a run, whole vectors first.
-template <class Isa, class Blend>
-void forRun(std::int32_t count, Blend blend) {
-  constexpr int kLanes = Lanes<Isa>::kCount;
-  std::int32_t i = 0;
-  for (; i + kLanes <= count; i += kLanes) blend(i, kLanes);
-  if constexpr (kLanes > 1) {
-    if (i < count) blend(i, count - i);
-  }
-}
-
-template <BlendRule kRule, class Pixels, class Isa>
-void blendWithPen(std::uint8_t* pixels, std::int32_t count, const ShadedRun& run, Rgb pen) {
-  using L = Lanes<Isa>;
-  const auto splat = [](std::int32_t channel) { return L::splat(static_cast<float>(channel)); };
-  const auto channels = penChannels<Pixels, Isa>(splat(pen.red), splat(pen.green), splat(pen.blue));
-  forRun<Isa>(count, [&](std::int32_t i, int lanes) {
-    blendLanes<kRule, Pixels, Isa>(pixels + i * Pixels::kBytes, lanes, L::load(run.value + i),
-                                   channels);
-  });
-}
-
-template <BlendRule kRule, class Pixels, class Isa>
-void blendWithPens(std::uint8_t* pixels, std::int32_t count, const ShadedRun& run) {
-  using L = Lanes<Isa>;
-  forRun<Isa>(count, [&](std::int32_t i, int lanes) {
-    const auto channels = penChannels<Pixels, Isa>(L::toFloat(L::load(run.red + i)),
-                                                   L::toFloat(L::load(run.green + i)),
-                                                   L::toFloat(L::load(run.blue + i)));
-    blendLanes<kRule, Pixels, Isa>(pixels + i * Pixels::kBytes, lanes, L::load(run.value + i),
-                                   channels);
-  });
-}
-
-template <BlendRule kRule, class Isa>
-BlendKernels blendKernelsOf(bool deep) {
-  using Shallow = Pixels8<Isa>;
-  using Deep = Pixels16<Isa>;
-  if (deep) return {blendWithPen<kRule, Deep, Isa>, blendWithPens<kRule, Deep, Isa>};
-  return {blendWithPen<kRule, Shallow, Isa>, blendWithPens<kRule, Shallow, Isa>};
-}
-
+/// A pen of one colour, as in every lane.
 template <class Isa>
-BlendKernels blendKernels(BlendRule rule, bool deep) {
+Pens<Isa> pensOf(Rgb color) {
+  const auto splat = [](std::int32_t channel) {
+    return Lanes<Isa>::splat(static_cast<float>(channel));
+  };
+  return {splat(color.red), splat(color.green), splat(color.blue)};
+}
+
+/// Plots `count` neighbouring pixels from step `index` of the shader on, which offers
+///   Shaded<Isa> shade(std::int32_t index)   kLanes steps from `index` on
+template <BlendRule kRule, class Pixels, class Isa, class Shader>
+void plotRun(std::uint8_t* pixels, std::int32_t index, std::int32_t count, const Shader& painter) {
+  constexpr int kLanes = Lanes<Isa>::kCount;
+  const Shader shader = painter;  // a copy of its own cannot be one of the bytes written
+  for (; count >= kLanes; count -= kLanes) {
+    plotLanes<kRule, Pixels, Isa>(pixels, kLanes, shader.shade(index));
+    pixels += kLanes * Pixels::kBytes;
+    index += kLanes;
+  }
+  if (kLanes > 1 && count > 0) {
+    plotLanes<kRule, Pixels, Isa>(pixels, count, shader.shade(index));
+  }
+}
+
+/// Calls `paint.template operator()<rule, pixel type>()`, so that sprites choose both once.
+template <BlendRule kRule, class Isa, class Paint>
+void withPixels(bool deep, const Paint& paint) {
+  if (deep) {
+    paint.template operator()<kRule, Pixels16<Isa>>();
+  } else {
+    paint.template operator()<kRule, Pixels8<Isa>>();
+  }
+}
+template <class Isa, class Paint>
+void withRule(BlendRule rule, bool deep, const Paint& paint) {
   switch (rule) {
     case BlendRule::Over:
-      return blendKernelsOf<BlendRule::Over, Isa>(deep);
+      return withPixels<BlendRule::Over, Isa>(deep, paint);
     case BlendRule::AddScaled:
-      return blendKernelsOf<BlendRule::AddScaled, Isa>(deep);
+      return withPixels<BlendRule::AddScaled, Isa>(deep, paint);
     case BlendRule::AddSolid:
-      return blendKernelsOf<BlendRule::AddSolid, Isa>(deep);
+      return withPixels<BlendRule::AddSolid, Isa>(deep, paint);
     case BlendRule::AddGlow:
-      return blendKernelsOf<BlendRule::AddGlow, Isa>(deep);
+      return withPixels<BlendRule::AddGlow, Isa>(deep, paint);
     default:
-      return blendKernelsOf<BlendRule::Lighten, Isa>(deep);
+      return withPixels<BlendRule::Lighten, Isa>(deep, paint);
   }
+}
+
+/// Plots the same pen with the values given.
+template <class Isa>
+struct ValuesShader {
+  const float* values;  // up to a whole number of lanes
+  Pens<Isa> pens;
+  Shaded<Isa> shade(std::int32_t index) const { return {Lanes<Isa>::load(values + index), pens}; }
+};
+
+template <class Isa>
+void plotValues(const Layer& layer, BlendRule rule, Rgb pen, std::int32_t x, std::int32_t y,
+                std::int32_t count, const float* values) {
+  const ValuesShader<Isa> shader{values, pensOf<Isa>(pen)};
+  withRule<Isa>(rule, layer.deep, [&]<BlendRule kRule, class Pixels>() {
+    plotRun<kRule, Pixels, Isa>(layer.at(x, y), 0, count, shader);
+  });
 }
 
 }  // namespace brisel

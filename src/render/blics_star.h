@@ -18,7 +18,6 @@ struct Blics {
   Rgb color;
   float value;
   float fullScale;
-  bool rainbowOn;
   float rainbowShift;
   float rim;    // disc: width of the bright rim; ring: not used
   float ring;   // ring: half the ring's extent
@@ -26,51 +25,57 @@ struct Blics {
   float inner;  // ring: where it begins
 };
 
-template <class Isa, BlicsProfile kProfile>
+template <class Isa, BlicsProfile kProfile, bool kRainbow>
 class BlicsShader {
   using L = Lanes<Isa>;
   using Float = typename L::Float;
 
  public:
-  explicit BlicsShader(const Blics& blics) : blics_(blics), base_(rgbToHls(blics.color)) {}
-
-  bool variesPen() const { return blics_.rainbowOn; }
-  Rgb pen() const { return blics_.color; }
+  explicit BlicsShader(const Blics& blics) : blics_(blics), pens_(pensOf<Isa>(blics.color)) {
+    if (kRainbow) base_ = rgbToHls(blics.color);
+  }
 
   RowSpans beginRow(std::int32_t row, IndexRange visible) {
-    rowSquare_ = blics_.disc.rowSquare(row);
-    const IndexRange span = blics_.disc.rowSpan(rowSquare_, visible, false);
+    const Disc& disc = blics_.disc;
+    rowSquare_ = disc.rowSquare(row);
+    const IndexRange span = disc.nearSteps(rowSquare_, visible, disc.radius());
     if constexpr (kProfile == BlicsProfile::Disc) return {span, {}};
     // Inside the ring nothing is plotted; the margin keeps pixels whose rounding could matter.
-    const float clear = (blics_.inner - 0.001f) * blics_.disc.radius();
-    const IndexRange hole = blics_.disc.rowHole(rowSquare_, span, clear);
+    const float clear = (blics_.inner - 0.001f) * disc.radius();
+    const IndexRange hole = disc.clearSteps(rowSquare_, span, clear);
     return {{span.begin, hole.begin}, {hole.end, span.end}};
   }
 
-  void shade(std::int32_t index, std::int32_t count, ShadedRun& run) {
-    for (std::int32_t i = 0; i < count; i += L::kCount) {
-      const Float fx = L::indices(index + i) - blics_.disc.fractionX();
-      const Float t = L::squareRoot(fx * fx + rowSquare_) / blics_.disc.radius();
-      L::store(run.value + i, L::clampUnit(shape(t) * blics_.value) * blics_.fullScale);
-      if (blics_.rainbowOn) storeRainbow(run, i, t);
-    }
+  Shaded<Isa> shade(std::int32_t index) const {
+    const float radius = blics_.disc.radius();
+    const Float fx = L::indices(index) - blics_.disc.fractionX();
+    const Float distance = L::squareRoot(fx * fx + rowSquare_);
+    const Float t = distance / radius;
+    const Float k = L::clampUnit(shape(t) * blics_.value) * blics_.fullScale;
+    const Float value = distance < radius ? k : Float{};
+    if constexpr (kRainbow) return {value, rainbowPens(t)};
+    return {value, pens_};
   }
 
  private:
   Float shape(Float t) const {
+    const auto outside = t >= blics_.outer;
     const Float off = L::absolute(blics_.outer - t);
     if constexpr (kProfile == BlicsProfile::Disc) {
+      // Most lanes lie on the same side of the rim, and one side is enough then.
+      const auto toCentre = [&] { return L::squareRoot(L::minimum(off * 0.7f, L::splat(1.0f))); };
+      if (!L::any(outside)) return 1.0f - toCentre();
       const Float toEdge = off / blics_.rim;
-      const Float toCentre = L::squareRoot(L::minimum(off * 0.7f, L::splat(1.0f)));
-      return 1.0f - (t >= blics_.outer ? toEdge : toCentre);
+      if (!L::any(!outside)) return 1.0f - toEdge;
+      return 1.0f - (outside ? toEdge : toCentre());
     } else {
-      const Float toInside = 1.0f - (t - blics_.inner) / blics_.ring;
-      const Float j = t >= blics_.outer ? off / blics_.ring : toInside;
+      const Float share = (outside ? off : t - blics_.inner) / blics_.ring;
+      const Float j = outside ? share : 1.0f - share;
       return 1.0f - j * j;
     }
   }
 
-  void storeRainbow(ShadedRun& run, std::int32_t i, Float t) const {
+  Pens<Isa> rainbowPens(Float t) const {
     const Float p =
         kProfile == BlicsProfile::Ring ? L::absolute(t - blics_.inner) * 10.0f + 1.0f : t * 5.0f;
     const Float q = (p / 4.0f) * (p / 4.0f);
@@ -79,21 +84,27 @@ class BlicsShader {
         L::clamp(static_cast<float>(base_.saturation) + 2.0f * p * strength, 100.0f, 240.0f);
     const Float lightness =
         L::maximum(static_cast<float>(base_.lightness) - q * strength, L::splat(120.0f));
-    storeRecoloured<Isa>(run, i, L::splat(static_cast<float>(base_.hue)), q * blics_.rainbowShift,
-                         lightness, saturation);
+    return recoloured<Isa>(L::splat(static_cast<float>(base_.hue)), q * blics_.rainbowShift,
+                           lightness, saturation);
   }
 
-  const Blics& blics_;
+  Blics blics_;
+  Pens<Isa> pens_;
   Hls base_;
   float rowSquare_ = 0.0f;
 };
 
 template <class Isa, BlicsProfile kProfile>
 void paintBlicsProfile(Drawing& drawing, const Blics& blics) {
-  BlicsShader<Isa, kProfile> shader(blics);
-  paintSprite<Isa>(
-      drawing, blics.disc.steps(), [&](std::int32_t dy) { return blics.disc.rowOf(dy); },
-      [&](std::int32_t dx) { return blics.disc.columnOf(dx); }, shader);
+  const Disc& disc = blics.disc;
+  const auto paint = [&](auto shader) {
+    paintSprite<Isa>(drawing, disc.steps(), disc.rows(), disc.columns(), shader);
+  };
+  if (drawing.state.rainbowOn) {
+    paint(BlicsShader<Isa, kProfile, true>(blics));
+  } else {
+    paint(BlicsShader<Isa, kProfile, false>(blics));
+  }
 }
 
 template <class Isa>
@@ -103,16 +114,8 @@ void paintBlicsStar(Drawing& drawing, float x, float y, float size, Rgb color, f
   const std::int32_t n = truncToInt(size / 2.0f);
   if (n <= 0 || value <= 0.0f) return;
   DrawingState& state = drawing.state;
-  Blics blics{Disc(x, y, n),
-              color,
-              value,
-              drawing.layer.fullScale(),
-              state.rainbowOn,
-              state.rainbowShift,
-              0.0f,
-              0.0f,
-              0.0f,
-              0.0f};
+  Blics blics{Disc(x, y, n), color, value, drawing.layer.fullScale(), state.rainbowShift, 0.0f,
+              0.0f,          0.0f,  0.0f};
   if (profile == BlicsProfile::Disc) {
     const float radius = static_cast<float>(n);
     blics.rim = std::max(radius / 10.0f, 2.0f) / radius;

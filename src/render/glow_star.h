@@ -22,48 +22,52 @@ struct Glow {
   Rgb color;
   float value;
   float fullScale;
-  bool rainbowOn;
   float rainbowShift;
   float textureMix;
 
   float shiftStrength() const { return std::fabs(rainbowShift); }
 
-  /// Distances from the centre as shares of the radius, for the lanes from step `index` on.
-  Float distances(std::int32_t index, float rowSquare) const {
-    const Float fx = L::indices(index) - disc.fractionX();
-    return L::squareRoot(fx * fx + rowSquare) / disc.radius();
+  IndexRange rowSpan(float rowSquare, IndexRange visible) const {
+    return disc.nearSteps(rowSquare, visible, disc.radius());
   }
 
-  Float plotValue(Float k) const { return L::clampUnit(k * value) * fullScale; }
+  /// Distances from the centre in pixels, for the lanes from step `index` on.
+  Float distances(std::int32_t index, float rowSquare) const {
+    const Float fx = L::indices(index) - disc.fractionX();
+    return L::squareRoot(fx * fx + rowSquare);
+  }
+
+  Float plotValue(Float k, Float distance) const {
+    return distance <= disc.radius() ? L::clampUnit(k * value) * fullScale : Float{};
+  }
 };
 
 /// A single fall-off from the centre, recoloured by distance when the rainbow is on.
-template <class Isa>
+template <class Isa, bool kRainbow>
 class SimpleGlowShader {
   using L = Lanes<Isa>;
   using Float = typename L::Float;
 
  public:
-  explicit SimpleGlowShader(const Glow<Isa>& glow) : glow_(glow), base_(rgbToHls(glow.color)) {}
-
-  bool variesPen() const { return glow_.rainbowOn; }
-  Rgb pen() const { return glow_.color; }
+  explicit SimpleGlowShader(const Glow<Isa>& glow) : glow_(glow), pens_(pensOf<Isa>(glow.color)) {
+    if (kRainbow) base_ = rgbToHls(glow.color);
+  }
 
   RowSpans beginRow(std::int32_t row, IndexRange visible) {
     rowSquare_ = glow_.disc.rowSquare(row);
-    return {glow_.disc.rowSpan(rowSquare_, visible, true), {}};
+    return {glow_.rowSpan(rowSquare_, visible), {}};
   }
 
-  void shade(std::int32_t index, std::int32_t count, ShadedRun& run) {
-    for (std::int32_t i = 0; i < count; i += L::kCount) {
-      const Float t = glow_.distances(index + i, rowSquare_);
-      L::store(run.value + i, glow_.plotValue(1.0f - t * t));
-      if (glow_.rainbowOn) storeRainbow(run, i, t * t);
-    }
+  Shaded<Isa> shade(std::int32_t index) const {
+    const Float distance = glow_.distances(index, rowSquare_);
+    const Float t = distance / glow_.disc.radius();
+    const Float value = glow_.plotValue(1.0f - t * t, distance);
+    if constexpr (kRainbow) return {value, rainbowPens(t * t)};
+    return {value, pens_};
   }
 
  private:
-  void storeRainbow(ShadedRun& run, std::int32_t i, Float p) const {
+  Pens<Isa> rainbowPens(Float p) const {
     const Float q = (p / 4.0f) * (p / 4.0f);
     const float strength = glow_.shiftStrength();
     const Float lightness =
@@ -71,18 +75,18 @@ class SimpleGlowShader {
     const Float saturation =
         L::minimum(static_cast<float>(base_.saturation) + 2.0f * p * strength, L::splat(240.0f));
     const Float shift = (q + p * 255.0f * glow_.textureMix / 1000.0f) * glow_.rainbowShift;
-    storeRecoloured<Isa>(run, i, L::splat(static_cast<float>(base_.hue)), shift, lightness,
-                         saturation);
+    return recoloured<Isa>(L::splat(static_cast<float>(base_.hue)), shift, lightness, saturation);
   }
 
-  const Glow<Isa>& glow_;
+  Glow<Isa> glow_;
+  Pens<Isa> pens_;
   Hls base_;
   float rowSquare_ = 0.0f;
 };
 
 /// A core, white when the glow scale is above 1, and a fringe that loses red, blue and green at
 /// different distances.
-template <class Isa>
+template <class Isa, bool kRainbow>
 class FullGlowShader {
   using L = Lanes<Isa>;
   using Float = typename L::Float;
@@ -97,61 +101,67 @@ class FullGlowShader {
     blueRange_ = denominator(1.0f - 1.1f * core_);
   }
 
-  bool variesPen() const { return true; }
-  Rgb pen() const { return glow_.color; }
-
   RowSpans beginRow(std::int32_t row, IndexRange visible) {
     rowSquare_ = glow_.disc.rowSquare(row);
-    return {glow_.disc.rowSpan(rowSquare_, visible, true), {}};
+    return {glow_.rowSpan(rowSquare_, visible), {}};
   }
 
-  void shade(std::int32_t index, std::int32_t count, ShadedRun& run) {
+  Shaded<Isa> shade(std::int32_t index) const {
     const float redStart = 2.0f * core_;
     const float blueStart = 1.1f * core_;
-    for (std::int32_t i = 0; i < count; i += L::kCount) {
-      const Float t = glow_.distances(index + i, rowSquare_);
-      const Float g = (t - core_) / greenRange_;
-      L::store(run.value + i, glow_.plotValue(1.0f - g));
-      const Float core = g < 0.0f ? L::splat(255.0f) : Float{};
-      const Int red = fringed(glow_.color.red, (t - redStart) / redRange_, core);
-      const Int green = fringed(glow_.color.green, g, core);
-      const Int blue = fringed(glow_.color.blue, (t - blueStart) / blueRange_, core);
-      L::store(run.red + i, red);
-      L::store(run.green + i, green);
-      L::store(run.blue + i, blue);
-      if (glow_.rainbowOn) recolourFringe(run, i, g, red, green, blue);
-    }
+    const Float distance = glow_.distances(index, rowSquare_);
+    const Float t = distance / glow_.disc.radius();
+    const Float g = (t - core_) / greenRange_;
+    const Float core = g < 0.0f ? L::splat(255.0f) : Float{};
+    const Pens<Isa> pens = {fringed(glow_.color.red, (t - redStart) / redRange_, core),
+                            fringed(glow_.color.green, g, core),
+                            fringed(glow_.color.blue, (t - blueStart) / blueRange_, core)};
+    const Float value = glow_.plotValue(1.0f - g, distance);
+    if constexpr (kRainbow) return {value, rainbowPens(g, pens)};
+    return {value, pens};
   }
 
  private:
   /// The channel after the loss that begins where `share` reaches 0; before that, `share` is
   /// negative and the loss would be a gain. `core` is 255 in the white core and 0 elsewhere.
-  static Int fringed(std::int32_t channel, Float share, Float core) {
+  static Float fringed(std::int32_t channel, Float share, Float core) {
     const Float full = L::splat(static_cast<float>(channel));
     const Float lost = L::maximum(full - 255.0f * share, Float{});
-    return L::toInt(L::maximum(L::minimum(lost, full), core));
+    return L::truncated(L::maximum(L::minimum(lost, full), core));
   }
 
   /// Turns the pens outside the core, whose pens stay as they are.
-  void recolourFringe(ShadedRun& run, std::int32_t i, Float g, Int red, Int green, Int blue) const {
-    const auto base = HlsLanes<Isa>::fromRgb(L::toFloat(red), L::toFloat(green), L::toFloat(blue));
+  Pens<Isa> rainbowPens(Float g, const Pens<Isa>& pens) const {
+    const auto base = HlsLanes<Isa>::fromRgb(pens.red, pens.green, pens.blue);
     const Float saturation =
         L::minimum(base.saturation + 2.0f * g * glow_.shiftStrength(), L::splat(240.0f));
     const Float shift =
         ((g / 4.0f) * (g / 4.0f) + g * 255.0f * glow_.textureMix / 1000.0f) * glow_.rainbowShift;
     const Int inCore = g < 0.0f;
-    storeRecoloured<Isa>(run, i, base.hue, inCore ? Float{} : shift, base.lightness,
-                         inCore ? Float{} : saturation);
-    L::store(run.red + i, inCore ? red : L::load(run.red + i));
-    L::store(run.green + i, inCore ? green : L::load(run.green + i));
-    L::store(run.blue + i, inCore ? blue : L::load(run.blue + i));
+    const Pens<Isa> turned = recoloured<Isa>(base.hue, inCore ? Float{} : shift, base.lightness,
+                                             inCore ? Float{} : saturation);
+    return {inCore ? pens.red : turned.red, inCore ? pens.green : turned.green,
+            inCore ? pens.blue : turned.blue};
   }
 
-  const Glow<Isa>& glow_;
+  Glow<Isa> glow_;
   float core_;
   float greenRange_, redRange_, blueRange_;
   float rowSquare_ = 0.0f;
 };
+
+template <class Isa, bool kRainbow>
+void paintGlowProfile(Drawing& drawing, const Glow<Isa>& glow, GlowProfile profile) {
+  const Disc& disc = glow.disc;
+  const auto paint = [&](auto shader) {
+    paintSprite<Isa>(drawing, disc.steps(), disc.rows(), disc.columns(), shader);
+  };
+  if (profile == GlowProfile::Full) {
+    paint(FullGlowShader<Isa, kRainbow>(glow, drawing.state.glowScale));
+  } else {
+    paint(SimpleGlowShader<Isa, kRainbow>(glow));
+  }
+}
 
 template <class Isa>
 void paintGlowStar(Drawing& drawing, float x, float y, float size, Rgb color, float value,
@@ -160,17 +170,12 @@ void paintGlowStar(Drawing& drawing, float x, float y, float size, Rgb color, fl
   if (radius <= 0) return;
   DrawingState& state = drawing.state;
   state.rainbowOn = state.rainbowShift != 0.0f;
-  const Glow<Isa> glow{Disc(x, y, radius),        color,           value,
-                       drawing.layer.fullScale(), state.rainbowOn, state.rainbowShift,
-                       state.textureMix};
-  const auto rowOf = [&](std::int32_t dy) { return glow.disc.rowOf(dy); };
-  const auto columnOf = [&](std::int32_t dx) { return glow.disc.columnOf(dx); };
-  if (profile == GlowProfile::Full) {
-    FullGlowShader<Isa> shader(glow, state.glowScale);
-    paintSprite<Isa>(drawing, glow.disc.steps(), rowOf, columnOf, shader);
+  const Glow<Isa> glow{Disc(x, y, radius), color,           value, drawing.layer.fullScale(),
+                       state.rainbowShift, state.textureMix};
+  if (state.rainbowOn) {
+    paintGlowProfile<Isa, true>(drawing, glow, profile);
   } else {
-    SimpleGlowShader<Isa> shader(glow);
-    paintSprite<Isa>(drawing, glow.disc.steps(), rowOf, columnOf, shader);
+    paintGlowProfile<Isa, false>(drawing, glow, profile);
   }
 }
 

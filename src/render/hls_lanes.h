@@ -12,7 +12,6 @@ template <class Isa>
 struct HlsLanes {
   using L = Lanes<Isa>;
   using Float = typename L::Float;
-  using Int = typename L::Int;
 
   Float hue, lightness, saturation;
 
@@ -47,7 +46,7 @@ struct HlsLanes {
   }
 
   /// Any hue that is a whole number of magnitude below 2^22; lightness and saturation 0..240.
-  void toRgb(Int& red, Int& green, Int& blue) const {
+  void toRgb(Float& red, Float& green, Float& blue) const {
     const Float low = truncated((lightness * (240.0f + saturation) + 120.5f) * kPer240);
     const Float high =
         lightness + saturation - truncated((lightness * saturation + 120.5f) * kPer240);
@@ -63,7 +62,7 @@ struct HlsLanes {
       const Float x = L::minimum(L::maximum(L::minimum(h, 160.0f - h), Float{}), L::splat(40.0f));
       const Float level = m1 + truncated(((m2 - m1) * x + 20.5f) * 0.025f);
       const Float value = truncated((level * 255.0f + 120.5f) * kPer240);
-      return L::toInt(flat ? grey : value);
+      return flat ? grey : value;
     };
     red = channel(turn + 80.0f);
     green = channel(turn);
@@ -74,7 +73,7 @@ struct HlsLanes {
   // Half a unit more in the numerator keeps a reciprocal's rounding away from the next integer.
   static constexpr float kPer240 = 1.0f / 240.0f;
 
-  static Float truncated(Float v) { return L::toFloat(L::toInt(v)); }
+  static Float truncated(Float v) { return L::truncated(v); }
 };
 
 }  // namespace brisel

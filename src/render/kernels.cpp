@@ -1,5 +1,7 @@
 #include "render/kernels.h"
 
+#include <cstring>
+
 #include "render/isa/kernels_of.h"
 
 namespace brisel {
@@ -34,6 +36,13 @@ const Kernels*& chosenKernels() {
 std::span<const Kernels* const> availableKernels() {
   static const Available available = findAvailable();
   return {available.kernels, available.count};
+}
+
+const Kernels& kernelsNamed(const char* name) {
+  for (const Kernels* kernels : availableKernels()) {
+    if (name != nullptr && std::strcmp(name, kernels->name) == 0) return *kernels;
+  }
+  return *availableKernels().back();
 }
 
 const Kernels& activeKernels() {

@@ -9,6 +9,8 @@
 namespace brisel {
 
 struct Drawing;
+struct Layer;
+enum class BlendRule : std::uint8_t;
 enum class GlowProfile : std::uint8_t;
 enum class BlicsProfile : std::uint8_t;
 
@@ -24,11 +26,18 @@ struct Kernels {
                    GlowProfile profile);
   void (*blicsStar)(Drawing& drawing, float x, float y, float size, Rgb color, float value,
                     BlicsProfile profile, float ringWidth);
+  /// Blends `pen` into `count` neighbouring pixels, with the values given up to a whole number of
+  /// lanes.
+  void (*values)(const Layer& layer, BlendRule rule, Rgb pen, std::int32_t x, std::int32_t y,
+                 std::int32_t count, const float* values);
   void (*mix)(const RenderSettings& settings, MixMode mode);
 };
 
 /// Those that this processor can run, narrowest first; the first is the plain one.
 std::span<const Kernels* const> availableKernels();
+
+/// Those called `name`; the widest available when it is null or names none of them.
+const Kernels& kernelsNamed(const char* name);
 
 /// Those that frames are drawn with: the widest available, until others are chosen.
 const Kernels& activeKernels();

@@ -6,8 +6,9 @@
 #pragma once
 
 #include <cstdint>
-#include <numeric>
 #include <vector>
+
+#include "engine/numbers.h"
 
 namespace brisel {
 
@@ -18,6 +19,15 @@ struct IndexRange {
   bool empty() const { return begin >= end; }
 };
 
+/// A sprite's steps along one axis of the frame: step 0 lies at `origin` - `reach`.
+struct StepMap {
+  float origin;
+  float reach = 0.0f;
+
+  float positionOf(std::int32_t step) const { return static_cast<float>(step) + origin - reach; }
+  std::int32_t pixelOf(std::int32_t step) const { return truncToInt(positionOf(step)); }
+};
+
 /// Steps index, index + 1 ... of a sprite on frame columns column, column + 1 ...
 struct ColumnRun {
   std::int32_t index;
@@ -25,39 +35,10 @@ struct ColumnRun {
   std::int32_t count;
 };
 
-/// The first step of `range` whose pixel is at least `pixel`. `pixelOf` must not fall.
-template <class PixelOf>
-std::int32_t firstAtOrBeyond(IndexRange range, std::int32_t pixel, PixelOf pixelOf) {
-  while (range.begin < range.end) {
-    const std::int32_t middle = std::midpoint(range.begin, range.end);
-    if (pixelOf(middle) < pixel) {
-      range.begin = middle + 1;
-    } else {
-      range.end = middle;
-    }
-  }
-  return range.begin;
-}
-
 /// The steps of `range` whose pixels lie in 0 .. extent - 1.
-template <class PixelOf>
-IndexRange visibleSteps(IndexRange range, std::int32_t extent, PixelOf pixelOf) {
-  const std::int32_t begin = firstAtOrBeyond(range, 0, pixelOf);
-  return {begin, firstAtOrBeyond({begin, range.end}, extent, pixelOf)};
-}
+IndexRange visibleSteps(IndexRange range, std::int32_t extent, const StepMap& map);
 
-/// Replaces `runs` by the runs of the steps in `range`, in order.
-template <class PixelOf>
-void collectColumnRuns(IndexRange range, PixelOf pixelOf, std::vector<ColumnRun>& runs) {
-  runs.clear();
-  for (std::int32_t i = range.begin; i < range.end; ++i) {
-    const std::int32_t column = pixelOf(i);
-    if (!runs.empty() && column == runs.back().column + runs.back().count) {
-      ++runs.back().count;
-    } else {
-      runs.push_back({i, column, 1});
-    }
-  }
-}
+/// Replaces `runs` by the runs of the steps in `range`, which is not empty and visible, in order.
+void collectColumnRuns(IndexRange range, const StepMap& map, std::vector<ColumnRun>& runs);
 
 }  // namespace brisel

@@ -20,6 +20,20 @@ struct Channels {
   Float alpha, red, green, blue;
 };
 
+/// A pen for each lane, 0..255.
+template <class Isa>
+struct Pens {
+  typename Lanes<Isa>::Float red, green, blue;
+};
+
+/// What a sprite plots: the intensity of each pixel, up to the layer's full scale, and its pen. A
+/// pixel whose value is not above 0 stays as it is.
+template <class Isa>
+struct Shaded {
+  typename Lanes<Isa>::Float value;
+  Pens<Isa> pens;
+};
+
 /// Pixels of 8-bit channels, kLanes at a time.
 template <class Isa>
 struct Pixels8 {

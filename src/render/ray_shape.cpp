@@ -39,7 +39,12 @@ RayLine lineThrough(PointF p, PointF q) {
 }
 
 RayEdge edgeBetween(PointF start, PointF end) {
-  return {start, end, lineThrough(start, end)};
+  const RayLine line = lineThrough(start, end);
+  // Infinite beside a horizontal edge.
+  const float fadeReach = 2.0f * line.norm / std::fabs(line.a) * 1.001f + 1.0f;
+  // Less than the slope at which twice a row's shift exceeds the least width of a band.
+  const bool steep = std::fabs(line.a) >= 1.0f && std::fabs(line.b) < 2.5f * std::fabs(line.a);
+  return {start, end, line, fadeReach, steep};
 }
 
 /// Lists the edges from the one whose start corner has the greatest y, the last such one if
@@ -126,24 +131,6 @@ float leftCrossing(const RayEdge& edge, float y) {
 
 float rightCrossing(const RayEdge& edge, float y) {
   return isHorizontal(edge) ? std::max(edge.start.x, edge.end.x) : crossing(edge, y);
-}
-
-float edgeCoverage(const RayEdge& edge, float x, float y) {
-  const float edgeX = edge.end.x - edge.start.x;
-  const float edgeY = edge.end.y - edge.start.y;
-  const float startX = x - edge.start.x;
-  const float startY = y - edge.start.y;
-  const float along = startX * edgeX + startY * edgeY;
-  if (along >= 0.0f && along <= edgeX * edgeX + edgeY * edgeY) {
-    const RayLine& line = edge.line;
-    const float off = std::fabs(line.a * x + line.b * y + line.c) / line.norm;
-    return std::clamp(1.0f - off / 2.0f, 0.0f, 1.0f);
-  }
-  const float endX = x - edge.end.x;
-  const float endY = y - edge.end.y;
-  const float off =
-      std::min(std::sqrt(startX * startX + startY * startY), std::sqrt(endX * endX + endY * endY));
-  return std::clamp(1.0f - off, 0.0f, 1.0f);
 }
 
 }  // namespace brisel

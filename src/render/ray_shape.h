@@ -19,6 +19,8 @@ struct RayEdge {
   PointF start;
   PointF end;
   RayLine line;
+  float fadeReach;    // along a row, where the coverage beside the edge has faded out for certain
+  bool risesSteeply;  // so that its band is the narrowest
 };
 
 /// Built anew for each ray, in pixels of the layer.
@@ -43,9 +45,5 @@ bool buildRay(RayShape& ray, StarType type, PointF centre, float length, float w
 /// (left side) or its higher x (right side).
 float leftCrossing(const RayEdge& edge, float y);
 float rightCrossing(const RayEdge& edge, float y);
-
-/// How much of the pixel (x, y) beside the edge is covered, 0..1: fading over two pixels along the
-/// edge, over one around its ends.
-float edgeCoverage(const RayEdge& edge, float x, float y);
 
 }  // namespace brisel

@@ -10,7 +10,9 @@ namespace brisel {
 namespace {
 
 std::int32_t floorToInt(float value) {
-  return truncToInt(std::floor(value));
+  const std::int32_t whole = truncToInt(value);
+  const bool isAbove = value < static_cast<float>(whole);
+  return isAbove && whole > std::numeric_limits<std::int32_t>::min() ? whole - 1 : whole;
 }
 
 /// An edge so short that its corners coincide covers its whole band.
@@ -28,10 +30,11 @@ float highestCovered(const RayEdge& edge) {
   return std::max(edge.start.x, edge.end.x) + 2.0f;
 }
 
-/// Of a band beside an edge, the distance along the row at which the coverage has faded out for
-/// certain; infinite beside a horizontal edge.
-float fadeReach(const RayEdge& edge) {
-  return 2.0f * edge.line.norm / std::fabs(edge.line.a) * 1.001f + 1.0f;
+/// The width of the band beside `edge`, which crosses row `y` at `x`.
+float bandWidth(const RayEdge& edge, float x, float y, float (*crossing)(const RayEdge&, float)) {
+  constexpr float kLeast = 7.0f;
+  if (edge.risesSteeply) return kLeast;
+  return std::max(kLeast, 2.0f * std::fabs(x - crossing(edge, y - 1.0f)));
 }
 
 }  // namespace
@@ -40,20 +43,18 @@ RaySpan spanOfRow(const RayEdge& left, const RayEdge& right, float y, bool highQ
   const float xl = leftCrossing(left, y);
   const float xr = rightCrossing(right, y);
   RaySpan span;
-  span.leftEdge = &left;
-  span.rightEdge = &right;
   span.fullFirst = truncToInt(highQuality ? xl + 1.0f : xl);
   span.fullLast = floorToInt(xr);
   if (!highQuality) return span;
 
-  const float bandLeft = std::max(7.0f, 2.0f * std::fabs(xl - leftCrossing(left, y - 1.0f)));
-  const float bandRight = std::max(7.0f, 2.0f * std::fabs(xr - rightCrossing(right, y - 1.0f)));
-  const float clearLeft = std::max(lowestCovered(left), xl - fadeReach(left));
-  const float clearRight = std::min(highestCovered(right), xr + fadeReach(right));
-  span.leftFirst = std::max(truncToInt(xl - bandLeft), floorToInt(clearLeft));
+  const float clearLeft = std::max(lowestCovered(left), xl - left.fadeReach);
+  const float clearRight = std::min(highestCovered(right), xr + right.fadeReach);
+  span.leftFirst =
+      std::max(truncToInt(xl - bandWidth(left, xl, y, leftCrossing)), floorToInt(clearLeft));
   span.leftLast = floorToInt(xl);
   span.rightFirst = std::max(truncToInt(xr + 1.0f), span.fullFirst);
-  span.rightLast = std::min(floorToInt(xr + bandRight), floorToInt(clearRight + 1.0f));
+  span.rightLast = std::min(floorToInt(xr + bandWidth(right, xr, y, rightCrossing)),
+                            floorToInt(clearRight + 1.0f));
   return span;
 }
 

@@ -13,8 +13,6 @@ struct RaySpan {
   std::int32_t leftFirst = 0, leftLast = -1;
   std::int32_t fullFirst = 0, fullLast = -1;
   std::int32_t rightFirst = 0, rightLast = -1;
-  const RayEdge* leftEdge = nullptr;
-  const RayEdge* rightEdge = nullptr;
 };
 
 /// The row `y` of a ray between the edges that it crosses.

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "render/blend_kernels.h"
+#include "render/edge_coverage.h"
 #include "render/ray_shape.h"
 #include "render/ray_span.h"
 #include "render/recolour.h"
@@ -13,104 +14,52 @@
 
 namespace brisel {
 
-template <class Isa>
-class RayPainter {
+/// What all rays of a star share.
+struct RayLight {
+  Rgb color;
+  float value;
+  float fullScale;
+  float rainbowShift;
+};
+
+/// Shades the pixels of a ray, whose steps are the frame's columns.
+template <class Isa, bool kHighQuality, bool kRainbow>
+class RayShader {
   using L = Lanes<Isa>;
   using Float = typename L::Float;
 
  public:
-  RayPainter(Drawing& drawing, Rgb color, float value)
-      : layer_(drawing.layer),
-        kernels_(blendKernels<Isa>(drawing.blendRule, drawing.layer.deep)),
-        highQuality_(drawing.settings.highQuality),
-        rainbowOn_(drawing.state.rainbowOn),
-        rainbowShift_(drawing.state.rainbowShift),
-        color_(color),
-        base_(rgbToHls(color)),
-        value_(value),
-        fullScale_(drawing.layer.fullScale()) {}
+  explicit RayShader(const RayLight& light) : light_(light), pens_(pensOf<Isa>(light.color)) {
+    if (kRainbow) base_ = rgbToHls(light.color);
+  }
 
-  void paint(const RayShape& ray) {
-    if (liesBeside(ray)) return;
-    std::int32_t leftIndex = 0;
-    std::int32_t rightIndex = ray.edgeCount - 1;
-    std::int32_t y = std::min(truncToInt(ray.edges[0].start.y), layer_.height - 1);
-    for (; y >= 0 && static_cast<float>(y) > ray.yMin; --y) {
-      const float rowY = static_cast<float>(y);
-      while (leftIndex < ray.edgeCount - 1 && rowY <= ray.edges[leftIndex].end.y) ++leftIndex;
-      while (rightIndex > 0 && rowY <= ray.edges[rightIndex].start.y) --rightIndex;
-      const RaySpan span =
-          spanOfRow(ray.edges[leftIndex], ray.edges[rightIndex], rowY, highQuality_);
-      paintRow(ray, y, span);
-    }
+  void beginRay(const RayShape& ray) {
+    along_ = ray.base;
+    across_ = ray.across;
+    length_ = ray.length;
+    baseHalfWidth_ = ray.baseHalfWidth;
+    shading_ = ray.shading;
+  }
+
+  void beginRow(const RayEdge& left, const RayEdge& right, float y, const RaySpan& span) {
+    baseY_ = along_.b * y;
+    acrossY_ = across_.b * y;
+    if constexpr (kHighQuality) coverage_.beginRow(left, right, y, span);
+  }
+
+  Shaded<Isa> shade(std::int32_t x) const {
+    const Float px = L::indices(x);
+    const Float u = L::absolute(along_.a * px + baseY_ + along_.c) / along_.norm / length_;
+    const Float v =
+        L::absolute(across_.a * px + acrossY_ + across_.c) / across_.norm / baseHalfWidth_;
+    Float value = L::clampUnit(shape(shading_, u, v) * light_.value);
+    if constexpr (kHighQuality) value = value * coverage_.at(x, px);
+    value = value * light_.fullScale;
+    if constexpr (kRainbow) return {value, rainbowPens(u)};
+    return {value, pens_};
   }
 
  private:
-  /// Whether the ray cannot touch the frame's columns. A ray that ends less than a pixel above the
-  /// frame is drawn on row 0 with its edges prolonged, so its box says nothing.
-  bool liesBeside(const RayShape& ray) const {
-    if (ray.edges[0].start.y < 0.0f) return false;
-    return ray.xMax < -4.0f || ray.xMin > static_cast<float>(layer_.width) + 4.0f;
-  }
-
-  void paintRow(const RayShape& ray, std::int32_t y, const RaySpan& span) {
-    const auto firstOf = [](std::int32_t first, std::int32_t last, std::int32_t other) {
-      return first <= last ? std::min(first, other) : other;
-    };
-    std::int32_t begin = firstOf(span.fullFirst, span.fullLast, layer_.width);
-    begin = firstOf(span.leftFirst, span.leftLast, begin);
-    begin = firstOf(span.rightFirst, span.rightLast, begin);
-    std::int32_t last = std::max(span.fullLast, -1);
-    if (span.leftFirst <= span.leftLast) last = std::max(last, span.leftLast);
-    if (span.rightFirst <= span.rightLast) last = std::max(last, span.rightLast);
-    begin = std::max(begin, 0);
-    last = std::min(last, layer_.width - 1);
-
-    for (std::int32_t x = begin; x <= last; x += kRunLength) {
-      const std::int32_t count = std::min(last - x + 1, kRunLength);
-      cover(x, y, count, span);
-      shade(ray, x, static_cast<float>(y), count);
-      std::uint8_t* pixels = layer_.at(x, y);
-      if (rainbowOn_) {
-        kernels_.withPens(pixels, count, run_);
-      } else {
-        kernels_.withPen(pixels, count, run_, color_);
-      }
-    }
-  }
-
-  void cover(std::int32_t x, std::int32_t y, std::int32_t count, const RaySpan& span) {
-    const float rowY = static_cast<float>(y);
-    for (std::int32_t i = 0; i < count; ++i) {
-      const std::int32_t px = x + i;
-      const float columnX = static_cast<float>(px);
-      if (px >= span.fullFirst && px <= span.fullLast) {
-        coverage_[i] = 1.0f;
-      } else if (px >= span.leftFirst && px <= span.leftLast) {
-        coverage_[i] = edgeCoverage(*span.leftEdge, columnX, rowY);
-      } else if (px >= span.rightFirst && px <= span.rightLast) {
-        coverage_[i] = edgeCoverage(*span.rightEdge, columnX, rowY);
-      } else {
-        coverage_[i] = 0.0f;
-      }
-    }
-  }
-
-  void shade(const RayShape& ray, std::int32_t x, float y, std::int32_t count) {
-    const float baseY = ray.base.b * y;
-    const float acrossY = ray.across.b * y;
-    for (std::int32_t i = 0; i < count; i += L::kCount) {
-      const Float px = L::indices(x + i);
-      const Float u =
-          L::absolute(ray.base.a * px + baseY + ray.base.c) / ray.base.norm / ray.length;
-      const Float v = L::absolute(ray.across.a * px + acrossY + ray.across.c) / ray.across.norm /
-                      ray.baseHalfWidth;
-      const Float k = shape(ray.shading, u, v);
-      L::store(run_.value + i, L::clampUnit(k * value_) * L::load(coverage_ + i) * fullScale_);
-      if (rainbowOn_) storeRainbow(ray.shading, i, u);
-    }
-  }
-
   static Float shape(RayShading shading, Float u, Float v) {
     switch (shading) {
       case RayShading::Soft: {
@@ -132,15 +81,15 @@ class RayPainter {
     }
   }
 
-  void storeRainbow(RayShading shading, std::int32_t i, Float u) {
-    const float strength = std::fabs(rainbowShift_);
+  Pens<Isa> rainbowPens(Float u) const {
+    const float strength = std::fabs(light_.rainbowShift);
     const float start = 0.5f - std::min(0.5f, strength / 5000.0f);
     const Float p = L::maximum(u - start, Float{});
     const Float square = p * p;
-    const float gain = shading == RayShading::Axis ? 5.0f : 2.0f;
+    const float gain = shading_ == RayShading::Axis ? 5.0f : 2.0f;
     const Float saturation = static_cast<float>(base_.saturation) + gain * p * strength;
     Float loss;
-    switch (shading) {
+    switch (shading_) {
       case RayShading::Soft:
         loss = 4.0f * square * strength;
         break;
@@ -152,39 +101,104 @@ class RayPainter {
         break;
     }
     const Float lightness = static_cast<float>(base_.lightness) - loss;
-    const Float turn = shading == RayShading::Side ? p : square;
-    storeRecoloured<Isa>(run_, i, L::splat(static_cast<float>(base_.hue)), turn * rainbowShift_,
-                         L::maximum(lightness, L::splat(120.0f)),
-                         L::minimum(saturation, L::splat(240.0f)));
+    const Float turn = shading_ == RayShading::Side ? p : square;
+    return recoloured<Isa>(L::splat(static_cast<float>(base_.hue)), turn * light_.rainbowShift,
+                           L::maximum(lightness, L::splat(120.0f)),
+                           L::minimum(saturation, L::splat(240.0f)));
   }
 
-  const Layer& layer_;
-  BlendKernels kernels_;
-  bool highQuality_;
-  bool rainbowOn_;
-  float rainbowShift_;
-  Rgb color_;
+  RayLight light_;
+  Pens<Isa> pens_;
   Hls base_;
-  float value_;
-  float fullScale_;
-  ShadedRun run_;
-  alignas(64) float coverage_[ShadedRun::kCapacity] = {};
+  RayLine along_, across_;
+  float length_ = 0.0f, baseHalfWidth_ = 0.0f;
+  RayShading shading_ = RayShading::Axis;
+  float baseY_ = 0.0f, acrossY_ = 0.0f;
+  EdgeCoverage<Isa> coverage_;
 };
+
+/// Whether the ray cannot touch the frame's columns. A ray that ends less than a pixel above the
+/// frame is drawn on row 0 with its edges prolonged, so its box says nothing.
+[[gnu::always_inline]] inline bool liesBeside(const RayShape& ray, const Layer& layer) {
+  constexpr float kFarthestBand = 8.0f;
+  if (ray.edges[0].start.y < 0.0f) return false;
+  return ray.xMax < -kFarthestBand || ray.xMin > static_cast<float>(layer.width) + kFarthestBand;
+}
+
+/// The columns of the frame that a row covers.
+[[gnu::always_inline]] inline IndexRange columnsOf(const RaySpan& span, std::int32_t width) {
+  IndexRange columns{width, 0};
+  const auto include = [&](std::int32_t first, std::int32_t last) {
+    if (first > last) return;
+    columns.begin = std::min(columns.begin, first);
+    columns.end = std::max(columns.end, last < width ? last + 1 : width);
+  };
+  include(span.leftFirst, span.leftLast);
+  include(span.fullFirst, span.fullLast);
+  include(span.rightFirst, span.rightLast);
+  columns.begin = std::max(columns.begin, 0);
+  return columns;
+}
+
+template <BlendRule kRule, class Pixels, class Isa, bool kHighQuality, bool kRainbow>
+void paintRay(const Layer& layer, const RayShape& ray,
+              RayShader<Isa, kHighQuality, kRainbow>& shader) {
+  if (liesBeside(ray, layer)) return;
+  shader.beginRay(ray);
+  std::int32_t leftIndex = 0;
+  std::int32_t rightIndex = ray.edgeCount - 1;
+  std::int32_t y = std::min(truncToInt(ray.edges[0].start.y), layer.height - 1);
+  for (; y >= 0 && static_cast<float>(y) > ray.yMin; --y) {
+    const float rowY = static_cast<float>(y);
+    while (leftIndex < ray.edgeCount - 1 && rowY <= ray.edges[leftIndex].end.y) ++leftIndex;
+    while (rightIndex > 0 && rowY <= ray.edges[rightIndex].start.y) --rightIndex;
+    const RayEdge& left = ray.edges[leftIndex];
+    const RayEdge& right = ray.edges[rightIndex];
+    const RaySpan span = spanOfRow(left, right, rowY, kHighQuality);
+    const IndexRange columns = columnsOf(span, layer.width);
+    if (columns.empty()) continue;
+    shader.beginRow(left, right, rowY, span);
+    plotRun<kRule, Pixels, Isa>(layer.at(columns.begin, y), columns.begin,
+                                columns.end - columns.begin, shader);
+  }
+}
+
+/// Whether no ray of a star can touch the frame, whatever its angle.
+[[gnu::always_inline]] inline bool allLieOutside(const Layer& layer, float x, float y, float size,
+                                                 float width) {
+  // No corner and no band lies farther from the centre; the first corner of each ray is not above
+  // it, so that only stars above the frame have rays that are prolonged to row 0.
+  const float reach = 1.01f * (size + 1.5f * std::fabs(width)) + 16.0f;
+  return y + reach < 0.0f || y - reach > static_cast<float>(layer.height) ||
+         (y > 1.0f && (x + reach < 0.0f || x - reach > static_cast<float>(layer.width)));
+}
 
 template <class Isa>
 void paintRayStar(Drawing& drawing, StarType type, float x, float y, float size, float width,
                   float angleDegrees, float rays, Rgb color, float value) {
   if (!(rays > 0.0f) || !(size > 0.0f)) return;
   if (type < StarType::Type1 || type > StarType::Type5) return;
-  RayPainter<Isa> painter(drawing, color, value);
-  RayShape ray;
-  const float step = 360.0f / rays;
-  float angle = angleDegrees;
-  for (std::int32_t i = 0; static_cast<float>(i) < rays; ++i, angle += step) {
-    if (buildRay(ray, type, {x, y}, size, width, angle, drawing.state.currentRandomFactor)) {
-      painter.paint(ray);
-    }
-  }
+  const Layer& layer = drawing.layer;
+  if (allLieOutside(layer, x, y, size, width)) return;
+  const RayLight light{color, value, layer.fullScale(), drawing.state.rainbowShift};
+  const auto paint = [&](auto shader) {
+    RayShape ray;
+    const float step = 360.0f / rays;
+    float angle = angleDegrees;
+    withRule<Isa>(drawing.blendRule, layer.deep, [&]<BlendRule kRule, class Pixels>() {
+      for (std::int32_t i = 0; static_cast<float>(i) < rays; ++i, angle += step) {
+        if (buildRay(ray, type, {x, y}, size, width, angle, drawing.state.currentRandomFactor)) {
+          paintRay<kRule, Pixels>(layer, ray, shader);
+        }
+      }
+    });
+  };
+  const auto paintAt = [&]<bool kHighQuality>() {
+    drawing.state.rainbowOn ? paint(RayShader<Isa, kHighQuality, true>(light))
+                            : paint(RayShader<Isa, kHighQuality, false>(light));
+  };
+  drawing.settings.highQuality ? paintAt.template operator()<true>()
+                               : paintAt.template operator()<false>();
 }
 
 }  // namespace brisel

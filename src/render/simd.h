@@ -15,7 +15,7 @@ struct VectorOf {
 };
 
 /// `Isa` gives the number of lanes and the operations that vector arithmetic alone does not
-/// express: minimum, maximum, squareRoot, loadWords and storeWords.
+/// express: minimum, maximum, squareRoot, any, loadWords and storeWords.
 template <class Isa>
 struct Lanes {
   static constexpr int kCount = Isa::kLanes;
@@ -25,25 +25,19 @@ struct Lanes {
 
   static Float splat(float value) { return Float{} + value; }
 
-  /// first, first + 1, first + 2 ... as the conversion of each integer.
-  static Float indices(std::int32_t first) {
+  /// first, first + 1, first + 2 ...
+  static Int steps(std::int32_t first) {
     Int index;
     for (int i = 0; i < kCount; ++i) index[i] = i;
-    return toFloat(index + first);
+    return index + first;
   }
+  static Float indices(std::int32_t first) { return toFloat(steps(first)); }
 
   static Float load(const float* from) {
     Float v;
     std::memcpy(&v, from, sizeof v);
     return v;
   }
-  static Int load(const std::int32_t* from) {
-    Int v;
-    std::memcpy(&v, from, sizeof v);
-    return v;
-  }
-  static void store(float* to, Float v) { std::memcpy(to, &v, sizeof v); }
-  static void store(std::int32_t* to, Int v) { std::memcpy(to, &v, sizeof v); }
 
   /// The first `count` words, 0 <= count <= kCount; nothing behind them is touched. The other lanes
   /// of a load are 0.
@@ -55,6 +49,9 @@ struct Lanes {
   }
 
   static Float squareRoot(Float v) { return Isa::squareRoot(v); }
+
+  /// Whether any lane of a comparison's result is set.
+  static bool any(Int mask) { return Isa::any(reinterpret_cast<typename Isa::Words>(mask)); }
 
   /// The lesser; `b` when either is not a number. maximum likewise.
   static Float minimum(Float a, Float b) { return Isa::minimum(a, b); }
@@ -76,6 +73,7 @@ struct Lanes {
 
   /// Truncates toward zero; every lane must lie within the range of a 32-bit integer.
   static Int toInt(Float v) { return __builtin_convertvector(v, Int); }
+  static Float truncated(Float v) { return toFloat(toInt(v)); }
 };
 
 }  // namespace brisel

@@ -1,5 +1,5 @@
 // The loop that all sprites on a grid of their own share: rows, the spans of a row, the runs of
-// neighbouring pixels in a span; shade a run, blend it.
+// neighbouring pixels in a span; shade a few pixels, blend them.
 #pragma once
 
 #include <algorithm>
@@ -16,46 +16,33 @@ struct RowSpans {
   IndexRange second;
 };
 
-/// Paints a sprite. The shader offers
+/// Paints a sprite of `steps` on either axis. Beside what plotRun asks of it, the shader offers
 ///   RowSpans beginRow(std::int32_t row, IndexRange visible)   what to visit of this row
-///   void shade(std::int32_t index, std::int32_t count, ShadedRun& run)
-///   bool variesPen() const, Rgb pen() const
-/// and `rowOf`, `columnOf` map its steps to frame pixels; `steps` are its steps on either axis.
-template <class Isa, class Shader, class RowOf, class ColumnOf>
-void paintSprite(Drawing& drawing, IndexRange steps, RowOf rowOf, ColumnOf columnOf,
-                 Shader& shader) {
+template <class Isa, class Shader>
+void paintSprite(Drawing& drawing, IndexRange steps, const StepMap& rowMap,
+                 const StepMap& columnMap, Shader& shader) {
   const Layer& layer = drawing.layer;
-  const IndexRange rows = visibleSteps(steps, layer.height, rowOf);
-  const IndexRange visible = visibleSteps(steps, layer.width, columnOf);
+  const IndexRange rows = visibleSteps(steps, layer.height, rowMap);
+  const IndexRange visible = visibleSteps(steps, layer.width, columnMap);
   if (rows.empty() || visible.empty()) return;
-  collectColumnRuns(visible, columnOf, drawing.columns);
+  collectColumnRuns(visible, columnMap, drawing.columns);
 
-  const BlendKernels kernels = blendKernels<Isa>(drawing.blendRule, layer.deep);
-  const bool variesPen = shader.variesPen();
-  const Rgb pen = shader.pen();
-  ShadedRun run;
-  for (std::int32_t row = rows.begin; row < rows.end; ++row) {
-    const std::int32_t y = rowOf(row);
-    const RowSpans spans = shader.beginRow(row, visible);
-    for (const IndexRange span : {spans.first, spans.second}) {
-      if (span.empty()) continue;
-      for (const ColumnRun& columns : drawing.columns) {
-        const std::int32_t end = std::min(span.end, columns.index + columns.count);
-        std::int32_t index = std::max(span.begin, columns.index);
-        while (index < end) {
-          const std::int32_t count = std::min(end - index, kRunLength);
-          shader.shade(index, count, run);
-          std::uint8_t* pixels = layer.at(columns.column + (index - columns.index), y);
-          if (variesPen) {
-            kernels.withPens(pixels, count, run);
-          } else {
-            kernels.withPen(pixels, count, run, pen);
-          }
-          index += count;
+  withRule<Isa>(drawing.blendRule, layer.deep, [&]<BlendRule kRule, class Pixels>() {
+    for (std::int32_t row = rows.begin; row < rows.end; ++row) {
+      const std::int32_t y = rowMap.pixelOf(row);
+      const RowSpans spans = shader.beginRow(row, visible);
+      for (const IndexRange span : {spans.first, spans.second}) {
+        if (span.empty()) continue;
+        for (const ColumnRun& run : drawing.columns) {
+          const std::int32_t begin = std::max(span.begin, run.index);
+          const std::int32_t end = std::min(span.end, run.index + run.count);
+          if (begin >= end) continue;
+          plotRun<kRule, Pixels, Isa>(layer.at(run.column + (begin - run.index), y), begin,
+                                      end - begin, shader);
         }
       }
     }
-  }
+  });
 }
 
 }  // namespace brisel

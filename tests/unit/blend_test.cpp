@@ -1,9 +1,6 @@
 // The five blend rules and the final mix: every pair of channel values at 8 bits against the
-// formulas.
+// formulas, with every instruction set.
 #include "render/blend.h"
-
-#include "render/blend_kernels.h"
-#include "render/isa/sse2.h"
 
 #include <cmath>
 #include <vector>
@@ -54,27 +51,28 @@ TEST_P(BlendRules, EveryChannelUnderEveryPen) {
   expected.settings.outputPixels = expected.bytes.data();
   const brisel::Layer layer = outputLayer(module.settings);
   reference::Plotter plotter{expected.settings, {}, {}, GetParam()};
-  const brisel::BlendKernels kernels = brisel::blendKernels<brisel::Sse2>(GetParam(), false);
-  brisel::ShadedRun run;
+  const auto sets = brisel::availableKernels();
   for (const float value : kValues) {
-    std::ranges::fill(run.value, std::min(value, 255.0f));
+    const std::vector<float> values(Palette::kWidth, std::min(value, 255.0f));
     for (std::int32_t c = 0; c < 256; ++c) {
-      std::ranges::copy(before, module.bytes.begin());
       std::ranges::copy(before, expected.bytes.begin());
       const Rgb pen = {c, c / 2, 255 - c};
       plotter.pen = pen;
-      std::ranges::fill(run.red, pen.red);
-      std::ranges::fill(run.green, pen.green);
-      std::ranges::fill(run.blue, pen.blue);
       for (std::int32_t y = 0; y < Palette::kHeight; ++y) {
         for (std::int32_t x = 0; x < Palette::kWidth; ++x) plotter.plotPixel(x, y, value);
-        // In turn by the three ways a pixel can be blended.
-        if (c % 3 == 0) kernels.withPen(layer.at(0, y), Palette::kWidth, run, pen);
-        if (c % 3 == 1) kernels.withPens(layer.at(0, y), Palette::kWidth, run);
-        if (c % 3 != 2) continue;
-        for (std::int32_t x = 0; x < Palette::kWidth; ++x) {
-          plotPixel(layer, GetParam(), pen, x, y, value);
+      }
+      for (const brisel::Kernels* kernels : sets) {
+        std::ranges::copy(before, module.bytes.begin());
+        for (std::int32_t y = 0; y < Palette::kHeight; ++y) {
+          kernels->values(layer, GetParam(), pen, 0, y, Palette::kWidth, values.data());
         }
+        ASSERT_TRUE(module.bytes == expected.bytes)
+            << kernels->name << ", value " << value << ", pen " << c;
+      }
+      if (c % 16 != 0) continue;
+      std::ranges::copy(before, module.bytes.begin());
+      for (std::int32_t i = 0; i < Palette::kWidth * Palette::kHeight; ++i) {
+        plotPixel(layer, GetParam(), pen, i % Palette::kWidth, i / Palette::kWidth, value);
       }
       ASSERT_TRUE(module.bytes == expected.bytes) << "value " << value << ", pen " << c;
     }
@@ -87,19 +85,27 @@ TEST(Mix, RandomLayersAreTheReferences) {
   for (std::uint32_t trial = 0; trial < 40; ++trial) {
     unit::Dice dice(40000 + trial);
     const bool deep = trial % 2 == 1;
-    unit::Frame input(200 + dice.integer(-3, 3), 60 + dice.integer(-3, 3), deep);
-    unit::Frame module(200, 60, deep);
+    const std::int32_t width = dice.integer(1, 200);
+    unit::Frame input(width + dice.integer(0, 6), 60 + dice.integer(-3, 3), deep);
+    const unit::Frame stars = [&] {
+      unit::Frame frame(width + 3, 60, deep);
+      frame.fill(dice);
+      return frame;
+    }();
     input.fill(dice);
-    module.fill(dice);
-    unit::Frame expected = module;
+    unit::Frame expected = stars;
     RenderSettings settings;
     input.becomeInputOf(settings);
     const int mode = dice.integer(1, 4);
-    module.becomeOutputOf(settings);
-    mixWithInput(settings, static_cast<brisel::MixMode>(mode));
     expected.becomeOutputOf(settings);
     if (mode == 2 || mode == 3) reference::mixWithInput(settings, mode);
-    expectSame(module, expected);
+    for (const brisel::Kernels* kernels : brisel::availableKernels()) {
+      SCOPED_TRACE(kernels->name);
+      unit::Frame module = stars;
+      module.becomeOutputOf(settings);
+      kernels->mix(settings, static_cast<brisel::MixMode>(mode));
+      expectSame(module, expected);
+    }
   }
 }
 

@@ -17,6 +17,11 @@ bool same(const Rgb& a, const Rgb& b) {
   return a.red == b.red && a.green == b.green && a.blue == b.blue;
 }
 
+Rgb toRgb(float red, float green, float blue) {
+  return {static_cast<std::int32_t>(red), static_cast<std::int32_t>(green),
+          static_cast<std::int32_t>(blue)};
+}
+
 TEST(Hls, EveryColour) {
   std::int64_t wrong = 0;
   for (std::int32_t red = 0; red < 256; ++red) {
@@ -53,12 +58,12 @@ TEST(Hls, EveryTripleAndBack) {
       const auto s = static_cast<float>(saturation);
       for (std::int32_t hue = -4; hue <= 240; hue += 4) {
         const auto h = static_cast<float>(hue);
-        Lanes::Int red, green, blue;
+        Lanes::Float red, green, blue;
         Lanes{{h, h + 1, h + 2, h + 3}, {l, l, l, l}, {s, s, s, s}}.toRgb(red, green, blue);
         for (int i = 0; i < 4; ++i) {
           const Rgb expected = reference::toRgb({hue + i, lightness, saturation});
           wrong += !same(brisel::hlsToRgb({hue + i, lightness, saturation}), expected);
-          wrong += !same({red[i], green[i], blue[i]}, expected);
+          wrong += !same(toRgb(red[i], green[i], blue[i]), expected);
           least = std::min({least, expected.red, expected.green, expected.blue});
           most = std::max({most, expected.red, expected.green, expected.blue});
         }
@@ -74,12 +79,12 @@ TEST(Hls, FarHuesAreFolded) {
   const reference::Hls rest[] = {{0, 90, 1}, {0, 90, 240}, {0, 150, 77}, {0, 150, 0}};
   for (std::int32_t hue = -4000000; hue < 4000000; hue += 499) {
     const auto h = static_cast<float>(hue);
-    Lanes::Int red, green, blue;
+    Lanes::Float red, green, blue;
     Lanes{{h, h, h, h}, {90, 90, 150, 150}, {1, 240, 77, 0}}.toRgb(red, green, blue);
     for (int i = 0; i < 4; ++i) {
       const auto [none, lightness, saturation] = rest[i];
       const Rgb expected = reference::toRgb({hue, lightness, saturation});
-      EXPECT_TRUE(same({red[i], green[i], blue[i]}, expected)) << hue;
+      EXPECT_TRUE(same(toRgb(red[i], green[i], blue[i]), expected)) << hue;
       EXPECT_TRUE(same(brisel::hlsToRgb({hue, lightness, saturation}), expected)) << hue;
     }
   }

@@ -15,6 +15,8 @@ struct Avx2 {
   static __m256 maximum(__m256 a, __m256 b) { return _mm256_max_ps(a, b); }
   static __m256 squareRoot(__m256 v) { return _mm256_sqrt_ps(v); }
 
+  static bool any(Words mask) { return _mm256_testz_si256(mask, mask) == 0; }
+
   static Words loadWords(const void* from, int count) {
     if (count >= kLanes) return _mm256_loadu_si256(static_cast<const __m256i*>(from));
     return _mm256_maskload_epi32(static_cast<const int*>(from), firstLanes(count));

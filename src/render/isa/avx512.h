@@ -15,6 +15,8 @@ struct Avx512 {
   static __m512 maximum(__m512 a, __m512 b) { return _mm512_max_ps(a, b); }
   static __m512 squareRoot(__m512 v) { return _mm512_sqrt_ps(v); }
 
+  static bool any(Words mask) { return _mm512_movepi32_mask(mask) != 0; }
+
   static Words loadWords(const void* from, int count) {
     return _mm512_maskz_loadu_epi32(firstLanes(count), from);
   }

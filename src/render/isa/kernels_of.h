@@ -18,6 +18,7 @@ constexpr Kernels kernelsOf(const char* name) {
           paintCrossStar<Isa>,
           paintGlowStar<Isa>,
           paintBlicsStar<Isa>,
+          plotValues<Isa>,
           mixLayers<Isa>};
 }
 

@@ -16,6 +16,8 @@ struct Plain {
   static Floats maximum(Floats a, Floats b) { return Floats{a[0] > b[0] ? a[0] : b[0]}; }
   static Floats squareRoot(Floats v) { return Floats{std::sqrt(v[0])}; }
 
+  static bool any(Words mask) { return mask[0] != 0; }
+
   static Words loadWords(const void* from, int count) {
     Words words{};
     if (count > 0) std::memcpy(&words, from, sizeof words);

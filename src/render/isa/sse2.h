@@ -16,6 +16,8 @@ struct Sse2 {
   static __m128 maximum(__m128 a, __m128 b) { return _mm_max_ps(a, b); }
   static __m128 squareRoot(__m128 v) { return _mm_sqrt_ps(v); }
 
+  static bool any(Words mask) { return _mm_movemask_epi8(mask) != 0; }
+
   static Words loadWords(const void* from, int count) {
     if (count >= kLanes) return _mm_loadu_si128(static_cast<const __m128i*>(from));
     std::uint32_t words[kLanes] = {};

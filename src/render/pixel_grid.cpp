@@ -1,0 +1,60 @@
+#include "render/pixel_grid.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace brisel {
+namespace {
+
+/// The first step of `range` whose pixel is at least `pixel`.
+std::int32_t firstAtOrBeyond(IndexRange range, std::int32_t pixel, const StepMap& map) {
+  while (range.begin < range.end) {
+    const std::int32_t middle = std::midpoint(range.begin, range.end);
+    if (map.pixelOf(middle) < pixel) {
+      range.begin = middle + 1;
+    } else {
+      range.end = middle;
+    }
+  }
+  return range.begin;
+}
+
+/// Whether rounding cannot move any step of `range` to another pixel than one beside its
+/// neighbour's.
+bool risesByOne(IndexRange range, const StepMap& map) {
+  const float first = map.positionOf(range.begin);
+  if (first < 0.0f) return false;
+  const float largest = std::max(std::fabs(static_cast<float>(range.begin) + map.origin),
+                                 std::fabs(static_cast<float>(range.end) + map.origin));
+  const float slack = (largest + std::fabs(map.reach)) * 0x1p-21f;
+  const float part = first - static_cast<float>(static_cast<std::int64_t>(first));
+  return part >= slack && part + slack <= 1.0f;
+}
+
+}  // namespace
+
+IndexRange visibleSteps(IndexRange range, std::int32_t extent, const StepMap& map) {
+  if (range.empty()) return {};
+  if (map.pixelOf(range.begin) < 0) range.begin = firstAtOrBeyond(range, 0, map);
+  if (map.pixelOf(range.end - 1) >= extent) range.end = firstAtOrBeyond(range, extent, map);
+  return range;
+}
+
+void collectColumnRuns(IndexRange range, const StepMap& map, std::vector<ColumnRun>& runs) {
+  runs.clear();
+  if (risesByOne(range, map)) {
+    runs.push_back({range.begin, map.pixelOf(range.begin), range.end - range.begin});
+    return;
+  }
+  for (std::int32_t i = range.begin; i < range.end; ++i) {
+    const std::int32_t column = map.pixelOf(i);
+    if (!runs.empty() && column == runs.back().column + runs.back().count) {
+      ++runs.back().count;
+    } else {
+      runs.push_back({i, column, 1});
+    }
+  }
+}
+
+}  // namespace brisel
