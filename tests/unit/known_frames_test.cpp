@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include "hostkit/session.h"
+#include "render/kernels.h"
 
 namespace {
 
@@ -158,19 +159,33 @@ std::string render(const Scene& scene) {
   return text;
 }
 
+/// What the next global set-up draws with.
+void chooseInstructions(const char* name) {
+#ifdef _WIN32
+  _putenv_s("BRISEL_INSTRUCTIONS", name);
+#else
+  setenv("BRISEL_INSTRUCTIONS", name, 1);
+#endif
+}
+
 TEST(KnownFrames, AreUnchanged) {
   std::vector<std::string> lines = readLines();
   const std::vector<Scene> scenes = parseScenes(lines);
   EXPECT_FALSE(scenes.empty());
   const bool update = std::getenv("BRISEL_UPDATE_HASHES") != nullptr;
-  for (const Scene& scene : scenes) {
-    const std::string hash = render(scene);
-    if (update) {
-      lines[scene.hashLine] = "hash " + hash;
-    } else {
-      EXPECT_EQ(hash, scene.hash) << scene.name << ": see scripts/update_frame_hashes.sh";
+  for (const brisel::Kernels* kernels : brisel::availableKernels()) {
+    SCOPED_TRACE(kernels->name);
+    chooseInstructions(kernels->name);
+    for (const Scene& scene : scenes) {
+      const std::string hash = render(scene);
+      if (update) {
+        lines[scene.hashLine] = "hash " + hash;
+      } else {
+        EXPECT_EQ(hash, scene.hash) << scene.name << ": see scripts/update_frame_hashes.sh";
+      }
     }
   }
+  chooseInstructions("");
   if (!update) return;
   std::ofstream file(KNOWN_FRAMES_PATH);
   for (const std::string& line : lines) file << line << '\n';

@@ -118,31 +118,34 @@ void expectSame(const Frame& module, const Frame& reference) {
 void expectSameDrawing(const Scene& scene, const Frame& frame,
                        const std::function<void(brisel::Drawing&)>& module,
                        const std::function<void(reference::Plotter&)>& reference) {
-  Frame moduleFrame = frame;
-  brisel::RenderSettings moduleSettings = scene.settings;
-  moduleFrame.becomeOutputOf(moduleSettings);
-  brisel::RandomGenerator random;
-  random.seedRandom(scene.generatorState);
-  brisel::DrawingState state = scene.state;
-  brisel::Drawing drawing{moduleSettings, random, state, brisel::outputLayer(moduleSettings),
-                          scene.rule};
-  module(drawing);
-
   Frame referenceFrame = frame;
   brisel::RenderSettings referenceSettings = scene.settings;
   referenceFrame.becomeOutputOf(referenceSettings);
   reference::Plotter plotter{referenceSettings, {scene.generatorState}, scene.state, scene.rule};
   reference(plotter);
 
-  expectSame(moduleFrame, referenceFrame);
-  EXPECT_EQ(random.state(), plotter.random.state);
-  EXPECT_EQ(state.rainbowShift, plotter.state.rainbowShift);
-  EXPECT_EQ(state.rainbowOn, plotter.state.rainbowOn);
-  EXPECT_EQ(state.currentRandomFactor, plotter.state.currentRandomFactor);
-  EXPECT_EQ(state.glowScale, plotter.state.glowScale);
-  EXPECT_EQ(state.crossVariant, plotter.state.crossVariant);
-  EXPECT_EQ(state.textureScale, plotter.state.textureScale);
-  EXPECT_EQ(state.textureMix, plotter.state.textureMix);
+  for (const brisel::Kernels* kernels : brisel::availableKernels()) {
+    SCOPED_TRACE(kernels->name);
+    Frame moduleFrame = frame;
+    brisel::RenderSettings moduleSettings = scene.settings;
+    moduleFrame.becomeOutputOf(moduleSettings);
+    brisel::RandomGenerator random;
+    random.seedRandom(scene.generatorState);
+    brisel::DrawingState state = scene.state;
+    brisel::Drawing drawing{moduleSettings, random, state, brisel::outputLayer(moduleSettings),
+                            scene.rule,     kernels};
+    module(drawing);
+
+    expectSame(moduleFrame, referenceFrame);
+    EXPECT_EQ(random.state(), plotter.random.state);
+    EXPECT_EQ(state.rainbowShift, plotter.state.rainbowShift);
+    EXPECT_EQ(state.rainbowOn, plotter.state.rainbowOn);
+    EXPECT_EQ(state.currentRandomFactor, plotter.state.currentRandomFactor);
+    EXPECT_EQ(state.glowScale, plotter.state.glowScale);
+    EXPECT_EQ(state.crossVariant, plotter.state.crossVariant);
+    EXPECT_EQ(state.textureScale, plotter.state.textureScale);
+    EXPECT_EQ(state.textureMix, plotter.state.textureMix);
+  }
 }
 
 }  // namespace unit

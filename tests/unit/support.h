@@ -73,7 +73,8 @@ struct Scene {
   std::uint32_t generatorState = 0;
 };
 
-/// Draws on two copies of `frame` and expects equal bytes, generators and drawing states.
+/// Draws on copies of `frame`, with every instruction set and by the reference, and expects equal
+/// bytes, generators and drawing states.
 void expectSameDrawing(const Scene& scene, const Frame& frame,
                        const std::function<void(brisel::Drawing&)>& module,
                        const std::function<void(reference::Plotter&)>& reference);
