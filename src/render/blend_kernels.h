@@ -76,16 +76,12 @@ Pens<Isa> pensOf(Rgb color) {
 /// Plots `count` neighbouring pixels from step `index` of the shader on, which offers
 ///   Shaded<Isa> shade(std::int32_t index)   kLanes steps from `index` on
 template <BlendRule kRule, class Pixels, class Isa, class Shader>
-void plotRun(std::uint8_t* pixels, std::int32_t index, std::int32_t count, const Shader& painter) {
+void plotRun(std::uint8_t* pixels, std::int32_t index, std::int32_t count, const Shader& shader) {
   constexpr int kLanes = Lanes<Isa>::kCount;
-  const Shader shader = painter;  // a copy of its own cannot be one of the bytes written
-  for (; count >= kLanes; count -= kLanes) {
-    plotLanes<kRule, Pixels, Isa>(pixels, kLanes, shader.shade(index));
+  for (; count > 0; count -= kLanes) {
+    plotLanes<kRule, Pixels, Isa>(pixels, std::min(count, kLanes), shader.shade(index));
     pixels += kLanes * Pixels::kBytes;
     index += kLanes;
-  }
-  if (kLanes > 1 && count > 0) {
-    plotLanes<kRule, Pixels, Isa>(pixels, count, shader.shade(index));
   }
 }
 

@@ -35,16 +35,23 @@ class BlicsShader {
     if (kRainbow) base_ = rgbToHls(blics.color);
   }
 
-  RowSpans beginRow(std::int32_t row, IndexRange visible) {
+  static constexpr int kStretches = kProfile == BlicsProfile::Ring ? 2 : 1;
+  void beginRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
     const Disc& disc = blics_.disc;
-    rowSquare_ = disc.rowSquare(row);
-    const IndexRange span = disc.nearSteps(rowSquare_, visible, disc.radius());
-    if constexpr (kProfile == BlicsProfile::Disc) return {span, {}};
-    // Inside the ring nothing is plotted; the margin keeps pixels whose rounding could matter.
-    const float clear = (blics_.inner - 0.001f) * disc.radius();
-    const IndexRange hole = disc.clearSteps(rowSquare_, span, clear);
-    return {{span.begin, hole.begin}, {hole.end, span.end}};
+    const Float squares = disc.rowSquares<Isa>(rows);
+    L::store(block.offset, squares);
+    const auto near = disc.nearSteps<Isa>(squares, visible, disc.radius());
+    if constexpr (kProfile == BlicsProfile::Disc) {
+      block.setStretch(0, near);
+    } else {
+      // Inside the ring nothing is plotted; the margin keeps pixels whose rounding could matter.
+      const float clear = (blics_.inner - 0.001f) * disc.radius();
+      const auto hole = disc.clearSteps<Isa>(squares, visible, clear);
+      block.setStretch(0, {near.begin, hole.begin < near.end ? hole.begin : near.end});
+      block.setStretch(1, {hole.end, near.end});
+    }
   }
+  void beginRow(float rowSquare) { rowSquare_ = rowSquare; }
 
   Shaded<Isa> shade(std::int32_t index) const {
     const float radius = blics_.disc.radius();

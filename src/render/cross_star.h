@@ -38,19 +38,22 @@ class CrossShader {
     if (kRainbow) base_ = rgbToHls(color);
   }
 
-  RowSpans beginRow(std::int32_t row, IndexRange visible) {
-    rowY_ = top_ + static_cast<float>(row) / radius_;
+  static constexpr int kStretches = 1;
+  void beginRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
+    const Float ny = top_ + L::toFloat(rows) / radius_;
+    L::store(block.offset, ny);
     // The star lies in the unit circle; the slack covers the rounding of a pixel's own test.
-    const double square = 1.00001 - static_cast<double>(rowY_) * rowY_;
-    if (square <= 0.0) return {};
-    const double half = std::sqrt(square);
-    const auto step = [&](double nx) {
-      return static_cast<std::int32_t>(
-          std::min(std::max((nx - left_) * radius_, static_cast<double>(visible.begin)),
-                   static_cast<double>(visible.end)));
+    const Float square = 1.0001f - ny * ny;
+    const Float half = L::squareRoot(L::maximum(square, Float{}));
+    const auto step = [&](Float nx) {
+      constexpr float kMost = 2147483520.0f;  // that an integer can hold
+      return L::clamp(L::toInt(L::clamp((nx - left_) * radius_, -kMost, kMost)), visible.begin,
+                      visible.end);
     };
-    return {{step(-half), step(half + 2.0 / radius_)}, {}};
+    const auto begin = step(-half);
+    block.setStretch(0, {begin, square < 0.0f ? begin : step(half + 1.0f / radius_)});
   }
+  void beginRow(float ny) { rowY_ = ny; }
 
   Shaded<Isa> shade(std::int32_t index) const {
     const Float nx = left_ + L::indices(index) / radius_;

@@ -1,12 +1,12 @@
 // The disc that glows and blics are drawn on: steps -n .. n - 1 on both axes around the centre.
 #pragma once
 
-#include <algorithm>
-#include <cmath>
 #include <cstdint>
 
 #include "engine/numbers.h"
 #include "render/pixel_grid.h"
+#include "render/row_block.h"
+#include "render/simd.h"
 
 namespace brisel {
 
@@ -23,38 +23,48 @@ class Disc {
   float radius() const { return static_cast<float>(radius_); }
   float fractionX() const { return fractionX_; }
 
-  /// The square of row dy's distance from the centre.
-  float rowSquare(std::int32_t dy) const {
-    const float fy = static_cast<float>(dy) - fractionY_;
+  /// The squares of rows' distances from the centre.
+  template <class Isa>
+  typename Lanes<Isa>::Float rowSquares(typename Lanes<Isa>::Int dy) const {
+    const auto fy = Lanes<Isa>::toFloat(dy) - fractionY_;
     return fy * fy;
   }
 
-  /// The steps of a row that may lie within `distance` of the centre: all that do, and hardly any
+  /// The steps of rows that may lie within `distance` of the centre: all that do, and hardly any
   /// beside them.
-  [[gnu::always_inline]] IndexRange nearSteps(float rowSquare, IndexRange visible,
-                                              float distance) const {
+  template <class Isa>
+  StepLanes<Isa> nearSteps(typename Lanes<Isa>::Float rowSquares, IndexRange visible,
+                           float distance) const {
     constexpr float kSlack = 1.0f + 1.0f / (1 << 16);
-    const float square = distance * distance * kSlack - rowSquare;
-    if (!(square >= 0.0f)) return {};
-    const float half = std::sqrt(square);
-    return {clippedStep(fractionX_ - half, visible),
-            clippedStep(fractionX_ + half + 1.0f, visible)};
+    const auto squares = distance * distance * kSlack - rowSquares;
+    const auto half = Lanes<Isa>::squareRoot(Lanes<Isa>::maximum(squares, Lanes<Isa>::splat(0.0f)));
+    const auto begin = clippedSteps<Isa>(fractionX_ - half, visible);
+    const auto end = clippedSteps<Isa>(fractionX_ + half + 1.0f, visible);
+    return {begin, squares < 0.0f ? begin : end};
   }
 
-  /// Steps of a row that lie closer to the centre than `distance` for certain; none when there are
-  /// hardly any.
-  [[gnu::always_inline]] IndexRange clearSteps(float rowSquare, IndexRange span,
-                                               float distance) const {
+  /// Steps of rows that lie closer to the centre than `distance` for certain; none, from
+  /// visible.end on, in rows that have hardly any.
+  template <class Isa>
+  StepLanes<Isa> clearSteps(typename Lanes<Isa>::Float rowSquares, IndexRange visible,
+                            float distance) const {
     constexpr float kWorthwhile = 8.0f;
-    const float square = distance * distance - rowSquare;
-    if (!(distance > 0.0f && square > kWorthwhile * kWorthwhile)) return {span.end, span.end};
-    const float half = std::sqrt(square) - 1.0f;
-    return {clippedStep(fractionX_ - half, span), clippedStep(fractionX_ + half, span)};
+    const auto reach = Lanes<Isa>::splat(distance > 0.0f ? distance * distance : 0.0f);
+    const auto squares = reach - rowSquares;
+    const auto half = Lanes<Isa>::squareRoot(
+        Lanes<Isa>::maximum(squares, Lanes<Isa>::splat(kWorthwhile * kWorthwhile)));
+    const auto isHole = squares > kWorthwhile * kWorthwhile;
+    const auto none = typename Lanes<Isa>::Int{} + visible.end;
+    return {isHole ? clippedSteps<Isa>(fractionX_ - half + 1.0f, visible) : none,
+            isHole ? clippedSteps<Isa>(fractionX_ + half - 1.0f, visible) : none};
   }
 
  private:
-  static std::int32_t clippedStep(float step, IndexRange range) {
-    return std::clamp(truncToInt(step), range.begin, range.end);
+  template <class Isa>
+  static typename Lanes<Isa>::Int clippedSteps(typename Lanes<Isa>::Float steps, IndexRange range) {
+    constexpr float kMost = 2147483520.0f;  // that an integer can hold
+    return Lanes<Isa>::clamp(Lanes<Isa>::toInt(Lanes<Isa>::clamp(steps, -kMost, kMost)),
+                             range.begin, range.end);
   }
 
   float x_, y_;

@@ -27,8 +27,10 @@ struct Glow {
 
   float shiftStrength() const { return std::fabs(rainbowShift); }
 
-  IndexRange rowSpan(float rowSquare, IndexRange visible) const {
-    return disc.nearSteps(rowSquare, visible, disc.radius());
+  void beginRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
+    const Float squares = disc.template rowSquares<Isa>(rows);
+    L::store(block.offset, squares);
+    block.setStretch(0, disc.template nearSteps<Isa>(squares, visible, disc.radius()));
   }
 
   /// Distances from the centre in pixels, for the lanes from step `index` on.
@@ -53,10 +55,11 @@ class SimpleGlowShader {
     if (kRainbow) base_ = rgbToHls(glow.color);
   }
 
-  RowSpans beginRow(std::int32_t row, IndexRange visible) {
-    rowSquare_ = glow_.disc.rowSquare(row);
-    return {glow_.rowSpan(rowSquare_, visible), {}};
+  static constexpr int kStretches = 1;
+  void beginRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
+    glow_.beginRows(rows, visible, block);
   }
+  void beginRow(float rowSquare) { rowSquare_ = rowSquare; }
 
   Shaded<Isa> shade(std::int32_t index) const {
     const Float distance = glow_.distances(index, rowSquare_);
@@ -101,10 +104,11 @@ class FullGlowShader {
     blueRange_ = denominator(1.0f - 1.1f * core_);
   }
 
-  RowSpans beginRow(std::int32_t row, IndexRange visible) {
-    rowSquare_ = glow_.disc.rowSquare(row);
-    return {glow_.rowSpan(rowSquare_, visible), {}};
+  static constexpr int kStretches = 1;
+  void beginRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
+    glow_.beginRows(rows, visible, block);
   }
+  void beginRow(float rowSquare) { rowSquare_ = rowSquare; }
 
   Shaded<Isa> shade(std::int32_t index) const {
     const float redStart = 2.0f * core_;

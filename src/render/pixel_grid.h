@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "engine/numbers.h"
+#include "render/simd.h"
 
 namespace brisel {
 
@@ -26,6 +27,12 @@ struct StepMap {
 
   float positionOf(std::int32_t step) const { return static_cast<float>(step) + origin - reach; }
   std::int32_t pixelOf(std::int32_t step) const { return truncToInt(positionOf(step)); }
+
+  /// Of steps whose pixels are on a frame, or beside it.
+  template <class Isa>
+  typename Lanes<Isa>::Int pixelsOf(typename Lanes<Isa>::Int steps) const {
+    return Lanes<Isa>::toInt(Lanes<Isa>::toFloat(steps) + origin - reach);
+  }
 };
 
 /// Steps index, index + 1 ... of a sprite on frame columns column, column + 1 ...

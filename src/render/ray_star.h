@@ -141,8 +141,8 @@ class RayShader {
 }
 
 template <BlendRule kRule, class Pixels, class Isa, bool kHighQuality, bool kRainbow>
-void paintRay(const Layer& layer, const RayShape& ray,
-              RayShader<Isa, kHighQuality, kRainbow>& shader) {
+[[gnu::flatten]] void paintRay(Layer layer, const RayShape& ray,
+                               RayShader<Isa, kHighQuality, kRainbow> shader) {
   if (liesBeside(ray, layer)) return;
   shader.beginRay(ray);
   std::int32_t leftIndex = 0;

@@ -39,6 +39,9 @@ struct Lanes {
     return v;
   }
 
+  static void store(float* to, Float v) { std::memcpy(to, &v, sizeof v); }
+  static void store(std::int32_t* to, Int v) { std::memcpy(to, &v, sizeof v); }
+
   /// The first `count` words, 0 <= count <= kCount; nothing behind them is touched. The other lanes
   /// of a load are 0.
   static Word loadWords(const void* from, int count) {
@@ -64,6 +67,11 @@ struct Lanes {
 
   static Float clamp(Float v, float low, float high) {
     return minimum(maximum(v, splat(low)), splat(high));
+  }
+
+  static Int clamp(Int v, std::int32_t low, std::int32_t high) {
+    v = v < low ? Int{} + low : v;
+    return v > high ? Int{} + high : v;
   }
 
   /// Clamps to [0, 1]; not-a-number becomes 0.

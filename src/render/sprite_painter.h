@@ -4,44 +4,55 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <span>
 
 #include "render/blend_kernels.h"
 #include "render/drawing.h"
+#include "render/row_block.h"
 
 namespace brisel {
 
-/// The steps of one row that a sprite covers: at most two stretches, in order.
-struct RowSpans {
-  IndexRange first;
-  IndexRange second;
-};
+/// The visible rows of a sprite under one rule. All calls are inlined, so that what the shader
+/// knows stays in registers.
+template <BlendRule kRule, class Pixels, class Isa, class Shader>
+[[gnu::flatten]] void paintRows(const Drawing& drawing, IndexRange rows, IndexRange visible,
+                                const StepMap& rowMap, Shader shader) {
+  const Layer layer = drawing.layer;
+  const std::span<const ColumnRun> runs = drawing.columns;
+  RowBlock<Isa> block;
+  for (std::int32_t first = rows.begin; first < rows.end; first += block.kRows) {
+    const auto steps = Lanes<Isa>::steps(first);
+    Lanes<Isa>::store(block.y, rowMap.pixelsOf<Isa>(steps));
+    shader.beginRows(steps, visible, block);
+    const std::int32_t count = std::min(rows.end - first, block.kRows);
+    for (std::int32_t i = 0; i < count; ++i) {
+      shader.beginRow(block.offset[i]);
+      for (int stretch = 0; stretch < Shader::kStretches; ++stretch) {
+        for (const ColumnRun& run : runs) {
+          const std::int32_t begin = std::max(block.begin[stretch][i], run.index);
+          const std::int32_t end = std::min(block.end[stretch][i], run.index + run.count);
+          plotRun<kRule, Pixels, Isa>(layer.at(run.column + (begin - run.index), block.y[i]), begin,
+                                      end - begin, shader);
+        }
+      }
+    }
+  }
+}
 
 /// Paints a sprite of `steps` on either axis. Beside what plotRun asks of it, the shader offers
-///   RowSpans beginRow(std::int32_t row, IndexRange visible)   what to visit of this row
+///   kStretches                             how many of a row's stretches it uses
+///   beginRows(Int rows, IndexRange visible, RowBlock<Isa>& block)   sets offset and stretches
+///   beginRow(float offset)                 of the row to be shaded next
 template <class Isa, class Shader>
 void paintSprite(Drawing& drawing, IndexRange steps, const StepMap& rowMap,
-                 const StepMap& columnMap, Shader& shader) {
+                 const StepMap& columnMap, const Shader& shader) {
   const Layer& layer = drawing.layer;
   const IndexRange rows = visibleSteps(steps, layer.height, rowMap);
   const IndexRange visible = visibleSteps(steps, layer.width, columnMap);
   if (rows.empty() || visible.empty()) return;
   collectColumnRuns(visible, columnMap, drawing.columns);
-
   withRule<Isa>(drawing.blendRule, layer.deep, [&]<BlendRule kRule, class Pixels>() {
-    for (std::int32_t row = rows.begin; row < rows.end; ++row) {
-      const std::int32_t y = rowMap.pixelOf(row);
-      const RowSpans spans = shader.beginRow(row, visible);
-      for (const IndexRange span : {spans.first, spans.second}) {
-        if (span.empty()) continue;
-        for (const ColumnRun& run : drawing.columns) {
-          const std::int32_t begin = std::max(span.begin, run.index);
-          const std::int32_t end = std::min(span.end, run.index + run.count);
-          if (begin >= end) continue;
-          plotRun<kRule, Pixels, Isa>(layer.at(run.column + (begin - run.index), y), begin,
-                                      end - begin, shader);
-        }
-      }
-    }
+    paintRows<kRule, Pixels, Isa>(drawing, rows, visible, rowMap, shader);
   });
 }
 

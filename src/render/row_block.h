@@ -1,0 +1,33 @@
+// What a sprite covers of as many rows as there are lanes, found for all of them at once: the loop
+// over the rows then only reads, and need not wait for square roots to know how far a row goes.
+#pragma once
+
+#include <cstdint>
+
+#include "render/simd.h"
+
+namespace brisel {
+
+/// Steps of rows: begin, begin + 1 ... end - 1; none where begin >= end.
+template <class Isa>
+struct StepLanes {
+  typename Lanes<Isa>::Int begin, end;
+};
+
+template <class Isa>
+struct RowBlock {
+  using L = Lanes<Isa>;
+  static constexpr int kRows = L::kCount;
+
+  alignas(64) std::int32_t y[kRows];  // of the frame
+  alignas(64) float offset[kRows];    // whatever the sprite's shader needs to know of the row
+  alignas(64) std::int32_t begin[2][kRows];  // at most two stretches, in order
+  alignas(64) std::int32_t end[2][kRows];
+
+  void setStretch(int stretch, const StepLanes<Isa>& steps) {
+    L::store(begin[stretch], steps.begin);
+    L::store(end[stretch], steps.end);
+  }
+};
+
+}  // namespace brisel
