@@ -15,24 +15,24 @@ class EdgeBand {
   using Float = typename L::Float;
 
  public:
-  void beginRow(const RayEdge& edge, float y, std::int32_t first, std::int32_t last) {
+  void beginEdge(const RayEdge& edge) {
+    start_ = edge.start;
+    end_ = edge.end;
+    edgeX_ = edge.end.x - edge.start.x;
+    edgeY_ = edge.end.y - edge.start.y;
+    lengthSquare_ = edgeX_ * edgeX_ + edgeY_ * edgeY_;
+    line_ = edge.line;
+  }
+
+  void beginRow(float y, std::int32_t first, std::int32_t last) {
     first_ = first;
     last_ = last;
-    if (first > last) return;
-    startX_ = edge.start.x;
-    endX_ = edge.end.x;
-    edgeX_ = edge.end.x - edge.start.x;
-    const float edgeY = edge.end.y - edge.start.y;
-    const float startY = y - edge.start.y;
-    const float endY = y - edge.end.y;
-    alongY_ = startY * edgeY;
-    lengthSquare_ = edgeX_ * edgeX_ + edgeY * edgeY;
+    const float startY = y - start_.y;
+    const float endY = y - end_.y;
+    alongY_ = startY * edgeY_;
     startSquare_ = startY * startY;
     endSquare_ = endY * endY;
-    a_ = edge.line.a;
-    lineY_ = edge.line.b * y;
-    c_ = edge.line.c;
-    norm_ = edge.line.norm;
+    lineY_ = line_.b * y;
   }
 
   /// Whether some of the lanes from column `x` on lie in the band.
@@ -41,22 +41,23 @@ class EdgeBand {
   auto contains(typename L::Int columns) const { return (columns >= first_) & (columns <= last_); }
 
   Float coverage(Float px) const {
-    const Float startX = px - startX_;
+    const Float startX = px - start_.x;
     const Float along = startX * edgeX_ + alongY_;
     const auto beside = (along >= 0.0f) & (along <= lengthSquare_);
-    const Float off = L::absolute(a_ * px + lineY_ + c_) / norm_;
+    const Float off = L::absolute(line_.a * px + lineY_ + line_.c) / line_.norm;
     const Float besideIt = L::clampUnit(1.0f - off / 2.0f);
     if (!L::any(!beside)) return besideIt;
-    const Float endX = px - endX_;
+    const Float endX = px - end_.x;
     const Float nearest = L::minimum(endX * endX + endSquare_, startX * startX + startSquare_);
     return beside ? besideIt : L::clampUnit(1.0f - L::squareRoot(nearest));
   }
 
  private:
   std::int32_t first_ = 0, last_ = -1;
-  float startX_ = 0.0f, endX_ = 0.0f, edgeX_ = 0.0f;
-  float alongY_ = 0.0f, lengthSquare_ = 0.0f, startSquare_ = 0.0f, endSquare_ = 0.0f;
-  float a_ = 0.0f, lineY_ = 0.0f, c_ = 0.0f, norm_ = 1.0f;
+  PointF start_, end_;
+  RayLine line_;
+  float edgeX_ = 0.0f, edgeY_ = 0.0f, lengthSquare_ = 0.0f;
+  float alongY_ = 0.0f, startSquare_ = 0.0f, endSquare_ = 0.0f, lineY_ = 0.0f;
 };
 
 template <class Isa>
@@ -65,11 +66,16 @@ class EdgeCoverage {
   using Float = typename L::Float;
 
  public:
-  void beginRow(const RayEdge& left, const RayEdge& right, float y, const RaySpan& span) {
-    left_.beginRow(left, y, span.leftFirst, span.leftLast);
-    right_.beginRow(right, y, span.rightFirst, span.rightLast);
-    fullFirst_ = span.fullFirst;
-    fullLast_ = span.fullLast;
+  void beginEdges(const RayEdge& left, const RayEdge& right) {
+    left_.beginEdge(left);
+    right_.beginEdge(right);
+  }
+
+  void beginRow(float y, const RaySpans<Isa>& spans, int row) {
+    left_.beginRow(y, spans.leftFirst[row], spans.leftLast[row]);
+    right_.beginRow(y, spans.rightFirst[row], spans.rightLast[row]);
+    fullFirst_ = spans.fullFirst[row];
+    fullLast_ = spans.fullLast[row];
   }
 
   /// The coverage of the columns from `x` on, which `px` holds.

@@ -39,12 +39,21 @@ RayLine lineThrough(PointF p, PointF q) {
 }
 
 RayEdge edgeBetween(PointF start, PointF end) {
-  const RayLine line = lineThrough(start, end);
+  RayEdge edge;
+  edge.start = start;
+  edge.end = end;
+  edge.line = lineThrough(start, end);
+  edge.leftX = std::min(start.x, end.x);
+  edge.rightX = std::max(start.x, end.x);
+  const float rise = std::fabs(edge.line.a);
+  const float run = std::fabs(edge.line.b);
+  edge.isLevel = rise < 1.0f;
+  edge.isPoint = rise == 0.0f && run == 0.0f;
   // Infinite beside a horizontal edge.
-  const float fadeReach = 2.0f * line.norm / std::fabs(line.a) * 1.001f + 1.0f;
+  edge.fadeReach = 2.0f * edge.line.norm / rise * 1.001f + 1.0f;
   // Less than the slope at which twice a row's shift exceeds the least width of a band.
-  const bool steep = std::fabs(line.a) >= 1.0f && std::fabs(line.b) < 2.5f * std::fabs(line.a);
-  return {start, end, line, fadeReach, steep};
+  edge.risesSteeply = !edge.isLevel && run < 2.5f * rise;
+  return edge;
 }
 
 /// Lists the edges from the one whose start corner has the greatest y, the last such one if
@@ -63,15 +72,6 @@ void orderEdges(RayShape& ray, std::span<const RayEdge> edges) {
   for (std::size_t i = 0; i < edges.size(); ++i) {
     ray.edges[i] = edges[(first + i) % edges.size()];
   }
-}
-
-bool isHorizontal(const RayEdge& edge) {
-  return std::fabs(edge.end.y - edge.start.y) < 1.0f;
-}
-
-float crossing(const RayEdge& edge, float y) {
-  return edge.start.x +
-         (y - edge.start.y) * (edge.end.x - edge.start.x) / (edge.end.y - edge.start.y);
 }
 
 }  // namespace
@@ -123,14 +123,6 @@ bool buildRay(RayShape& ray, StarType type, PointF centre, float length, float w
       edgeBetween(corners[2], corners[3]), edgeBetween(corners[3], corners[0])};
   orderEdges(ray, edges);
   return true;
-}
-
-float leftCrossing(const RayEdge& edge, float y) {
-  return isHorizontal(edge) ? std::min(edge.start.x, edge.end.x) : crossing(edge, y);
-}
-
-float rightCrossing(const RayEdge& edge, float y) {
-  return isHorizontal(edge) ? std::max(edge.start.x, edge.end.x) : crossing(edge, y);
 }
 
 }  // namespace brisel

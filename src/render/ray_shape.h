@@ -19,7 +19,10 @@ struct RayEdge {
   PointF start;
   PointF end;
   RayLine line;
-  float fadeReach;    // along a row, where the coverage beside the edge has faded out for certain
+  float fadeReach;  // along a row, where the coverage beside the edge has faded out for certain
+  float leftX, rightX;
+  bool isLevel;       // within one pixel of horizontal
+  bool isPoint;       // its corners coincide
   bool risesSteeply;  // so that its band is the narrowest
 };
 
@@ -40,10 +43,5 @@ struct RayShape {
 /// finite point; such a ray is not drawn.
 bool buildRay(RayShape& ray, StarType type, PointF centre, float length, float width,
               float angleDegrees, float currentRandomFactor);
-
-/// The x at which the edge crosses row `y`; of an edge within one pixel of horizontal, its lower x
-/// (left side) or its higher x (right side).
-float leftCrossing(const RayEdge& edge, float y);
-float rightCrossing(const RayEdge& edge, float y);
 
 }  // namespace brisel

@@ -41,10 +41,14 @@ class RayShader {
     shading_ = ray.shading;
   }
 
-  void beginRow(const RayEdge& left, const RayEdge& right, float y, const RaySpan& span) {
+  void beginEdges(const RayEdge& left, const RayEdge& right) {
+    if constexpr (kHighQuality) coverage_.beginEdges(left, right);
+  }
+
+  void beginRow(float y, const RaySpans<Isa>& spans, int row) {
     baseY_ = along_.b * y;
     acrossY_ = across_.b * y;
-    if constexpr (kHighQuality) coverage_.beginRow(left, right, y, span);
+    if constexpr (kHighQuality) coverage_.beginRow(y, spans, row);
   }
 
   Shaded<Isa> shade(std::int32_t x) const {
@@ -125,41 +129,35 @@ class RayShader {
   return ray.xMax < -kFarthestBand || ray.xMin > static_cast<float>(layer.width) + kFarthestBand;
 }
 
-/// The columns of the frame that a row covers.
-[[gnu::always_inline]] inline IndexRange columnsOf(const RaySpan& span, std::int32_t width) {
-  IndexRange columns{width, 0};
-  const auto include = [&](std::int32_t first, std::int32_t last) {
-    if (first > last) return;
-    columns.begin = std::min(columns.begin, first);
-    columns.end = std::max(columns.end, last < width ? last + 1 : width);
-  };
-  include(span.leftFirst, span.leftLast);
-  include(span.fullFirst, span.fullLast);
-  include(span.rightFirst, span.rightLast);
-  columns.begin = std::max(columns.begin, 0);
-  return columns;
-}
-
 template <BlendRule kRule, class Pixels, class Isa, bool kHighQuality, bool kRainbow>
-[[gnu::flatten]] void paintRay(Layer layer, const RayShape& ray,
+[[gnu::flatten]] void paintRay(const Layer layer, const RayShape& ray,
                                RayShader<Isa, kHighQuality, kRainbow> shader) {
   if (liesBeside(ray, layer)) return;
   shader.beginRay(ray);
+  RaySpans<Isa> spans;
   std::int32_t leftIndex = 0;
   std::int32_t rightIndex = ray.edgeCount - 1;
   std::int32_t y = std::min(truncToInt(ray.edges[0].start.y), layer.height - 1);
-  for (; y >= 0 && static_cast<float>(y) > ray.yMin; --y) {
-    const float rowY = static_cast<float>(y);
-    while (leftIndex < ray.edgeCount - 1 && rowY <= ray.edges[leftIndex].end.y) ++leftIndex;
-    while (rightIndex > 0 && rowY <= ray.edges[rightIndex].start.y) --rightIndex;
+  while (y >= 0 && static_cast<float>(y) > ray.yMin) {
+    const float top = static_cast<float>(y);
+    while (leftIndex < ray.edgeCount - 1 && top <= ray.edges[leftIndex].end.y) ++leftIndex;
+    while (rightIndex > 0 && top <= ray.edges[rightIndex].start.y) --rightIndex;
     const RayEdge& left = ray.edges[leftIndex];
     const RayEdge& right = ray.edges[rightIndex];
-    const RaySpan span = spanOfRow(left, right, rowY, kHighQuality);
-    const IndexRange columns = columnsOf(span, layer.width);
-    if (columns.empty()) continue;
-    shader.beginRow(left, right, rowY, span);
-    plotRun<kRule, Pixels, Isa>(layer.at(columns.begin, y), columns.begin,
-                                columns.end - columns.begin, shader);
+    shader.beginEdges(left, right);
+    const RayRows<Isa> rows(left, right);
+    // The rows down to the next corner.
+    float corner = ray.yMin;
+    if (leftIndex < ray.edgeCount - 1) corner = std::max(corner, left.end.y);
+    if (rightIndex > 0) corner = std::max(corner, right.start.y);
+    while (y >= 0 && static_cast<float>(y) > corner) {
+      rows.find(y - Lanes<Isa>::steps(0), kHighQuality, layer.width, spans);
+      for (int i = 0; i < spans.kRows && y >= 0 && static_cast<float>(y) > corner; ++i, --y) {
+        shader.beginRow(static_cast<float>(y), spans, i);
+        plotRun<kRule, Pixels, Isa>(layer.at(spans.begin[i], y), spans.begin[i],
+                                    spans.end[i] - spans.begin[i], shader);
+      }
+    }
   }
 }
 
