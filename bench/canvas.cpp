@@ -14,9 +14,13 @@ brisel::Layer layerOn(std::vector<std::uint16_t>& pixels, bool deep) {
 
 }  // namespace
 
-Canvas::Canvas(bool deep)
-    : pixels_(static_cast<std::size_t>(kWidth) * kHeight * 4),
-      drawing_{settings_, random_, state_, layerOn(pixels_, deep), brisel::BlendRule::Over} {
+Canvas::Canvas(bool deep, const brisel::Kernels& kernels)
+    : pixels_(static_cast<std::size_t>(kWidth) * kHeight * 4), drawing_{settings_,
+                                                                        random_,
+                                                                        state_,
+                                                                        layerOn(pixels_, deep),
+                                                                        brisel::BlendRule::Over,
+                                                                        &kernels} {
   settings_.frameWidth = kWidth;
   settings_.frameHeight = kHeight;
   settings_.deepColor = deep;

@@ -16,7 +16,7 @@ class Canvas {
   static constexpr std::int32_t kWidth = 1024;
   static constexpr std::int32_t kHeight = 1024;
 
-  explicit Canvas(bool deep);
+  Canvas(bool deep, const brisel::Kernels& kernels);
 
   brisel::Drawing& drawing() { return drawing_; }
   void clear();

@@ -1,18 +1,23 @@
-// Whole frames through the module's entry point, and one simulation step of 30,000 stars beside
-// the drawing of them.
+// Whole frames through the module's entry point, with the plain kernels and those chosen; how their
+// cost grows; one simulation step of 30,000 stars beside the drawing of them.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "engine/simulation.h"
 #include "hostkit/module.h"
 #include "hostkit/session.h"
+#include "rates.h"
 #include "render/frame.h"
 
 namespace {
 
-constexpr int kWarmUpFrames = 60;
+constexpr int kWarmUpFrames = 60;  // after which populations are full
 
 struct Hosted {
   hostkit::Module module = hostkit::Module::load(BRISEL_MODULE_PATH);
@@ -30,47 +35,87 @@ struct Hosted {
 };
 
 /// Renders on from a frame at which the population is full.
-void runFrames(benchmark::State& state, Hosted& hosted, hostkit::Depth depth) {
-  const auto width = static_cast<int>(state.range(0));
-  const auto height = static_cast<int>(state.range(1));
+void runFrames(benchmark::State& state, Hosted& hosted, int width, int height, hostkit::Depth depth,
+               int warmUpFrames) {
   hostkit::World input(width, height, depth);
   hostkit::World output(width, height, depth);
   hostkit::RenderRequest request;
-  for (; request.frame < kWarmUpFrames; ++request.frame) {
+  for (; request.frame < warmUpFrames; ++request.frame) {
     hosted.session.render(input, output, request);
   }
   for (auto _ : state) {
     hosted.session.render(input, output, request);
     ++request.frame;
   }
-  state.SetItemsProcessed(state.iterations());
-}
-
-void defaultParameters(benchmark::State& state, hostkit::Depth depth) {
-  Hosted hosted(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
-  runFrames(state, hosted, depth);
 }
 
 /// 500 glows of size 25 with halo Normal and blink Rainbow.
-void heavyScene(benchmark::State& state, hostkit::Depth depth) {
-  Hosted hosted(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
+void setHeavyScene(Hosted& hosted) {
   hosted.item("Type", 9);
   hosted.number("Size", 25);
   hosted.item("Type of halo", 3);
   hosted.item("Type of blink", 4);
   hosted.number("Maximum number of stars", 500);
-  hosted.number("Intensity", 50);
+  hosted.number("Intensity", 500);
   hosted.number("Time life", 100);
-  runFrames(state, hosted, depth);
 }
 
-void registerFrames(const char* name, void (*run)(benchmark::State&, hostkit::Depth)) {
-  for (const hostkit::Depth depth : {hostkit::Depth::k8, hostkit::Depth::k16}) {
-    const std::string full = std::string(name) + (depth == hostkit::Depth::k8 ? "/8bit" : "/16bit");
-    benchmark::RegisterBenchmark(full.c_str(), [=](benchmark::State& s) { run(s, depth); })
-        ->Args({1920, 1080})
-        ->Unit(benchmark::kMillisecond);
+/// As many long-lived glows as asked for, all over the frame.
+void setCrowd(Hosted& hosted, int stars, double size) {
+  hosted.item("Standard path", 7);
+  hosted.item("Type", 9);
+  hosted.number("Size", size);
+  hosted.number("Maximum number of stars", stars);
+  hosted.number("Intensity", std::min(stars, 10000));
+  hosted.number("Time life", 1000);
+}
+
+/// Whole frames with one instruction set, which global set-up takes from the environment.
+void addFrames(const std::string& set, const std::string& name, int width, int height,
+               hostkit::Depth depth, const std::function<void(Hosted&)>& prepare,
+               int warmUpFrames) {
+  const auto run = [=](benchmark::State& state) {
+    setenv("BRISEL_INSTRUCTIONS", set.c_str(), 1);
+    Hosted hosted(width, height);
+    prepare(hosted);
+    runFrames(state, hosted, width, height, depth, warmUpFrames);
+  };
+  benchmark::RegisterBenchmark((set + "/" + name).c_str(), run);
+}
+
+struct Frame {
+  std::string name;
+  int width, height;
+  hostkit::Depth depth;
+  std::function<void(Hosted&)> prepare;
+  int warmUpFrames = kWarmUpFrames;
+};
+
+/// What is set against the plain kernels.
+const std::vector<Frame> kScenes = {
+    {"default_parameters/8bit", 1920, 1080, hostkit::Depth::k8, [](Hosted&) {}},
+    {"default_parameters/16bit", 1920, 1080, hostkit::Depth::k16, [](Hosted&) {}},
+    {"heavy_scene/8bit", 1920, 1080, hostkit::Depth::k8, setHeavyScene, 3},
+    {"heavy_scene/16bit", 1920, 1080, hostkit::Depth::k16, setHeavyScene, 3},
+};
+
+/// How cost grows with the number of stars, their size and the frame.
+std::vector<Frame> growth() {
+  std::vector<Frame> frames;
+  const auto add = [&](const std::string& name, int width, int height, int stars, double size) {
+    frames.push_back({name, width, height, hostkit::Depth::k8,
+                      [=](Hosted& hosted) { setCrowd(hosted, stars, size); }, 3});
+  };
+  for (const int stars : {100, 1000, 10000, 30000}) {
+    add("stars/" + std::to_string(stars), 1920, 1080, stars, 2);
   }
+  for (const int size : {1, 10, 100, 1000})
+    add("size/" + std::to_string(size), 1920, 1080, 10, size);
+  for (const int height : {270, 540, 1080, 2160, 4320}) {
+    add("frame/" + std::to_string(height * 16 / 9) + "x" + std::to_string(height), height * 16 / 9,
+        height, 500, 5);
+  }
+  return frames;
 }
 
 /// 30,000 long-lived stars spread over a 1920x1080 frame, as Type2 stars of size 5.
@@ -120,14 +165,30 @@ void simulateCrowd(benchmark::State& state) {
 void drawCrowd(benchmark::State& state) {
   Crowd crowd;
   brisel::DrawingState drawingState;
-  brisel::Drawing drawing{crowd.settings,
-                          crowd.random,
-                          drawingState,
-                          outputLayer(crowd.settings),
+  brisel::Drawing drawing{crowd.settings, crowd.random, drawingState, outputLayer(crowd.settings),
                           brisel::BlendRule::Over};
   for (auto _ : state) {
     drawAllStars(drawing, crowd.population.stars, crowd.population.starCount);
     benchmark::ClobberMemory();
+  }
+}
+
+void printTable(const bench::Rates& rates, const std::string& set,
+                const std::vector<Frame>& grown) {
+  const auto milliseconds = [&](const std::string& name) {
+    return rates.of(name) > 0.0 ? 1000.0 / rates.of(name) : 0.0;
+  };
+  std::printf("Instruction set: %s. Milliseconds a frame, and how many times plain's rate\n\n",
+              set.c_str());
+  for (const std::vector<Frame>* frames : {&kScenes, &grown}) {
+    for (const Frame& frame : *frames) {
+      const std::string name = set + "/" + frame.name;
+      std::printf("%-28s %s %s\n", frame.name.c_str(), bench::column(milliseconds(name)).c_str(),
+                  bench::column(rates.ratio(name, "plain/" + frame.name)).c_str());
+    }
+  }
+  for (const std::string name : {"simulate_30000_stars", "draw_30000_stars"}) {
+    std::printf("%-28s %s\n", name.c_str(), bench::column(milliseconds(name)).c_str());
   }
 }
 
@@ -136,11 +197,21 @@ void drawCrowd(benchmark::State& state) {
 int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  registerFrames("default_parameters", defaultParameters);
-  registerFrames("heavy_scene", heavyScene);
-  benchmark::RegisterBenchmark("simulate_30000_stars", simulateCrowd)
-      ->Unit(benchmark::kMillisecond);
-  benchmark::RegisterBenchmark("draw_30000_stars", drawCrowd)->Unit(benchmark::kMillisecond);
-  benchmark::RunSpecifiedBenchmarks();
+  const char* wanted = std::getenv("BRISEL_INSTRUCTIONS");
+  const std::string set = brisel::kernelsNamed(wanted).name;
+  chooseKernels(brisel::kernelsNamed(wanted));
+  const std::vector<Frame> grown = growth();
+  for (const Frame& f : kScenes) {
+    addFrames("plain", f.name, f.width, f.height, f.depth, f.prepare, f.warmUpFrames);
+    if (set != "plain")
+      addFrames(set, f.name, f.width, f.height, f.depth, f.prepare, f.warmUpFrames);
+  }
+  for (const Frame& f : grown)
+    addFrames(set, f.name, f.width, f.height, f.depth, f.prepare, f.warmUpFrames);
+  benchmark::RegisterBenchmark("simulate_30000_stars", simulateCrowd);
+  benchmark::RegisterBenchmark("draw_30000_stars", drawCrowd);
+  bench::Rates rates;
+  benchmark::RunSpecifiedBenchmarks(&rates);
+  printTable(rates, set, grown);
   benchmark::Shutdown();
 }

@@ -1,15 +1,18 @@
-// Each sprite by size, depth and rule, in pixels of the frame covered per second, beside the same
-// discs drawn by cairo's radial gradient with ADD. Prints the ratios to cairo at the end.
+// Each sprite by size, depth and rule, and the final mix: pixels of the frame covered per second,
+// as ratios to the same discs drawn by cairo's radial gradient with ADD, to a copy of the bytes
+// mixed, and to the plain kernels.
 #include <benchmark/benchmark.h>
 #include <cairo.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
-#include <map>
 #include <string>
+#include <vector>
 
 #include "canvas.h"
+#include "rates.h"
 #include "render/sprites.h"
 
 namespace {
@@ -47,6 +50,23 @@ void blics(Drawing& d, float size, brisel::BlicsProfile profile) {
   drawBlicsStar(d, kCentre, kCentre, size, kColor, 1.0f, profile, 0.1f);
 }
 
+template <class Draw>
+void recoloured(Drawing& d, Draw draw) {
+  d.state.rainbowOn = true;
+  d.state.rainbowShift = -250.0f;
+  draw();
+  d.state.rainbowOn = false;
+  d.state.rainbowShift = 0.0f;
+}
+
+template <class Draw>
+void lowQuality(Drawing& d, Draw draw) {
+  brisel::RenderSettings settings = d.settings;
+  settings.highQuality = false;
+  Drawing low{settings, d.random, d.state, d.layer, d.blendRule, d.kernels};
+  draw(low);
+}
+
 const Sprite kSprites[] = {
     {"ray_type2", [](Drawing& d, float size) { ray(d, StarType::Type2, size); }},
     {"ray_type5", [](Drawing& d, float size) { ray(d, StarType::Type5, size); }},
@@ -57,13 +77,25 @@ const Sprite kSprites[] = {
      [](Drawing& d, float size) { glow(d, size, 1.25f, brisel::GlowProfile::Simple); }},
     {"blics_body", [](Drawing& d, float size) { blics(d, size, brisel::BlicsProfile::Disc); }},
     {"blics_ring", [](Drawing& d, float size) { blics(d, size, brisel::BlicsProfile::Ring); }},
+    {"ray_low_quality",
+     [](Drawing& d, float size) {
+       lowQuality(d, [&](Drawing& low) { ray(low, StarType::Type2, size); });
+     }},
+    {"ray_rainbow",
+     [](Drawing& d, float size) { recoloured(d, [&] { ray(d, StarType::Type2, size); }); }},
+    {"cross_rainbow",
+     [](Drawing& d, float size) { recoloured(d, [&] { cross(d, size, false); }); }},
+    {"glow1_rainbow",
+     [](Drawing& d, float size) {
+       recoloured(d, [&] { glow(d, size, 1.25f, brisel::GlowProfile::Full); });
+     }},
+    {"halo_rainbow",
+     [](Drawing& d, float size) {
+       recoloured(d, [&] { glow(d, size, 1.25f, brisel::GlowProfile::Simple); });
+     }},
     {"blics_rainbow",
      [](Drawing& d, float size) {
-       d.state.rainbowOn = true;
-       d.state.rainbowShift = -250.0f;
-       blics(d, size, brisel::BlicsProfile::Disc);
-       d.state.rainbowOn = false;
-       d.state.rainbowShift = 0.0f;
+       recoloured(d, [&] { blics(d, size, brisel::BlicsProfile::Disc); });
      }},
 };
 
@@ -78,8 +110,9 @@ constexpr Rule kRules[] = {{"Over", BlendRule::Over},
                            {"Lighten", BlendRule::Lighten}};
 constexpr int kSizes[] = {16, 64, 256};
 
-void runSprite(benchmark::State& state, const Sprite& sprite, BlendRule rule, bool deep, int size) {
-  bench::Canvas canvas(deep);
+void runSprite(benchmark::State& state, const brisel::Kernels& kernels, const Sprite& sprite,
+               BlendRule rule, bool deep, int size) {
+  bench::Canvas canvas(deep, kernels);
   Drawing& drawing = canvas.drawing();
   drawing.blendRule = rule;
   const auto draw = [&](Drawing& d) { sprite.draw(d, static_cast<float>(size)); };
@@ -116,50 +149,127 @@ void runCairo(benchmark::State& state, int size) {
   cairo_surface_destroy(surface);
 }
 
-void registerAll() {
-  for (const int size : kSizes) {
-    benchmark::RegisterBenchmark(("cairo/" + std::to_string(size)).c_str(),
-                                 [size](benchmark::State& s) { runCairo(s, size); });
+/// Two layers of a 1920x1080 frame, the stars' one half covered.
+struct Layers {
+  static constexpr std::int32_t kPixels = 1920 * 1080;
+  std::vector<std::uint16_t> stars{std::vector<std::uint16_t>(std::size_t{kPixels} * 4)};
+  std::vector<std::uint16_t> input{std::vector<std::uint16_t>(std::size_t{kPixels} * 4, 120)};
+};
+
+void runMix(benchmark::State& state, const brisel::Kernels& kernels, brisel::MixMode mode,
+            bool deep) {
+  Layers layers;
+  for (std::size_t i = 0; i < layers.stars.size(); ++i) {
+    layers.stars[i] = i / 512 % 2 == 0 ? static_cast<std::uint16_t>(i * 37 % 256) : 0;
   }
-  for (const Sprite& sprite : kSprites) {
-    for (const Rule& rule : kRules) {
-      for (const bool deep : {false, true}) {
+  brisel::RenderSettings s;
+  s.frameWidth = s.inputWidth = 1920;
+  s.frameHeight = s.inputHeight = 1080;
+  s.deepColor = deep;
+  s.outputPixels = reinterpret_cast<std::uint8_t*>(layers.stars.data());
+  s.outputPixels16 = layers.stars.data();
+  s.inputPixels = reinterpret_cast<std::uint8_t*>(layers.input.data());
+  s.inputPixels16 = layers.input.data();
+  s.outputRowStride = s.inputRowStride = 1920 * 4;
+  for (auto _ : state) {
+    kernels.mix(s, mode);
+    benchmark::ClobberMemory();
+  }
+  state.SetItemsProcessed(state.iterations() * Layers::kPixels);
+}
+
+/// Copies as many bytes as a mix reads and writes: half of three layers.
+void runCopy(benchmark::State& state, bool deep) {
+  Layers layers;
+  const std::size_t bytes = std::size_t{Layers::kPixels} * (deep ? 12 : 6);
+  std::vector<std::uint8_t> from(bytes, 1);
+  std::vector<std::uint8_t> to(bytes);
+  for (auto _ : state) {
+    std::memcpy(to.data(), from.data(), bytes);
+    benchmark::ClobberMemory();
+  }
+  state.SetItemsProcessed(state.iterations() * Layers::kPixels);
+}
+
+std::string depthAndSize(bool deep, int size) {
+  return std::string(deep ? "16bit/" : "8bit/") + std::to_string(size);
+}
+
+using Runner = std::function<void(benchmark::State&)>;
+
+void add(const std::string& name, const Runner& run) {
+  benchmark::RegisterBenchmark(name.c_str(), [run](benchmark::State& s) { run(s); });
+}
+
+void registerAll(const brisel::Kernels& chosen) {
+  for (const int size : kSizes) {
+    add("cairo/" + std::to_string(size), [=](auto& s) { runCairo(s, size); });
+  }
+  for (const bool deep : {false, true}) {
+    add(deep ? "copy/16bit" : "copy/8bit", [=](auto& s) { runCopy(s, deep); });
+  }
+  for (const brisel::Kernels* kernels : {brisel::availableKernels().front(), &chosen}) {
+    const std::string set = std::string(kernels->name) + "/";
+    for (const bool deep : {false, true}) {
+      for (const Sprite& sprite : kSprites) {
         for (const int size : kSizes) {
-          const std::string name = std::string(sprite.name) + "/" + rule.name + "/" +
-                                   (deep ? "16" : "8") + "bit/" + std::to_string(size);
-          benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& s) {
-            runSprite(s, sprite, rule.rule, deep, size);
-          });
+          for (const Rule& rule : kRules) {
+            add(set + sprite.name + "/" + rule.name + "/" + depthAndSize(deep, size),
+                [=, &sprite](auto& s) { runSprite(s, *kernels, sprite, rule.rule, deep, size); });
+          }
         }
       }
+      for (const auto mode : {brisel::MixMode::Normal, brisel::MixMode::Add}) {
+        add(set + (mode == brisel::MixMode::Normal ? "mix_normal/" : "mix_add/") +
+                (deep ? "16bit" : "8bit"),
+            [=](auto& s) { runMix(s, *kernels, mode, deep); });
+      }
     }
+    if (kernels == &chosen) return;
   }
 }
 
-/// Keeps the rates, so that they can be set against cairo's at the same size.
-class RatioReporter : public benchmark::ConsoleReporter {
- public:
-  void ReportRuns(const std::vector<Run>& runs) override {
-    ConsoleReporter::ReportRuns(runs);
-    for (const Run& run : runs) {
-      if (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median") continue;
-      const auto rate = run.counters.find("items_per_second");
-      if (rate != run.counters.end()) rates_[run.run_name.function_name] = rate->second.value;
+void printRow(const bench::Rates& rates, const std::string& set, const Sprite& sprite,
+              const std::string& depthAndSize, const std::string& cairo) {
+  const auto name = [&](const std::string& of, const char* rule) {
+    return of + "/" + sprite.name + "/" + rule + "/" + depthAndSize;
+  };
+  if (rates.of(name(set, "AddScaled")) == 0.0) return;
+  std::printf("%-15s %-10s", sprite.name, depthAndSize.c_str());
+  for (const Rule& rule : kRules) {
+    std::printf(" %s", bench::column(rates.ratio(name(set, rule.name), cairo)).c_str());
+  }
+  for (const Rule& rule : kRules) {
+    const double ratio = rates.ratio(name(set, rule.name), name("plain", rule.name));
+    std::printf(" %s", bench::column(ratio).c_str());
+  }
+  std::printf("\n");
+}
+
+void printTable(const bench::Rates& rates, const std::string& set) {
+  std::printf("Instruction set: %s. Pixels covered per second, as a multiple of\n\n", set.c_str());
+  std::printf("%26s %44s %44s\n%26s", "", "cairo (radial gradient, ADD)", "the plain kernels", "");
+  for (int column = 0; column < 2; ++column) {
+    for (const Rule& rule : kRules) std::printf(" %8.8s", rule.name);
+  }
+  std::printf("\n");
+  for (const Sprite& sprite : kSprites) {
+    for (const bool deep : {false, true}) {
+      for (const int size : kSizes) {
+        printRow(rates, set, sprite, depthAndSize(deep, size), "cairo/" + std::to_string(size));
+      }
     }
   }
-
-  void printRatios() const {
-    std::printf("\n%-36s %10s %8s\n", "sprite/rule/depth/size", "Mpixel/s", "x cairo");
-    for (const auto& [name, rate] : rates_) {
-      const auto cairo = rates_.find("cairo" + name.substr(name.rfind('/')));
-      if (cairo == rates_.end()) continue;
-      std::printf("%-36s %10.1f %8.2f\n", name.c_str(), rate / 1e6, rate / cairo->second);
-    }
+  std::printf("\n%-26s %8s %8s   (copy: of the bytes it reads and writes)\n", "", "x copy",
+              "x plain");
+  for (const std::string mix :
+       {"mix_normal/8bit", "mix_normal/16bit", "mix_add/8bit", "mix_add/16bit"}) {
+    const std::string copy = "copy" + mix.substr(mix.find('/'));
+    std::printf("%-26s %s %s\n", mix.c_str(),
+                bench::column(rates.ratio(set + "/" + mix, copy)).c_str(),
+                bench::column(rates.ratio(set + "/" + mix, "plain/" + mix)).c_str());
   }
-
- private:
-  std::map<std::string, double> rates_;
-};
+}
 
 }  // namespace
 
@@ -167,10 +277,9 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   const brisel::Kernels& kernels = brisel::kernelsNamed(std::getenv("BRISEL_INSTRUCTIONS"));
-  chooseKernels(kernels);
-  registerAll();
-  RatioReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  reporter.printRatios();
+  registerAll(kernels);
+  bench::Rates rates;
+  benchmark::RunSpecifiedBenchmarks(&rates);
+  printTable(rates, kernels.name);
   benchmark::Shutdown();
 }
