@@ -107,7 +107,7 @@ void paintBlicsProfile(Drawing& drawing, const Blics& blics) {
   const auto paint = [&](auto shader) {
     paintSprite<Isa>(drawing, disc.steps(), disc.rows(), disc.columns(), shader);
   };
-  if (drawing.state.rainbowOn) {
+  if (drawing.state.rainbowOn && blics.rainbowShift != 0.0f) {
     paint(BlicsShader<Isa, kProfile, true>(blics));
   } else {
     paint(BlicsShader<Isa, kProfile, false>(blics));
@@ -121,6 +121,10 @@ void paintBlicsStar(Drawing& drawing, float x, float y, float size, Rgb color, f
   const std::int32_t n = truncToInt(size / 2.0f);
   if (n <= 0 || value <= 0.0f) return;
   DrawingState& state = drawing.state;
+  constexpr std::int32_t kLeastSaturation = 100;
+  if (state.rainbowOn && state.rainbowShift == 0.0f) {
+    color = recolouredEvenly(color, kLeastSaturation);
+  }
   Blics blics{Disc(x, y, n), color, value, drawing.layer.fullScale(), state.rainbowShift, 0.0f,
               0.0f,          0.0f,  0.0f};
   if (profile == BlicsProfile::Disc) {

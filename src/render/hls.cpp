@@ -64,4 +64,11 @@ Rgb hlsToRgb(Hls color) {
   return {channel(hue + 80), channel(hue), channel(hue - 80)};
 }
 
+Rgb recolouredEvenly(Rgb color, std::int32_t leastSaturation) {
+  Hls hls = rgbToHls(color);
+  hls.lightness = std::max(hls.lightness, 120);
+  hls.saturation = std::max(hls.saturation, leastSaturation);
+  return hlsToRgb(hls);
+}
+
 }  // namespace brisel

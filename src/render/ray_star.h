@@ -178,7 +178,15 @@ void paintRayStar(Drawing& drawing, StarType type, float x, float y, float size,
   if (type < StarType::Type1 || type > StarType::Type5) return;
   const Layer& layer = drawing.layer;
   if (allLieOutside(layer, x, y, size, width)) return;
-  const RayLight light{color, value, layer.fullScale(), drawing.state.rainbowShift};
+  const float shift = drawing.state.rainbowShift;
+  bool rainbowOn = drawing.state.rainbowOn;
+  // Distances along much shorter rays overflow.
+  constexpr float kShortest = 1e-6f;
+  if (rainbowOn && shift == 0.0f && size > kShortest) {
+    color = recolouredEvenly(color, 0);
+    rainbowOn = false;
+  }
+  const RayLight light{color, value, layer.fullScale(), shift};
   const auto paint = [&](auto shader) {
     RayShape ray;
     const float step = 360.0f / rays;
@@ -192,8 +200,8 @@ void paintRayStar(Drawing& drawing, StarType type, float x, float y, float size,
     });
   };
   const auto paintAt = [&]<bool kHighQuality>() {
-    drawing.state.rainbowOn ? paint(RayShader<Isa, kHighQuality, true>(light))
-                            : paint(RayShader<Isa, kHighQuality, false>(light));
+    rainbowOn ? paint(RayShader<Isa, kHighQuality, true>(light))
+              : paint(RayShader<Isa, kHighQuality, false>(light));
   };
   drawing.settings.highQuality ? paintAt.template operator()<true>()
                                : paintAt.template operator()<false>();
