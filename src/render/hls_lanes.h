@@ -47,26 +47,23 @@ struct HlsLanes {
 
   /// Any hue that is a whole number of magnitude below 2^22; lightness and saturation 0..240.
   void toRgb(Float& red, Float& green, Float& blue) const {
-    const Float low = truncated((lightness * (240.0f + saturation) + 120.5f) * kPer240);
-    const Float high =
-        lightness + saturation - truncated((lightness * saturation + 120.5f) * kPer240);
-    const Float m2 = lightness <= 120.0f ? low : high;
-    const Float m1 = 2.0f * lightness - m2;
-    const Float turn = hue - 240.0f * truncated(hue / 240.0f);
-    const Float grey = truncated((lightness * 255.0f + 0.5f) * kPer240);
-    const auto flat = saturation == 0.0f;
-    const auto channel = [&](Float h) {
-      h = h < 0.0f ? h + 240.0f : h;
-      h = h > 240.0f ? h - 240.0f : h;
+    // The channels lie `swing` around the lightness, at most.
+    const Float part = truncated((lightness * saturation + 120.5f) * kPer240);
+    const Float swing = lightness <= 120.0f ? part : saturation - part;
+    const Float least = lightness - swing;
+    // Whole turns change nothing, and 240 is as good as 0.
+    Float turn = hue - 240.0f * truncated(hue * kPer240);
+    turn = turn < 0.0f ? turn + 240.0f : turn;
+    const Float bias = saturation == 0.0f ? L::splat(0.5f) : L::splat(120.5f);
+    const auto channel = [&](Float x) {
       // Rises over a sixth of the circle, holds for two, falls over one.
-      const Float x = L::minimum(L::maximum(L::minimum(h, 160.0f - h), Float{}), L::splat(40.0f));
-      const Float level = m1 + truncated(((m2 - m1) * x + 20.5f) * 0.025f);
-      const Float value = truncated((level * 255.0f + 120.5f) * kPer240);
-      return flat ? grey : value;
+      x = L::clamp(x, 0.0f, 40.0f);
+      const Float level = least + truncated((2.0f * swing * x + 20.5f) * 0.025f);
+      return truncated((level * 255.0f + bias) * kPer240);
     };
-    red = channel(turn + 80.0f);
-    green = channel(turn);
-    blue = channel(turn - 80.0f);
+    red = channel(L::maximum(80.0f - turn, turn - 160.0f));
+    green = channel(80.0f - L::absolute(turn - 80.0f));
+    blue = channel(80.0f - L::absolute(turn - 160.0f));
   }
 
  private:

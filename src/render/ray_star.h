@@ -59,7 +59,9 @@ class RayShader {
     Float value = L::clampUnit(shape(shading_, u, v) * light_.value);
     if constexpr (kHighQuality) value = value * coverage_.at(x, px);
     value = value * light_.fullScale;
-    if constexpr (kRainbow) return {value, rainbowPens(u)};
+    if constexpr (kRainbow) {
+      if (L::any(value > 0.0f)) return {value, rainbowPens(u)};
+    }
     return {value, pens_};
   }
 

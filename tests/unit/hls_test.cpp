@@ -77,7 +77,7 @@ TEST(Hls, EveryTripleAndBack) {
 
 TEST(Hls, FarHuesAreFolded) {
   const reference::Hls rest[] = {{0, 90, 1}, {0, 90, 240}, {0, 150, 77}, {0, 150, 0}};
-  for (std::int32_t hue = -4000000; hue < 4000000; hue += 499) {
+  for (std::int32_t hue = -4000000; hue < 4000000; hue += 43) {
     const auto h = static_cast<float>(hue);
     Lanes::Float red, green, blue;
     Lanes{{h, h, h, h}, {90, 90, 150, 150}, {1, 240, 77, 0}}.toRgb(red, green, blue);
