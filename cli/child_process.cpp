@@ -90,10 +90,8 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, Pipe pipe)
 
 ChildProcess::~ChildProcess() {
   if (process_ < 0) return;
-  kill(process_, SIGKILL);
-  while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
-  }
-  ended();
+  kill();
+  reap();
 }
 
 std::size_t ChildProcess::read(std::span<std::uint8_t> buffer) {
@@ -129,19 +127,31 @@ bool ChildProcess::write(std::span<const std::uint8_t> bytes) {
 bool ChildProcess::finish() {
   if (process_ < 0) return succeeded_;
   pipe_.close();
-  int status = 0;
-  while (waitpid(process_, &status, 0) < 0) {
+  // Without taking its number back: until then kill() is sure to mean this process.
+  siginfo_t end = {};
+  while (waitid(P_PID, static_cast<id_t>(process_), &end, WEXITED | WNOWAIT) < 0) {
     if (errno != EINTR) throw WorkError("lost track of " + name_ + ": " + std::strerror(errno));
     throwIfInterrupted();
   }
-  ended();
+  const int status = reap();
   succeeded_ = WIFEXITED(status) && WEXITSTATUS(status) == 0;
   return succeeded_;
 }
 
-void ChildProcess::ended() {
+void ChildProcess::kill() {
+  const std::lock_guard lock(reaping_);
+  if (process_ > 0) ::kill(process_, SIGKILL);
+}
+
+// Of a program that has ended or is about to.
+int ChildProcess::reap() {
   if (writes_) setUnfinishedWriter(0);
+  const std::lock_guard lock(reaping_);
+  int status = 0;
+  while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
+  }
   process_ = -1;
+  return status;
 }
 
 std::string ChildProcess::firstComplaint() const {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <mutex>
 #include <span>
 #include <string>
 #include <vector>
@@ -37,17 +38,22 @@ class ChildProcess {
   // every later call.
   bool finish();
 
+  // Ends the program, whatever it is doing. Another thread may call this, to end a wait in read,
+  // write or finish.
+  void kill();
+
   // The first line the program wrote to its error output, without the "[decoder @ 0x55]" before it;
   // empty when it had no complaint.
   std::string firstComplaint() const;
 
  private:
-  void ended();
+  int reap();
 
   std::string name_;
   bool writes_;  // a file, of what it is sent
   FileDescriptor pipe_;
   FileDescriptor errors_;  // a file in memory, so that a talkative program never blocks
+  std::mutex reaping_;     // held to change process_, and by other threads to look at it
   pid_t process_ = -1;     // -1 once it has ended
   bool succeeded_ = false;
 };

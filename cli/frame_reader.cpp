@@ -1,5 +1,7 @@
 #include "frame_reader.h"
 
+#include <utility>
+
 #include "errors.h"
 #include "frame_fit.h"
 
@@ -45,17 +47,20 @@ std::vector<std::string> decodeCommand(const std::filesystem::path& path, const 
 FrameReader::FrameReader(const std::filesystem::path& path, const MediaInfo& info, FrameSize size,
                          FrameRate rate, Depth depth)
     : name_(path.string()),
-      decoder_(
-          std::make_unique<ChildProcess>(decodeCommand(path, info, rate, decodedDepth(info, depth)),
-                                         ChildProcess::Pipe::kFromItsOutput)),
+      decoder_(decodeCommand(path, info, rate, decodedDepth(info, depth)),
+               ChildProcess::Pipe::kFromItsOutput),
       decoded_(info.size, decodedDepth(info, depth)),
       fitted_(size, depth) {}
 
 const Frame& FrameReader::next() {
-  if (!decoder_) return fitted_;
-  const std::size_t count = decoder_->read(decoded_.bytes);
+  if (ended_) return fitted_;
+  const std::size_t count = decoder_.read(decoded_.bytes);
   if (count == decoded_.bytes.size()) {
-    fitted_ = fittedFrame(inDepth(decoded_, fitted_.depth), fitted_.size);
+    if (decoded_.size == fitted_.size && decoded_.depth == fitted_.depth) {
+      std::swap(decoded_, fitted_);
+    } else {
+      fitted_ = fittedFrame(inDepth(decoded_, fitted_.depth), fitted_.size);
+    }
     hasFrame_ = true;
   } else {
     endOfFile(count);
@@ -64,9 +69,9 @@ const Frame& FrameReader::next() {
 }
 
 void FrameReader::endOfFile(std::size_t bytesRead) {
-  const bool succeeded = decoder_->finish();
-  complaint_ = decoder_->firstComplaint();
-  decoder_.reset();
+  ended_ = true;
+  const bool succeeded = decoder_.finish();
+  complaint_ = decoder_.firstComplaint();
   if (succeeded && hasFrame_ && bytesRead == 0) return;
   throw WorkError("cannot read the input " + inQuotes(name_) + ": " +
                   (complaint_.empty() ? "it ends in the middle of a picture" : complaint_));

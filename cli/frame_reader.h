@@ -2,7 +2,6 @@
 #pragma once
 
 #include <filesystem>
-#include <memory>
 #include <string>
 
 #include "child_process.h"
@@ -21,6 +20,12 @@ class FrameReader {
   // naming the file when it cannot be decoded.
   const Frame& next();
 
+  // Whether the last call of next() found no more frames.
+  bool ended() const { return ended_; }
+
+  // Makes next() fail soon, even one that waits for the decoder in another thread.
+  void stop() { decoder_.kill(); }
+
   // What the decoder complained about while it still delivered pictures; empty when all was well.
   const std::string& complaint() const { return complaint_; }
 
@@ -28,10 +33,11 @@ class FrameReader {
   void endOfFile(std::size_t bytesRead);
 
   std::string name_;
-  std::unique_ptr<ChildProcess> decoder_;  // none once the last frame is reached
+  ChildProcess decoder_;
   Frame decoded_;
   Frame fitted_;
   bool hasFrame_ = false;
+  bool ended_ = false;
   std::string complaint_;
 };
 

@@ -3,25 +3,37 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <csignal>
 
 namespace cli {
 namespace {
 
-volatile std::sig_atomic_t interruptRequested = 0;
-const char* volatile unfinishedFile = nullptr;
-volatile pid_t unfinishedWriter = 0;
+std::atomic<bool> interruptRequested = false;
+std::atomic<bool> ending = false;
+std::atomic<const char*> unfinishedFile = nullptr;
+std::atomic<pid_t> unfinishedWriter = 0;
+static_assert(decltype(ending)::is_always_lock_free &&
+              decltype(unfinishedFile)::is_always_lock_free &&
+              decltype(unfinishedWriter)::is_always_lock_free);
 
 // The second signal does not wait for a long frame to end.
 void requestInterrupt(int) {
-  if (interruptRequested) {
+  if (interruptRequested.exchange(true)) {
+    ending = true;
     const pid_t writer = unfinishedWriter;
     if (writer > 0 && kill(writer, SIGKILL) == 0) waitpid(writer, nullptr, 0);
     const char* unfinished = unfinishedFile;
     if (unfinished != nullptr) unlink(unfinished);
     _exit(1);
   }
-  interruptRequested = 1;
+}
+
+// The handler may be at work in another thread with the name and the process that it found. Called
+// after changing them and before what was there goes, so that it either sees the change or holds
+// this thread.
+void waitForTheEndIfEnding() {
+  while (ending) pause();
 }
 
 // What the caller has us ignore, as nohup does, stays ignored.
@@ -45,10 +57,12 @@ void installInterruptHandlers() {
 
 void setUnfinishedFile(const char* path) {
   unfinishedFile = path;
+  waitForTheEndIfEnding();
 }
 
 void setUnfinishedWriter(pid_t process) {
   unfinishedWriter = process;
+  waitForTheEndIfEnding();
 }
 
 void throwIfInterrupted() {

@@ -18,7 +18,7 @@ struct Interrupted : std::runtime_error {
 void installInterruptHandlers();
 
 // Names the half-written file that a second signal removes before it ends the program; null when
-// there is none. The name is borrowed until the next call.
+// there is none. The name is borrowed until the next call. One thread at a time has such a file.
 void setUnfinishedFile(const char* path);
 
 // The child that writes that file, which would go on with what it was sent so far; 0 when there is

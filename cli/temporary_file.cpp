@@ -20,6 +20,7 @@ TemporaryFile::TemporaryFile(std::filesystem::path finalPath) : finalPath_(std::
   setUnfinishedFile(path_.c_str());
   const FileDescriptor file(open(path_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
   if (!file.isOpen()) {
+    setUnfinishedFile(nullptr);
     throw WorkError("cannot write " + inQuotes(finalPath_.string()) + ": " + std::strerror(errno));
   }
 }
