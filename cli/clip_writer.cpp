@@ -70,10 +70,15 @@ ClipWriter::ClipWriter(const OutputTarget& target, FrameSize size, FrameRate rat
       encoder_(encodeCommand(target, temporary_.path(), size, rate, depth),
                ChildProcess::Pipe::kToItsInput) {}
 
-void ClipWriter::write(const Frame& frame, int) {
-  const bool taken = isFlattened(target_.kind) ? encoder_.write(flattenedOnBlack(frame))
-                                               : encoder_.write(frame.bytes);
-  if (!taken) fail();
+std::span<const std::uint8_t> ClipWriter::encode(const Frame& frame,
+                                                 std::vector<std::uint8_t>& buffer) const {
+  if (!isFlattened(target_.kind)) return frame.bytes;
+  flattenOnBlack(frame, buffer);
+  return buffer;
+}
+
+void ClipWriter::write(std::span<const std::uint8_t> encoded, int) {
+  if (!encoder_.write(encoded)) fail();
 }
 
 void ClipWriter::finish() {

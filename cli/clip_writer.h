@@ -11,8 +11,12 @@ class ClipWriter : public FrameWriter {
  public:
   ClipWriter(const OutputTarget& target, FrameSize size, FrameRate rate, Depth depth);
 
-  void write(const Frame& frame, int number) override;
+  std::span<const std::uint8_t> encode(const Frame& frame,
+                                       std::vector<std::uint8_t>& buffer) const override;
+  bool isSlowToEncode() const override { return false; }
+  void write(std::span<const std::uint8_t> encoded, int number) override;
   void finish() override;
+  void abandon() override { encoder_.kill(); }
 
  private:
   [[noreturn]] void fail();

@@ -1,11 +1,11 @@
 #include <memory>
 #include <optional>
-#include <set>
 
 #include "commands.h"
 #include "errors.h"
-#include "frame_writer.h"
+#include "output_stream.h"
 #include "progress.h"
+#include "render_stats.h"
 #include "scene_renderer.h"
 
 namespace cli {
@@ -17,6 +17,7 @@ struct RenderOptions {
   std::string output;
   std::optional<std::string> frames;
   bool overwrite = false;
+  bool stats = false;
   std::string module;
 };
 
@@ -39,25 +40,34 @@ void render(const RenderOptions& options) {
   const FrameRange range = rangeToRender(options, plan);
   checkOutput(target, range, options.overwrite);
 
-  SceneRenderer renderer(plan, options.module);
-  std::set<std::string> warned;
-  const auto warnOnce = [&] {
-    for (const std::string& warning : renderer.warnings()) {
-      if (warned.insert(warning).second) warn(warning);
-    }
-  };
-  warnOnce();
-
-  const auto writer = openFrameWriter(target, plan.size, plan.rate, plan.scene.depth);
   Progress progress(target.path.filename().string(), range.last + 1);
+  SceneRenderer renderer(plan, options.module);
+  OutputStream output(openFrameWriter(target, plan.size, plan.rate, plan.scene.depth), plan.size,
+                      plan.scene.depth, range.first);
+  int written = 0;
+  const auto showProgress = [&] {
+    for (; written < output.framesWritten(); ++written) progress.frameDone();
+  };
   for (int frame = 0; frame <= range.last; ++frame) {
     renderer.renderNext();
-    if (frame >= range.first) writer->write(renderer.picture(), frame);
-    progress.frameDone();
+    if (frame < range.first) {
+      progress.frameDone();
+    } else {
+      output.write(renderer.output(), frame);
+      showProgress();
+    }
   }
-  writer->finish();
+  output.finish();
+  showProgress();
+  const double seconds = progress.elapsedSeconds();
   progress.finish(range.count());
-  warnOnce();
+  for (const std::string& warning : renderer.warnings()) warn(warning);
+  if (options.stats) {
+    printRenderStats({{"decode", renderer.decodingSeconds()},
+                      {"render", renderer.renderingSeconds()},
+                      {"encode", output.encodingSeconds(), output.threads()}},
+                     range.last + 1, seconds);
+  }
 }
 
 }  // namespace
@@ -85,6 +95,8 @@ void addRenderCommand(CLI::App& app) {
                    "rendered unseen, as each frame follows from the last")
       ->type_name("A-B");
   command->add_flag("--overwrite", options->overwrite, "Replace outputs that exist");
+  command->add_flag("--stats", options->stats,
+                    "Say how busy decoding, rendering and encoding were");
   addModuleOption(*command, options->module);
   command->callback([options] { render(*options); });
 }

@@ -21,10 +21,10 @@ std::uint16_t toFile(A_u_short channel) {
 
 // Channels are copied rather than pointed at, since the bytes of a frame have no 16-bit type.
 template <typename Channel>
-std::vector<std::uint8_t> flatten(const Frame& frame) {
+void flatten(const Frame& frame, std::vector<std::uint8_t>& flat) {
   constexpr std::uint32_t kFull = std::numeric_limits<Channel>::max();
   const std::size_t pixels = frame.bytes.size() / (4 * sizeof(Channel));
-  std::vector<std::uint8_t> flat(pixels * 3 * sizeof(Channel));
+  flat.resize(pixels * 3 * sizeof(Channel));
   for (std::size_t i = 0; i < pixels; ++i) {
     Channel rgba[4];
     std::memcpy(rgba, frame.bytes.data() + i * sizeof rgba, sizeof rgba);
@@ -34,7 +34,6 @@ std::vector<std::uint8_t> flatten(const Frame& frame) {
     }
     std::memcpy(flat.data() + i * sizeof rgb, rgb, sizeof rgb);
   }
-  return flat;
 }
 
 // Channel by channel; `convert` may only depend on the value.
@@ -103,8 +102,12 @@ void copyFromWorld(const hostkit::World& world, Frame& frame) {
   }
 }
 
-std::vector<std::uint8_t> flattenedOnBlack(const Frame& frame) {
-  return frame.depth == Depth::k8 ? flatten<std::uint8_t>(frame) : flatten<std::uint16_t>(frame);
+void flattenOnBlack(const Frame& frame, std::vector<std::uint8_t>& flat) {
+  if (frame.depth == Depth::k8) {
+    flatten<std::uint8_t>(frame, flat);
+  } else {
+    flatten<std::uint16_t>(frame, flat);
+  }
 }
 
 }  // namespace cli

@@ -46,6 +46,6 @@ void copyToWorld(const Frame& frame, hostkit::World& world);
 void copyFromWorld(const hostkit::World& world, Frame& frame);
 
 // The colours as they look over black: three channels per pixel at the frame's depth, no alpha.
-std::vector<std::uint8_t> flattenedOnBlack(const Frame& frame);
+void flattenOnBlack(const Frame& frame, std::vector<std::uint8_t>& flat);
 
 }  // namespace cli

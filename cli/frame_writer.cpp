@@ -10,8 +10,17 @@ class PngSequenceWriter : public FrameWriter {
  public:
   explicit PngSequenceWriter(OutputTarget target) : target_(std::move(target)) {}
 
-  void write(const Frame& frame, int number) override { writePng(frame, target_.numbered(number)); }
+  std::span<const std::uint8_t> encode(const Frame& frame,
+                                       std::vector<std::uint8_t>& buffer) const override {
+    encodePng(frame, buffer);
+    return buffer;
+  }
+  bool isSlowToEncode() const override { return true; }
+  void write(std::span<const std::uint8_t> encoded, int number) override {
+    writePngFile(encoded, target_.numbered(number));
+  }
   void finish() override {}
+  void abandon() override {}
 
  private:
   OutputTarget target_;

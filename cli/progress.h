@@ -20,10 +20,11 @@ class Progress {
   // Says how long it took, and how many of the frames were written.
   void finish(int written);
 
+  double elapsedSeconds() const;
+
  private:
   using Clock = std::chrono::steady_clock;
 
-  double elapsedSeconds() const;
   double framesPerSecond() const;
   void drawBar();
   void printLine() const;

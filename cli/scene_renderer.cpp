@@ -8,23 +8,22 @@ namespace cli {
 SceneRenderer::SceneRenderer(ScenePlan plan, const std::string& modulePath)
     : plan_(std::move(plan)),
       effect_(plan_, modulePath),
-      input_(plan_.size.width, plan_.size.height, plan_.scene.depth),
+      noInput_(plan_.size.width, plan_.size.height, plan_.scene.depth),
       output_(plan_.size.width, plan_.size.height, plan_.scene.depth) {
-  if (plan_.input) {
-    reader_.emplace(plan_.scene.input, *plan_.input, plan_.size, plan_.rate, plan_.scene.depth);
-  }
+  if (plan_.input) input_.emplace(plan_);
 }
 
 void SceneRenderer::renderNext() {
   throwIfInterrupted();
-  if (reader_) copyToWorld(reader_->next(), input_);
+  hostkit::World& input = input_ ? input_->next() : noInput_;
+  const BusyTime::Scope busy(rendering_);
   effect_.setFrame(nextFrame_);
   hostkit::RenderRequest request;
   request.frame = nextFrame_;
   request.rateNum = static_cast<A_u_long>(plan_.rate.frames);
   request.rateDen = plan_.rate.seconds;
   request.quality = plan_.scene.highQuality ? PF_Quality_HI : PF_Quality_LO;
-  effect_.session().render(input_, output_, request);
+  effect_.session().render(input, output_, request);
   ++nextFrame_;
 }
 
@@ -35,9 +34,9 @@ Frame SceneRenderer::picture() const {
 }
 
 std::vector<std::string> SceneRenderer::warnings() const {
-  if (!reader_ || reader_->complaint().empty()) return {};
+  if (!input_ || input_->complaint().empty()) return {};
   return {"the input " + inQuotes(plan_.scene.input.string()) +
-          " is damaged: " + reader_->complaint()};
+          " is damaged: " + input_->complaint()};
 }
 
 }  // namespace cli

@@ -5,8 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "frame_reader.h"
+#include "busy_time.h"
 #include "hostkit/world.h"
+#include "input_stream.h"
 #include "scene_effect.h"
 #include "scene_plan.h"
 
@@ -23,17 +24,24 @@ class SceneRenderer {
 
   // The frame rendered last.
   Frame picture() const;
+  // The same as the host's world; another of its size may take its place.
+  hostkit::World& output() { return output_; }
 
   // What the user should know although the render works; complete after the last frame.
   std::vector<std::string> warnings() const;
 
+  // How long the input was being decoded; 0 without one.
+  double decodingSeconds() const { return input_ ? input_->decoding().seconds() : 0; }
+  double renderingSeconds() const { return rendering_.seconds(); }
+
  private:
   ScenePlan plan_;
   SceneEffect effect_;
-  std::optional<FrameReader> reader_;
-  hostkit::World input_;
+  std::optional<InputStream> input_;
+  hostkit::World noInput_;  // a transparent layer
   hostkit::World output_;
   int nextFrame_ = 0;
+  BusyTime rendering_;
 };
 
 }  // namespace cli

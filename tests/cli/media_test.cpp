@@ -36,6 +36,11 @@ Frame patternFrame(FrameSize size, Depth depth, int number) {
   return frame;
 }
 
+void encodeAndWrite(cli::FrameWriter& writer, const Frame& frame, int number) {
+  std::vector<std::uint8_t> buffer;
+  writer.write(writer.encode(frame, buffer), number);
+}
+
 class MediaTest : public clitest::ScratchTest {
  protected:
   cli::FrameReader open(const std::string& name, FrameSize size, FrameRate rate,
@@ -52,7 +57,7 @@ class MediaTest : public clitest::ScratchTest {
   void writeClip(const std::string& name, FrameSize size, Depth depth, int frames) const {
     const auto writer =
         cli::openFrameWriter(cli::parseOutputTarget(path(name)), size, FrameRate{25, 1}, depth);
-    for (int i = 0; i < frames; ++i) writer->write(patternFrame(size, depth, i), i);
+    for (int i = 0; i < frames; ++i) encodeAndWrite(*writer, patternFrame(size, depth, i), i);
     writer->finish();
   }
 };
@@ -108,7 +113,7 @@ TEST_F(MediaTest, FlattenedOutputsShowColoursOverBlack) {
   for (const std::string name : {"a.mp4", "a.gif"}) {
     const auto writer = cli::openFrameWriter(cli::parseOutputTarget(path(name)), frame.size,
                                              FrameRate{25, 1}, Depth::k8);
-    for (int i = 0; i < 3; ++i) writer->write(frame, i);
+    for (int i = 0; i < 3; ++i) encodeAndWrite(*writer, frame, i);
     writer->finish();
     const MediaInfo info = cli::probeMedia(path(name));
     EXPECT_EQ(info.frameCount, 3);

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <sstream>
 #include <thread>
 #include <tuple>
 
@@ -203,6 +204,38 @@ TEST_F(RenderTest, WhatCannotBeDoneIsOneSentenceAndLeavesNothing) {
     EXPECT_TRUE(result.isOneSentence()) << result.err;
     EXPECT_EQ(names(), before) << arguments;
   }
+}
+
+// Although decoding is ahead of writing when it fails.
+TEST_F(RenderTest, FramesBeforeTheDecodersFailureAreWritten) {
+  ffmpeg("-f lavfi -i testsrc2=s=64x36 -frames:v 6 -c:v png in.mov");
+  write("ffmpeg", "#!/bin/sh\nhead -c $((3 * 64 * 36 * 4)) /dev/zero\necho worn out >&2\nexit 1\n");
+  std::filesystem::permissions(path("ffmpeg"), std::filesystem::perms::owner_all);
+  const CommandResult result =
+      run({"sh", "-c", "PATH=.:$PATH exec " BRISEL_PROGRAM " render s.toml -i in.mov -o f_%d.png"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_EQ(result.err, "brisel: cannot read the input \"in.mov\": worn out\n");
+  EXPECT_EQ(names(), (Names{"f_0.png", "f_1.png", "f_2.png", "ffmpeg", "in.mov", "s.toml"}));
+}
+
+TEST_F(RenderTest, StatisticsTellHowBusyEachStepWas) {
+  ffmpeg("-f lavfi -i testsrc2=s=64x36 -frames:v 6 -c:v png in.mov");
+  const CommandResult result = render("s.toml -i in.mov -o o.gif --stats");
+  std::istringstream lines(result.out);
+  std::string line;
+  std::getline(lines, line);
+  for (const std::string expected : {"decode", "render", "encode"}) {
+    std::string stage, second, percent;
+    double seconds = 0;
+    double share = 0;
+    lines >> stage >> seconds >> second >> share >> percent;
+    EXPECT_EQ(stage, expected) << result.out;
+    EXPECT_GE(seconds, 0);
+    EXPECT_LE(share, 100) << "of the whole time";
+    EXPECT_EQ(percent, "%");
+    std::getline(lines, line);
+  }
+  EXPECT_NE(result.out.find("frames per second, limited by "), std::string::npos) << result.out;
 }
 
 TEST_F(RenderTest, AnInterruptedRenderLeavesOnlyWholeNumberedFrames) {

@@ -1,0 +1,18 @@
+// What a render took, and which of the steps that run side by side it waited for.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace cli {
+
+struct StageTime {
+  std::string name;
+  double busySeconds;  // of each of its threads, on average
+  int threads = 1;
+};
+
+// Prints a table of the stages with their shares of the whole time to standard output.
+void printRenderStats(const std::vector<StageTime>& stages, int frames, double seconds);
+
+}  // namespace cli
