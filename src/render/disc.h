@@ -55,8 +55,8 @@ class Disc {
         Lanes<Isa>::maximum(squares, Lanes<Isa>::splat(kWorthwhile * kWorthwhile)));
     const auto isHole = squares > kWorthwhile * kWorthwhile;
     const auto none = typename Lanes<Isa>::Int{} + visible.end;
-    return {isHole ? clippedSteps<Isa>(fractionX_ - half + 1.0f, visible) : none,
-            isHole ? clippedSteps<Isa>(fractionX_ + half - 1.0f, visible) : none};
+    return {isHole ? clippedSteps<Isa>(fractionX_ - half, visible) : none,
+            isHole ? clippedSteps<Isa>(fractionX_ + half + 1.0f, visible) : none};
   }
 
  private:
