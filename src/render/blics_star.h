@@ -102,14 +102,15 @@ class BlicsShader {
 };
 
 template <class Isa, BlicsProfile kProfile>
-void paintBlicsProfile(Drawing& drawing, const Blics& blics) {
-  const Disc& disc = blics.disc;
-  const auto paint = [&](auto shader) {
-    paintSprite<Isa>(drawing, disc.steps(), disc.rows(), disc.columns(), shader);
-  };
+void paintBlicsProfile(Drawing& drawing, Blics blics) {
+  const Placement placement = blics.disc.placeOn(drawing.layer);
+  if (placement.empty()) return;
+  const auto paint = [&](auto shader) { paintSprite<Isa>(drawing, placement, shader); };
   if (drawing.state.rainbowOn && blics.rainbowShift != 0.0f) {
     paint(BlicsShader<Isa, kProfile, true>(blics));
   } else {
+    constexpr std::int32_t kLeastSaturation = 100;
+    if (drawing.state.rainbowOn) blics.color = recolouredEvenly(blics.color, kLeastSaturation);
     paint(BlicsShader<Isa, kProfile, false>(blics));
   }
 }
@@ -121,10 +122,6 @@ void paintBlicsStar(Drawing& drawing, float x, float y, float size, Rgb color, f
   const std::int32_t n = truncToInt(size / 2.0f);
   if (n <= 0 || value <= 0.0f) return;
   DrawingState& state = drawing.state;
-  constexpr std::int32_t kLeastSaturation = 100;
-  if (state.rainbowOn && state.rainbowShift == 0.0f) {
-    color = recolouredEvenly(color, kLeastSaturation);
-  }
   Blics blics{Disc(x, y, n), color, value, drawing.layer.fullScale(), state.rainbowShift, 0.0f,
               0.0f,          0.0f,  0.0f};
   if (profile == BlicsProfile::Disc) {

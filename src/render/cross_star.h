@@ -127,10 +127,12 @@ void paintCrossStar(Drawing& drawing, float radius, float x, float y, float angl
   constexpr float kFarthest = 2147483648.0f;
   if (!(std::fabs(x) < kFarthest && std::fabs(y) < kFarthest)) return;
   const IndexRange steps{0, truncToInt(std::ceil(2.0f * radius))};
+  const Placement placement = placeOn(drawing.layer, steps, {y, radius}, {x, radius});
+  if (placement.empty()) return;
   const auto paint = [&]<bool kTextured, bool kRainbow>() {
     CrossShader<Isa, kTextured, kRainbow> shader(drawing, radius, x, y, angleRadians, color,
                                                  std::max(value, 0.0f));
-    paintSprite<Isa>(drawing, steps, StepMap{y, radius}, StepMap{x, radius}, shader);
+    paintSprite<Isa>(drawing, placement, shader);
   };
   if (state.crossVariant == kTexturedCross && state.textureMix != 0.0f) {
     state.rainbowOn ? paint.template operator()<true, true>()

@@ -16,9 +16,9 @@ class Disc {
   Disc(float x, float y, std::int32_t radius)
       : x_(x), y_(y), fractionX_(fraction(x)), fractionY_(fraction(y)), radius_(radius) {}
 
-  IndexRange steps() const { return {-radius_, radius_}; }
-  StepMap columns() const { return {x_}; }
-  StepMap rows() const { return {y_}; }
+  Placement placeOn(const Layer& layer) const {
+    return brisel::placeOn(layer, {-radius_, radius_}, {y_}, {x_});
+  }
 
   float radius() const { return static_cast<float>(radius_); }
   float fractionX() const { return fractionX_; }

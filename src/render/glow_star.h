@@ -156,10 +156,9 @@ class FullGlowShader {
 
 template <class Isa, bool kRainbow>
 void paintGlowProfile(Drawing& drawing, const Glow<Isa>& glow, GlowProfile profile) {
-  const Disc& disc = glow.disc;
-  const auto paint = [&](auto shader) {
-    paintSprite<Isa>(drawing, disc.steps(), disc.rows(), disc.columns(), shader);
-  };
+  const Placement placement = glow.disc.placeOn(drawing.layer);
+  if (placement.empty()) return;
+  const auto paint = [&](auto shader) { paintSprite<Isa>(drawing, placement, shader); };
   if (profile == GlowProfile::Full) {
     paint(FullGlowShader<Isa, kRainbow>(glow, drawing.state.glowScale));
   } else {

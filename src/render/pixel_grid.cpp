@@ -20,6 +20,14 @@ std::int32_t firstAtOrBeyond(IndexRange range, std::int32_t pixel, const StepMap
   return range.begin;
 }
 
+/// The steps of `range` whose pixels lie in 0 .. extent - 1.
+IndexRange visibleSteps(IndexRange range, std::int32_t extent, const StepMap& map) {
+  if (range.empty()) return {};
+  if (map.pixelOf(range.begin) < 0) range.begin = firstAtOrBeyond(range, 0, map);
+  if (map.pixelOf(range.end - 1) >= extent) range.end = firstAtOrBeyond(range, extent, map);
+  return range;
+}
+
 /// Whether rounding cannot move any step of `range` to another pixel than one beside its
 /// neighbour's.
 bool risesByOne(IndexRange range, const StepMap& map) {
@@ -34,11 +42,9 @@ bool risesByOne(IndexRange range, const StepMap& map) {
 
 }  // namespace
 
-IndexRange visibleSteps(IndexRange range, std::int32_t extent, const StepMap& map) {
-  if (range.empty()) return {};
-  if (map.pixelOf(range.begin) < 0) range.begin = firstAtOrBeyond(range, 0, map);
-  if (map.pixelOf(range.end - 1) >= extent) range.end = firstAtOrBeyond(range, extent, map);
-  return range;
+Placement placeOn(const Layer& layer, IndexRange steps, StepMap rowMap, StepMap columnMap) {
+  return {rowMap, columnMap, visibleSteps(steps, layer.height, rowMap),
+          visibleSteps(steps, layer.width, columnMap)};
 }
 
 void collectColumnRuns(IndexRange range, const StepMap& map, std::vector<ColumnRun>& runs) {

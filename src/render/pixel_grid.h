@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "engine/numbers.h"
+#include "render/layer.h"
 #include "render/simd.h"
 
 namespace brisel {
@@ -42,8 +43,18 @@ struct ColumnRun {
   std::int32_t count;
 };
 
-/// The steps of `range` whose pixels lie in 0 .. extent - 1.
-IndexRange visibleSteps(IndexRange range, std::int32_t extent, const StepMap& map);
+/// The steps of a sprite that fall on the layer.
+struct Placement {
+  StepMap rowMap;
+  StepMap columnMap;
+  IndexRange rows;
+  IndexRange columns;
+
+  bool empty() const { return rows.empty() || columns.empty(); }
+};
+
+/// Places a sprite of `steps` on either axis.
+Placement placeOn(const Layer& layer, IndexRange steps, StepMap rowMap, StepMap columnMap);
 
 /// Replaces `runs` by the runs of the steps in `range`, which is not empty and visible, in order.
 void collectColumnRuns(IndexRange range, const StepMap& map, std::vector<ColumnRun>& runs);

@@ -15,15 +15,15 @@ namespace brisel {
 /// The visible rows of a sprite under one rule. All calls are inlined, so that what the shader
 /// knows stays in registers.
 template <BlendRule kRule, class Pixels, class Isa, class Shader>
-[[gnu::flatten]] void paintRows(const Drawing& drawing, IndexRange rows, IndexRange visible,
-                                const StepMap& rowMap, Shader shader) {
+[[gnu::flatten]] void paintRows(const Drawing& drawing, const Placement& placement, Shader shader) {
   const Layer layer = drawing.layer;
+  const IndexRange rows = placement.rows;
   const std::span<const ColumnRun> runs = drawing.columns;
   RowBlock<Isa> block;
   for (std::int32_t first = rows.begin; first < rows.end; first += block.kRows) {
     const auto steps = Lanes<Isa>::steps(first);
-    Lanes<Isa>::store(block.y, rowMap.pixelsOf<Isa>(steps));
-    shader.beginRows(steps, visible, block);
+    Lanes<Isa>::store(block.y, placement.rowMap.pixelsOf<Isa>(steps));
+    shader.beginRows(steps, placement.columns, block);
     const std::int32_t count = std::min(rows.end - first, block.kRows);
     for (std::int32_t i = 0; i < count; ++i) {
       shader.beginRow(block.offset[i]);
@@ -39,20 +39,16 @@ template <BlendRule kRule, class Pixels, class Isa, class Shader>
   }
 }
 
-/// Paints a sprite of `steps` on either axis. Beside what plotRun asks of it, the shader offers
+/// Paints a sprite that is not wholly off the layer. Beside what plotRun asks of it, the shader
+/// offers
 ///   kStretches                             how many of a row's stretches it uses
 ///   beginRows(Int rows, IndexRange visible, RowBlock<Isa>& block)   sets offset and stretches
 ///   beginRow(float offset)                 of the row to be shaded next
 template <class Isa, class Shader>
-void paintSprite(Drawing& drawing, IndexRange steps, const StepMap& rowMap,
-                 const StepMap& columnMap, const Shader& shader) {
-  const Layer& layer = drawing.layer;
-  const IndexRange rows = visibleSteps(steps, layer.height, rowMap);
-  const IndexRange visible = visibleSteps(steps, layer.width, columnMap);
-  if (rows.empty() || visible.empty()) return;
-  collectColumnRuns(visible, columnMap, drawing.columns);
-  withRule<Isa>(drawing.blendRule, layer.deep, [&]<BlendRule kRule, class Pixels>() {
-    paintRows<kRule, Pixels, Isa>(drawing, rows, visible, rowMap, shader);
+void paintSprite(Drawing& drawing, const Placement& placement, const Shader& shader) {
+  collectColumnRuns(placement.columns, placement.columnMap, drawing.columns);
+  withRule<Isa>(drawing.blendRule, drawing.layer.deep, [&]<BlendRule kRule, class Pixels>() {
+    paintRows<kRule, Pixels, Isa>(drawing, placement, shader);
   });
 }
 
