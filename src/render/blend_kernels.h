@@ -73,12 +73,42 @@ Pens<Isa> pensOf(Rgb color) {
   return {splat(color.red), splat(color.green), splat(color.blue)};
 }
 
+/// A shader beside one for lanes of half the width.
+template <class Wide, class Narrow>
+struct HalvingShader : Wide {
+  Narrow narrow;
+
+  template <class... Arguments>
+  void beginRow(const Arguments&... arguments) {
+    Wide::beginRow(arguments...);
+    narrow.beginRow(arguments...);
+  }
+  template <class... Arguments>
+  void beginRay(const Arguments&... arguments) {
+    Wide::beginRay(arguments...);
+    narrow.beginRay(arguments...);
+  }
+  template <class... Arguments>
+  void beginEdges(const Arguments&... arguments) {
+    Wide::beginEdges(arguments...);
+    narrow.beginEdges(arguments...);
+  }
+};
+
 /// Plots `count` neighbouring pixels from step `index` of the shader on, which offers
 ///   Shaded<Isa> shade(std::int32_t index)   kLanes steps from `index` on
 template <BlendRule kRule, class Pixels, class Isa, class Shader>
 void plotRun(std::uint8_t* pixels, std::int32_t index, std::int32_t count, const Shader& shader) {
   constexpr int kLanes = Lanes<Isa>::kCount;
   for (; count > 0; count -= kLanes) {
+    if constexpr (requires { shader.narrow; }) {
+      if (count <= kLanes / 2) {
+        using Half = typename Isa::Half;
+        plotLanes<kRule, typename Pixels::template With<Half>, Half>(pixels, count,
+                                                                     shader.narrow.shade(index));
+        return;
+      }
+    }
     plotLanes<kRule, Pixels, Isa>(pixels, std::min(count, kLanes), shader.shade(index));
     pixels += kLanes * Pixels::kBytes;
     index += kLanes;

@@ -105,13 +105,22 @@ template <class Isa, BlicsProfile kProfile>
 void paintBlicsProfile(Drawing& drawing, Blics blics) {
   const Placement placement = blics.disc.placeOn(drawing.layer);
   if (placement.empty()) return;
-  const auto paint = [&](auto shader) { paintSprite<Isa>(drawing, placement, shader); };
+  const auto paint = [&]<bool kRainbow>() {
+    using Shader = BlicsShader<Isa, kProfile, kRainbow>;
+    if constexpr (HasHalf<Isa>) {
+      using Narrow = BlicsShader<typename Isa::Half, kProfile, kRainbow>;
+      const HalvingShader<Shader, Narrow> shader{Shader(blics), Narrow(blics)};
+      paintSprite<Isa>(drawing, placement, shader);
+    } else {
+      paintSprite<Isa>(drawing, placement, Shader(blics));
+    }
+  };
   if (drawing.state.rainbowOn && blics.rainbowShift != 0.0f) {
-    paint(BlicsShader<Isa, kProfile, true>(blics));
+    paint.template operator()<true>();
   } else {
     constexpr std::int32_t kLeastSaturation = 100;
     if (drawing.state.rainbowOn) blics.color = recolouredEvenly(blics.color, kLeastSaturation);
-    paint(BlicsShader<Isa, kProfile, false>(blics));
+    paint.template operator()<false>();
   }
 }
 

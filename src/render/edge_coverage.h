@@ -71,7 +71,8 @@ class EdgeCoverage {
     right_.beginEdge(right);
   }
 
-  void beginRow(float y, const RaySpans<Isa>& spans, int row) {
+  template <class Spans>
+  void beginRow(float y, const Spans& spans, int row) {
     left_.beginRow(y, spans.leftFirst[row], spans.leftLast[row]);
     right_.beginRow(y, spans.rightFirst[row], spans.rightLast[row]);
     fullFirst_ = spans.fullFirst[row];

@@ -37,6 +37,8 @@ struct Shaded {
 /// Pixels of 8-bit channels, kLanes at a time.
 template <class Isa>
 struct Pixels8 {
+  template <class Other>
+  using With = Pixels8<Other>;
   using L = Lanes<Isa>;
   using Word = typename L::Word;
   using Int = typename L::Int;
@@ -72,6 +74,8 @@ struct Pixels8 {
 /// Pixels of 16-bit channels: alpha and red in one word, green and blue in the next.
 template <class Isa>
 struct Pixels16 {
+  template <class Other>
+  using With = Pixels16<Other>;
   using L = Lanes<Isa>;
   using Word = typename L::Word;
   using Int = typename L::Int;

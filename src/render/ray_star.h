@@ -45,7 +45,8 @@ class RayShader {
     if constexpr (kHighQuality) coverage_.beginEdges(left, right);
   }
 
-  void beginRow(float y, const RaySpans<Isa>& spans, int row) {
+  template <class Spans>
+  void beginRow(float y, const Spans& spans, int row) {
     baseY_ = along_.b * y;
     acrossY_ = across_.b * y;
     if constexpr (kHighQuality) coverage_.beginRow(y, spans, row);
@@ -131,9 +132,8 @@ class RayShader {
   return ray.xMax < -kFarthestBand || ray.xMin > static_cast<float>(layer.width) + kFarthestBand;
 }
 
-template <BlendRule kRule, class Pixels, class Isa, bool kHighQuality, bool kRainbow>
-[[gnu::flatten]] void paintRay(const Layer layer, const RayShape& ray,
-                               RayShader<Isa, kHighQuality, kRainbow> shader) {
+template <BlendRule kRule, class Pixels, class Isa, bool kHighQuality, class Shader>
+[[gnu::flatten]] void paintRay(const Layer layer, const RayShape& ray, Shader shader) {
   if (liesBeside(ray, layer)) return;
   shader.beginRay(ray);
   RaySpans<Isa> spans;
@@ -189,24 +189,35 @@ void paintRayStar(Drawing& drawing, StarType type, float x, float y, float size,
     rainbowOn = false;
   }
   const RayLight light{color, value, layer.fullScale(), shift};
-  const auto paint = [&](auto shader) {
+  const auto paint = [&]<bool kHighQuality>(const auto& shader) {
     RayShape ray;
     const float step = 360.0f / rays;
     float angle = angleDegrees;
     withRule<Isa>(drawing.blendRule, layer.deep, [&]<BlendRule kRule, class Pixels>() {
       for (std::int32_t i = 0; static_cast<float>(i) < rays; ++i, angle += step) {
         if (buildRay(ray, type, {x, y}, size, width, angle, drawing.state.currentRandomFactor)) {
-          paintRay<kRule, Pixels>(layer, ray, shader);
+          paintRay<kRule, Pixels, Isa, kHighQuality>(layer, ray, shader);
         }
       }
     });
   };
-  const auto paintAt = [&]<bool kHighQuality>() {
-    rainbowOn ? paint(RayShader<Isa, kHighQuality, true>(light))
-              : paint(RayShader<Isa, kHighQuality, false>(light));
+  const auto paintWith = [&]<bool kHighQuality, bool kRainbow>() {
+    using Shader = RayShader<Isa, kHighQuality, kRainbow>;
+    if constexpr (HasHalf<Isa>) {
+      using Narrow = RayShader<typename Isa::Half, kHighQuality, kRainbow>;
+      const HalvingShader<Shader, Narrow> shader{Shader(light), Narrow(light)};
+      paint.template operator()<kHighQuality>(shader);
+    } else {
+      paint.template operator()<kHighQuality>(Shader(light));
+    }
   };
-  drawing.settings.highQuality ? paintAt.template operator()<true>()
-                               : paintAt.template operator()<false>();
+  if (drawing.settings.highQuality) {
+    rainbowOn ? paintWith.template operator()<true, true>()
+              : paintWith.template operator()<true, false>();
+  } else {
+    rainbowOn ? paintWith.template operator()<false, true>()
+              : paintWith.template operator()<false, false>();
+  }
 }
 
 }  // namespace brisel

@@ -14,6 +14,12 @@ struct VectorOf {
   typedef T Type __attribute__((vector_size(kLanes * sizeof(T))));
 };
 
+/// Whether an instruction set offers lanes of half its width for what fits into them.
+template <class Isa>
+concept HasHalf = requires {
+  typename Isa::Half;
+};
+
 /// `Isa` gives the number of lanes and the operations that vector arithmetic alone does not
 /// express: minimum, maximum, squareRoot, any, loadWords and storeWords.
 template <class Isa>
