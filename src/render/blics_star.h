@@ -107,7 +107,7 @@ void paintBlicsProfile(Drawing& drawing, Blics blics) {
   if (placement.empty()) return;
   const auto paint = [&]<bool kRainbow>() {
     using Shader = BlicsShader<Isa, kProfile, kRainbow>;
-    if constexpr (HasHalf<Isa>) {
+    if constexpr (HasHalf<Isa> && !kRainbow) {
       using Narrow = BlicsShader<typename Isa::Half, kProfile, kRainbow>;
       const HalvingShader<Shader, Narrow> shader{Shader(blics), Narrow(blics)};
       paintSprite<Isa>(drawing, placement, shader);

@@ -203,7 +203,7 @@ void paintRayStar(Drawing& drawing, StarType type, float x, float y, float size,
   };
   const auto paintWith = [&]<bool kHighQuality, bool kRainbow>() {
     using Shader = RayShader<Isa, kHighQuality, kRainbow>;
-    if constexpr (HasHalf<Isa>) {
+    if constexpr (HasHalf<Isa> && !kRainbow) {
       using Narrow = RayShader<typename Isa::Half, kHighQuality, kRainbow>;
       const HalvingShader<Shader, Narrow> shader{Shader(light), Narrow(light)};
       paint.template operator()<kHighQuality>(shader);
