@@ -62,7 +62,8 @@ void renderStars(RenderSettings& settings, const Emitter& emitter, SequenceState
 
   DrawingState& drawingState = moduleState().drawing;
   drawingState.rainbowShift = settings.colorRainbow;
-  Drawing drawing{settings, randomGenerator(), drawingState, outputLayer(settings), BlendRule::Over};
+  Drawing drawing{settings, randomGenerator(), drawingState, outputLayer(settings),
+                  BlendRule::Over};
   drawAllStars(drawing, population.stars, population.starCount);
 }
 
