@@ -101,26 +101,27 @@ class BlicsShader {
   float rowSquare_ = 0.0f;
 };
 
+template <class Isa, BlicsProfile kProfile, bool kRainbow>
+auto blicsShader(const Blics& blics) {
+  using Shader = BlicsShader<Isa, kProfile, kRainbow>;
+  if constexpr (HasHalf<Isa> && !kRainbow) {
+    using Narrow = BlicsShader<typename Isa::Half, kProfile, kRainbow>;
+    return HalvingShader<Shader, Narrow>{Shader(blics), Narrow(blics)};
+  } else {
+    return Shader(blics);
+  }
+}
+
 template <class Isa, BlicsProfile kProfile>
 void paintBlicsProfile(Drawing& drawing, Blics blics) {
   const Placement placement = blics.disc.placeOn(drawing.layer);
   if (placement.empty()) return;
-  const auto paint = [&]<bool kRainbow>() {
-    using Shader = BlicsShader<Isa, kProfile, kRainbow>;
-    if constexpr (HasHalf<Isa> && !kRainbow) {
-      using Narrow = BlicsShader<typename Isa::Half, kProfile, kRainbow>;
-      const HalvingShader<Shader, Narrow> shader{Shader(blics), Narrow(blics)};
-      paintSprite<Isa>(drawing, placement, shader);
-    } else {
-      paintSprite<Isa>(drawing, placement, Shader(blics));
-    }
-  };
   if (drawing.state.rainbowOn && blics.rainbowShift != 0.0f) {
-    paint.template operator()<true>();
+    paintSprite<Isa>(drawing, placement, blicsShader<Isa, kProfile, true>(blics));
   } else {
     constexpr std::int32_t kLeastSaturation = 100;
     if (drawing.state.rainbowOn) blics.color = recolouredEvenly(blics.color, kLeastSaturation);
-    paint.template operator()<false>();
+    paintSprite<Isa>(drawing, placement, blicsShader<Isa, kProfile, false>(blics));
   }
 }
 

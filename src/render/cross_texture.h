@@ -15,9 +15,10 @@ namespace brisel {
 
 class CrossTexture {
  public:
-  explicit CrossTexture(float textureScale)
-      : textureScale_(textureScale),
-        sector_(static_cast<float>(360 / std::max(50, truncToInt(200.0f * textureScale)))) {}
+  explicit CrossTexture(float textureScale) : textureScale_(textureScale) {
+    const std::int32_t wholeDegrees = 360 / std::max(50, truncToInt(200.0f * textureScale));
+    sector_ = static_cast<float>(wholeDegrees);
+  }
 
   /// The texture's brightness, 127.5 to 382.5, at normalised coordinates (nx, ny) and `distance`
   /// pixels from the centre.

@@ -173,6 +173,17 @@ template <BlendRule kRule, class Pixels, class Isa, bool kHighQuality, class Sha
          (y > 1.0f && (x + reach < 0.0f || x - reach > static_cast<float>(layer.width)));
 }
 
+template <class Isa, bool kHighQuality, bool kRainbow>
+auto rayShader(const RayLight& light) {
+  using Shader = RayShader<Isa, kHighQuality, kRainbow>;
+  if constexpr (HasHalf<Isa> && !kRainbow) {
+    using Narrow = RayShader<typename Isa::Half, kHighQuality, kRainbow>;
+    return HalvingShader<Shader, Narrow>{Shader(light), Narrow(light)};
+  } else {
+    return Shader(light);
+  }
+}
+
 template <class Isa>
 void paintRayStar(Drawing& drawing, StarType type, float x, float y, float size, float width,
                   float angleDegrees, float rays, Rgb color, float value) {
@@ -201,22 +212,12 @@ void paintRayStar(Drawing& drawing, StarType type, float x, float y, float size,
       }
     });
   };
-  const auto paintWith = [&]<bool kHighQuality, bool kRainbow>() {
-    using Shader = RayShader<Isa, kHighQuality, kRainbow>;
-    if constexpr (HasHalf<Isa> && !kRainbow) {
-      using Narrow = RayShader<typename Isa::Half, kHighQuality, kRainbow>;
-      const HalvingShader<Shader, Narrow> shader{Shader(light), Narrow(light)};
-      paint.template operator()<kHighQuality>(shader);
-    } else {
-      paint.template operator()<kHighQuality>(Shader(light));
-    }
-  };
   if (drawing.settings.highQuality) {
-    rainbowOn ? paintWith.template operator()<true, true>()
-              : paintWith.template operator()<true, false>();
+    rainbowOn ? paint.template operator()<true>(rayShader<Isa, true, true>(light))
+              : paint.template operator()<true>(rayShader<Isa, true, false>(light));
   } else {
-    rainbowOn ? paintWith.template operator()<false, true>()
-              : paintWith.template operator()<false, false>();
+    rainbowOn ? paint.template operator()<false>(rayShader<Isa, false, true>(light))
+              : paint.template operator()<false>(rayShader<Isa, false, false>(light));
   }
 }
 
