@@ -33,7 +33,7 @@ struct Lanes {
 
   /// first, first + 1, first + 2 ...
   static Int steps(std::int32_t first) {
-    Int index{};
+    Int index;
     for (int i = 0; i < kCount; ++i) index[i] = i;
     return index + first;
   }
