@@ -1,6 +1,8 @@
 // The blend rules, written once for every instruction set.
 #pragma once
 
+#include <algorithm>
+
 #include "render/blend.h"
 #include "render/pixel_lanes.h"
 #include "render/simd.h"
@@ -10,7 +12,7 @@ namespace brisel {
 template <class Isa>
 using FloatOf = typename Lanes<Isa>::Float;
 
-/// The rule's result for pixels that are plotted. `value` lies in (0, M], M being full scale.
+/// The rule's result for pixels that are plotted. `value` lies in 0..M, M being full scale.
 template <BlendRule kRule, class Pixels, class Isa>
 Channels<Isa> blended(const Channels<Isa>& dst, FloatOf<Isa> value, const Channels<Isa>& pen) {
   using L = Lanes<Isa>;
@@ -47,72 +49,15 @@ Channels<Isa> blended(const Channels<Isa>& dst, FloatOf<Isa> value, const Channe
   }
 }
 
-/// Plots into the first `count` pixels.
+/// Pixels that were `before`, with `plot` blended in.
 template <BlendRule kRule, class Pixels, class Isa>
-void plotLanes(std::uint8_t* pixels, int count, const Shaded<Isa>& plot) {
-  using L = Lanes<Isa>;
-  const Pixels before = Pixels::load(pixels, count);
-  // Lanes that are not plotted get a harmless value, so that all of them convert within range.
-  const auto safe = L::maximum(plot.value, FloatOf<Isa>{});
+Pixels plotted(const Pixels& before, const Shaded<Isa>& plot) {
   const Channels<Isa> pen{FloatOf<Isa>{}, Pixels::penScale(plot.pens.red),
                           Pixels::penScale(plot.pens.green), Pixels::penScale(plot.pens.blue)};
-  const Pixels after = Pixels::pack(blended<kRule, Pixels, Isa>(before.channels(), safe, pen));
-  if constexpr (kRule == BlendRule::AddScaled) {
-    after.store(pixels, count);  // nothing, scaled, adds nothing
-  } else {
-    Pixels::select(plot.value > 0.0f, after, before).store(pixels, count);
-  }
-}
-
-/// A pen of one colour, as in every lane.
-template <class Isa>
-Pens<Isa> pensOf(Rgb color) {
-  const auto splat = [](std::int32_t channel) {
-    return Lanes<Isa>::splat(static_cast<float>(channel));
-  };
-  return {splat(color.red), splat(color.green), splat(color.blue)};
-}
-
-/// A shader beside one for lanes of half the width.
-template <class Wide, class Narrow>
-struct HalvingShader : Wide {
-  Narrow narrow;
-
-  template <class... Arguments>
-  void beginRow(const Arguments&... arguments) {
-    Wide::beginRow(arguments...);
-    narrow.beginRow(arguments...);
-  }
-  template <class... Arguments>
-  void beginRay(const Arguments&... arguments) {
-    Wide::beginRay(arguments...);
-    narrow.beginRay(arguments...);
-  }
-  template <class... Arguments>
-  void beginEdges(const Arguments&... arguments) {
-    Wide::beginEdges(arguments...);
-    narrow.beginEdges(arguments...);
-  }
-};
-
-/// Plots `count` neighbouring pixels from step `index` of the shader on, which offers
-///   Shaded<Isa> shade(std::int32_t index)   kLanes steps from `index` on
-template <BlendRule kRule, class Pixels, class Isa, class Shader>
-void plotRun(std::uint8_t* pixels, std::int32_t index, std::int32_t count, const Shader& shader) {
-  constexpr int kLanes = Lanes<Isa>::kCount;
-  for (; count > 0; count -= kLanes) {
-    if constexpr (requires { shader.narrow; }) {
-      if (count <= kLanes / 2) {
-        using Half = typename Isa::Half;
-        plotLanes<kRule, typename Pixels::template With<Half>, Half>(pixels, count,
-                                                                     shader.narrow.shade(index));
-        return;
-      }
-    }
-    plotLanes<kRule, Pixels, Isa>(pixels, std::min(count, kLanes), shader.shade(index));
-    pixels += kLanes * Pixels::kBytes;
-    index += kLanes;
-  }
+  const auto channels = blended<kRule, Pixels, Isa>(before.channels(), plot.value, pen);
+  const Pixels after = Pixels::pack(channels);
+  if constexpr (kRule == BlendRule::AddScaled) return after;  // nothing, scaled, adds nothing
+  return Pixels::select(plot.value > 0.0f, after, before);
 }
 
 /// Calls `paint.template operator()<rule, pixel type>()`, so that sprites choose both once.
@@ -140,20 +85,22 @@ void withRule(BlendRule rule, bool deep, const Paint& paint) {
   }
 }
 
-/// Plots the same pen with the values given.
-template <class Isa>
-struct ValuesShader {
-  const float* values;  // up to a whole number of lanes
-  Pens<Isa> pens;
-  Shaded<Isa> shade(std::int32_t index) const { return {Lanes<Isa>::load(values + index), pens}; }
-};
-
+/// Plots the same pen with the values given, which are as many as whole vectors hold.
 template <class Isa>
 void plotValues(const Layer& layer, BlendRule rule, Rgb pen, std::int32_t x, std::int32_t y,
                 std::int32_t count, const float* values) {
-  const ValuesShader<Isa> shader{values, pensOf<Isa>(pen)};
+  constexpr int kLanes = Lanes<Isa>::kCount;
+  const Pens<Isa> pens = Pen(pen).inAllLanes<Isa>();
   withRule<Isa>(rule, layer.deep, [&]<BlendRule kRule, class Pixels>() {
-    plotRun<kRule, Pixels, Isa>(layer.at(x, y), 0, count, shader);
+    for (std::int32_t i = 0; i < count; i += kLanes) {
+      std::uint8_t* pixels = layer.at(x + i, y);
+      const auto lanes = Lanes<Isa>::lanes(0, std::min(count - i, kLanes));
+      typename Pixels::Raw before{};
+      before.load(lanes, pixels);
+      const auto value = Lanes<Isa>::load(values + i);
+      const Shaded<Isa> plot{Lanes<Isa>::maximum(value, FloatOf<Isa>{}), pens};
+      plotted<kRule, Pixels, Isa>(Pixels::fromRaw(before), plot).raw().store(lanes, pixels);
+    }
   });
 }
 

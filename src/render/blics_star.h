@@ -31,15 +31,15 @@ class BlicsShader {
   using Float = typename L::Float;
 
  public:
-  explicit BlicsShader(const Blics& blics) : blics_(blics), pens_(pensOf<Isa>(blics.color)) {
+  explicit BlicsShader(const Blics& blics) : blics_(blics), pen_(blics.color) {
     if (kRainbow) base_ = rgbToHls(blics.color);
   }
 
   static constexpr int kStretches = kProfile == BlicsProfile::Ring ? 2 : 1;
-  void beginRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
+  void findRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
     const Disc& disc = blics_.disc;
     const Float squares = disc.rowSquares<Isa>(rows);
-    L::store(block.offset, squares);
+    L::store(block.row, squares);
     const auto near = disc.nearSteps<Isa>(squares, visible, disc.radius());
     if constexpr (kProfile == BlicsProfile::Disc) {
       block.setStretch(0, near);
@@ -51,24 +51,23 @@ class BlicsShader {
       block.setStretch(1, {hole.end, near.end});
     }
   }
-  void beginRow(float rowSquare) { rowSquare_ = rowSquare; }
 
-  Shaded<Isa> shade(std::int32_t index) const {
+  Shaded<Isa> shade(typename L::Int steps, Float rowSquares) const {
     const float radius = blics_.disc.radius();
-    const Float fx = L::indices(index) - blics_.disc.fractionX();
-    const Float distance = L::squareRoot(fx * fx + rowSquare_);
+    const Float fx = L::toFloat(steps) - blics_.disc.fractionX();
+    const Float distance = L::squareRoot(fx * fx + rowSquares);
     const Float t = distance / radius;
     const Float k = L::clampUnit(shape(t) * blics_.value) * blics_.fullScale;
     const Float value = distance < radius ? k : Float{};
     if constexpr (kRainbow) return {value, rainbowPens(t)};
-    return {value, pens_};
+    return {value, pen_.template inAllLanes<Isa>()};
   }
 
  private:
   Float shape(Float t) const {
     const auto outside = t >= blics_.outer;
-    const Float off = L::absolute(blics_.outer - t);
     if constexpr (kProfile == BlicsProfile::Disc) {
+      const Float off = L::absolute(blics_.outer - t);
       // Most lanes lie on the same side of the rim, and one side is enough then.
       const auto toCentre = [&] { return L::squareRoot(L::minimum(off * 0.7f, L::splat(1.0f))); };
       if (!L::any(outside)) return 1.0f - toCentre();
@@ -76,7 +75,8 @@ class BlicsShader {
       if (!L::any(!outside)) return 1.0f - toEdge;
       return 1.0f - (outside ? toEdge : toCentre());
     } else {
-      const Float share = (outside ? off : t - blics_.inner) / blics_.ring;
+      const Float from = outside ? L::splat(blics_.outer) : L::splat(blics_.inner);
+      const Float share = (t - from) / blics_.ring;
       const Float j = outside ? share : 1.0f - share;
       return 1.0f - j * j;
     }
@@ -96,32 +96,20 @@ class BlicsShader {
   }
 
   Blics blics_;
-  Pens<Isa> pens_;
+  Pen pen_;
   Hls base_;
-  float rowSquare_ = 0.0f;
 };
-
-template <class Isa, BlicsProfile kProfile, bool kRainbow>
-auto blicsShader(const Blics& blics) {
-  using Shader = BlicsShader<Isa, kProfile, kRainbow>;
-  if constexpr (HasHalf<Isa> && !kRainbow) {
-    using Narrow = BlicsShader<typename Isa::Half, kProfile, kRainbow>;
-    return HalvingShader<Shader, Narrow>{Shader(blics), Narrow(blics)};
-  } else {
-    return Shader(blics);
-  }
-}
 
 template <class Isa, BlicsProfile kProfile>
 void paintBlicsProfile(Drawing& drawing, Blics blics) {
-  const Placement placement = blics.disc.placeOn(drawing.layer);
-  if (placement.empty()) return;
+  blics.disc.placeOn(drawing.layer, drawing.grid);
+  if (drawing.grid.empty()) return;
   if (drawing.state.rainbowOn && blics.rainbowShift != 0.0f) {
-    paintSprite<Isa>(drawing, placement, blicsShader<Isa, kProfile, true>(blics));
+    paintSprite<Isa>(drawing, BlicsShader<Isa, kProfile, true>(blics));
   } else {
     constexpr std::int32_t kLeastSaturation = 100;
     if (drawing.state.rainbowOn) blics.color = recolouredEvenly(blics.color, kLeastSaturation);
-    paintSprite<Isa>(drawing, placement, blicsShader<Isa, kProfile, false>(blics));
+    paintSprite<Isa>(drawing, BlicsShader<Isa, kProfile, false>(blics));
   }
 }
 

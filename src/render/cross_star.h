@@ -28,7 +28,7 @@ class CrossShader {
         top_(-1.0f - fraction(y - radius) / radius),
         cos_(cosine(angle)),
         sin_(sine(angle)),
-        pens_(pensOf<Isa>(color)),
+        pen_(color),
         value_(value),
         fullScale_(drawing.layer.fullScale()),
         byteScale_(drawing.layer.deep ? kDeepPerByte : 1.0f),
@@ -39,9 +39,9 @@ class CrossShader {
   }
 
   static constexpr int kStretches = 1;
-  void beginRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
+  void findRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
     const Float ny = top_ + L::toFloat(rows) / radius_;
-    L::store(block.offset, ny);
+    L::store(block.row, ny);
     // The star lies in the unit circle; the slack covers the rounding of a pixel's own test.
     const Float square = 1.0001f - ny * ny;
     const Float half = L::squareRoot(L::maximum(square, Float{}));
@@ -53,31 +53,30 @@ class CrossShader {
     const auto begin = step(-half);
     block.setStretch(0, {begin, square < 0.0f ? begin : step(half + 1.0f / radius_)});
   }
-  void beginRow(float ny) { rowY_ = ny; }
 
-  Shaded<Isa> shade(std::int32_t index) const {
-    const Float nx = left_ + L::indices(index) / radius_;
-    const Float k = L::clampUnit(shape(nx) * value_);
-    if constexpr (!kTextured && !kRainbow) return {k * fullScale_, pens_};
+  Shaded<Isa> shade(typename L::Int steps, Float ny) const {
+    const Float nx = left_ + L::toFloat(steps) / radius_;
+    const Float k = L::clampUnit(shape(nx, ny) * value_);
+    if constexpr (!kTextured && !kRainbow) return {k * fullScale_, pen_.template inAllLanes<Isa>()};
     // Most of the box lies between the points, where nothing is drawn.
-    if (!L::any(k > 0.0f)) return {Float{}, pens_};
-    const Float distance = distances(nx);
+    if (!L::any(k > 0.0f)) return {Float{}, pen_.template inAllLanes<Isa>()};
+    const Float distance = distances(nx, ny);
     Float texture = L::splat(255.0f);
     Float amplitude = L::splat(fullScale_);
     if constexpr (kTextured) {
-      texture = texture_.template at<Isa>(nx, L::splat(rowY_), distance);
+      texture = texture_.template at<Isa>(nx, ny, distance);
       amplitude = (texture * textureMix_ + (1.0f - textureMix_) * 255.0f) * byteScale_;
     }
     // Where a stripe passes, the texture is brighter than full scale.
     const Float value = L::minimum(k * amplitude, L::splat(fullScale_));
     if constexpr (kRainbow) return {value, rainbowPens(distance / radius_, texture)};
-    return {value, pens_};
+    return {value, pen_.template inAllLanes<Isa>()};
   }
 
  private:
-  Float shape(Float nx) const {
-    const Float u = nx * cos_ - rowY_ * sin_;
-    const Float v = nx * sin_ + rowY_ * cos_;
+  Float shape(Float nx, Float ny) const {
+    const Float u = nx * cos_ - ny * sin_;
+    const Float v = nx * sin_ + ny * cos_;
     const Float a = L::absolute(u) - 1.0f;
     const Float b = L::absolute(v) - 1.0f;
     const Float k = a * a + b * b - 1.0f;
@@ -86,9 +85,9 @@ class CrossShader {
 
   /// Distances from the centre in the units of texture and rainbow: the box's full width is 2r per
   /// unit, so its rim lies at 2r.
-  Float distances(Float nx) const {
+  Float distances(Float nx, Float ny) const {
     const Float dx = 2.0f * radius_ * nx;
-    const float dy = 2.0f * radius_ * rowY_;
+    const Float dy = 2.0f * radius_ * ny;
     return L::squareRoot(dx * dx + dy * dy);
   }
 
@@ -106,7 +105,7 @@ class CrossShader {
   float radius_;
   float left_, top_;
   float cos_, sin_;
-  Pens<Isa> pens_;
+  Pen pen_;
   Hls base_;
   float value_;
   float fullScale_;
@@ -114,7 +113,6 @@ class CrossShader {
   float rainbowShift_;
   float textureMix_;
   CrossTexture texture_;
-  float rowY_ = 0.0f;
 };
 
 template <class Isa>
@@ -127,12 +125,12 @@ void paintCrossStar(Drawing& drawing, float radius, float x, float y, float angl
   constexpr float kFarthest = 2147483648.0f;
   if (!(std::fabs(x) < kFarthest && std::fabs(y) < kFarthest)) return;
   const IndexRange steps{0, truncToInt(std::ceil(2.0f * radius))};
-  const Placement placement = placeOn(drawing.layer, steps, {y, radius}, {x, radius});
-  if (placement.empty()) return;
+  drawing.grid.place(drawing.layer, steps, {y, radius}, {x, radius});
+  if (drawing.grid.empty()) return;
   const auto paint = [&]<bool kTextured, bool kRainbow>() {
-    CrossShader<Isa, kTextured, kRainbow> shader(drawing, radius, x, y, angleRadians, color,
-                                                 std::max(value, 0.0f));
-    paintSprite<Isa>(drawing, placement, shader);
+    const CrossShader<Isa, kTextured, kRainbow> shader(drawing, radius, x, y, angleRadians, color,
+                                                       std::max(value, 0.0f));
+    paintSprite<Isa>(drawing, shader);
   };
   if (state.crossVariant == kTexturedCross && state.textureMix != 0.0f) {
     state.rainbowOn ? paint.template operator()<true, true>()

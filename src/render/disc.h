@@ -14,13 +14,18 @@ class Disc {
  public:
   /// `radius` n > 0 in pixels; (x, y) is the centre in frame pixels.
   Disc(float x, float y, std::int32_t radius)
-      : x_(x), y_(y), fractionX_(fraction(x)), fractionY_(fraction(y)), radius_(radius) {}
+      : x_(x),
+        y_(y),
+        fractionX_(fraction(x)),
+        fractionY_(fraction(y)),
+        steps_(radius),
+        radius_(static_cast<float>(radius)) {}
 
-  Placement placeOn(const Layer& layer) const {
-    return brisel::placeOn(layer, {-radius_, radius_}, {y_}, {x_});
+  void placeOn(const Layer& layer, PixelGrid& grid) const {
+    grid.place(layer, {-steps_, steps_}, {y_}, {x_});
   }
 
-  float radius() const { return static_cast<float>(radius_); }
+  float radius() const { return radius_; }
   float fractionX() const { return fractionX_; }
 
   /// The squares of rows' distances from the centre.
@@ -48,7 +53,7 @@ class Disc {
   template <class Isa>
   StepLanes<Isa> clearSteps(typename Lanes<Isa>::Float rowSquares, IndexRange visible,
                             float distance) const {
-    constexpr float kWorthwhile = 8.0f;
+    constexpr float kWorthwhile = 2.0f;
     const auto reach = Lanes<Isa>::splat(distance > 0.0f ? distance * distance : 0.0f);
     const auto squares = reach - rowSquares;
     const auto half = Lanes<Isa>::squareRoot(
@@ -69,7 +74,8 @@ class Disc {
 
   float x_, y_;
   float fractionX_, fractionY_;
-  std::int32_t radius_;
+  std::int32_t steps_;
+  float radius_;
 };
 
 }  // namespace brisel

@@ -40,7 +40,7 @@ struct Drawing {
   Layer layer;
   BlendRule blendRule = BlendRule::Over;
   const Kernels* kernels = &activeKernels();
-  std::vector<ColumnRun> columns{};  // the current sprite's; kept here so that its memory is reused
+  PixelGrid grid{};  // the current sprite's; kept here so that its memory is reused
 };
 
 }  // namespace brisel

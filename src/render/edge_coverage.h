@@ -1,98 +1,67 @@
-// How much of each pixel of a ray's row is covered: fully between the edges, fading beside them.
+// How much of the pixels beside a ray's edge is covered.
 #pragma once
 
+#include <algorithm>
+#include <cmath>
+
 #include "render/ray_shape.h"
-#include "render/ray_span.h"
 #include "render/simd.h"
 
 namespace brisel {
 
 /// The band beside one edge: coverage fades over two pixels along the edge, over one around its
 /// ends.
-template <class Isa>
 class EdgeBand {
-  using L = Lanes<Isa>;
-  using Float = typename L::Float;
-
  public:
-  void beginEdge(const RayEdge& edge) {
-    start_ = edge.start;
-    end_ = edge.end;
-    edgeX_ = edge.end.x - edge.start.x;
-    edgeY_ = edge.end.y - edge.start.y;
-    lengthSquare_ = edgeX_ * edgeX_ + edgeY_ * edgeY_;
-    line_ = edge.line;
-  }
+  EdgeBand() = default;
+  explicit EdgeBand(const RayEdge& edge)
+      : start_(edge.start),
+        end_(edge.end),
+        line_(lineThrough(edge.start, edge.end)),
+        alongX_(edge.end.x - edge.start.x),
+        alongY_(edge.end.y - edge.start.y),
+        lengthSquare_(alongX_ * alongX_ + alongY_ * alongY_) {}
 
-  void beginRow(float y, std::int32_t first, std::int32_t last) {
-    first_ = first;
-    last_ = last;
-    const float startY = y - start_.y;
-    const float endY = y - end_.y;
-    alongY_ = startY * edgeY_;
-    startSquare_ = startY * startY;
-    endSquare_ = endY * endY;
-    lineY_ = line_.b * y;
-  }
-
-  /// Whether some of the lanes from column `x` on lie in the band.
-  bool touches(std::int32_t x) const { return x <= last_ && x + L::kCount > first_; }
-
-  auto contains(typename L::Int columns) const { return (columns >= first_) & (columns <= last_); }
-
-  Float coverage(Float px) const {
-    const Float startX = px - start_.x;
-    const Float along = startX * edgeX_ + alongY_;
+  template <class Isa>
+  typename Lanes<Isa>::Float coverage(typename Lanes<Isa>::Float x,
+                                      typename Lanes<Isa>::Float y) const {
+    using L = Lanes<Isa>;
+    const auto startX = x - start_.x;
+    const auto startY = y - start_.y;
+    const auto along = startX * alongX_ + startY * alongY_;
     const auto beside = (along >= 0.0f) & (along <= lengthSquare_);
-    const Float off = L::absolute(line_.a * px + lineY_ + line_.c) / line_.norm;
-    const Float besideIt = L::clampUnit(1.0f - off / 2.0f);
+    const auto off = L::absolute(line_.a * x + line_.b * y + line_.c) / line_.norm;
+    const auto besideIt = L::clampUnit(1.0f - off / 2.0f);
     if (!L::any(!beside)) return besideIt;
-    const Float endX = px - end_.x;
-    const Float nearest = L::minimum(endX * endX + endSquare_, startX * startX + startSquare_);
+    const auto endX = x - end_.x;
+    const auto endY = y - end_.y;
+    const auto nearest = L::minimum(endX * endX + endY * endY, startX * startX + startY * startY);
     return beside ? besideIt : L::clampUnit(1.0f - L::squareRoot(nearest));
   }
 
+  /// How far from the edge, along a row, coverage has faded out for certain; infinite beside a
+  /// horizontal edge.
+  float reach() const {
+    // The rounding of distances grows with the coordinates.
+    const float slack =
+        (std::fabs(start_.x) + std::fabs(start_.y) + std::fabs(end_.x) + std::fabs(end_.y)) *
+        0x1p-18f;
+    return (2.002f + slack) * line_.norm / std::fabs(alongY_) + 0.05f + slack;
+  }
+
+  bool isPoint() const { return alongX_ == 0.0f && alongY_ == 0.0f; }
+
+  /// Whether the edge rises so steeply that its band is the narrowest: by less than the slope at
+  /// which twice a row's shift exceeds the least width.
+  bool isNarrowest() const {
+    const float rise = std::fabs(alongY_);
+    return rise >= 1.0f && std::fabs(alongX_) < 2.5f * rise;
+  }
+
  private:
-  std::int32_t first_ = 0, last_ = -1;
   PointF start_, end_;
   RayLine line_;
-  float edgeX_ = 0.0f, edgeY_ = 0.0f, lengthSquare_ = 0.0f;
-  float alongY_ = 0.0f, startSquare_ = 0.0f, endSquare_ = 0.0f, lineY_ = 0.0f;
-};
-
-template <class Isa>
-class EdgeCoverage {
-  using L = Lanes<Isa>;
-  using Float = typename L::Float;
-
- public:
-  void beginEdges(const RayEdge& left, const RayEdge& right) {
-    left_.beginEdge(left);
-    right_.beginEdge(right);
-  }
-
-  template <class Spans>
-  void beginRow(float y, const Spans& spans, int row) {
-    left_.beginRow(y, spans.leftFirst[row], spans.leftLast[row]);
-    right_.beginRow(y, spans.rightFirst[row], spans.rightLast[row]);
-    fullFirst_ = spans.fullFirst[row];
-    fullLast_ = spans.fullLast[row];
-  }
-
-  /// The coverage of the columns from `x` on, which `px` holds.
-  Float at(std::int32_t x, Float px) const {
-    const Float one = L::splat(1.0f);
-    if (x >= fullFirst_ && x <= fullLast_ - (L::kCount - 1)) return one;
-    const auto columns = L::steps(x);
-    Float covered{};
-    if (right_.touches(x)) covered = right_.contains(columns) ? right_.coverage(px) : covered;
-    if (left_.touches(x)) covered = left_.contains(columns) ? left_.coverage(px) : covered;
-    return (columns >= fullFirst_) & (columns <= fullLast_) ? one : covered;
-  }
-
- private:
-  EdgeBand<Isa> left_, right_;
-  std::int32_t fullFirst_ = 0, fullLast_ = -1;
+  float alongX_ = 0.0f, alongY_ = 0.0f, lengthSquare_ = 0.0f;
 };
 
 }  // namespace brisel

@@ -27,16 +27,16 @@ struct Glow {
 
   float shiftStrength() const { return std::fabs(rainbowShift); }
 
-  void beginRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
+  void findRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
     const Float squares = disc.template rowSquares<Isa>(rows);
-    L::store(block.offset, squares);
+    L::store(block.row, squares);
     block.setStretch(0, disc.template nearSteps<Isa>(squares, visible, disc.radius()));
   }
 
-  /// Distances from the centre in pixels, for the lanes from step `index` on.
-  Float distances(std::int32_t index, float rowSquare) const {
-    const Float fx = L::indices(index) - disc.fractionX();
-    return L::squareRoot(fx * fx + rowSquare);
+  /// Distances from the centre in pixels.
+  Float distances(typename L::Int steps, Float rowSquares) const {
+    const Float fx = L::toFloat(steps) - disc.fractionX();
+    return L::squareRoot(fx * fx + rowSquares);
   }
 
   Float plotValue(Float k, Float distance) const {
@@ -51,22 +51,21 @@ class SimpleGlowShader {
   using Float = typename L::Float;
 
  public:
-  explicit SimpleGlowShader(const Glow<Isa>& glow) : glow_(glow), pens_(pensOf<Isa>(glow.color)) {
+  explicit SimpleGlowShader(const Glow<Isa>& glow) : glow_(glow), pen_(glow.color) {
     if (kRainbow) base_ = rgbToHls(glow.color);
   }
 
   static constexpr int kStretches = 1;
-  void beginRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
-    glow_.beginRows(rows, visible, block);
+  void findRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
+    glow_.findRows(rows, visible, block);
   }
-  void beginRow(float rowSquare) { rowSquare_ = rowSquare; }
 
-  Shaded<Isa> shade(std::int32_t index) const {
-    const Float distance = glow_.distances(index, rowSquare_);
+  Shaded<Isa> shade(typename L::Int steps, Float rowSquares) const {
+    const Float distance = glow_.distances(steps, rowSquares);
     const Float t = distance / glow_.disc.radius();
     const Float value = glow_.plotValue(1.0f - t * t, distance);
     if constexpr (kRainbow) return {value, rainbowPens(t * t)};
-    return {value, pens_};
+    return {value, pen_.template inAllLanes<Isa>()};
   }
 
  private:
@@ -82,9 +81,8 @@ class SimpleGlowShader {
   }
 
   Glow<Isa> glow_;
-  Pens<Isa> pens_;
+  Pen pen_;
   Hls base_;
-  float rowSquare_ = 0.0f;
 };
 
 /// A core, white when the glow scale is above 1, and a fringe that loses red, blue and green at
@@ -97,7 +95,7 @@ class FullGlowShader {
 
  public:
   FullGlowShader(const Glow<Isa>& glow, float glowScale)
-      : glow_(glow), core_(std::max(0.0f, glowScale - 1.0f)) {
+      : glow_(glow), pen_(glow.color), core_(std::max(0.0f, glowScale - 1.0f)) {
     const auto denominator = [](float d) { return d <= 0.0f ? 1.0f : d; };
     greenRange_ = denominator(1.0f - core_);
     redRange_ = denominator(1.0f - 2.0f * core_);
@@ -105,21 +103,20 @@ class FullGlowShader {
   }
 
   static constexpr int kStretches = 1;
-  void beginRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
-    glow_.beginRows(rows, visible, block);
+  void findRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
+    glow_.findRows(rows, visible, block);
   }
-  void beginRow(float rowSquare) { rowSquare_ = rowSquare; }
 
-  Shaded<Isa> shade(std::int32_t index) const {
+  Shaded<Isa> shade(typename L::Int steps, Float rowSquares) const {
     const float redStart = 2.0f * core_;
     const float blueStart = 1.1f * core_;
-    const Float distance = glow_.distances(index, rowSquare_);
+    const Float distance = glow_.distances(steps, rowSquares);
     const Float t = distance / glow_.disc.radius();
     const Float g = (t - core_) / greenRange_;
     const Float core = g < 0.0f ? L::splat(255.0f) : Float{};
-    const Pens<Isa> pens = {fringed(glow_.color.red, (t - redStart) / redRange_, core),
-                            fringed(glow_.color.green, g, core),
-                            fringed(glow_.color.blue, (t - blueStart) / blueRange_, core)};
+    const Pens<Isa> pens = {fringed(pen_.red, (t - redStart) / redRange_, core),
+                            fringed(pen_.green, g, core),
+                            fringed(pen_.blue, (t - blueStart) / blueRange_, core)};
     const Float value = glow_.plotValue(1.0f - g, distance);
     if constexpr (kRainbow) return {value, rainbowPens(g, pens)};
     return {value, pens};
@@ -128,8 +125,8 @@ class FullGlowShader {
  private:
   /// The channel after the loss that begins where `share` reaches 0; before that, `share` is
   /// negative and the loss would be a gain. `core` is 255 in the white core and 0 elsewhere.
-  static Float fringed(std::int32_t channel, Float share, Float core) {
-    const Float full = L::splat(static_cast<float>(channel));
+  static Float fringed(float channel, Float share, Float core) {
+    const Float full = L::splat(channel);
     const Float lost = L::maximum(full - 255.0f * share, Float{});
     return L::truncated(L::maximum(L::minimum(lost, full), core));
   }
@@ -149,20 +146,19 @@ class FullGlowShader {
   }
 
   Glow<Isa> glow_;
+  Pen pen_;
   float core_;
   float greenRange_, redRange_, blueRange_;
-  float rowSquare_ = 0.0f;
 };
 
 template <class Isa, bool kRainbow>
 void paintGlowProfile(Drawing& drawing, const Glow<Isa>& glow, GlowProfile profile) {
-  const Placement placement = glow.disc.placeOn(drawing.layer);
-  if (placement.empty()) return;
-  const auto paint = [&](auto shader) { paintSprite<Isa>(drawing, placement, shader); };
+  glow.disc.placeOn(drawing.layer, drawing.grid);
+  if (drawing.grid.empty()) return;
   if (profile == GlowProfile::Full) {
-    paint(FullGlowShader<Isa, kRainbow>(glow, drawing.state.glowScale));
+    paintSprite<Isa>(drawing, FullGlowShader<Isa, kRainbow>(glow, drawing.state.glowScale));
   } else {
-    paint(SimpleGlowShader<Isa, kRainbow>(glow));
+    paintSprite<Isa>(drawing, SimpleGlowShader<Isa, kRainbow>(glow));
   }
 }
 

@@ -30,14 +30,11 @@ Channels<Isa> mixed(const Channels<Isa>& star, const Channels<Isa>& input) {
   }
 }
 
-/// Mixes the first `count` lanes.
 template <MixMode kMode, class Pixels, class Isa>
-void mixLanes(std::uint8_t* output, const std::uint8_t* input, int count) {
-  const Pixels stars = Pixels::load(output, count);
-  const Pixels under = Pixels::load(input, count);
+Pixels mixed(const Pixels& stars, const Pixels& under) {
   const Channels<Isa> star = stars.channels();
   const Pixels result = Pixels::pack(mixed<kMode, Pixels, Isa>(star, under.channels()));
-  Pixels::select(star.alpha == 0.0f, under, result).store(output, count);
+  return Pixels::select(star.alpha == 0.0f, under, result);
 }
 
 /// Mixes `count` pixels of a row; `inputStep` is how far the input advances with each pixel, 0
@@ -46,12 +43,19 @@ template <MixMode kMode, class Pixels, class Isa>
 void mixRow(std::uint8_t* output, const std::uint8_t* input, std::ptrdiff_t inputStep,
             std::int32_t count) {
   constexpr int kLanes = Lanes<Isa>::kCount;
-  std::int32_t x = 0;
-  for (; x + kLanes <= count; x += kLanes) {
-    mixLanes<kMode, Pixels, Isa>(output + x * Pixels::kBytes, input + x * inputStep, kLanes);
+  for (; count >= kLanes; count -= kLanes) {
+    mixed<kMode, Pixels, Isa>(Pixels::load(output), Pixels::load(input)).store(output);
+    output += kLanes * Pixels::kBytes;
+    input += kLanes * inputStep;
   }
-  if (kLanes > 1 && x < count) {
-    mixLanes<kMode, Pixels, Isa>(output + x * Pixels::kBytes, input + x * inputStep, count - x);
+  if (kLanes > 1 && count > 0) {
+    typename Pixels::Raw stars{}, under{};
+    const auto lanes = Lanes<Isa>::lanes(0, count);
+    stars.load(lanes, output);
+    under.load(lanes, input);
+    mixed<kMode, Pixels, Isa>(Pixels::fromRaw(stars), Pixels::fromRaw(under))
+        .raw()
+        .store(lanes, output);
   }
 }
 

@@ -40,27 +40,29 @@ bool risesByOne(IndexRange range, const StepMap& map) {
   return part >= slack && part + slack <= 1.0f;
 }
 
-}  // namespace
-
-Placement placeOn(const Layer& layer, IndexRange steps, StepMap rowMap, StepMap columnMap) {
-  return {rowMap, columnMap, visibleSteps(steps, layer.height, rowMap),
-          visibleSteps(steps, layer.width, columnMap)};
-}
-
-void collectColumnRuns(IndexRange range, const StepMap& map, std::vector<ColumnRun>& runs) {
+/// Replaces `runs` by the runs of the steps in `range`, all of which are visible.
+void collectRuns(IndexRange range, const StepMap& map, std::vector<StepRun>& runs) {
   runs.clear();
+  if (range.empty()) return;
   if (risesByOne(range, map)) {
     runs.push_back({range.begin, map.pixelOf(range.begin), range.end - range.begin});
     return;
   }
-  for (std::int32_t i = range.begin; i < range.end; ++i) {
-    const std::int32_t column = map.pixelOf(i);
-    if (!runs.empty() && column == runs.back().column + runs.back().count) {
+  for (std::int32_t step = range.begin; step < range.end; ++step) {
+    const std::int32_t pixel = map.pixelOf(step);
+    if (!runs.empty() && pixel == runs.back().pixel + runs.back().count) {
       ++runs.back().count;
     } else {
-      runs.push_back({i, column, 1});
+      runs.push_back({step, pixel, 1});
     }
   }
+}
+
+}  // namespace
+
+void PixelGrid::place(const Layer& layer, IndexRange steps, StepMap rowMap, StepMap columnMap) {
+  collectRuns(visibleSteps(steps, layer.height, rowMap), rowMap, rows);
+  collectRuns(visibleSteps(steps, layer.width, columnMap), columnMap, columns);
 }
 
 }  // namespace brisel

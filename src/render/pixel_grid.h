@@ -28,35 +28,25 @@ struct StepMap {
 
   float positionOf(std::int32_t step) const { return static_cast<float>(step) + origin - reach; }
   std::int32_t pixelOf(std::int32_t step) const { return truncToInt(positionOf(step)); }
-
-  /// Of steps whose pixels are on a frame, or beside it.
-  template <class Isa>
-  typename Lanes<Isa>::Int pixelsOf(typename Lanes<Isa>::Int steps) const {
-    return Lanes<Isa>::toInt(Lanes<Isa>::toFloat(steps) + origin - reach);
-  }
 };
 
-/// Steps index, index + 1 ... of a sprite on frame columns column, column + 1 ...
-struct ColumnRun {
-  std::int32_t index;
-  std::int32_t column;
+/// Steps step, step + 1 ... of a sprite on frame rows or columns pixel, pixel + 1 ...
+struct StepRun {
+  std::int32_t step;
+  std::int32_t pixel;
   std::int32_t count;
+
+  IndexRange steps() const { return {step, step + count}; }
 };
 
-/// The steps of a sprite that fall on the layer.
-struct Placement {
-  StepMap rowMap;
-  StepMap columnMap;
-  IndexRange rows;
-  IndexRange columns;
+/// The steps of a sprite that fall on the layer, in order.
+struct PixelGrid {
+  std::vector<StepRun> rows, columns;
 
   bool empty() const { return rows.empty() || columns.empty(); }
+
+  /// Places a sprite of `steps` on either axis.
+  void place(const Layer& layer, IndexRange steps, StepMap rowMap, StepMap columnMap);
 };
-
-/// Places a sprite of `steps` on either axis.
-Placement placeOn(const Layer& layer, IndexRange steps, StepMap rowMap, StepMap columnMap);
-
-/// Replaces `runs` by the runs of the steps in `range`, which is not empty and visible, in order.
-void collectColumnRuns(IndexRange range, const StepMap& map, std::vector<ColumnRun>& runs);
 
 }  // namespace brisel

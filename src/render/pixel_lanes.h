@@ -1,7 +1,6 @@
 // Loading and storing several neighbouring pixels as one vector per channel.
 #pragma once
 
-#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <utility>
@@ -26,8 +25,24 @@ struct Pens {
   typename Lanes<Isa>::Float red, green, blue;
 };
 
-/// What a sprite plots: the intensity of each pixel, up to the layer's full scale, and its pen. A
-/// pixel whose value is not above 0 stays as it is.
+/// A pen of one colour, which is cheaper to keep than lanes of it.
+struct Pen {
+  float red, green, blue;
+
+  explicit Pen(Rgb color)
+      : red(static_cast<float>(color.red)),
+        green(static_cast<float>(color.green)),
+        blue(static_cast<float>(color.blue)) {}
+
+  template <class Isa>
+  Pens<Isa> inAllLanes() const {
+    using L = Lanes<Isa>;
+    return {L::splat(red), L::splat(green), L::splat(blue)};
+  }
+};
+
+/// What a sprite plots: the intensity of each pixel, 0 to the layer's full scale, and its pen. A
+/// pixel whose value is 0 stays as it is.
 template <class Isa>
 struct Shaded {
   typename Lanes<Isa>::Float value;
@@ -37,20 +52,28 @@ struct Shaded {
 /// Pixels of 8-bit channels, kLanes at a time.
 template <class Isa>
 struct Pixels8 {
-  template <class Other>
-  using With = Pixels8<Other>;
   using L = Lanes<Isa>;
   using Word = typename L::Word;
   using Int = typename L::Int;
+  using Mask = typename L::Mask;
   using Float = typename L::Float;
   static constexpr float kFullScale = 255.0f;
   static constexpr int kBytes = 4;
 
   Word words;
 
-  /// The first `count` pixels, at most as many as there are lanes; nothing behind them is touched.
-  static Pixels8 load(const std::uint8_t* from, int count) { return {L::loadWords(from, count)}; }
-  void store(std::uint8_t* to, int count) const { L::storeWords(to, words, count); }
+  static Pixels8 load(const std::uint8_t* from) { return {L::loadWords(from)}; }
+  void store(std::uint8_t* to) const { L::storeWords(to, words); }
+
+  /// Pixels as they lie in memory, of which some can be loaded and stored alone. `origin` is where
+  /// lane 0 lies or would lie.
+  struct Raw {
+    Word words;
+    void load(Mask mask, const std::uint8_t* origin) { words = L::loadWords(mask, origin, words); }
+    void store(Mask mask, std::uint8_t* origin) const { L::storeWords(mask, origin, words); }
+  };
+  static Pixels8 fromRaw(const Raw& raw) { return {raw.words}; }
+  Raw raw() const { return {words}; }
 
   /// A pen channel, 0..255, on the scale of these pixels.
   static Float penScale(Float channel) { return channel; }
@@ -74,27 +97,43 @@ struct Pixels8 {
 /// Pixels of 16-bit channels: alpha and red in one word, green and blue in the next.
 template <class Isa>
 struct Pixels16 {
-  template <class Other>
-  using With = Pixels16<Other>;
   using L = Lanes<Isa>;
   using Word = typename L::Word;
   using Int = typename L::Int;
+  using Mask = typename L::Mask;
   using Float = typename L::Float;
   static constexpr float kFullScale = kDeepFullScale;
   static constexpr int kBytes = 8;
 
   Word alphaRed, greenBlue;
 
-  static Pixels16 load(const std::uint8_t* from, int count) {
-    const Word low = L::loadWords(from, std::min(2 * count, kLanes));
-    const Word high = L::loadWords(from + sizeof low, std::max(2 * count - kLanes, 0));
-    return {everySecond<0>(low, high, kSequence), everySecond<1>(low, high, kSequence)};
+  static Pixels16 load(const std::uint8_t* from) {
+    return fromRaw({L::loadWords(from), L::loadWords(from + sizeof(Word))});
   }
-  void store(std::uint8_t* to, int count) const {
-    const Word low = interleave<0>(alphaRed, greenBlue, kSequence);
-    const Word high = interleave<kLanes>(alphaRed, greenBlue, kSequence);
-    L::storeWords(to, low, std::min(2 * count, kLanes));
-    L::storeWords(to + sizeof low, high, std::max(2 * count - kLanes, 0));
+  void store(std::uint8_t* to) const {
+    const Raw both = raw();
+    L::storeWords(to, both.low);
+    L::storeWords(to + sizeof(Word), both.high);
+  }
+
+  struct Raw {
+    Word low, high;
+    void load(Mask mask, const std::uint8_t* origin) {
+      low = L::loadWords(L::pairsInFirst(mask), origin, low);
+      high = L::loadWords(L::pairsInSecond(mask), origin + sizeof low, high);
+    }
+    void store(Mask mask, std::uint8_t* origin) const {
+      L::storeWords(L::pairsInFirst(mask), origin, low);
+      L::storeWords(L::pairsInSecond(mask), origin + sizeof low, high);
+    }
+  };
+  static Pixels16 fromRaw(const Raw& raw) {
+    return {everySecond<0>(raw.low, raw.high, kSequence),
+            everySecond<1>(raw.low, raw.high, kSequence)};
+  }
+  Raw raw() const {
+    return {interleave<0>(alphaRed, greenBlue, kSequence),
+            interleave<kLanes>(alphaRed, greenBlue, kSequence)};
   }
 
   static Float penScale(Float channel) { return channel * kDeepPerByte; }

@@ -1,6 +1,7 @@
 #include "render/ray_shape.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <span>
 
@@ -28,6 +29,33 @@ HalfWidths quadHalfWidths(StarType type, float width) {
   }
 }
 
+RayEdge edgeBetween(PointF start, PointF end) {
+  return {start, end, std::min(start.x, end.x), std::max(start.x, end.x),
+          std::fabs(end.y - start.y) < 1.0f};
+}
+
+/// Lists the edges around `corners` from the corner with the greatest y on, the last such one if
+/// several.
+void listEdges(RayShape& ray, std::span<const PointF> corners) {
+  std::size_t next = 0;
+  ray.yMin = corners[0].y;
+  ray.xMin = ray.xMax = corners[0].x;
+  for (std::size_t i = 1; i < corners.size(); ++i) {
+    if (corners[i].y >= corners[next].y) next = i;
+    ray.yMin = std::min(ray.yMin, corners[i].y);
+    ray.xMin = std::min(ray.xMin, corners[i].x);
+    ray.xMax = std::max(ray.xMax, corners[i].x);
+  }
+  ray.edgeCount = static_cast<std::int32_t>(corners.size());
+  for (std::int32_t i = 0; i < ray.edgeCount; ++i) {
+    const PointF start = corners[next];
+    if (++next == corners.size()) next = 0;
+    ray.edges[i] = edgeBetween(start, corners[next]);
+  }
+}
+
+}  // namespace
+
 RayLine lineThrough(PointF p, PointF q) {
   RayLine line;
   line.a = q.y - p.y;
@@ -37,44 +65,6 @@ RayLine lineThrough(PointF p, PointF q) {
   if (line.norm == 0.0f) line.norm = 1.0f;
   return line;
 }
-
-RayEdge edgeBetween(PointF start, PointF end) {
-  RayEdge edge;
-  edge.start = start;
-  edge.end = end;
-  edge.line = lineThrough(start, end);
-  edge.leftX = std::min(start.x, end.x);
-  edge.rightX = std::max(start.x, end.x);
-  const float rise = std::fabs(edge.line.a);
-  const float run = std::fabs(edge.line.b);
-  edge.isLevel = rise < 1.0f;
-  edge.isPoint = rise == 0.0f && run == 0.0f;
-  // Infinite beside a horizontal edge.
-  edge.fadeReach = 2.0f * edge.line.norm / rise * 1.001f + 1.0f;
-  // Less than the slope at which twice a row's shift exceeds the least width of a band.
-  edge.risesSteeply = !edge.isLevel && run < 2.5f * rise;
-  return edge;
-}
-
-/// Lists the edges from the one whose start corner has the greatest y, the last such one if
-/// several.
-void orderEdges(RayShape& ray, std::span<const RayEdge> edges) {
-  std::size_t first = 0;
-  ray.yMin = edges[0].start.y;
-  ray.xMin = ray.xMax = edges[0].start.x;
-  for (std::size_t i = 1; i < edges.size(); ++i) {
-    if (edges[i].start.y >= edges[first].start.y) first = i;
-    ray.yMin = std::min(ray.yMin, edges[i].start.y);
-    ray.xMin = std::min(ray.xMin, edges[i].start.x);
-    ray.xMax = std::max(ray.xMax, edges[i].start.x);
-  }
-  ray.edgeCount = static_cast<std::int32_t>(edges.size());
-  for (std::size_t i = 0; i < edges.size(); ++i) {
-    ray.edges[i] = edges[(first + i) % edges.size()];
-  }
-}
-
-}  // namespace
 
 bool buildRay(RayShape& ray, StarType type, PointF centre, float length, float width,
               float angleDegrees, float currentRandomFactor) {
@@ -95,10 +85,7 @@ bool buildRay(RayShape& ray, StarType type, PointF centre, float length, float w
     ray.baseHalfWidth = std::max(width, kLeastHalfWidth);
     ray.base = lineThrough(corners[0], centre);
     ray.across = lineThrough(centre, corners[1]);
-    const RayEdge edges[3] = {edgeBetween(corners[0], corners[2]),
-                              edgeBetween(corners[2], corners[1]),
-                              edgeBetween(corners[1], corners[0])};
-    orderEdges(ray, edges);
+    listEdges(ray, std::array{corners[0], corners[2], corners[1]});
     return true;
   }
 
@@ -118,10 +105,7 @@ bool buildRay(RayShape& ray, StarType type, PointF centre, float length, float w
     ray.shading = RayShading::Axis;
     ray.across = lineThrough(centre, {centre.x + length * -s, centre.y + length * c});
   }
-  const RayEdge edges[4] = {
-      edgeBetween(corners[0], corners[1]), edgeBetween(corners[1], corners[2]),
-      edgeBetween(corners[2], corners[3]), edgeBetween(corners[3], corners[0])};
-  orderEdges(ray, edges);
+  listEdges(ray, corners);
   return true;
 }
 

@@ -15,15 +15,13 @@ struct RayLine {
   float a = 0.0f, b = 0.0f, c = 0.0f, norm = 1.0f;
 };
 
+RayLine lineThrough(PointF p, PointF q);
+
 struct RayEdge {
   PointF start;
   PointF end;
-  RayLine line;
-  float fadeReach;  // along a row, where the coverage beside the edge has faded out for certain
   float leftX, rightX;
-  bool isLevel;       // within one pixel of horizontal
-  bool isPoint;       // its corners coincide
-  bool risesSteeply;  // so that its band is the narrowest
+  bool isLevel;  // within one pixel of horizontal
 };
 
 /// Built anew for each ray, in pixels of the layer.

@@ -5,26 +5,30 @@
 #include <cstdint>
 #include <limits>
 
-#include "render/pixel_grid.h"
+#include "render/edge_coverage.h"
 #include "render/ray_shape.h"
 #include "render/simd.h"
 
 namespace brisel {
 
-/// Of each row, the full pixels, and on either side the band in which the edge's coverage fades.
-/// Ranges include both ends and are empty when first > last; they never overlap.
+/// Columns of each row: begin, begin + 1 ... end - 1; none where begin >= end.
 template <class Isa>
-struct RaySpans {
-  using L = Lanes<Isa>;
-  static constexpr int kRows = L::kCount;
-
-  alignas(64) std::int32_t leftFirst[kRows], leftLast[kRows];
-  alignas(64) std::int32_t fullFirst[kRows], fullLast[kRows];
-  alignas(64) std::int32_t rightFirst[kRows], rightLast[kRows];
-  alignas(64) std::int32_t begin[kRows], end[kRows];  // all columns of the frame between them
+struct ColumnSpans {
+  alignas(64) std::int32_t begin[Lanes<Isa>::kCount], end[Lanes<Isa>::kCount];
+  std::int32_t count(int row) const { return end[row] - begin[row]; }
 };
 
-/// The rows of a ray between two edges that all of them cross.
+/// Of each row, the full pixels, and on either side the band in which the coverage fades, with the
+/// edge beside it. They never overlap.
+template <class Isa>
+struct RaySpans {
+  static constexpr int kRows = Lanes<Isa>::kCount;
+  ColumnSpans<Isa> full, left, right;
+  alignas(64) std::int32_t leftEdge[kRows], rightEdge[kRows];
+};
+
+/// Finds what lies on a frame `frameWidth` pixels wide. `bands` are those of the ray's edges, and
+/// null when not of high quality, where rows have full pixels only.
 template <class Isa>
 class RayRows {
   using L = Lanes<Isa>;
@@ -32,49 +36,81 @@ class RayRows {
   using Int = typename L::Int;
 
  public:
-  RayRows(const RayEdge& left, const RayEdge& right) : left_(left), right_(right) {}
+  RayRows(const RayShape& ray, const EdgeBand* bands, std::int32_t frameWidth)
+      : ray_(ray), bands_(bands), frameWidth_(frameWidth) {}
 
-  void find(Int rows, bool highQuality, std::int32_t frameWidth, RaySpans<Isa>& spans) const {
+  /// Rows of the frame that the ray crosses; of others, any spans.
+  void find(Int rows, RaySpans<Isa>& spans) const {
     const Float y = L::toFloat(rows);
-    const Float xl = crossings(left_, left_.leftX, y);
-    const Float xr = crossings(right_, right_.rightX, y);
-    const Int fullFirst = truncated(highQuality ? xl + 1.0f : xl);
-    const Int fullLast = floored(xr);
-    L::store(spans.fullFirst, fullFirst);
-    L::store(spans.fullLast, fullLast);
-    if (!highQuality) {
-      L::store(spans.begin, greater(fullFirst, Int{}));
-      L::store(spans.end, lesser(fullLast, Int{} + (frameWidth - 1)) + 1);
-      return;
-    }
-
-    const Float clearLeft = L::maximum(L::splat(lowestCovered(left_)), xl - left_.fadeReach);
-    const Float clearRight = L::minimum(L::splat(highestCovered(right_)), xr + right_.fadeReach);
-    const Int leftFirst =
-        greater(truncated(xl - bandWidths(left_, left_.leftX, xl, y)), floored(clearLeft));
-    const Int leftLast = floored(xl);
-    const Int rightFirst = greater(truncated(xr + 1.0f), fullFirst);
-    const Int rightLast =
-        lesser(floored(xr + bandWidths(right_, right_.rightX, xr, y)), floored(clearRight + 1.0f));
-    L::store(spans.leftFirst, leftFirst);
-    L::store(spans.leftLast, leftLast);
-    L::store(spans.rightFirst, rightFirst);
-    L::store(spans.rightLast, rightLast);
-
-    Int first = Int{} + frameWidth;
-    Int last = Int{} - 1;
-    const auto include = [&](Int from, Int to) {
-      first = from <= to ? lesser(first, from) : first;
-      last = from <= to ? greater(last, to) : last;
-    };
-    include(leftFirst, leftLast);
-    include(fullFirst, fullLast);
-    include(rightFirst, rightLast);
-    L::store(spans.begin, greater(first, Int{}));
-    L::store(spans.end, lesser(last, Int{} + (frameWidth - 1)) + 1);
+    const Side left = leftSide(y);
+    const Side right = rightSide(y);
+    const Int fullFirst = truncated(bands_ != nullptr ? left.x + 1.0f : left.x);
+    set(spans.full, fullFirst, floored(right.x));
+    if (bands_ == nullptr) return;
+    set(spans.left, left.bandEnd, floored(left.x));
+    set(spans.right, greater(truncated(right.x + 1.0f), fullFirst), right.bandEnd);
+    L::store(spans.leftEdge, left.edge);
+    L::store(spans.rightEdge, right.edge);
   }
 
  private:
+  /// Where rows cross the ray's outline on one side, which edge they cross there, and how far out
+  /// its band reaches.
+  struct Side {
+    Float x{};
+    Int edge{};
+    Int bandEnd{};
+  };
+
+  Side leftSide(Float y) const {
+    Side side;
+    Int open = y > ray_.yMin;
+    for (std::int32_t i = 0; L::any(open); ++i) {
+      const RayEdge& edge = ray_.edges[i];
+      const Int here = i == ray_.edgeCount - 1 ? open : open & (y > edge.end.y);
+      open &= ~here;
+      if (!L::any(here)) continue;
+      const Float x = crossings(edge, edge.leftX, y);
+      side.x = here ? x : side.x;
+      side.edge = here ? Int{} + i : side.edge;
+      if (bands_ != nullptr) {
+        // Nothing is covered more than two pixels from the edge's box, except that an edge whose
+        // corners coincide covers its whole band.
+        const float clear = bands_[i].isPoint() ? -kEverywhere : edge.leftX - 2.0f;
+        const Float covered = L::maximum(L::splat(clear), x - bands_[i].reach());
+        const Float band = x - bandWidths(i, edge.leftX, x, y);
+        side.bandEnd = here ? greater(truncated(band), floored(covered)) : side.bandEnd;
+      }
+    }
+    return side;
+  }
+
+  Side rightSide(Float y) const {
+    Side side;
+    Int open = y > ray_.yMin;
+    for (std::int32_t i = ray_.edgeCount - 1; L::any(open); --i) {
+      const RayEdge& edge = ray_.edges[i];
+      const Int here = i == 0 ? open : open & (y > edge.start.y);
+      open &= ~here;
+      if (!L::any(here)) continue;
+      const Float x = crossings(edge, edge.rightX, y);
+      side.x = here ? x : side.x;
+      side.edge = here ? Int{} + i : side.edge;
+      if (bands_ != nullptr) {
+        const float clear = bands_[i].isPoint() ? kEverywhere : edge.rightX + 2.0f;
+        const Float covered = L::minimum(L::splat(clear), x + bands_[i].reach());
+        const Float band = x + bandWidths(i, edge.rightX, x, y);
+        side.bandEnd = here ? lesser(floored(band), floored(covered + 1.0f)) : side.bandEnd;
+      }
+    }
+    return side;
+  }
+
+  void set(ColumnSpans<Isa>& columns, Int first, Int last) const {
+    L::store(columns.begin, greater(first, Int{}));
+    L::store(columns.end, lesser(last, Int{} + (frameWidth_ - 1)) + 1);
+  }
+
   static Int lesser(Int a, Int b) { return a < b ? a : b; }
   static Int greater(Int a, Int b) { return a > b ? a : b; }
 
@@ -95,24 +131,19 @@ class RayRows {
            (y - edge.start.y) * (edge.end.x - edge.start.x) / (edge.end.y - edge.start.y);
   }
 
-  /// The widths of the bands beside an edge that rows cross at `x`.
-  static Float bandWidths(const RayEdge& edge, float levelX, Float x, Float y) {
+  /// The widths of the bands beside edge `i`, which rows cross at `x`.
+  Float bandWidths(std::int32_t i, float levelX, Float x, Float y) const {
     const Float least = L::splat(7.0f);
-    if (edge.risesSteeply) return least;
-    return L::maximum(2.0f * L::absolute(x - crossings(edge, levelX, y - 1.0f)), least);
+    if (bands_[i].isNarrowest()) return least;
+    const Float shift = L::absolute(x - crossings(ray_.edges[i], levelX, y - 1.0f));
+    return L::maximum(2.0f * shift, least);
   }
 
-  /// The x beyond which nothing is covered: two pixels from the edge's box. An edge so short that
-  /// its corners coincide covers its whole band.
-  static float lowestCovered(const RayEdge& edge) {
-    return edge.isPoint ? -std::numeric_limits<float>::infinity() : edge.leftX - 2.0f;
-  }
-  static float highestCovered(const RayEdge& edge) {
-    return edge.isPoint ? std::numeric_limits<float>::infinity() : edge.rightX + 2.0f;
-  }
+  static constexpr float kEverywhere = std::numeric_limits<float>::infinity();
 
-  const RayEdge& left_;
-  const RayEdge& right_;
+  const RayShape& ray_;
+  const EdgeBand* bands_;
+  std::int32_t frameWidth_;
 };
 
 }  // namespace brisel

@@ -3,12 +3,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
-#include "render/blend_kernels.h"
 #include "render/edge_coverage.h"
 #include "render/ray_shape.h"
 #include "render/ray_span.h"
 #include "render/recolour.h"
+#include "render/run_plotter.h"
 #include "render/simd.h"
 #include "render/sprites.h"
 
@@ -22,14 +23,14 @@ struct RayLight {
   float rainbowShift;
 };
 
-/// Shades the pixels of a ray, whose steps are the frame's columns.
-template <class Isa, bool kHighQuality, bool kRainbow>
+/// Shades the pixels of a ray, whose steps are the frame's columns and whose rows are the frame's.
+template <class Isa, bool kRainbow>
 class RayShader {
   using L = Lanes<Isa>;
   using Float = typename L::Float;
 
  public:
-  explicit RayShader(const RayLight& light) : light_(light), pens_(pensOf<Isa>(light.color)) {
+  explicit RayShader(const RayLight& light) : light_(light), pen_(light.color) {
     if (kRainbow) base_ = rgbToHls(light.color);
   }
 
@@ -41,29 +42,20 @@ class RayShader {
     shading_ = ray.shading;
   }
 
-  void beginEdges(const RayEdge& left, const RayEdge& right) {
-    if constexpr (kHighQuality) coverage_.beginEdges(left, right);
+  Shaded<Isa> shade(typename L::Int columns, Float y) const {
+    return shade(L::toFloat(columns), y, L::splat(1.0f));
   }
 
-  template <class Spans>
-  void beginRow(float y, const Spans& spans, int row) {
-    baseY_ = along_.b * y;
-    acrossY_ = across_.b * y;
-    if constexpr (kHighQuality) coverage_.beginRow(y, spans, row);
-  }
-
-  Shaded<Isa> shade(std::int32_t x) const {
-    const Float px = L::indices(x);
-    const Float u = L::absolute(along_.a * px + baseY_ + along_.c) / along_.norm / length_;
+  Shaded<Isa> shade(Float x, Float y, Float coverage) const {
+    const Float u = L::absolute(along_.a * x + along_.b * y + along_.c) / along_.norm / length_;
     const Float v =
-        L::absolute(across_.a * px + acrossY_ + across_.c) / across_.norm / baseHalfWidth_;
-    Float value = L::clampUnit(shape(shading_, u, v) * light_.value);
-    if constexpr (kHighQuality) value = value * coverage_.at(x, px);
-    value = value * light_.fullScale;
+        L::absolute(across_.a * x + across_.b * y + across_.c) / across_.norm / baseHalfWidth_;
+    const Float shaped = L::clampUnit(shape(shading_, u, v) * light_.value);
+    const Float value = shaped * coverage * light_.fullScale;
     if constexpr (kRainbow) {
       if (L::any(value > 0.0f)) return {value, rainbowPens(u)};
     }
-    return {value, pens_};
+    return {value, pen_.template inAllLanes<Isa>()};
   }
 
  private:
@@ -115,13 +107,54 @@ class RayShader {
   }
 
   RayLight light_;
-  Pens<Isa> pens_;
+  Pen pen_;
   Hls base_;
   RayLine along_, across_;
   float length_ = 0.0f, baseHalfWidth_ = 0.0f;
   RayShading shading_ = RayShading::Axis;
-  float baseY_ = 0.0f, acrossY_ = 0.0f;
-  EdgeCoverage<Isa> coverage_;
+};
+
+/// Shades the pixels beside an edge of a ray.
+template <class Isa, class RayShader>
+class RayBandShader {
+ public:
+  explicit RayBandShader(const RayShader& ray) : ray_(ray) {}
+
+  void setBand(const EdgeBand& band) { band_ = &band; }
+
+  Shaded<Isa> shade(typename Lanes<Isa>::Int columns, typename Lanes<Isa>::Float y) const {
+    const auto x = Lanes<Isa>::toFloat(columns);
+    return ray_.shade(x, y, band_->coverage<Isa>(x, y));
+  }
+
+ private:
+  const RayShader& ray_;
+  const EdgeBand* band_ = nullptr;
+};
+
+/// Plots the bands on one side of a ray.
+template <BlendRule kRule, class Pixels, class Isa, class RayShader>
+class RayBandPlotter {
+ public:
+  RayBandPlotter(const RayShader& ray, const EdgeBand* bands, RunPieces<Isa>& pieces)
+      : bands_(bands), shader_(ray), plotter_(shader_, pieces) {}
+
+  void plot(std::int32_t edge, std::uint8_t* pixels, std::int32_t column, std::int32_t count,
+            float row) {
+    if (edge != edge_) {
+      plotter_.finish();
+      shader_.setBand(bands_[edge]);
+      edge_ = edge;
+    }
+    plotter_.plotShort(pixels, column, count, row);
+  }
+  void finish() { plotter_.finish(); }
+
+ private:
+  const EdgeBand* bands_;
+  RayBandShader<Isa, RayShader> shader_;
+  RunPlotter<kRule, Pixels, Isa, RayBandShader<Isa, RayShader>> plotter_;
+  std::int32_t edge_ = -1;
 };
 
 /// Whether the ray cannot touch the frame's columns. A ray that ends less than a pixel above the
@@ -133,34 +166,35 @@ class RayShader {
 }
 
 template <BlendRule kRule, class Pixels, class Isa, bool kHighQuality, class Shader>
-[[gnu::flatten]] void paintRay(const Layer layer, const RayShape& ray, Shader shader) {
-  if (liesBeside(ray, layer)) return;
-  shader.beginRay(ray);
+[[gnu::flatten]] void paintRay(const Layer layer, const RayShape& ray, const Shader& shader) {
+  EdgeBand bands[std::size(ray.edges)];
+  if (kHighQuality) {
+    for (std::int32_t i = 0; i < ray.edgeCount; ++i) bands[i] = EdgeBand(ray.edges[i]);
+  }
+  RunPieces<Isa> pieces[3];
+  RunPlotter<kRule, Pixels, Isa, Shader> full(shader, pieces[0]);
+  RayBandPlotter<kRule, Pixels, Isa, Shader> left(shader, bands, pieces[1]),
+      right(shader, bands, pieces[2]);
+  const RayRows<Isa> rows(ray, kHighQuality ? bands : nullptr, layer.width);
   RaySpans<Isa> spans;
-  std::int32_t leftIndex = 0;
-  std::int32_t rightIndex = ray.edgeCount - 1;
   std::int32_t y = std::min(truncToInt(ray.edges[0].start.y), layer.height - 1);
   while (y >= 0 && static_cast<float>(y) > ray.yMin) {
-    const float top = static_cast<float>(y);
-    while (leftIndex < ray.edgeCount - 1 && top <= ray.edges[leftIndex].end.y) ++leftIndex;
-    while (rightIndex > 0 && top <= ray.edges[rightIndex].start.y) --rightIndex;
-    const RayEdge& left = ray.edges[leftIndex];
-    const RayEdge& right = ray.edges[rightIndex];
-    shader.beginEdges(left, right);
-    const RayRows<Isa> rows(left, right);
-    // The rows down to the next corner.
-    float corner = ray.yMin;
-    if (leftIndex < ray.edgeCount - 1) corner = std::max(corner, left.end.y);
-    if (rightIndex > 0) corner = std::max(corner, right.start.y);
-    while (y >= 0 && static_cast<float>(y) > corner) {
-      rows.find(y - Lanes<Isa>::steps(0), kHighQuality, layer.width, spans);
-      for (int i = 0; i < spans.kRows && y >= 0 && static_cast<float>(y) > corner; ++i, --y) {
-        shader.beginRow(static_cast<float>(y), spans, i);
-        plotRun<kRule, Pixels, Isa>(layer.at(spans.begin[i], y), spans.begin[i],
-                                    spans.end[i] - spans.begin[i], shader);
+    rows.find(y - Lanes<Isa>::steps(0), spans);
+    for (int i = 0; i < spans.kRows && y >= 0 && static_cast<float>(y) > ray.yMin; ++i, --y) {
+      const auto pixels = [&](const ColumnSpans<Isa>& of) { return layer.at(of.begin[i], y); };
+      const float row = static_cast<float>(y);
+      full.plot(pixels(spans.full), spans.full.begin[i], spans.full.count(i), row);
+      if constexpr (kHighQuality) {
+        left.plot(spans.leftEdge[i], pixels(spans.left), spans.left.begin[i], spans.left.count(i),
+                  row);
+        right.plot(spans.rightEdge[i], pixels(spans.right), spans.right.begin[i],
+                   spans.right.count(i), row);
       }
     }
   }
+  full.finish();
+  left.finish();
+  right.finish();
 }
 
 /// Whether no ray of a star can touch the frame, whatever its angle.
@@ -171,17 +205,6 @@ template <BlendRule kRule, class Pixels, class Isa, bool kHighQuality, class Sha
   const float reach = 1.01f * (size + 1.5f * std::fabs(width)) + 16.0f;
   return y + reach < 0.0f || y - reach > static_cast<float>(layer.height) ||
          (y > 1.0f && (x + reach < 0.0f || x - reach > static_cast<float>(layer.width)));
-}
-
-template <class Isa, bool kHighQuality, bool kRainbow>
-auto rayShader(const RayLight& light) {
-  using Shader = RayShader<Isa, kHighQuality, kRainbow>;
-  if constexpr (HasHalf<Isa> && !kRainbow) {
-    using Narrow = RayShader<typename Isa::Half, kHighQuality, kRainbow>;
-    return HalvingShader<Shader, Narrow>{Shader(light), Narrow(light)};
-  } else {
-    return Shader(light);
-  }
 }
 
 template <class Isa>
@@ -200,24 +223,26 @@ void paintRayStar(Drawing& drawing, StarType type, float x, float y, float size,
     rainbowOn = false;
   }
   const RayLight light{color, value, layer.fullScale(), shift};
-  const auto paint = [&]<bool kHighQuality>(const auto& shader) {
+  const auto paint = [&]<bool kHighQuality, bool kRainbow>() {
+    RayShader<Isa, kRainbow> shader(light);
     RayShape ray;
     const float step = 360.0f / rays;
     float angle = angleDegrees;
     withRule<Isa>(drawing.blendRule, layer.deep, [&]<BlendRule kRule, class Pixels>() {
       for (std::int32_t i = 0; static_cast<float>(i) < rays; ++i, angle += step) {
-        if (buildRay(ray, type, {x, y}, size, width, angle, drawing.state.currentRandomFactor)) {
+        if (buildRay(ray, type, {x, y}, size, width, angle, drawing.state.currentRandomFactor) &&
+            !liesBeside(ray, layer)) {
+          shader.beginRay(ray);
           paintRay<kRule, Pixels, Isa, kHighQuality>(layer, ray, shader);
         }
       }
     });
   };
   if (drawing.settings.highQuality) {
-    rainbowOn ? paint.template operator()<true>(rayShader<Isa, true, true>(light))
-              : paint.template operator()<true>(rayShader<Isa, true, false>(light));
+    rainbowOn ? paint.template operator()<true, true>() : paint.template operator()<true, false>();
   } else {
-    rainbowOn ? paint.template operator()<false>(rayShader<Isa, false, true>(light))
-              : paint.template operator()<false>(rayShader<Isa, false, false>(light));
+    rainbowOn ? paint.template operator()<false, true>()
+              : paint.template operator()<false, false>();
   }
 }
 

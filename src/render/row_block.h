@@ -19,8 +19,7 @@ struct RowBlock {
   using L = Lanes<Isa>;
   static constexpr int kRows = L::kCount;
 
-  alignas(64) std::int32_t y[kRows];  // of the frame
-  alignas(64) float offset[kRows];    // whatever the sprite's shader needs to know of the row
+  alignas(64) float row[kRows];              // what the sprite's shader needs to know of it
   alignas(64) std::int32_t begin[2][kRows];  // at most two stretches, in order
   alignas(64) std::int32_t end[2][kRows];
 

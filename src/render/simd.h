@@ -14,14 +14,8 @@ struct VectorOf {
   typedef T Type __attribute__((vector_size(kLanes * sizeof(T))));
 };
 
-/// Whether an instruction set offers lanes of half its width for what fits into them.
-template <class Isa>
-concept HasHalf = requires {
-  typename Isa::Half;
-};
-
 /// `Isa` gives the number of lanes and the operations that vector arithmetic alone does not
-/// express: minimum, maximum, squareRoot, any, loadWords and storeWords.
+/// express: minimum, maximum, squareRoot, any, and all that takes a mask.
 template <class Isa>
 struct Lanes {
   static constexpr int kCount = Isa::kLanes;
@@ -29,11 +23,11 @@ struct Lanes {
   using Int = typename VectorOf<std::int32_t, kCount>::Type;
   using Word = typename VectorOf<std::uint32_t, kCount>::Type;
 
-  static Float splat(float value) { return Float{} + value; }
+  static Float splat(float value) { return value - Float{}; }
 
   /// first, first + 1, first + 2 ...
   static Int steps(std::int32_t first) {
-    Int index;
+    Int index{};
     for (int i = 0; i < kCount; ++i) index[i] = i;
     return index + first;
   }
@@ -48,19 +42,45 @@ struct Lanes {
   static void store(float* to, Float v) { std::memcpy(to, &v, sizeof v); }
   static void store(std::int32_t* to, Int v) { std::memcpy(to, &v, sizeof v); }
 
-  /// The first `count` words, 0 <= count <= kCount; nothing behind them is touched. The other lanes
-  /// of a load are 0.
-  static Word loadWords(const void* from, int count) {
-    return reinterpret_cast<Word>(Isa::loadWords(from, count));
+  static Word loadWords(const void* from) {
+    Word words;
+    std::memcpy(&words, from, sizeof words);
+    return words;
   }
-  static void storeWords(void* to, Word words, int count) {
-    Isa::storeWords(to, reinterpret_cast<typename Isa::Words>(words), count);
+  static void storeWords(void* to, Word words) { std::memcpy(to, &words, sizeof words); }
+
+  /// Some of the lanes.
+  using Mask = typename Isa::Mask;
+  using Words = typename Isa::Words;
+
+  /// Lanes first, first + 1 ... first + count - 1, all of which there are.
+  static Mask lanes(int first, int count) { return Isa::lanes(first, count); }
+
+  /// Of two vectors that hold two words for each lane, one behind the other, the words that belong
+  /// to the lanes of the mask.
+  static Mask pairsInFirst(Mask mask) { return Isa::pairsInFirst(mask); }
+  static Mask pairsInSecond(Mask mask) { return Isa::pairsInSecond(mask); }
+
+  /// `a` in the lanes of the mask, `b` elsewhere.
+  template <class Vector>
+  static Vector select(Mask mask, Vector a, Vector b) {
+    return reinterpret_cast<Vector>(
+        Isa::select(mask, reinterpret_cast<Words>(a), reinterpret_cast<Words>(b)));
+  }
+
+  /// The lanes of the mask from memory, and `words` elsewhere. `origin` is where lane 0 lies or
+  /// would lie; only the lanes of the mask are touched.
+  static Word loadWords(Mask mask, const void* origin, Word words) {
+    return reinterpret_cast<Word>(Isa::load(mask, origin, reinterpret_cast<Words>(words)));
+  }
+  static void storeWords(Mask mask, void* origin, Word words) {
+    Isa::store(mask, origin, reinterpret_cast<Words>(words));
   }
 
   static Float squareRoot(Float v) { return Isa::squareRoot(v); }
 
   /// Whether any lane of a comparison's result is set.
-  static bool any(Int mask) { return Isa::any(reinterpret_cast<typename Isa::Words>(mask)); }
+  static bool any(Int mask) { return Isa::any(reinterpret_cast<Words>(mask)); }
 
   /// The lesser; `b` when either is not a number. maximum likewise.
   static Float minimum(Float a, Float b) { return Isa::minimum(a, b); }

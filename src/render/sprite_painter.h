@@ -1,54 +1,50 @@
-// The loop that all sprites on a grid of their own share: rows, the spans of a row, the runs of
-// neighbouring pixels in a span; shade a few pixels, blend them.
+// The loop that all sprites on a grid of their own share: rows and the stretches of a row.
 #pragma once
 
 #include <algorithm>
 #include <cstdint>
-#include <span>
 
-#include "render/blend_kernels.h"
 #include "render/drawing.h"
 #include "render/row_block.h"
+#include "render/run_plotter.h"
 
 namespace brisel {
 
-/// The visible rows of a sprite under one rule. All calls are inlined, so that what the shader
-/// knows stays in registers.
+/// A part of a sprite in which no two steps fall on the same pixel.
 template <BlendRule kRule, class Pixels, class Isa, class Shader>
-[[gnu::flatten]] void paintRows(const Drawing& drawing, const Placement& placement, Shader shader) {
-  const Layer layer = drawing.layer;
-  const IndexRange rows = placement.rows;
-  const std::span<const ColumnRun> runs = drawing.columns;
+[[gnu::flatten]] void paintPart(const Layer& layer, const StepRun& rows, const StepRun& columns,
+                                const Shader& shader) {
   RowBlock<Isa> block;
-  for (std::int32_t first = rows.begin; first < rows.end; first += block.kRows) {
-    const auto steps = Lanes<Isa>::steps(first);
-    Lanes<Isa>::store(block.y, placement.rowMap.pixelsOf<Isa>(steps));
-    shader.beginRows(steps, placement.columns, block);
-    const std::int32_t count = std::min(rows.end - first, block.kRows);
+  RunPieces<Isa> pieces;
+  RunPlotter<kRule, Pixels, Isa, Shader> plotter(shader, pieces);
+  std::uint8_t* pixels = layer.at(columns.pixel, rows.pixel);
+  for (std::int32_t first = 0; first < rows.count; first += block.kRows) {
+    shader.findRows(Lanes<Isa>::steps(rows.step + first), columns.steps(), block);
+    const std::int32_t count = std::min(rows.count - first, block.kRows);
     for (std::int32_t i = 0; i < count; ++i) {
-      shader.beginRow(block.offset[i]);
       for (int stretch = 0; stretch < Shader::kStretches; ++stretch) {
-        for (const ColumnRun& run : runs) {
-          const std::int32_t begin = std::max(block.begin[stretch][i], run.index);
-          const std::int32_t end = std::min(block.end[stretch][i], run.index + run.count);
-          plotRun<kRule, Pixels, Isa>(layer.at(run.column + (begin - run.index), block.y[i]), begin,
-                                      end - begin, shader);
-        }
+        const std::int32_t begin = block.begin[stretch][i];
+        plotter.plot(pixels + (begin - columns.step) * Pixels::kBytes, begin,
+                     block.end[stretch][i] - begin, block.row[i]);
       }
+      pixels += layer.rowBytes;
     }
   }
+  plotter.finish();
 }
 
-/// Paints a sprite that is not wholly off the layer. Beside what plotRun asks of it, the shader
-/// offers
-///   kStretches                             how many of a row's stretches it uses
-///   beginRows(Int rows, IndexRange visible, RowBlock<Isa>& block)   sets offset and stretches
-///   beginRow(float offset)                 of the row to be shaded next
+/// Paints a sprite on the drawing's grid. Beside what RunPlotter asks of it, the shader offers
+///   kStretches   how many of a row's stretches it uses
+///   findRows(Int rows, IndexRange visible, RowBlock<Isa>& block)   sets their row and stretches
 template <class Isa, class Shader>
-void paintSprite(Drawing& drawing, const Placement& placement, const Shader& shader) {
-  collectColumnRuns(placement.columns, placement.columnMap, drawing.columns);
-  withRule<Isa>(drawing.blendRule, drawing.layer.deep, [&]<BlendRule kRule, class Pixels>() {
-    paintRows<kRule, Pixels, Isa>(drawing, placement, shader);
+void paintSprite(const Drawing& drawing, const Shader& shader) {
+  const Layer& layer = drawing.layer;
+  withRule<Isa>(drawing.blendRule, layer.deep, [&]<BlendRule kRule, class Pixels>() {
+    for (const StepRun& rows : drawing.grid.rows) {
+      for (const StepRun& columns : drawing.grid.columns) {
+        paintPart<kRule, Pixels, Isa>(layer, rows, columns, shader);
+      }
+    }
   });
 }
 

@@ -10,6 +10,7 @@ namespace brisel {
 struct Avx2 {
   static constexpr int kLanes = 8;
   using Words = __m256i;
+  using Mask = __m256i;  // each lane all ones or all zeros
 
   static __m256 minimum(__m256 a, __m256 b) { return _mm256_min_ps(a, b); }
   static __m256 maximum(__m256 a, __m256 b) { return _mm256_max_ps(a, b); }
@@ -17,18 +18,24 @@ struct Avx2 {
 
   static bool any(Words mask) { return _mm256_testz_si256(mask, mask) == 0; }
 
-  static Words loadWords(const void* from, int count) {
-    if (count >= kLanes) return _mm256_loadu_si256(static_cast<const __m256i*>(from));
-    return _mm256_maskload_epi32(static_cast<const int*>(from), firstLanes(count));
+  static Mask lanes(int first, int count) {
+    const __m256i lane = _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7);
+    return _mm256_andnot_si256(_mm256_cmpgt_epi32(_mm256_set1_epi32(first), lane),
+                               _mm256_cmpgt_epi32(_mm256_set1_epi32(first + count), lane));
   }
-  static void storeWords(void* to, Words words, int count) {
-    if (count >= kLanes) return _mm256_storeu_si256(static_cast<__m256i*>(to), words);
-    _mm256_maskstore_epi32(static_cast<int*>(to), firstLanes(count), words);
+  static Mask pairsInFirst(Mask mask) {
+    return _mm256_cvtepi32_epi64(_mm256_castsi256_si128(mask));
   }
+  static Mask pairsInSecond(Mask mask) {
+    return _mm256_cvtepi32_epi64(_mm256_extracti128_si256(mask, 1));
+  }
+  static Words select(Mask mask, Words a, Words b) { return _mm256_blendv_epi8(b, a, mask); }
 
- private:
-  static __m256i firstLanes(int count) {
-    return _mm256_cmpgt_epi32(_mm256_set1_epi32(count), _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7));
+  static Words load(Mask mask, const void* origin, Words words) {
+    return select(mask, _mm256_maskload_epi32(static_cast<const int*>(origin), mask), words);
+  }
+  static void store(Mask mask, void* origin, Words words) {
+    _mm256_maskstore_epi32(static_cast<int*>(origin), mask, words);
   }
 };
 

@@ -11,6 +11,7 @@ struct Plain {
   static constexpr int kLanes = 1;
   typedef float Floats __attribute__((vector_size(4)));
   typedef std::uint32_t Words __attribute__((vector_size(4)));
+  using Mask = bool;
 
   static Floats minimum(Floats a, Floats b) { return Floats{a[0] < b[0] ? a[0] : b[0]}; }
   static Floats maximum(Floats a, Floats b) { return Floats{a[0] > b[0] ? a[0] : b[0]}; }
@@ -18,13 +19,17 @@ struct Plain {
 
   static bool any(Words mask) { return mask[0] != 0; }
 
-  static Words loadWords(const void* from, int count) {
-    Words words{};
-    if (count > 0) std::memcpy(&words, from, sizeof words);
+  static Mask lanes(int first, int count) { return first == 0 && count > 0; }
+  static Mask pairsInFirst(Mask mask) { return mask; }
+  static Mask pairsInSecond(Mask mask) { return mask; }
+  static Words select(Mask mask, Words a, Words b) { return mask ? a : b; }
+
+  static Words load(Mask mask, const void* origin, Words words) {
+    if (mask) std::memcpy(&words, origin, sizeof words);
     return words;
   }
-  static void storeWords(void* to, Words words, int count) {
-    if (count > 0) std::memcpy(to, &words, sizeof words);
+  static void store(Mask mask, void* origin, Words words) {
+    if (mask) std::memcpy(origin, &words, sizeof words);
   }
 };
 

@@ -11,6 +11,7 @@ namespace brisel {
 struct Sse2 {
   static constexpr int kLanes = 4;
   using Words = __m128i;
+  using Mask = __m128i;  // each lane all ones or all zeros
 
   static __m128 minimum(__m128 a, __m128 b) { return _mm_min_ps(a, b); }
   static __m128 maximum(__m128 a, __m128 b) { return _mm_max_ps(a, b); }
@@ -18,19 +19,36 @@ struct Sse2 {
 
   static bool any(Words mask) { return _mm_movemask_epi8(mask) != 0; }
 
-  static Words loadWords(const void* from, int count) {
-    if (count >= kLanes) return _mm_loadu_si128(static_cast<const __m128i*>(from));
-    std::uint32_t words[kLanes] = {};
-    const auto* bytes = static_cast<const std::uint8_t*>(from);
-    for (int i = 0; i < kLanes && i < count; ++i) std::memcpy(words + i, bytes + 4 * i, 4);
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(words));
+  static Mask lanes(int first, int count) {
+    const __m128i lane = _mm_setr_epi32(0, 1, 2, 3);
+    return _mm_andnot_si128(_mm_cmplt_epi32(lane, _mm_set1_epi32(first)),
+                            _mm_cmplt_epi32(lane, _mm_set1_epi32(first + count)));
   }
-  static void storeWords(void* to, Words v, int count) {
-    if (count >= kLanes) return _mm_storeu_si128(static_cast<__m128i*>(to), v);
-    std::uint32_t words[kLanes];
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(words), v);
-    auto* bytes = static_cast<std::uint8_t*>(to);
-    for (int i = 0; i < kLanes && i < count; ++i) std::memcpy(bytes + 4 * i, words + i, 4);
+  static Mask pairsInFirst(Mask mask) { return _mm_unpacklo_epi32(mask, mask); }
+  static Mask pairsInSecond(Mask mask) { return _mm_unpackhi_epi32(mask, mask); }
+  static Words select(Mask mask, Words a, Words b) {
+    return _mm_or_si128(_mm_and_si128(mask, a), _mm_andnot_si128(mask, b));
+  }
+
+  static Words load(Mask mask, const void* origin, Words words) {
+    const int lanes = _mm_movemask_ps(_mm_castsi128_ps(mask));
+    const auto* bytes = static_cast<const std::uint8_t*>(origin);
+    std::uint32_t each[kLanes];
+    std::memcpy(each, &words, sizeof words);
+    for (int i = 0; i < kLanes; ++i) {
+      if ((lanes >> i & 1) != 0) std::memcpy(each + i, bytes + 4 * i, 4);
+    }
+    std::memcpy(&words, each, sizeof words);
+    return words;
+  }
+  static void store(Mask mask, void* origin, Words words) {
+    const int lanes = _mm_movemask_ps(_mm_castsi128_ps(mask));
+    auto* bytes = static_cast<std::uint8_t*>(origin);
+    std::uint32_t each[kLanes];
+    std::memcpy(each, &words, sizeof words);
+    for (int i = 0; i < kLanes; ++i) {
+      if ((lanes >> i & 1) != 0) std::memcpy(bytes + 4 * i, each + i, 4);
+    }
   }
 };
 
