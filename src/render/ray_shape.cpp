@@ -30,8 +30,15 @@ HalfWidths quadHalfWidths(StarType type, float width) {
 }
 
 RayEdge edgeBetween(PointF start, PointF end) {
-  return {start, end, std::min(start.x, end.x), std::max(start.x, end.x),
-          std::fabs(end.y - start.y) < 1.0f};
+  const float alongX = end.x - start.x;
+  const float alongY = end.y - start.y;
+  return {start,
+          end,
+          alongX,
+          alongY,
+          std::min(start.x, end.x),
+          std::max(start.x, end.x),
+          std::fabs(alongY) < 1.0f};
 }
 
 /// Lists the edges around `corners` from the corner with the greatest y on, the last such one if

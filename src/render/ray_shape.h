@@ -20,6 +20,7 @@ RayLine lineThrough(PointF p, PointF q);
 struct RayEdge {
   PointF start;
   PointF end;
+  float alongX, alongY;  // from start to end
   float leftX, rightX;
   bool isLevel;  // within one pixel of horizontal
 };

@@ -127,8 +127,7 @@ class RayRows {
   /// Where rows cross the edge; `levelX` is the answer for one within a pixel of horizontal.
   static Float crossings(const RayEdge& edge, float levelX, Float y) {
     if (edge.isLevel) return L::splat(levelX);
-    return edge.start.x +
-           (y - edge.start.y) * (edge.end.x - edge.start.x) / (edge.end.y - edge.start.y);
+    return edge.start.x + (y - edge.start.y) * edge.alongX / edge.alongY;
   }
 
   /// The widths of the bands beside edge `i`, which rows cross at `x`.
