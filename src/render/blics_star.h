@@ -25,6 +25,7 @@ struct Blics {
   float inner;  // ring: where it begins
 };
 
+/// What is drawn is borrowed.
 template <class Isa, BlicsProfile kProfile, bool kRainbow>
 class BlicsShader {
   using L = Lanes<Isa>;
@@ -95,13 +96,13 @@ class BlicsShader {
                            lightness, saturation);
   }
 
-  Blics blics_;
+  const Blics& blics_;
   Pen pen_;
   Hls base_;
 };
 
 template <class Isa, BlicsProfile kProfile>
-void paintBlicsProfile(Drawing& drawing, Blics blics) {
+void paintBlicsProfile(Drawing& drawing, Blics& blics) {
   blics.disc.placeOn(drawing.layer, drawing.grid);
   if (drawing.grid.empty()) return;
   if (drawing.state.rainbowOn && blics.rainbowShift != 0.0f) {

@@ -80,7 +80,7 @@ class SimpleGlowShader {
     return recoloured<Isa>(L::splat(static_cast<float>(base_.hue)), shift, lightness, saturation);
   }
 
-  Glow<Isa> glow_;
+  const Glow<Isa>& glow_;
   Pen pen_;
   Hls base_;
 };
@@ -145,7 +145,7 @@ class FullGlowShader {
             inCore ? pens.blue : turned.blue};
   }
 
-  Glow<Isa> glow_;
+  const Glow<Isa>& glow_;
   Pen pen_;
   float core_;
   float greenRange_, redRange_, blueRange_;

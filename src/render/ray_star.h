@@ -34,23 +34,17 @@ class RayShader {
     if (kRainbow) base_ = rgbToHls(light.color);
   }
 
-  void beginRay(const RayShape& ray) {
-    along_ = ray.base;
-    across_ = ray.across;
-    length_ = ray.length;
-    baseHalfWidth_ = ray.baseHalfWidth;
-    shading_ = ray.shading;
-  }
+  /// The ray to shade from now on, which is borrowed.
+  void setRay(const RayShape& ray) { ray_ = &ray; }
 
   Shaded<Isa> shade(typename L::Int columns, Float y) const {
     return shade(L::toFloat(columns), y, L::splat(1.0f));
   }
 
   Shaded<Isa> shade(Float x, Float y, Float coverage) const {
-    const Float u = L::absolute(along_.a * x + along_.b * y + along_.c) / along_.norm / length_;
-    const Float v =
-        L::absolute(across_.a * x + across_.b * y + across_.c) / across_.norm / baseHalfWidth_;
-    const Float shaped = L::clampUnit(shape(shading_, u, v) * light_.value);
+    const Float u = distance(ray_->base, x, y) / ray_->length;
+    const Float v = distance(ray_->across, x, y) / ray_->baseHalfWidth;
+    const Float shaped = L::clampUnit(shape(ray_->shading, u, v) * light_.value);
     const Float value = shaped * coverage * light_.fullScale;
     if constexpr (kRainbow) {
       if (L::any(value > 0.0f)) return {value, rainbowPens(u)};
@@ -59,6 +53,10 @@ class RayShader {
   }
 
  private:
+  static Float distance(const RayLine& line, Float x, Float y) {
+    return L::absolute(line.a * x + line.b * y + line.c) / line.norm;
+  }
+
   static Float shape(RayShading shading, Float u, Float v) {
     switch (shading) {
       case RayShading::Soft: {
@@ -85,10 +83,10 @@ class RayShader {
     const float start = 0.5f - std::min(0.5f, strength / 5000.0f);
     const Float p = L::maximum(u - start, Float{});
     const Float square = p * p;
-    const float gain = shading_ == RayShading::Axis ? 5.0f : 2.0f;
+    const float gain = ray_->shading == RayShading::Axis ? 5.0f : 2.0f;
     const Float saturation = static_cast<float>(base_.saturation) + gain * p * strength;
     Float loss;
-    switch (shading_) {
+    switch (ray_->shading) {
       case RayShading::Soft:
         loss = 4.0f * square * strength;
         break;
@@ -100,7 +98,7 @@ class RayShader {
         break;
     }
     const Float lightness = static_cast<float>(base_.lightness) - loss;
-    const Float turn = shading_ == RayShading::Side ? p : square;
+    const Float turn = ray_->shading == RayShading::Side ? p : square;
     return recoloured<Isa>(L::splat(static_cast<float>(base_.hue)), turn * light_.rainbowShift,
                            L::maximum(lightness, L::splat(120.0f)),
                            L::minimum(saturation, L::splat(240.0f)));
@@ -109,9 +107,7 @@ class RayShader {
   RayLight light_;
   Pen pen_;
   Hls base_;
-  RayLine along_, across_;
-  float length_ = 0.0f, baseHalfWidth_ = 0.0f;
-  RayShading shading_ = RayShading::Axis;
+  const RayShape* ray_ = nullptr;
 };
 
 /// Shades the pixels beside an edge of a ray.
@@ -167,6 +163,10 @@ class RayBandPlotter {
 
 template <BlendRule kRule, class Pixels, class Isa, bool kHighQuality, class Shader>
 [[gnu::flatten]] void paintRay(const Layer layer, const RayShape& ray, const Shader& shader) {
+  const std::int32_t top = std::min(truncToInt(ray.edges[0].start.y), layer.height - 1);
+  if (top < 0 || !(static_cast<float>(top) > ray.yMin)) return;
+  const std::int32_t last = ray.yMin < 0.0f ? 0 : truncToInt(ray.yMin) + 1;
+  constexpr std::ptrdiff_t kBytes = Pixels::kBytes;
   EdgeBand bands[std::size(ray.edges)];
   if (kHighQuality) {
     for (std::int32_t i = 0; i < ray.edgeCount; ++i) bands[i] = EdgeBand(ray.edges[i]);
@@ -177,18 +177,18 @@ template <BlendRule kRule, class Pixels, class Isa, bool kHighQuality, class Sha
       right(shader, bands, pieces[2]);
   const RayRows<Isa> rows(ray, kHighQuality ? bands : nullptr, layer.width);
   RaySpans<Isa> spans;
-  std::int32_t y = std::min(truncToInt(ray.edges[0].start.y), layer.height - 1);
-  while (y >= 0 && static_cast<float>(y) > ray.yMin) {
-    rows.find(y - Lanes<Isa>::steps(0), spans);
-    for (int i = 0; i < spans.kRows && y >= 0 && static_cast<float>(y) > ray.yMin; ++i, --y) {
-      const auto pixels = [&](const ColumnSpans<Isa>& of) { return layer.at(of.begin[i], y); };
-      const float row = static_cast<float>(y);
-      full.plot(pixels(spans.full), spans.full.begin[i], spans.full.count(i), row);
+  std::uint8_t* pixels = layer.at(0, top);
+  for (std::int32_t first = top; first >= last; first -= spans.kRows) {
+    rows.find(first - Lanes<Isa>::steps(0), spans);
+    const std::int32_t count = std::min(first - last + 1, spans.kRows);
+    for (std::int32_t i = 0; i < count; ++i, pixels -= layer.rowBytes) {
+      const float row = static_cast<float>(first - i);
+      const auto at = [&](const ColumnSpans<Isa>& of) { return pixels + of.begin[i] * kBytes; };
+      full.plot(at(spans.full), spans.full.begin[i], spans.full.count(i), row);
       if constexpr (kHighQuality) {
-        left.plot(spans.leftEdge[i], pixels(spans.left), spans.left.begin[i], spans.left.count(i),
-                  row);
-        right.plot(spans.rightEdge[i], pixels(spans.right), spans.right.begin[i],
-                   spans.right.count(i), row);
+        left.plot(spans.leftEdge[i], at(spans.left), spans.left.begin[i], spans.left.count(i), row);
+        right.plot(spans.rightEdge[i], at(spans.right), spans.right.begin[i], spans.right.count(i),
+                   row);
       }
     }
   }
@@ -232,7 +232,7 @@ void paintRayStar(Drawing& drawing, StarType type, float x, float y, float size,
       for (std::int32_t i = 0; static_cast<float>(i) < rays; ++i, angle += step) {
         if (buildRay(ray, type, {x, y}, size, width, angle, drawing.state.currentRandomFactor) &&
             !liesBeside(ray, layer)) {
-          shader.beginRay(ray);
+          shader.setRay(ray);
           paintRay<kRule, Pixels, Isa, kHighQuality>(layer, ray, shader);
         }
       }
