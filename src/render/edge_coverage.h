@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "render/ray_shape.h"
 #include "render/simd.h"
@@ -39,15 +40,12 @@ class EdgeBand {
 
   /// How far from the edge, along a row, coverage has faded out for certain; infinite beside a
   /// horizontal edge.
-  float reach() const {
-    // The rounding of distances grows with the coordinates.
-    const float slack = (std::fabs(edge_->start.x) + std::fabs(edge_->start.y) +
-                         std::fabs(edge_->end.x) + std::fabs(edge_->end.y)) *
-                        0x1p-18f;
-    return (2.002f + slack) * line_.norm / std::fabs(edge_->alongY) + 0.05f + slack;
-  }
+  float reach() const { return fadeOut() * line_.norm / std::fabs(edge_->alongY) + 0.05f; }
 
-  bool isPoint() const { return edge_->alongX == 0.0f && edge_->alongY == 0.0f; }
+  /// The x beyond which nothing is covered for certain. An edge so short that its corners coincide
+  /// covers its whole band.
+  float leftEnd() const { return isPoint() ? -kEverywhere : edge_->leftX - fadeOut(); }
+  float rightEnd() const { return isPoint() ? kEverywhere : edge_->rightX + fadeOut(); }
 
   /// Whether the edge rises so steeply that its band is the narrowest: by less than the slope at
   /// which twice a row's shift exceeds the least width.
@@ -57,6 +55,18 @@ class EdgeBand {
   }
 
  private:
+  static constexpr float kEverywhere = std::numeric_limits<float>::infinity();
+
+  bool isPoint() const { return edge_->alongX == 0.0f && edge_->alongY == 0.0f; }
+
+  /// The distance at which coverage has faded out: two pixels, and what distances are rounded by,
+  /// which grows with the coordinates.
+  float fadeOut() const {
+    const float extent = std::fabs(edge_->start.x) + std::fabs(edge_->start.y) +
+                         std::fabs(edge_->end.x) + std::fabs(edge_->end.y);
+    return 2.01f + extent * 0x1p-18f;
+  }
+
   const RayEdge* edge_ = nullptr;
   RayLine line_;
   float lengthSquare_ = 0.0f;

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
 
 #include "render/edge_coverage.h"
 #include "render/ray_shape.h"
@@ -74,12 +73,9 @@ class RayRows {
       side.x = here ? x : side.x;
       side.edge = here ? Int{} + i : side.edge;
       if (bands_ != nullptr) {
-        // Nothing is covered more than two pixels from the edge's box, except that an edge whose
-        // corners coincide covers its whole band.
-        const float clear = bands_[i].isPoint() ? -kEverywhere : edge.leftX - 2.0f;
-        const Float covered = L::maximum(L::splat(clear), x - bands_[i].reach());
         const Float band = x - bandWidths(i, edge.leftX, x, y);
-        side.bandEnd = here ? greater(truncated(band), floored(covered)) : side.bandEnd;
+        const Float covered = L::maximum(L::splat(bands_[i].leftEnd()), x - bands_[i].reach());
+        side.bandEnd = here ? greater(truncated(band), -floored(-covered)) : side.bandEnd;
       }
     }
     return side;
@@ -97,10 +93,9 @@ class RayRows {
       side.x = here ? x : side.x;
       side.edge = here ? Int{} + i : side.edge;
       if (bands_ != nullptr) {
-        const float clear = bands_[i].isPoint() ? kEverywhere : edge.rightX + 2.0f;
-        const Float covered = L::minimum(L::splat(clear), x + bands_[i].reach());
         const Float band = x + bandWidths(i, edge.rightX, x, y);
-        side.bandEnd = here ? lesser(floored(band), floored(covered + 1.0f)) : side.bandEnd;
+        const Float covered = L::minimum(L::splat(bands_[i].rightEnd()), x + bands_[i].reach());
+        side.bandEnd = here ? floored(L::minimum(band, covered)) : side.bandEnd;
       }
     }
     return side;
@@ -137,8 +132,6 @@ class RayRows {
     const Float shift = L::absolute(x - crossings(ray_.edges[i], levelX, y - 1.0f));
     return L::maximum(2.0f * shift, least);
   }
-
-  static constexpr float kEverywhere = std::numeric_limits<float>::infinity();
 
   const RayShape& ray_;
   const EdgeBand* bands_;
