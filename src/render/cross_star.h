@@ -19,6 +19,7 @@ template <class Isa, bool kTextured, bool kRainbow>
 class CrossShader {
   using L = Lanes<Isa>;
   using Float = typename L::Float;
+  using Int = typename L::Int;
 
  public:
   CrossShader(const Drawing& drawing, float radius, float x, float y, float angle, Rgb color,
@@ -34,27 +35,37 @@ class CrossShader {
         byteScale_(drawing.layer.deep ? kDeepPerByte : 1.0f),
         rainbowShift_(drawing.state.rainbowShift),
         textureMix_(drawing.state.textureMix),
-        texture_(drawing.state.textureScale) {
+        texture_(drawing.state.textureScale),
+        gaps_{gapAt(1.0f, 1.0f), gapAt(1.0f, -1.0f), gapAt(-1.0f, 1.0f), gapAt(-1.0f, -1.0f)} {
     if (kRainbow) base_ = rgbToHls(color);
+    std::ranges::sort(gaps_, {}, &PointF::x);
   }
 
-  static constexpr int kStretches = 1;
-  void findRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
+  static constexpr int kStretches = 5;
+  void findRows(Int rows, IndexRange visible, RowBlock<Isa>& block) const {
     const Float ny = top_ + L::toFloat(rows) / radius_;
     L::store(block.row, ny);
-    // The star lies in the unit circle; the slack covers the rounding of a pixel's own test.
-    const Float square = 1.0001f - ny * ny;
+    // The star lies in the unit circle, less four unit circles around the corners of a square. The
+    // slack covers the rounding of a pixel's own test.
+    constexpr float kSlack = 0.0001f;
+    const Float square = 1.0f + kSlack - ny * ny;
     const Float half = L::squareRoot(L::maximum(square, Float{}));
-    const auto step = [&](Float nx) {
-      constexpr float kMost = 2147483520.0f;  // that an integer can hold
-      return L::clamp(L::toInt(L::clamp((nx - left_) * radius_, -kMost, kMost)), visible.begin,
-                      visible.end);
-    };
-    const auto begin = step(-half);
-    block.setStretch(0, {begin, square < 0.0f ? begin : step(half + 1.0f / radius_)});
+    Int begin = stepsAt(-half, visible);
+    const Int end = square < 0.0f ? begin : stepsAt(half + 1.0f / radius_, visible);
+    for (int i = 0; i < kGaps; ++i) {
+      const Float dy = ny - gaps_[i].y;
+      const Float gapSquare = 1.0f - kSlack - dy * dy;
+      const Float gapHalf = L::squareRoot(L::maximum(gapSquare, Float{}));
+      const Int gapBegin = stepsAt(gaps_[i].x - gapHalf + 1.0f / radius_, visible);
+      const Int gapEnd = stepsAt(gaps_[i].x + gapHalf + 1.0f / radius_, visible);
+      const Int isGap = (gapSquare > 0.0f) & (gapEnd - gapBegin >= kLeastGap);
+      block.setStretch(i, {begin, isGap ? L::lesser(gapBegin, end) : begin});
+      begin = isGap ? L::greater(gapEnd, begin) : begin;
+    }
+    block.setStretch(kGaps, {begin, end});
   }
 
-  Shaded<Isa> shade(typename L::Int steps, Float ny) const {
+  Shaded<Isa> shade(Int steps, Float ny) const {
     const Float nx = left_ + L::toFloat(steps) / radius_;
     const Float k = L::clampUnit(shape(nx, ny) * value_);
     if constexpr (!kTextured && !kRainbow) return {k * fullScale_, pen_.template inAllLanes<Isa>()};
@@ -74,6 +85,18 @@ class CrossShader {
   }
 
  private:
+  static constexpr int kGaps = 4;
+  static constexpr std::int32_t kLeastGap = 4;  // pixels that are worth a stretch more
+
+  /// The unrotated place of (u, v).
+  PointF gapAt(float u, float v) const { return {u * cos_ + v * sin_, v * cos_ - u * sin_}; }
+
+  Int stepsAt(Float nx, IndexRange visible) const {
+    constexpr float kMost = 2147483520.0f;  // that an integer can hold
+    const Float steps = L::clamp((nx - left_) * radius_, -kMost, kMost);
+    return L::clamp(L::toInt(steps), visible.begin, visible.end);
+  }
+
   Float shape(Float nx, Float ny) const {
     const Float u = nx * cos_ - ny * sin_;
     const Float v = nx * sin_ + ny * cos_;
@@ -113,6 +136,7 @@ class CrossShader {
   float rainbowShift_;
   float textureMix_;
   CrossTexture texture_;
+  PointF gaps_[kGaps];  // centres, from left to right
 };
 
 template <class Isa>

@@ -47,7 +47,7 @@ class RayRows {
     set(spans.full, fullFirst, floored(right.x));
     if (bands_ == nullptr) return;
     set(spans.left, left.bandEnd, floored(left.x));
-    set(spans.right, greater(truncated(right.x + 1.0f), fullFirst), right.bandEnd);
+    set(spans.right, L::greater(truncated(right.x + 1.0f), fullFirst), right.bandEnd);
     L::store(spans.leftEdge, left.edge);
     L::store(spans.rightEdge, right.edge);
   }
@@ -75,7 +75,7 @@ class RayRows {
       if (bands_ != nullptr) {
         const Float band = x - bandWidths(i, edge.leftX, x, y);
         const Float covered = L::maximum(L::splat(bands_[i].leftEnd()), x - bands_[i].reach());
-        side.bandEnd = here ? greater(truncated(band), -floored(-covered)) : side.bandEnd;
+        side.bandEnd = here ? L::greater(truncated(band), -floored(-covered)) : side.bandEnd;
       }
     }
     return side;
@@ -102,12 +102,9 @@ class RayRows {
   }
 
   void set(ColumnSpans<Isa>& columns, Int first, Int last) const {
-    L::store(columns.begin, greater(first, Int{}));
-    L::store(columns.end, lesser(last, Int{} + (frameWidth_ - 1)) + 1);
+    L::store(columns.begin, L::greater(first, Int{}));
+    L::store(columns.end, L::lesser(last, Int{} + (frameWidth_ - 1)) + 1);
   }
-
-  static Int lesser(Int a, Int b) { return a < b ? a : b; }
-  static Int greater(Int a, Int b) { return a > b ? a : b; }
 
   /// Saturates, as truncToInt does.
   static Int truncated(Float v) {

@@ -19,10 +19,12 @@ struct RowBlock {
   using L = Lanes<Isa>;
   static constexpr int kRows = L::kCount;
 
-  alignas(64) float row[kRows];              // what the sprite's shader needs to know of it
-  alignas(64) std::int32_t begin[2][kRows];  // at most two stretches, in order
-  alignas(64) std::int32_t end[2][kRows];
+  static constexpr int kMostStretches = 5;
+  alignas(64) float row[kRows];  // what the sprite's shader needs to know of it
+  alignas(64) std::int32_t begin[kMostStretches][kRows];
+  alignas(64) std::int32_t end[kMostStretches][kRows];
 
+  /// Stretches lie in order and apart from each other.
   void setStretch(int stretch, const StepLanes<Isa>& steps) {
     L::store(begin[stretch], steps.begin);
     L::store(end[stretch], steps.end);

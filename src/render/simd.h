@@ -95,9 +95,10 @@ struct Lanes {
     return minimum(maximum(v, splat(low)), splat(high));
   }
 
+  static Int lesser(Int a, Int b) { return a < b ? a : b; }
+  static Int greater(Int a, Int b) { return a > b ? a : b; }
   static Int clamp(Int v, std::int32_t low, std::int32_t high) {
-    v = v < low ? Int{} + low : v;
-    return v > high ? Int{} + high : v;
+    return lesser(greater(v, Int{} + low), Int{} + high);
   }
 
   /// Clamps to [0, 1]; not-a-number becomes 0.
