@@ -14,12 +14,11 @@ namespace brisel {
 /// ends.
 class EdgeBand {
  public:
-  EdgeBand() = default;
   /// The edge is borrowed.
-  explicit EdgeBand(const RayEdge& edge)
-      : edge_(&edge),
-        line_(lineThrough(edge.start, edge.end)),
-        lengthSquare_(edge.alongX * edge.alongX + edge.alongY * edge.alongY) {}
+  void setEdge(const RayEdge& edge) {
+    edge_ = &edge;
+    line_ = lineThrough(edge.start, edge.end);
+  }
 
   template <class Isa>
   typename Lanes<Isa>::Float coverage(typename Lanes<Isa>::Float x,
@@ -28,7 +27,7 @@ class EdgeBand {
     const auto startX = x - edge_->start.x;
     const auto startY = y - edge_->start.y;
     const auto along = startX * edge_->alongX + startY * edge_->alongY;
-    const auto beside = (along >= 0.0f) & (along <= lengthSquare_);
+    const auto beside = (along >= 0.0f) & (along <= edge_->lengthSquare);
     const auto off = L::absolute(line_.a * x + line_.b * y + line_.c) / line_.norm;
     const auto besideIt = L::clampUnit(1.0f - off / 2.0f);
     if (!L::any(!beside)) return besideIt;
@@ -69,7 +68,6 @@ class EdgeBand {
 
   const RayEdge* edge_ = nullptr;
   RayLine line_;
-  float lengthSquare_ = 0.0f;
 };
 
 }  // namespace brisel

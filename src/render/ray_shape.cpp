@@ -36,6 +36,7 @@ RayEdge edgeBetween(PointF start, PointF end) {
           end,
           alongX,
           alongY,
+          alongX * alongX + alongY * alongY,
           std::min(start.x, end.x),
           std::max(start.x, end.x),
           std::fabs(alongY) < 1.0f};

@@ -21,6 +21,7 @@ struct RayEdge {
   PointF start;
   PointF end;
   float alongX, alongY;  // from start to end
+  float lengthSquare;
   float leftX, rightX;
   bool isLevel;  // within one pixel of horizontal
 };

@@ -169,7 +169,7 @@ template <BlendRule kRule, class Pixels, class Isa, bool kHighQuality, class Sha
   constexpr std::ptrdiff_t kBytes = Pixels::kBytes;
   EdgeBand bands[std::size(ray.edges)];
   if (kHighQuality) {
-    for (std::int32_t i = 0; i < ray.edgeCount; ++i) bands[i] = EdgeBand(ray.edges[i]);
+    for (std::int32_t i = 0; i < ray.edgeCount; ++i) bands[i].setEdge(ray.edges[i]);
   }
   RunPieces<Isa> pieces[3];
   RunPlotter<kRule, Pixels, Isa, Shader> full(shader, pieces[0]);
