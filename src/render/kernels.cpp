@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "render/isa/kernels_of.h"
+#include "render/isa/kernel_tables.h"
 
 namespace brisel {
 namespace {

@@ -4,7 +4,7 @@
 #include "render/blics_star.h"
 #include "render/cross_star.h"
 #include "render/glow_star.h"
-#include "render/kernels.h"
+#include "render/isa/kernel_tables.h"
 #include "render/mix_kernels.h"
 #include "render/ray_star.h"
 
@@ -21,10 +21,5 @@ constexpr Kernels kernelsOf(const char* name) {
           plotValues<Isa>,
           mixLayers<Isa>};
 }
-
-extern const Kernels kPlainKernels;
-extern const Kernels kSse2Kernels;
-extern const Kernels kAvx2Kernels;
-extern const Kernels kAvx512Kernels;
 
 }  // namespace brisel
