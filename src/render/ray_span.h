@@ -101,9 +101,10 @@ class RayRows {
     return side;
   }
 
+  /// Ends of empty spans stay near the frame, too: edges prolonged to row 0 may cross it far apart.
   void set(ColumnSpans<Isa>& columns, Int first, Int last) const {
-    L::store(columns.begin, L::greater(first, Int{}));
-    L::store(columns.end, L::lesser(last, Int{} + (frameWidth_ - 1)) + 1);
+    L::store(columns.begin, L::clamp(first, 0, frameWidth_));
+    L::store(columns.end, L::clamp(last + 1, 0, frameWidth_));
   }
 
   /// Saturates, as truncToInt does.

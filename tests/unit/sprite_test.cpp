@@ -170,6 +170,23 @@ TEST(Sprites, RaysJustAboveTheFrame) {
   }
 }
 
+// The edges of a ray as wide as this, prolonged to row 0, cross it in the wrong order and farther
+// apart than an integer can tell.
+TEST(Sprites, HugeRaysJustAboveTheFrame) {
+  const unit::Frame empty(kWidth, 5, false);
+  for (const brisel::Kernels* kernels : brisel::availableKernels()) {
+    SCOPED_TRACE(kernels->name);
+    unit::Frame frame = empty;
+    unit::Scene scene;
+    frame.becomeOutputOf(scene.settings);
+    brisel::RandomGenerator random;
+    Drawing d{scene.settings, random, scene.state, brisel::outputLayer(scene.settings),
+              scene.rule,     kernels};
+    drawRayStar(d, StarType::Type1, 30.0f, -2.0f, 1.1f, 2e9f, 0.0f, 1.0f, {255, 0, 0}, 1.0f);
+    expectSame(frame, empty);
+  }
+}
+
 // Numbers that no setting gives: nothing outside the frame is touched, and the work stays bounded
 // by the frame's size.
 TEST(Sprites, AbsurdNumbersAreHarmless) {
