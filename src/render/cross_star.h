@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "engine/trigonometry.h"
 #include "render/cross_texture.h"
@@ -38,7 +39,10 @@ class CrossShader {
         texture_(drawing.state.textureScale),
         gaps_{gapAt(1.0f, 1.0f), gapAt(1.0f, -1.0f), gapAt(-1.0f, 1.0f), gapAt(-1.0f, -1.0f)} {
     if (kRainbow) base_ = rgbToHls(color);
-    std::ranges::sort(gaps_, {}, &PointF::x);
+    // By hand: a library's sort would be compiled out of line, for the wide sets as well.
+    for (int i = 1; i < kGaps; ++i) {
+      for (int j = i; j > 0 && gaps_[j].x < gaps_[j - 1].x; --j) std::swap(gaps_[j], gaps_[j - 1]);
+    }
   }
 
   static constexpr int kStretches = 5;
