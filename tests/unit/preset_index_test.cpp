@@ -179,17 +179,10 @@ TEST_F(BmpFileTest, RefusesWhatItCannotHold) {
   for (const int bits : {32, 16, 4, 1, 0}) {
     EXPECT_FALSE(load(bitmap(bits, 3, 2, std::string(64, 'x'), 54)).pixels) << bits;
   }
-  constexpr std::int32_t kMost = 0x7FFFFFFF;
   for (const int bits : {24, 8}) {
     const std::uint32_t data = bits == 24 ? 54 : 1078;
-    for (const std::int32_t size : {0, -1, -3, kMost, -kMost - 1, 65536, 0x55555556}) {
-      EXPECT_FALSE(load(bitmap(bits, size, 2, rows(bits), data)).pixels) << size;
-      EXPECT_FALSE(load(bitmap(bits, 3, size, rows(bits), data)).pixels) << size;
-      EXPECT_FALSE(load(bitmap(bits, size, size, rows(bits), data)).pixels) << size;
-    }
-    for (const std::uint32_t offset : {0xFFFFFFFFu, 0x80000000u, 0x7FFFFFFFu, 5000u}) {
-      EXPECT_FALSE(load(bitmap(bits, 3, 2, rows(bits), offset)).pixels) << offset;
-    }
+    EXPECT_FALSE(load(bitmap(bits, 3, 0, rows(bits), data)).pixels) << "no rows";
+    EXPECT_FALSE(load(bitmap(bits, 3, 2, rows(bits), data | 1u << 31)).pixels) << "pixels beyond";
     const std::string whole = bitmap(bits, bits == 24 ? 3 : 6, 2, rows(bits), data);
     const std::size_t padding = bits == 24 ? 3 : 2;
     for (std::size_t length = 0; length < whole.size(); ++length) {
