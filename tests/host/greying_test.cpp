@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
-#include <utility>
 #include <vector>
 
 #include "hosted_effect.h"
@@ -185,15 +184,6 @@ TEST_F(GreyingTest, ARuleWithoutTheSuiteIsPassedOver) {
   for (const PF_ParamIndex none : {-1, 82, 0x7FFFFFFF}) EXPECT_EQ(change(none), PF_Err_NONE);
   EXPECT_EQ(session.call(PF_Cmd_USER_CHANGED_PARAM), PF_Err_NONE) << "without an index";
   EXPECT_TRUE(sent.empty());
-}
-
-TEST_F(GreyingTest, MissingRecordsDoNoHarm) {
-  for (PF_ParamIndex i = 0; i < 82; ++i) {
-    PF_ParamDef* record = std::exchange(session.parameters().pointers()[i], nullptr);
-    EXPECT_EQ(session.call(PF_Cmd_UPDATE_PARAMS_UI), PF_Err_NONE) << "without record " << i;
-    for (PF_ParamIndex key = 0; key < 82; ++key) EXPECT_EQ(change(key), PF_Err_NONE);
-    session.parameters().pointers()[i] = record;
-  }
 }
 
 }  // namespace

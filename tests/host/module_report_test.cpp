@@ -37,15 +37,6 @@ TEST_F(EffectTest, OtherCommandsAnswerNoErrorAndTouchNothing) {
   EXPECT_EQ(session.call(PF_Cmd_GLOBAL_SETDOWN), PF_Err_NONE);
 }
 
-TEST_F(EffectTest, ParameterInterfaceUpdatesAnswerNoErrorWithoutTheSuite) {
-  hosttest::openWithDefaults(session);
-  EXPECT_EQ(session.call(PF_Cmd_UPDATE_PARAMS_UI), PF_Err_NONE);
-  for (const PF_ParamIndex index : {0, 5, 40, 81, 82, -1, 1 << 30}) {
-    PF_UserChangedParamExtra extra{index};
-    EXPECT_EQ(session.call(PF_Cmd_USER_CHANGED_PARAM, &extra), PF_Err_NONE) << index;
-  }
-}
-
 TEST(Loading, AModuleCanBeLoadedAndLetGoRepeatedly) {
   for (int round = 0; round < 3; ++round) {
     const hostkit::Module module = hostkit::Module::load(BRISEL_MODULE_PATH);

@@ -103,9 +103,10 @@ TEST_F(WildHostTest, ItsRoundingModeIsNeitherUsedNorLost) {
 TEST_F(WildHostTest, MissingParameters) {
   std::vector<PF_ParamDef*> holes(session.parameters().pointers(),
                                   session.parameters().pointers() + 82);
+  PF_UserChangedParamExtra changedType{40};
   const auto expectHarmless = [&] {
-    for (const PF_Cmd cmd : {PF_Cmd_UPDATE_PARAMS_UI, PF_Cmd_RENDER}) {
-      EXPECT_EQ(session.callWith(cmd, holes.data(), &output.record(), nullptr), PF_Err_NONE);
+    for (const PF_Cmd cmd : {PF_Cmd_UPDATE_PARAMS_UI, PF_Cmd_USER_CHANGED_PARAM, PF_Cmd_RENDER}) {
+      EXPECT_EQ(session.callWith(cmd, holes.data(), &output.record(), &changedType), PF_Err_NONE);
     }
     EXPECT_TRUE(output.guardsIntact());
   };
