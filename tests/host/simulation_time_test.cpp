@@ -92,15 +92,4 @@ TEST_F(SimulationTimeTest, LoweringTheMaximumDropsTheYoungest) {
   }
 }
 
-TEST_F(SimulationTimeTest, LowQualityAndDownsamplingRender) {
-  for (const PF_Quality quality : {PF_Quality_LO, PF_Quality_HI, PF_Quality_DRAWING_AUDIO}) {
-    hostkit::RenderRequest request{.frame = 0, .quality = quality};
-    request.layerWidth = 64;
-    request.layerHeight = 48;
-    request.downsampleX = request.downsampleY = {1, 2};
-    renderFrame(session, {.width = 32, .height = 24}, request);
-    EXPECT_GT(instanceRecord(session).starCount, 0);
-  }
-}
-
 }  // namespace
