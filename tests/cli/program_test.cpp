@@ -37,28 +37,9 @@ TEST_F(ProgramTest, HelpSucceedsAndMisuseDoesNot) {
   EXPECT_NE(lost.err.find("lost.AEX"), std::string::npos) << lost.err;
 }
 
+// The manual, which has a test of its own, is made of all that scripts are told but the index.
 TEST_F(ProgramTest, ParametersAreListedForPeopleAndScripts) {
-  const auto list = nlohmann::json::parse(brisel({"params", "--json"}).out);
-  const auto byLabel = [&](const std::string& label) {
-    for (const auto& entry : list) {
-      if (entry["label"] == label) return entry;
-    }
-    return nlohmann::json();
-  };
-  const auto life = byLabel("Time life");
-  EXPECT_EQ(life["index"], 24);
-  EXPECT_EQ(life["type"], "fixed slider");
-  EXPECT_EQ(life["groups"], (nlohmann::json{"Emmiter", "Terminate"}));
-  EXPECT_EQ(life["valid"], (nlohmann::json{0, 10000}));
-  EXPECT_EQ(life["slider"], (nlohmann::json{1, 100}));
-  EXPECT_EQ(life["default"], 35);
-  EXPECT_EQ(byLabel("Type")["default"], "Type1");
-  EXPECT_EQ(byLabel("Type")["items"].size(), 12u);
-  EXPECT_EQ(byLabel("Start")["default"], (nlohmann::json{0.2, 0.5}));
-  EXPECT_EQ(byLabel("Terminate color")["default"], "#ffffff");
-  EXPECT_EQ(byLabel("Size depend on source")["default"], false);
-  EXPECT_EQ(byLabel("Mix with original")["index"], 81);
-
+  EXPECT_EQ(nlohmann::json::parse(brisel({"params", "--json"}).out).back()["index"], 81);
   const std::string table = brisel({"params"}).out;
   EXPECT_NE(table.find("\n24      Time life "), std::string::npos) << "indented twice";
   EXPECT_EQ(table.find("group end"), std::string::npos);
