@@ -101,6 +101,8 @@ TEST_F(PanelTest, ScrollingStopsAtBothEnds) {
   expectBox(row[5], row[6], {456, 402, 19, 70}, kDisabledFill, kDisabledStroke);
   EXPECT_EQ(stripRed(row[8], 0, 20), 5);  // cut off on the left: its cell begins at -70
   EXPECT_EQ(stripRed(row[8], 400 - 94 + 3, 20), 9);
+  clickRow(kStripLeft + 30);  // past the first cell, which ends at 24
+  EXPECT_EQ(number("Intensity"), 26.0);
   clickRow(40);
   row = drawn(kEmitterRow, kRowRect);
   expectBox(row[2], row[3], {32, 402, 19, 70}, kPressedFill, kPressedStroke);
