@@ -10,7 +10,8 @@
 
 namespace brisel {
 
-/// Parts of runs, each in some lanes of a vector.
+/// Parts of runs, each in some lanes of a vector. Apart from the plotter, whose counters can then
+/// stay in registers.
 template <class Isa>
 struct RunPieces {
   struct Piece {
