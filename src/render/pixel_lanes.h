@@ -119,12 +119,12 @@ struct Pixels16 {
   struct Raw {
     Word low, high;
     void load(Mask mask, const std::uint8_t* origin) {
-      low = L::loadWords(L::pairsInFirst(mask), origin, low);
-      high = L::loadWords(L::pairsInSecond(mask), origin + sizeof low, high);
+      low = L::template loadPairs<0>(mask, origin, low);
+      high = L::template loadPairs<1>(mask, origin + sizeof low, high);
     }
     void store(Mask mask, std::uint8_t* origin) const {
-      L::storeWords(L::pairsInFirst(mask), origin, low);
-      L::storeWords(L::pairsInSecond(mask), origin + sizeof low, high);
+      L::template storePairs<0>(mask, origin, low);
+      L::template storePairs<1>(mask, origin + sizeof low, high);
     }
   };
   static Pixels16 fromRaw(const Raw& raw) {

@@ -56,11 +56,6 @@ struct Lanes {
   /// Lanes first, first + 1 ... first + count - 1, all of which there are.
   static Mask lanes(int first, int count) { return Isa::lanes(first, count); }
 
-  /// Of two vectors that hold two words for each lane, one behind the other, the words that belong
-  /// to the lanes of the mask.
-  static Mask pairsInFirst(Mask mask) { return Isa::pairsInFirst(mask); }
-  static Mask pairsInSecond(Mask mask) { return Isa::pairsInSecond(mask); }
-
   /// `a` in the lanes of the mask, `b` elsewhere.
   template <class Vector>
   static Vector select(Mask mask, Vector a, Vector b) {
@@ -75,6 +70,17 @@ struct Lanes {
   }
   static void storeWords(Mask mask, void* origin, Word words) {
     Isa::store(mask, origin, reinterpret_cast<Words>(words));
+  }
+
+  /// The same where each lane has two words: for half of the lanes, the first (0) or second (1).
+  template <int kHalf>
+  static Word loadPairs(Mask mask, const void* origin, Word words) {
+    return reinterpret_cast<Word>(
+        Isa::template loadPairs<kHalf>(mask, origin, reinterpret_cast<Words>(words)));
+  }
+  template <int kHalf>
+  static void storePairs(Mask mask, void* origin, Word words) {
+    Isa::template storePairs<kHalf>(mask, origin, reinterpret_cast<Words>(words));
   }
 
   static Float squareRoot(Float v) { return Isa::squareRoot(v); }

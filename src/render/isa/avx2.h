@@ -23,12 +23,6 @@ struct Avx2 {
     return _mm256_andnot_si256(_mm256_cmpgt_epi32(_mm256_set1_epi32(first), lane),
                                _mm256_cmpgt_epi32(_mm256_set1_epi32(first + count), lane));
   }
-  static Mask pairsInFirst(Mask mask) {
-    return _mm256_cvtepi32_epi64(_mm256_castsi256_si128(mask));
-  }
-  static Mask pairsInSecond(Mask mask) {
-    return _mm256_cvtepi32_epi64(_mm256_extracti128_si256(mask, 1));
-  }
   static Words select(Mask mask, Words a, Words b) { return _mm256_blendv_epi8(b, a, mask); }
 
   static Words load(Mask mask, const void* origin, Words words) {
@@ -36,6 +30,22 @@ struct Avx2 {
   }
   static void store(Mask mask, void* origin, Words words) {
     _mm256_maskstore_epi32(static_cast<int*>(origin), mask, words);
+  }
+
+  template <int kHalf>
+  static Words loadPairs(Mask mask, const void* origin, Words words) {
+    return load(twice<kHalf>(mask), origin, words);
+  }
+  template <int kHalf>
+  static void storePairs(Mask mask, void* origin, Words words) {
+    store(twice<kHalf>(mask), origin, words);
+  }
+
+ private:
+  /// Half of the lanes, each one twice.
+  template <int kHalf>
+  static Mask twice(Mask mask) {
+    return _mm256_cvtepi32_epi64(_mm256_extracti128_si256(mask, kHalf));
   }
 };
 

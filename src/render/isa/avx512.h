@@ -22,10 +22,6 @@ struct Avx512 {
   static Mask lanes(int first, int count) {
     return static_cast<Mask>(_bzhi_u32(~0u, static_cast<unsigned>(count)) << first);
   }
-  static Mask pairsInFirst(Mask mask) { return static_cast<Mask>(3u * _pdep_u32(mask, 0x5555u)); }
-  static Mask pairsInSecond(Mask mask) {
-    return static_cast<Mask>(3u * _pdep_u32(mask >> 8, 0x5555u));
-  }
   static Words select(Mask mask, Words a, Words b) { return _mm512_mask_blend_epi32(mask, b, a); }
 
   static Words load(Mask mask, const void* origin, Words words) {
@@ -33,6 +29,21 @@ struct Avx512 {
   }
   static void store(Mask mask, void* origin, Words words) {
     _mm512_mask_storeu_epi32(origin, mask, words);
+  }
+
+  template <int kHalf>
+  static Words loadPairs(Mask mask, const void* origin, Words words) {
+    return _mm512_mask_loadu_epi64(words, half<kHalf>(mask), origin);
+  }
+  template <int kHalf>
+  static void storePairs(Mask mask, void* origin, Words words) {
+    _mm512_mask_storeu_epi64(origin, half<kHalf>(mask), words);
+  }
+
+ private:
+  template <int kHalf>
+  static __mmask8 half(Mask mask) {
+    return static_cast<__mmask8>(mask >> (kHalf * kLanes / 2));
   }
 };
 

@@ -20,8 +20,6 @@ struct Plain {
   static bool any(Words mask) { return mask[0] != 0; }
 
   static Mask lanes(int first, int count) { return first == 0 && count > 0; }
-  static Mask pairsInFirst(Mask mask) { return mask; }
-  static Mask pairsInSecond(Mask mask) { return mask; }
   static Words select(Mask mask, Words a, Words b) { return mask ? a : b; }
 
   static Words load(Mask mask, const void* origin, Words words) {
@@ -30,6 +28,15 @@ struct Plain {
   }
   static void store(Mask mask, void* origin, Words words) {
     if (mask) std::memcpy(origin, &words, sizeof words);
+  }
+
+  template <int kHalf>
+  static Words loadPairs(Mask mask, const void* origin, Words words) {
+    return load(mask, origin, words);
+  }
+  template <int kHalf>
+  static void storePairs(Mask mask, void* origin, Words words) {
+    store(mask, origin, words);
   }
 };
 

@@ -24,8 +24,6 @@ struct Sse2 {
     return _mm_andnot_si128(_mm_cmplt_epi32(lane, _mm_set1_epi32(first)),
                             _mm_cmplt_epi32(lane, _mm_set1_epi32(first + count)));
   }
-  static Mask pairsInFirst(Mask mask) { return _mm_unpacklo_epi32(mask, mask); }
-  static Mask pairsInSecond(Mask mask) { return _mm_unpackhi_epi32(mask, mask); }
   static Words select(Mask mask, Words a, Words b) {
     return _mm_or_si128(_mm_and_si128(mask, a), _mm_andnot_si128(mask, b));
   }
@@ -49,6 +47,22 @@ struct Sse2 {
     for (int i = 0; i < kLanes; ++i) {
       if ((lanes >> i & 1) != 0) std::memcpy(bytes + 4 * i, each + i, 4);
     }
+  }
+
+  template <int kHalf>
+  static Words loadPairs(Mask mask, const void* origin, Words words) {
+    return load(twice<kHalf>(mask), origin, words);
+  }
+  template <int kHalf>
+  static void storePairs(Mask mask, void* origin, Words words) {
+    store(twice<kHalf>(mask), origin, words);
+  }
+
+ private:
+  /// Half of the lanes, each one twice.
+  template <int kHalf>
+  static Mask twice(Mask mask) {
+    return kHalf == 0 ? _mm_unpacklo_epi32(mask, mask) : _mm_unpackhi_epi32(mask, mask);
   }
 };
 
