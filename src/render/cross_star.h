@@ -1,7 +1,6 @@
 // The four-pointed star with concave sides, plain or with a spiral texture.
 #pragma once
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -73,8 +72,6 @@ class CrossShader {
     const Float nx = left_ + L::toFloat(steps) / radius_;
     const Float k = L::clampUnit(shape(nx, ny) * value_);
     if constexpr (!kTextured && !kRainbow) return {k * fullScale_, pen_.template inAllLanes<Isa>()};
-    // Most of the box lies between the points, where nothing is drawn.
-    if (!L::any(k > 0.0f)) return {Float{}, pen_.template inAllLanes<Isa>()};
     const Float distance = distances(nx, ny);
     Float texture = L::splat(255.0f);
     Float amplitude = L::splat(fullScale_);
@@ -96,9 +93,7 @@ class CrossShader {
   PointF gapAt(float u, float v) const { return {u * cos_ + v * sin_, v * cos_ - u * sin_}; }
 
   Int stepsAt(Float nx, IndexRange visible) const {
-    constexpr float kMost = 2147483520.0f;  // that an integer can hold
-    const Float steps = L::clamp((nx - left_) * radius_, -kMost, kMost);
-    return L::clamp(L::toInt(steps), visible.begin, visible.end);
+    return L::clamp(L::toIntSaturated((nx - left_) * radius_), visible.begin, visible.end);
   }
 
   Float shape(Float nx, Float ny) const {
@@ -149,6 +144,7 @@ void paintCrossStar(Drawing& drawing, float radius, float x, float y, float angl
   if (!(radius > 0.0f)) return;
   DrawingState& state = drawing.state;
   state.rainbowOn = state.rainbowShift != 0.0f;
+  if (!(value > 0.0f)) return;
   // So far out, rounding would fold billions of steps of a star as large onto single pixels.
   constexpr float kFarthest = 2147483648.0f;
   if (!(std::fabs(x) < kFarthest && std::fabs(y) < kFarthest)) return;
@@ -157,7 +153,7 @@ void paintCrossStar(Drawing& drawing, float radius, float x, float y, float angl
   if (drawing.grid.empty()) return;
   const auto paint = [&]<bool kTextured, bool kRainbow>() {
     const CrossShader<Isa, kTextured, kRainbow> shader(drawing, radius, x, y, angleRadians, color,
-                                                       std::max(value, 0.0f));
+                                                       value);
     paintSprite<Isa>(drawing, shader);
   };
   if (state.crossVariant == kTexturedCross && state.textureMix != 0.0f) {

@@ -67,9 +67,7 @@ class Disc {
  private:
   template <class Isa>
   static typename Lanes<Isa>::Int clippedSteps(typename Lanes<Isa>::Float steps, IndexRange range) {
-    constexpr float kMost = 2147483520.0f;  // that an integer can hold
-    return Lanes<Isa>::clamp(Lanes<Isa>::toInt(Lanes<Isa>::clamp(steps, -kMost, kMost)),
-                             range.begin, range.end);
+    return Lanes<Isa>::clamp(Lanes<Isa>::toIntSaturated(steps), range.begin, range.end);
   }
 
   float x_, y_;

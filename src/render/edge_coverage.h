@@ -1,7 +1,6 @@
 // How much of the pixels beside a ray's edge is covered.
 #pragma once
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -18,6 +17,17 @@ class EdgeBand {
   void setEdge(const RayEdge& edge) {
     edge_ = &edge;
     line_ = lineThrough(edge.start, edge.end);
+    // Two pixels, and what distances are rounded by, which grows with the coordinates.
+    const float extent = std::fabs(edge.start.x) + std::fabs(edge.start.y) + std::fabs(edge.end.x) +
+                         std::fabs(edge.end.y);
+    const float fadeOut = 2.01f + extent * 0x1p-18f;
+    const float rise = std::fabs(edge.alongY);
+    constexpr float kEverywhere = std::numeric_limits<float>::infinity();
+    const bool isPoint = edge.alongX == 0.0f && edge.alongY == 0.0f;
+    reach_ = fadeOut * line_.norm / rise + 0.05f;
+    leftEnd_ = isPoint ? -kEverywhere : edge.leftX - fadeOut;
+    rightEnd_ = isPoint ? kEverywhere : edge.rightX + fadeOut;
+    isNarrowest_ = rise >= 1.0f && std::fabs(edge.alongX) < 2.5f * rise;
   }
 
   template <class Isa>
@@ -39,35 +49,22 @@ class EdgeBand {
 
   /// How far from the edge, along a row, coverage has faded out for certain; infinite beside a
   /// horizontal edge.
-  float reach() const { return fadeOut() * line_.norm / std::fabs(edge_->alongY) + 0.05f; }
+  float reach() const { return reach_; }
 
   /// The x beyond which nothing is covered for certain. An edge so short that its corners coincide
   /// covers its whole band.
-  float leftEnd() const { return isPoint() ? -kEverywhere : edge_->leftX - fadeOut(); }
-  float rightEnd() const { return isPoint() ? kEverywhere : edge_->rightX + fadeOut(); }
+  float leftEnd() const { return leftEnd_; }
+  float rightEnd() const { return rightEnd_; }
 
   /// Whether the edge rises so steeply that its band is the narrowest: by less than the slope at
   /// which twice a row's shift exceeds the least width.
-  bool isNarrowest() const {
-    const float rise = std::fabs(edge_->alongY);
-    return rise >= 1.0f && std::fabs(edge_->alongX) < 2.5f * rise;
-  }
+  bool isNarrowest() const { return isNarrowest_; }
 
  private:
-  static constexpr float kEverywhere = std::numeric_limits<float>::infinity();
-
-  bool isPoint() const { return edge_->alongX == 0.0f && edge_->alongY == 0.0f; }
-
-  /// The distance at which coverage has faded out: two pixels, and what distances are rounded by,
-  /// which grows with the coordinates.
-  float fadeOut() const {
-    const float extent = std::fabs(edge_->start.x) + std::fabs(edge_->start.y) +
-                         std::fabs(edge_->end.x) + std::fabs(edge_->end.y);
-    return 2.01f + extent * 0x1p-18f;
-  }
-
   const RayEdge* edge_ = nullptr;
   RayLine line_;
+  float reach_ = 0.0f, leftEnd_ = 0.0f, rightEnd_ = 0.0f;
+  bool isNarrowest_ = false;
 };
 
 }  // namespace brisel

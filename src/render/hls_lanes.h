@@ -15,11 +15,6 @@ struct HlsLanes {
 
   Float hue, lightness, saturation;
 
-  static HlsLanes splat(const Hls& color) {
-    return {L::splat(static_cast<float>(color.hue)), L::splat(static_cast<float>(color.lightness)),
-            L::splat(static_cast<float>(color.saturation))};
-  }
-
   static HlsLanes fromRgb(Float red, Float green, Float blue) {
     const Float most = L::maximum(L::maximum(red, green), blue);
     const Float least = L::minimum(L::minimum(red, green), blue);

@@ -109,10 +109,10 @@ class RayShader {
 };
 
 /// Shades the pixels beside an edge of a ray.
-template <class Isa, class RayShader>
+template <class Isa, class FullShader>
 class RayBandShader {
  public:
-  explicit RayBandShader(const RayShader& ray) : ray_(ray) {}
+  explicit RayBandShader(const FullShader& ray) : ray_(ray) {}
 
   void setBand(const EdgeBand& band) { band_ = &band; }
 
@@ -122,7 +122,7 @@ class RayBandShader {
   }
 
  private:
-  const RayShader& ray_;
+  const FullShader& ray_;
   const EdgeBand* band_ = nullptr;
 };
 

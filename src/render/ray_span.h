@@ -1,7 +1,6 @@
 // What the rows of a ray cover, found for as many rows at once as there are lanes.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 
 #include "render/edge_coverage.h"
@@ -43,11 +42,11 @@ class RayRows {
     const Float y = L::toFloat(rows);
     const Side left = leftSide(y);
     const Side right = rightSide(y);
-    const Int fullFirst = truncated(bands_ != nullptr ? left.x + 1.0f : left.x);
+    const Int fullFirst = L::toIntSaturated(bands_ != nullptr ? left.x + 1.0f : left.x);
     set(spans.full, fullFirst, floored(right.x));
     if (bands_ == nullptr) return;
     set(spans.left, left.bandEnd, floored(left.x));
-    set(spans.right, L::greater(truncated(right.x + 1.0f), fullFirst), right.bandEnd);
+    set(spans.right, L::greater(L::toIntSaturated(right.x + 1.0f), fullFirst), right.bandEnd);
     L::store(spans.leftEdge, left.edge);
     L::store(spans.rightEdge, right.edge);
   }
@@ -75,7 +74,8 @@ class RayRows {
       if (bands_ != nullptr) {
         const Float band = x - bandWidths(i, edge.leftX, x, y);
         const Float covered = L::maximum(L::splat(bands_[i].leftEnd()), x - bands_[i].reach());
-        side.bandEnd = here ? L::greater(truncated(band), -floored(-covered)) : side.bandEnd;
+        side.bandEnd =
+            here ? L::greater(L::toIntSaturated(band), -floored(-covered)) : side.bandEnd;
       }
     }
     return side;
@@ -107,13 +107,8 @@ class RayRows {
     L::store(columns.end, L::clamp(last + 1, 0, frameWidth_));
   }
 
-  /// Saturates, as truncToInt does.
-  static Int truncated(Float v) {
-    constexpr float kMost = 2147483520.0f;
-    return L::toInt(L::clamp(v, -kMost, kMost));
-  }
   static Int floored(Float v) {
-    const Int whole = truncated(v);
+    const Int whole = L::toIntSaturated(v);
     return v < L::toFloat(whole) ? whole - 1 : whole;
   }
 

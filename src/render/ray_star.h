@@ -15,10 +15,10 @@
 namespace brisel {
 
 /// Plots the bands on one side of a ray.
-template <BlendRule kRule, class Pixels, class Isa, class RayShader>
+template <BlendRule kRule, class Pixels, class Isa, class FullShader>
 class RayBandPlotter {
  public:
-  RayBandPlotter(const RayShader& ray, const EdgeBand* bands, RunPieces<Isa>& pieces)
+  RayBandPlotter(const FullShader& ray, const EdgeBand* bands, RunPieces<Isa>& pieces)
       : bands_(bands), shader_(ray), plotter_(shader_, pieces) {}
 
   void plot(std::int32_t edge, std::uint8_t* pixels, std::int32_t column, std::int32_t count,
@@ -34,8 +34,8 @@ class RayBandPlotter {
 
  private:
   const EdgeBand* bands_;
-  RayBandShader<Isa, RayShader> shader_;
-  RunPlotter<kRule, Pixels, Isa, RayBandShader<Isa, RayShader>> plotter_;
+  RayBandShader<Isa, FullShader> shader_;
+  RunPlotter<kRule, Pixels, Isa, RayBandShader<Isa, FullShader>> plotter_;
   std::int32_t edge_ = -1;
 };
 

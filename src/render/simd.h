@@ -31,7 +31,6 @@ struct Lanes {
     for (int i = 0; i < kCount; ++i) index[i] = i;
     return index + first;
   }
-  static Float indices(std::int32_t first) { return toFloat(steps(first)); }
 
   static Float load(const float* from) {
     Float v;
@@ -51,7 +50,7 @@ struct Lanes {
 
   /// Some of the lanes.
   using Mask = typename Isa::Mask;
-  using Words = typename Isa::Words;
+  using Words = typename Isa::Words;  // Word in the instruction set's own type
 
   /// Lanes first, first + 1 ... first + count - 1, all of which there are.
   static Mask lanes(int first, int count) { return Isa::lanes(first, count); }
@@ -115,6 +114,12 @@ struct Lanes {
   /// Truncates toward zero; every lane must lie within the range of a 32-bit integer.
   static Int toInt(Float v) { return __builtin_convertvector(v, Int); }
   static Float truncated(Float v) { return toFloat(toInt(v)); }
+
+  /// Truncates toward zero and saturates; not-a-number becomes the least integer.
+  static Int toIntSaturated(Float v) {
+    constexpr float kMost = 2147483520.0f;
+    return toInt(clamp(v, -kMost, kMost));
+  }
 };
 
 }  // namespace brisel
