@@ -3,10 +3,10 @@
 #include <iostream>
 #include <new>
 
-#include "commands.h"
-#include "errors.h"
-#include "interrupt.h"
-#include "nearest_name.h"
+#include "cli/commands/commands.h"
+#include "cli/support/errors.h"
+#include "cli/support/interrupt.h"
+#include "cli/support/nearest_name.h"
 
 namespace {
 

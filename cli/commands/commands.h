@@ -1,0 +1,29 @@
+// The commands of `brisel`. Each function adds one to the program, with its options and its help;
+// parsing the command line then runs it. Commands report failure by throwing.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+#include "cli/scene/scene_plan.h"
+
+namespace cli {
+
+void addRenderCommand(CLI::App& app);
+void addSheetCommand(CLI::App& app);
+void addPanelCommand(CLI::App& app);
+void addParamsCommand(CLI::App& app);
+void addPresetsCommand(CLI::App& app);
+void addInfoCommand(CLI::App& app);
+
+// Options that several commands share.
+void addModuleOption(CLI::App& command, std::string& modulePath);
+void addSceneOptions(CLI::App& command, SceneOptions& options);
+void addValueOptions(CLI::App& command, SceneOptions& options);  // those about parameters alone
+
+// A note on standard error about something that does not stop the work.
+void warn(const std::string& message);
+
+}  // namespace cli

@@ -1,0 +1,54 @@
+#include <cstdio>
+
+#include "cli/commands/commands.h"
+
+namespace cli {
+
+void addModuleOption(CLI::App& command, std::string& modulePath) {
+  command
+      .add_option("--module", modulePath,
+                  "The effect module; otherwise the one beside this\n"
+                  "program or in ../lib/brisel from there")
+      ->type_name("FILE");
+}
+
+void addSceneOptions(CLI::App& command, SceneOptions& options) {
+  command
+      .add_option("-i,--input", options.input,
+                  "Still or clip to put the effect on, anything ffmpeg\n"
+                  "reads, alpha kept; the last frame of a clip that is\n"
+                  "too short holds")
+      ->type_name("FILE");
+  command.add_option("--size", options.size, "Picture size in pixels")->type_name("WxH");
+  command.add_option("--fps", options.rate, "Frames per second: 25, 29.97 or 30000/1001")
+      ->type_name("RATE");
+  command.add_option("--depth", options.depth, "Bits per channel")
+      ->option_text("8|16")
+      ->check(CLI::IsMember({"8", "16"}));
+  command.add_option("--quality", options.quality, "Smooth or plain edges of rays")
+      ->option_text("high|low")
+      ->check(CLI::IsMember({"high", "low"}));
+  addValueOptions(command, options);
+}
+
+void addValueOptions(CLI::App& command, SceneOptions& options) {
+  command
+      .add_option("--preset", options.presets,
+                  "A preset that \"brisel presets\" lists; may be\n"
+                  "repeated, and --set goes on from there")
+      ->type_name("NAME")
+      ->allow_extra_args(false);
+  command
+      .add_option("--set", options.settings,
+                  "A parameter's value: \"Size=40\", \"Start=0.5,0.5\",\n"
+                  "\"Type=Type glow1\", \"Color of particles=#ffcc66\";\n"
+                  "may be repeated")
+      ->type_name("LABEL=VALUE")
+      ->allow_extra_args(false);
+}
+
+void warn(const std::string& message) {
+  std::fprintf(stderr, "brisel: warning: %s\n", message.c_str());
+}
+
+}  // namespace cli

@@ -1,0 +1,115 @@
+#include <memory>
+
+#include "cli/commands/commands.h"
+#include "cli/media/output_target.h"
+#include "cli/media/png_writer.h"
+#include "cli/pictures/contact_sheet.h"
+#include "cli/pipeline/progress.h"
+#include "cli/pipeline/scene_renderer.h"
+#include "cli/support/errors.h"
+
+namespace cli {
+namespace {
+
+struct SheetOptions {
+  std::vector<std::string> scenes;
+  SceneOptions overrides;
+  std::string output;
+  int count = 0;    // 0: as many as look well
+  int columns = 0;  // 0: likewise
+  int cellWidth = 320;
+  bool overwrite = false;
+  std::string module;
+};
+
+// The middles of `count` equal parts of the scene.
+std::vector<int> evenlySpaced(int count, int frames) {
+  std::vector<int> numbers;
+  for (long long i = 0; i < count; ++i) {
+    numbers.push_back(static_cast<int>((2 * i + 1) * frames / (2 * count)));
+  }
+  return numbers;
+}
+
+void addScene(ContactSheet& sheet, ScenePlan plan, int count, Progress& progress,
+              const std::string& modulePath) {
+  sheet.addGroup(plan.scene.file.stem().string());
+  const std::vector<int> numbers = evenlySpaced(std::min(count, plan.frames), plan.frames);
+  SceneRenderer renderer(std::move(plan), modulePath);
+  int next = 0;
+  for (const int number : numbers) {
+    for (; next <= number; ++next) {
+      renderer.renderNext();
+      progress.frameDone();
+    }
+    sheet.addFrame(renderer.picture(), number);
+  }
+  for (const std::string& warning : renderer.warnings()) warn(warning);
+}
+
+void makeSheet(const SheetOptions& options) {
+  if (parseOutputTarget(options.output).kind != OutputKind::kSinglePng) {
+    throw UsageError("a contact sheet is one picture, such as sheet.png, not " +
+                     inQuotes(options.output));
+  }
+  checkOutputFile(options.output, options.overwrite);
+  const bool single = options.scenes.size() == 1;
+  const int count = options.count > 0 ? options.count : (single ? 12 : 5);
+  const int columns = options.columns > 0 ? options.columns : (single ? 4 : count);
+
+  std::vector<ScenePlan> plans;
+  int shownFrames = 0;
+  int totalFrames = 0;
+  for (const std::string& file : options.scenes) {
+    Scene scene = readScene(file);
+    applyOptions(scene, options.overrides);
+    plans.push_back(planScene(std::move(scene)));
+    const int frames = plans.back().frames;
+    const int shown = std::min(count, frames);
+    shownFrames += shown;
+    totalFrames += evenlySpaced(shown, frames).back() + 1;
+  }
+
+  ContactSheet sheet(columns, options.cellWidth);
+  Progress progress(std::filesystem::path(options.output).filename().string(), totalFrames);
+  for (ScenePlan& plan : plans) {
+    addScene(sheet, std::move(plan), count, progress, options.module);
+  }
+  writePng(sheet.picture(), options.output);
+  progress.finish(shownFrames);
+}
+
+}  // namespace
+
+void addSheetCommand(CLI::App& app) {
+  const auto options = std::make_shared<SheetOptions>();
+  CLI::App* command =
+      app.add_subcommand("sheet", "Show evenly spaced frames of one or more scenes on one picture");
+  command->add_option("SCENE", options->scenes, "The scene files, TOML")->type_name("")->required();
+  command->add_option("-o,--output", options->output, "The picture to write")
+      ->type_name("FILE.png")
+      ->required();
+  addSceneOptions(*command, options->overrides);
+  command
+      ->add_option("--count", options->count,
+                   "Frames of each scene; otherwise 12 of one scene,\n"
+                   "5 of each of several")
+      ->option_text("N")
+      ->check(CLI::Range(1, 100));
+  command
+      ->add_option("--columns", options->columns,
+                   "Frames side by side; otherwise 4 for one scene,\n"
+                   "all for several")
+      ->option_text("N")
+      ->check(CLI::Range(1, 100));
+  command
+      ->add_option("--cell-width", options->cellWidth,
+                   "Width of one frame in pixels, 320 if not given")
+      ->option_text("PIXELS")
+      ->check(CLI::Range(16, 4096));
+  command->add_flag("--overwrite", options->overwrite, "Replace an existing picture");
+  addModuleOption(*command, options->module);
+  command->callback([options] { makeSheet(*options); });
+}
+
+}  // namespace cli

@@ -1,0 +1,40 @@
+// Where rendered frames go: numbered pictures, or a clip written by ffmpeg.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "cli/media/frame_rate.h"
+#include "cli/media/output_target.h"
+#include "cli/pictures/frame.h"
+
+namespace cli {
+
+class FrameWriter {
+ public:
+  virtual ~FrameWriter() = default;
+
+  // What write() takes, which lies in the frame or in the buffer. Several threads may call this at
+  // a time, which is worth the while where it is slow.
+  virtual std::span<const std::uint8_t> encode(const Frame& frame,
+                                               std::vector<std::uint8_t>& buffer) const = 0;
+  virtual bool isSlowToEncode() const = 0;
+
+  // Frames come in order; `number` is the frame's number in the scene. Throws WorkError naming the
+  // output when it cannot be written.
+  virtual void write(std::span<const std::uint8_t> encoded, int number) = 0;
+
+  // After the last frame: gives a clip its final name. A writer destroyed without it leaves no clip
+  // behind; numbered frames already written stay.
+  virtual void finish() = 0;
+
+  // Gives a clip up, for which another thread may be waiting in write(): that fails soon.
+  virtual void abandon() = 0;
+};
+
+std::unique_ptr<FrameWriter> openFrameWriter(const OutputTarget& target, FrameSize size,
+                                             FrameRate rate, Depth depth);
+
+}  // namespace cli

@@ -1,0 +1,113 @@
+#include "cli/pictures/frame.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace cli {
+namespace {
+
+constexpr std::uint32_t kFileFull = 65535;
+constexpr std::uint32_t kHostFull = 32768;
+
+A_u_short toHost(std::uint16_t channel) {
+  return static_cast<A_u_short>((channel * kHostFull + kFileFull / 2) / kFileFull);
+}
+
+std::uint16_t toFile(A_u_short channel) {
+  const std::uint32_t within = std::min<std::uint32_t>(channel, kHostFull);
+  return static_cast<std::uint16_t>((within * kFileFull + kHostFull / 2) / kHostFull);
+}
+
+// Channels are copied rather than pointed at, since the bytes of a frame have no 16-bit type.
+template <typename Channel>
+void flatten(const Frame& frame, std::vector<std::uint8_t>& flat) {
+  constexpr std::uint32_t kFull = std::numeric_limits<Channel>::max();
+  const std::size_t pixels = frame.bytes.size() / (4 * sizeof(Channel));
+  flat.resize(pixels * 3 * sizeof(Channel));
+  for (std::size_t i = 0; i < pixels; ++i) {
+    Channel rgba[4];
+    std::memcpy(rgba, frame.bytes.data() + i * sizeof rgba, sizeof rgba);
+    Channel rgb[3];
+    for (int c = 0; c < 3; ++c) {
+      rgb[c] = static_cast<Channel>((rgba[c] * std::uint32_t{rgba[3]} + kFull / 2) / kFull);
+    }
+    std::memcpy(flat.data() + i * sizeof rgb, rgb, sizeof rgb);
+  }
+}
+
+// Channel by channel; `convert` may only depend on the value.
+template <typename From, typename To, typename Convert>
+void convertChannels(const Frame& from, Frame& to, Convert convert) {
+  const std::size_t count = from.bytes.size() / sizeof(From);
+  for (std::size_t i = 0; i < count; ++i) {
+    From channel;
+    std::memcpy(&channel, from.bytes.data() + i * sizeof channel, sizeof channel);
+    const To converted = convert(channel);
+    std::memcpy(to.bytes.data() + i * sizeof converted, &converted, sizeof converted);
+  }
+}
+
+}  // namespace
+
+Frame inDepth(const Frame& frame, Depth depth) {
+  if (frame.depth == depth) return frame;
+  Frame result(frame.size, depth);
+  if (depth == Depth::k16) {
+    convertChannels<std::uint8_t, std::uint16_t>(
+        frame, result, [](std::uint32_t v) { return static_cast<std::uint16_t>(v * 257); });
+  } else {
+    convertChannels<std::uint16_t, std::uint8_t>(
+        frame, result, [](std::uint32_t v) { return static_cast<std::uint8_t>((v + 128) / 257); });
+  }
+  return result;
+}
+
+void copyToWorld(const Frame& frame, hostkit::World& world) {
+  for (int y = 0; y < frame.size.height; ++y) {
+    const std::uint8_t* from = frame.row(y);
+    if (frame.depth == Depth::k8) {
+      for (PF_Pixel& pixel : world.row8(y)) {
+        pixel = {from[3], from[0], from[1], from[2]};
+        from += 4;
+      }
+    } else {
+      for (PF_Pixel16& pixel : world.row16(y)) {
+        std::uint16_t rgba[4];
+        std::memcpy(rgba, from, sizeof rgba);
+        pixel = {toHost(rgba[3]), toHost(rgba[0]), toHost(rgba[1]), toHost(rgba[2])};
+        from += sizeof rgba;
+      }
+    }
+  }
+}
+
+void copyFromWorld(const hostkit::World& world, Frame& frame) {
+  for (int y = 0; y < frame.size.height; ++y) {
+    std::uint8_t* to = frame.row(y);
+    if (frame.depth == Depth::k8) {
+      for (const PF_Pixel& pixel : world.row8(y)) {
+        const std::uint8_t rgba[4] = {pixel.red, pixel.green, pixel.blue, pixel.alpha};
+        std::memcpy(to, rgba, sizeof rgba);
+        to += sizeof rgba;
+      }
+    } else {
+      for (const PF_Pixel16& pixel : world.row16(y)) {
+        const std::uint16_t rgba[4] = {toFile(pixel.red), toFile(pixel.green), toFile(pixel.blue),
+                                       toFile(pixel.alpha)};
+        std::memcpy(to, rgba, sizeof rgba);
+        to += sizeof rgba;
+      }
+    }
+  }
+}
+
+void flattenOnBlack(const Frame& frame, std::vector<std::uint8_t>& flat) {
+  if (frame.depth == Depth::k8) {
+    flatten<std::uint8_t>(frame, flat);
+  } else {
+    flatten<std::uint16_t>(frame, flat);
+  }
+}
+
+}  // namespace cli

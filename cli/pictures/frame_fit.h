@@ -1,0 +1,13 @@
+// Pictures of one size in frames of another.
+#pragma once
+
+#include "cli/pictures/frame.h"
+
+namespace cli {
+
+// The picture scaled to fit the size, keeping its aspect, and centred on transparent. Scaled
+// premultiplied, so that colours hidden under alpha 0 do not bleed into the edges. A picture of
+// that size is returned as it is.
+Frame fittedFrame(const Frame& picture, FrameSize size);
+
+}  // namespace cli

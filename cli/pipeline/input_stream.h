@@ -1,0 +1,43 @@
+// The frames of the input as the host's worlds, decoded a few frames ahead by a thread of its own.
+#pragma once
+
+#include <string>
+#include <thread>
+
+#include "cli/media/frame_reader.h"
+#include "cli/pipeline/bounded_queue.h"
+#include "cli/pipeline/busy_time.h"
+#include "cli/scene/scene_plan.h"
+#include "hostkit/world.h"
+
+namespace cli {
+
+class InputStream {
+ public:
+  // The plan has an input.
+  explicit InputStream(const ScenePlan& plan);
+  ~InputStream();
+
+  // The next frame, valid until the next call; after the end the last one again. Throws WorkError
+  // naming the input once the frames before the damage are through.
+  hostkit::World& next();
+
+  // What the decoder complained about although it delivered all frames that were asked for.
+  std::string complaint() const { return ended_ ? reader_.complaint() : std::string(); }
+
+  // Reading, converting and waiting for the decoder.
+  const BusyTime& decoding() const { return decoding_; }
+
+ private:
+  void decode();
+
+  FrameReader reader_;  // the thread's, until the queue of decoded frames ends
+  hostkit::World current_;
+  bool ended_ = false;
+  BusyTime decoding_;
+  BoundedQueue<hostkit::World> free_;
+  BoundedQueue<hostkit::World> decoded_;
+  std::jthread thread_;
+};
+
+}  // namespace cli

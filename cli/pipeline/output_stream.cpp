@@ -1,0 +1,115 @@
+#include "cli/pipeline/output_stream.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace cli {
+namespace {
+
+// Each holds a few pictures in memory.
+constexpr unsigned kMostThreads = 8;
+
+int threadsFor(const FrameWriter& writer) {
+  if (!writer.isSlowToEncode()) return 1;
+  return static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, kMostThreads));
+}
+
+}  // namespace
+
+OutputStream::OutputStream(std::unique_ptr<FrameWriter> writer, FrameSize size, Depth depth,
+                           int first)
+    : writer_(std::move(writer)),
+      size_(size),
+      depth_(depth),
+      first_(first),
+      threads_(threadsFor(*writer_)),
+      worlds_(threads_ + 1),  // one waits while each thread has one
+      free_(static_cast<std::size_t>(worlds_)),
+      rendered_(static_cast<std::size_t>(worlds_)),
+      turn_(first) {
+  for (int i = 0; i < worlds_; ++i) free_.push(hostkit::World(size.width, size.height, depth));
+  try {
+    for (int i = 0; i < threads_; ++i) workers_.emplace_back([this] { encode(); });
+  } catch (...) {
+    stop();
+    throw;
+  }
+}
+
+OutputStream::~OutputStream() {
+  writer_->abandon();
+  stop();
+}
+
+void OutputStream::write(hostkit::World& picture, int number) {
+  if (std::optional<hostkit::World> world = free_.pop()) {
+    rendered_.push({std::exchange(picture, std::move(*world)), number});
+  }
+}
+
+void OutputStream::finish() {
+  // When all worlds are back, all pictures are written.
+  for (int i = 0; i < worlds_; ++i) free_.pop();
+  stop();
+  const BusyTime::Scope busy(encoding_);
+  writer_->finish();
+}
+
+int OutputStream::framesWritten() const {
+  const std::lock_guard lock(turnMutex_);
+  return turn_ - first_;
+}
+
+void OutputStream::stop() {
+  rendered_.close();
+  workers_.clear();
+}
+
+void OutputStream::encode() {
+  try {
+    Frame frame(size_, depth_);
+    std::vector<std::uint8_t> buffer;
+    while (std::optional<Picture> picture = rendered_.pop()) {
+      std::span<const std::uint8_t> encoded;
+      {
+        const BusyTime::Scope busy(encoding_);
+        copyFromWorld(picture->world, frame);
+        encoded = writer_->encode(frame, buffer);
+      }
+      if (!waitForTurn(picture->number)) return;
+      {
+        const BusyTime::Scope busy(encoding_);
+        writer_->write(encoded, picture->number);
+      }
+      turnDone();
+      free_.push(std::move(picture->world));
+    }
+  } catch (...) {
+    fail(std::current_exception());
+  }
+}
+
+// False when a frame before failed.
+bool OutputStream::waitForTurn(int number) {
+  std::unique_lock lock(turnMutex_);
+  turnChanged_.wait(lock, [&] { return failed_ || turn_ == number; });
+  return !failed_;
+}
+
+void OutputStream::turnDone() {
+  const std::lock_guard lock(turnMutex_);
+  ++turn_;
+  turnChanged_.notify_all();
+}
+
+void OutputStream::fail(const std::exception_ptr& error) {
+  {
+    const std::lock_guard lock(turnMutex_);
+    failed_ = true;
+    turnChanged_.notify_all();
+  }
+  rendered_.close(error);
+  free_.close(error);
+}
+
+}  // namespace cli

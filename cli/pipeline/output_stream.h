@@ -1,0 +1,70 @@
+// Rendered frames on their way to a writer. Threads of its own encode them, several at a time where
+// the writer allows; they are written one after another, in order.
+#pragma once
+
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "cli/media/frame_writer.h"
+#include "cli/pipeline/bounded_queue.h"
+#include "cli/pipeline/busy_time.h"
+#include "hostkit/world.h"
+
+namespace cli {
+
+class OutputStream {
+ public:
+  // Takes frames of that size and depth from number `first` on.
+  OutputStream(std::unique_ptr<FrameWriter> writer, FrameSize size, Depth depth, int first);
+
+  // Without finish(): numbered pictures on their way are still written, a clip is given up.
+  ~OutputStream();
+
+  // Takes the picture, and leaves a used world in its place. The numbers ascend by one. Throws what
+  // went wrong with an earlier frame.
+  void write(hostkit::World& picture, int number);
+
+  // Waits until every frame is written, and finishes the output. Throws likewise.
+  void finish();
+
+  // So far.
+  int framesWritten() const;
+
+  int threads() const { return threads_; }
+  // Seconds of work, waiting for the encoder included, divided by the number of threads.
+  double encodingSeconds() const { return encoding_.seconds() / threads_; }
+
+ private:
+  struct Picture {
+    hostkit::World world;
+    int number;
+  };
+
+  void stop();
+  void encode();
+  bool waitForTurn(int number);
+  void turnDone();
+  void fail(const std::exception_ptr& error);
+
+  const std::unique_ptr<FrameWriter> writer_;
+  const FrameSize size_;
+  const Depth depth_;
+  const int first_;
+  const int threads_;
+  const int worlds_;
+  BusyTime encoding_;
+  BoundedQueue<hostkit::World> free_;
+  BoundedQueue<Picture> rendered_;
+
+  mutable std::mutex turnMutex_;
+  std::condition_variable turnChanged_;
+  int turn_;  // the number to be written next
+  bool failed_ = false;
+
+  std::vector<std::jthread> workers_;
+};
+
+}  // namespace cli

@@ -1,0 +1,42 @@
+#include "cli/pipeline/scene_renderer.h"
+
+#include "cli/support/errors.h"
+#include "cli/support/interrupt.h"
+
+namespace cli {
+
+SceneRenderer::SceneRenderer(ScenePlan plan, const std::string& modulePath)
+    : plan_(std::move(plan)),
+      effect_(plan_, modulePath),
+      noInput_(plan_.size.width, plan_.size.height, plan_.scene.depth),
+      output_(plan_.size.width, plan_.size.height, plan_.scene.depth) {
+  if (plan_.input) input_.emplace(plan_);
+}
+
+void SceneRenderer::renderNext() {
+  throwIfInterrupted();
+  hostkit::World& input = input_ ? input_->next() : noInput_;
+  const BusyTime::Scope busy(rendering_);
+  effect_.setFrame(nextFrame_);
+  hostkit::RenderRequest request;
+  request.frame = nextFrame_;
+  request.rateNum = static_cast<A_u_long>(plan_.rate.frames);
+  request.rateDen = plan_.rate.seconds;
+  request.quality = plan_.scene.highQuality ? PF_Quality_HI : PF_Quality_LO;
+  effect_.session().render(input, output_, request);
+  ++nextFrame_;
+}
+
+Frame SceneRenderer::picture() const {
+  Frame frame(plan_.size, plan_.scene.depth);
+  copyFromWorld(output_, frame);
+  return frame;
+}
+
+std::vector<std::string> SceneRenderer::warnings() const {
+  if (!input_ || input_->complaint().empty()) return {};
+  return {"the input " + inQuotes(plan_.scene.input.string()) +
+          " is damaged: " + input_->complaint()};
+}
+
+}  // namespace cli

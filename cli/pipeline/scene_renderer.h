@@ -1,0 +1,47 @@
+// Renders the frames of one scene in order, as a host plays a composition.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/pipeline/busy_time.h"
+#include "cli/pipeline/input_stream.h"
+#include "cli/scene/scene_effect.h"
+#include "cli/scene/scene_plan.h"
+#include "hostkit/world.h"
+
+namespace cli {
+
+class SceneRenderer {
+ public:
+  // Loads the module, checks the scene's values against it and opens the input.
+  SceneRenderer(ScenePlan plan, const std::string& modulePath);
+
+  // Renders the next frame, beginning with 0. A frame depends on all frames before it, which is why
+  // none can be left out. Throws Interrupted when the user asked to stop.
+  void renderNext();
+
+  // The frame rendered last.
+  Frame picture() const;
+  // The same as the host's world; another of its size may take its place.
+  hostkit::World& output() { return output_; }
+
+  // What the user should know although the render works; complete after the last frame.
+  std::vector<std::string> warnings() const;
+
+  // How long the input was being decoded; 0 without one.
+  double decodingSeconds() const { return input_ ? input_->decoding().seconds() : 0; }
+  double renderingSeconds() const { return rendering_.seconds(); }
+
+ private:
+  ScenePlan plan_;
+  SceneEffect effect_;
+  std::optional<InputStream> input_;
+  hostkit::World noInput_;  // a transparent layer
+  hostkit::World output_;
+  int nextFrame_ = 0;
+  BusyTime rendering_;
+};
+
+}  // namespace cli

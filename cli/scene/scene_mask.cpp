@@ -1,0 +1,93 @@
+#include "cli/scene/scene_mask.h"
+
+#include <string>
+
+#include "cli/scene/svg_file.h"
+#include "cli/scene/svg_path.h"
+#include "cli/support/errors.h"
+#include "cli/support/numbers.h"
+
+namespace cli {
+namespace {
+
+Mask::Key keyFrom(const Setting::Key& written) {
+  const auto* data = std::get_if<std::string>(&written.value);
+  if (!data) throw WorkError(written.place + ": path is SVG path data in quotes, or keyframes");
+  try {
+    return {written.frame, maskShapeFromPathData(*data)};
+  } catch (const PathDataError& error) {
+    throw WorkError(written.place + ": path: " + error.what());
+  }
+}
+
+// Only outlines with the same vertices have shapes between them.
+void checkAlike(const Mask::Key& first, const Mask::Key& key, const std::string& place) {
+  const auto complain = [&](const std::string& here, const std::string& there) {
+    throw WorkError(place + ": path: the outline at frame " + numberText(key.frame) + here +
+                    ", the one at frame " + numberText(first.frame) + there +
+                    "; all keyframes must be alike");
+  };
+  const std::size_t count = key.shape.vertices.size();
+  const std::size_t firstCount = first.shape.vertices.size();
+  if (count != firstCount) {
+    complain(" has " + std::to_string(count) + (count == 1 ? " vertex" : " vertices"),
+             " has " + std::to_string(firstCount));
+  }
+  if (key.shape.closed != first.shape.closed) {
+    complain(key.shape.closed ? " is closed" : " is open",
+             first.shape.closed ? " closed" : " open");
+  }
+}
+
+std::vector<Mask::Key> outlinesOf(const TomlReader& reader, const TomlEntry& entry) {
+  std::vector<Mask::Key> keys;
+  for (const Setting::Key& written : reader.keysOf(entry)) {
+    keys.push_back(keyFrom(written));
+    checkAlike(keys.front(), keys.back(), written.place);
+  }
+  return keys;
+}
+
+hostkit::MaskShape shapeFromFile(const std::filesystem::path& file, const std::string& id) {
+  const SvgPath path = readSvgPath(file, id);
+  try {
+    return maskShapeFromPathData(path.data);
+  } catch (const PathDataError& error) {
+    throw WorkError(path.place + ": " + error.what());
+  }
+}
+
+}  // namespace
+
+Mask readMaskTable(const TomlReader& reader, const TomlEntry& entry) {
+  Mask mask;
+  for (const TomlEntry& item : inFileOrder(reader.tableOf(entry))) {
+    if (item.key == "path") {
+      mask.keys = outlinesOf(reader, item);
+    } else if (item.key == "inverted") {
+      mask.inverted = reader.flagOf(item);
+    } else {
+      reader.unknownKey(item, "key", {"path", "inverted"});
+    }
+  }
+  if (mask.keys.empty()) reader.fail(*entry.node, "[mask] has no path");
+  return mask;
+}
+
+Mask readMaskReference(const TomlReader& reader, const TomlEntry& entry) {
+  const std::string reference = reader.textOf(entry);
+  const std::size_t hash = reference.rfind('#');
+  if (hash == std::string::npos || hash == 0 || hash + 1 == reference.size()) {
+    reader.fail(*entry.node, entry.key +
+                                 " is an SVG file and the id of a path in it, such as "
+                                 "\"logo.svg#star\"; path data goes into the table [mask]");
+  }
+  try {
+    return {{{0, shapeFromFile(reader.file().parent_path() / reference.substr(0, hash),
+                               reference.substr(hash + 1))}}};
+  } catch (const WorkError& error) {
+    reader.fail(*entry.node, entry.key + ": " + error.what());
+  }
+}
+
+}  // namespace cli

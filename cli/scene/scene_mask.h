@@ -1,0 +1,15 @@
+// What a scene file says about its mask.
+#pragma once
+
+#include "cli/scene/mask.h"
+#include "cli/scene/toml_reader.h"
+
+namespace cli {
+
+// The table [mask]. Throws WorkError naming the file, the line and the key.
+Mask readMaskTable(const TomlReader& reader, const TomlEntry& entry);
+
+// An entry such as mask = "logo.svg#star": a path of an SVG file, relative to the scene file.
+Mask readMaskReference(const TomlReader& reader, const TomlEntry& entry);
+
+}  // namespace cli

@@ -1,0 +1,78 @@
+#include "cli/scene/scene_plan.h"
+
+#include <algorithm>
+
+#include "cli/support/errors.h"
+#include "cli/support/numbers.h"
+
+namespace cli {
+namespace {
+
+constexpr FrameSize kDefaultSize{1280, 720};
+constexpr int kDefaultFrames = 100;
+
+FrameSize sizeFromOption(const std::string& text) {
+  const auto size = parseSize(text);
+  const auto isSide = [](int side) { return side >= 1 && side <= kMaxSide; };
+  if (!size || !isSide(size->first) || !isSide(size->second)) {
+    throw UsageError("--size " + inQuotes(text) + ": a size reads WIDTHxHEIGHT, each from 1 to " +
+                     std::to_string(kMaxSide));
+  }
+  return {size->first, size->second};
+}
+
+FrameRate rateFromOption(const std::string& text) {
+  const auto rate = frameRateFromText(text);
+  if (!rate) {
+    throw UsageError("--fps " + inQuotes(text) + ": a frame rate is a number above 0, up to " +
+                     numberText(kMaxFramesPerSecond) + ", or a fraction such as 30000/1001");
+  }
+  return *rate;
+}
+
+MediaInfo probeInput(const Scene& scene) {
+  if (scene.inputPlace.empty()) return probeMedia(scene.input);
+  try {
+    return probeMedia(scene.input);
+  } catch (const WorkError& error) {
+    throw WorkError(scene.inputPlace + ": " + error.what());
+  }
+}
+
+}  // namespace
+
+ScenePlan planScene(Scene scene) {
+  ScenePlan plan{std::move(scene), kDefaultSize, kDefaultFrames, FrameRate{}, std::nullopt};
+  if (!plan.scene.input.empty()) {
+    plan.input = probeInput(plan.scene);
+    plan.size = {std::min(plan.input->size.width, kMaxSide),
+                 std::min(plan.input->size.height, kMaxSide)};
+    if (!plan.input->isStill()) plan.rate = plan.input->rate;
+  }
+  plan.size = plan.scene.size.value_or(plan.size);
+  plan.rate = plan.scene.rate.value_or(plan.rate);
+  if (plan.input && !plan.input->isStill()) {
+    plan.frames = std::min(framesAtRate(*plan.input, plan.rate), kMaxFrames);
+  }
+  plan.frames = plan.scene.frames.value_or(plan.frames);
+  return plan;
+}
+
+void applyOptions(Scene& scene, const SceneOptions& options) {
+  if (!options.input.empty()) {
+    scene.input = options.input;
+    scene.inputPlace.clear();
+  }
+  if (!options.size.empty()) scene.size = sizeFromOption(options.size);
+  if (!options.rate.empty()) scene.rate = rateFromOption(options.rate);
+  if (!options.depth.empty()) scene.depth = options.depth == "16" ? Depth::k16 : Depth::k8;
+  if (!options.quality.empty()) scene.highQuality = options.quality == "high";
+  for (const std::string& name : options.presets) {
+    scene.presets.push_back(presetFromOption(name));
+  }
+  for (const std::string& text : options.settings) {
+    scene.settings.push_back(settingFromOption(text));
+  }
+}
+
+}  // namespace cli

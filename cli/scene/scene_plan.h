@@ -1,0 +1,36 @@
+// A scene with everything decided: what the file and the options leave open comes from the input.
+#pragma once
+
+#include <optional>
+
+#include "cli/media/media_info.h"
+#include "cli/scene/scene.h"
+
+namespace cli {
+
+struct ScenePlan {
+  Scene scene;
+  FrameSize size;
+  int frames;
+  FrameRate rate;
+  std::optional<MediaInfo> input;  // of scene.input
+};
+
+// Looks at the input, if there is one. Throws WorkError when it cannot be read.
+ScenePlan planScene(Scene scene);
+
+// What the command line may say about a scene; empty or none where it says nothing.
+struct SceneOptions {
+  std::string input;
+  std::string size;
+  std::string rate;
+  std::string depth;
+  std::string quality;
+  std::vector<std::string> presets;
+  std::vector<std::string> settings;
+};
+
+// Options win over the scene file. Throws UsageError when one of them makes no sense.
+void applyOptions(Scene& scene, const SceneOptions& options);
+
+}  // namespace cli

@@ -1,0 +1,146 @@
+#include "cli/scene/toml_reader.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "cli/support/errors.h"
+#include "cli/support/nearest_name.h"
+#include "cli/support/numbers.h"
+
+namespace cli {
+
+std::vector<TomlEntry> inFileOrder(const toml::table& table) {
+  std::vector<TomlEntry> entries;
+  for (const auto& [key, node] : table) entries.push_back({std::string(key.str()), &node});
+  std::ranges::sort(entries, [](const TomlEntry& a, const TomlEntry& b) {
+    const toml::source_position first = a.node->source().begin;
+    const toml::source_position second = b.node->source().begin;
+    return first < second;
+  });
+  return entries;
+}
+
+toml::table TomlReader::parse() const {
+  const std::string name = file_.string();
+  std::error_code error;
+  if (!std::filesystem::exists(file_, error)) {
+    throw WorkError("the scene " + inQuotes(name) + " does not exist");
+  }
+  if (std::filesystem::is_directory(file_, error)) {
+    throw WorkError("the scene " + inQuotes(name) + " is a folder");
+  }
+  try {
+    return toml::parse_file(name);
+  } catch (const toml::parse_error& parseError) {
+    const auto line = parseError.source().begin.line;
+    const std::string place = line > 0 ? name + ":" + std::to_string(line) : name;
+    throw WorkError(place + ": " + std::string(parseError.description()));
+  }
+}
+
+const toml::table& TomlReader::tableOf(const TomlEntry& entry) const {
+  const toml::table* table = entry.node->as_table();
+  if (!table) fail(*entry.node, inQuotes(entry.key) + " is a table, written [" + entry.key + "]");
+  return *table;
+}
+
+std::string TomlReader::textOf(const TomlEntry& entry,
+                               const std::vector<std::string>& choices) const {
+  const auto text = entry.node->value_exact<std::string>();
+  if (!text || text->empty()) fail(*entry.node, entry.key + " is text in quotes");
+  if (!choices.empty() && std::ranges::find(choices, *text) == choices.end()) {
+    fail(*entry.node, entry.key + " is " + inQuotes(choices[0]) + " or " + inQuotes(choices[1]) +
+                          ", not " + inQuotes(*text));
+  }
+  return *text;
+}
+
+std::vector<std::string> TomlReader::textsOf(const TomlEntry& entry) const {
+  const toml::array* array = entry.node->as_array();
+  std::vector<std::string> texts;
+  for (std::size_t i = 0; array && i < array->size(); ++i) {
+    texts.push_back((*array)[i].value_exact<std::string>().value_or(""));
+  }
+  if (!array || std::ranges::find(texts, "") != texts.end()) {
+    fail(*entry.node, entry.key + " is a list of texts in quotes");
+  }
+  return texts;
+}
+
+bool TomlReader::flagOf(const TomlEntry& entry) const {
+  const auto flag = entry.node->value_exact<bool>();
+  if (!flag) fail(*entry.node, entry.key + " is true or false");
+  return *flag;
+}
+
+int TomlReader::integerOf(const TomlEntry& entry, int least, int greatest) const {
+  const auto number = entry.node->value_exact<std::int64_t>();
+  if (!number || *number < least || *number > greatest) {
+    fail(*entry.node, entry.key + " is a whole number from " + std::to_string(least) + " to " +
+                          std::to_string(greatest));
+  }
+  return static_cast<int>(*number);
+}
+
+UserValue TomlReader::valueOf(const TomlEntry& entry) const {
+  if (const auto* flag = entry.node->as_boolean()) return flag->get();
+  if (const auto* text = entry.node->as_string()) return text->get();
+  if (entry.node->is_number()) return finiteOf(entry.key, *entry.node);
+  if (const toml::array* array = entry.node->as_array()) {
+    std::vector<double> numbers;
+    for (const toml::node& node : *array) numbers.push_back(finiteOf(entry.key, node));
+    return numbers;
+  }
+  fail(*entry.node, inQuotes(entry.key) +
+                        ": a value is a number, text, true or false, a list of numbers, or a "
+                        "list of keyframes");
+}
+
+std::vector<Setting::Key> TomlReader::keysOf(const TomlEntry& entry) const {
+  const toml::array* array = entry.node->as_array();
+  if (array && !array->empty() && array->front().is_table()) return keyframesOf(entry, *array);
+  return {{0, valueOf(entry), placeOf(*entry.node)}};
+}
+
+std::vector<Setting::Key> TomlReader::keyframesOf(const TomlEntry& entry,
+                                                  const toml::array& array) const {
+  std::vector<Setting::Key> keys;
+  for (const toml::node& node : array) {
+    const toml::table* table = node.as_table();
+    const toml::node* frame = table ? table->get("frame") : nullptr;
+    const toml::node* value = table ? table->get("value") : nullptr;
+    const auto number = frame ? frame->value<double>() : std::nullopt;
+    if (!number || !std::isfinite(*number) || !value || table->size() != 2) {
+      fail(node, inQuotes(entry.key) + ": a keyframe reads { frame = NUMBER, value = ... }");
+    }
+    if (!keys.empty() && *number <= keys.back().frame) {
+      fail(node, inQuotes(entry.key) + ": the keyframe at frame " + numberText(*number) +
+                     " does not come after the one at frame " + numberText(keys.back().frame));
+    }
+    keys.push_back({*number, valueOf({entry.key, value}), placeOf(*value)});
+  }
+  return keys;
+}
+
+double TomlReader::finiteOf(const std::string& key, const toml::node& node) const {
+  const auto number = node.value<double>();
+  if (!number) fail(node, inQuotes(key) + ": a list holds numbers only, or keyframes only");
+  if (!std::isfinite(*number)) fail(node, inQuotes(key) + ": a number must be finite");
+  return *number;
+}
+
+std::string TomlReader::placeOf(const toml::node& node) const {
+  return file_.string() + ":" + std::to_string(node.source().begin.line);
+}
+
+void TomlReader::fail(const toml::node& node, const std::string& what) const {
+  throw WorkError(placeOf(node) + ": " + what);
+}
+
+void TomlReader::unknownKey(const TomlEntry& entry, const std::string& kind,
+                            const std::vector<std::string>& known) const {
+  fail(*entry.node, "unknown " + kind + " " + inQuotes(entry.key) + "; the nearest is " +
+                        inQuotes(nearestName(entry.key, known)));
+}
+
+}  // namespace cli

@@ -1,0 +1,179 @@
+#include "cli/support/child_process.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+
+#include "cli/support/errors.h"
+#include "cli/support/interrupt.h"
+
+namespace cli {
+namespace {
+
+// Room for more than a row of pixels at a time; the default of 64 KiB wakes both sides too often.
+constexpr int kPipeBytes = 1 << 20;
+
+struct SpawnSetup {
+  posix_spawn_file_actions_t files;
+  posix_spawnattr_t attributes;
+
+  SpawnSetup() {
+    posix_spawn_file_actions_init(&files);
+    posix_spawnattr_init(&attributes);
+    // The child must not inherit our ignored SIGPIPE: a decoder ends by it when we stop reading.
+    sigset_t defaults;
+    sigemptyset(&defaults);
+    sigaddset(&defaults, SIGPIPE);
+    posix_spawnattr_setsigdefault(&attributes, &defaults);
+    posix_spawnattr_setpgroup(&attributes, 0);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
+  }
+  ~SpawnSetup() {
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&files);
+  }
+  SpawnSetup(const SpawnSetup&) = delete;
+  SpawnSetup& operator=(const SpawnSetup&) = delete;
+};
+
+std::string withoutSourceTag(const std::string& line) {
+  if (!line.starts_with('[')) return line;
+  const std::size_t end = line.find("] ");
+  return end == std::string::npos ? line : line.substr(end + 2);
+}
+
+}  // namespace
+
+ChildProcess::ChildProcess(const std::vector<std::string>& command, Pipe pipe)
+    : name_(command.front()), writes_(pipe == Pipe::kToItsInput) {
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) {
+    throw WorkError("cannot open a pipe to " + name_ + ": " + std::strerror(errno));
+  }
+  FileDescriptor readEnd(ends[0]);
+  FileDescriptor writeEnd(ends[1]);
+  fcntl(ends[1], F_SETPIPE_SZ, kPipeBytes);
+  errors_ = FileDescriptor(memfd_create("errors", MFD_CLOEXEC));
+
+  SpawnSetup setup;
+  if (pipe == Pipe::kFromItsOutput) {
+    posix_spawn_file_actions_addopen(&setup.files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_adddup2(&setup.files, writeEnd.get(), STDOUT_FILENO);
+    pipe_ = std::move(readEnd);
+  } else {
+    posix_spawn_file_actions_adddup2(&setup.files, readEnd.get(), STDIN_FILENO);
+    posix_spawn_file_actions_addopen(&setup.files, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    pipe_ = std::move(writeEnd);
+  }
+  posix_spawn_file_actions_adddup2(&setup.files, errors_.get(), STDERR_FILENO);
+
+  std::vector<char*> arguments;
+  for (const std::string& argument : command) {
+    arguments.push_back(const_cast<char*>(argument.c_str()));
+  }
+  arguments.push_back(nullptr);
+  const int error = posix_spawnp(&process_, name_.c_str(), &setup.files, &setup.attributes,
+                                 arguments.data(), environ);
+  if (error != 0) {
+    process_ = -1;
+    throw WorkError("cannot start " + inQuotes(name_) + ": " + std::strerror(error) +
+                    "; is it installed?");
+  }
+  if (writes_) setUnfinishedWriter(process_);
+}
+
+ChildProcess::~ChildProcess() {
+  if (process_ < 0) return;
+  kill();
+  reap();
+}
+
+std::size_t ChildProcess::read(std::span<std::uint8_t> buffer) {
+  std::size_t filled = 0;
+  while (filled < buffer.size()) {
+    const ssize_t count = ::read(pipe_.get(), buffer.data() + filled, buffer.size() - filled);
+    if (count == 0) break;
+    if (count > 0) {
+      filled += static_cast<std::size_t>(count);
+    } else if (errno == EINTR) {
+      throwIfInterrupted();
+    } else {
+      throw WorkError("cannot read from " + name_ + ": " + std::strerror(errno));
+    }
+  }
+  return filled;
+}
+
+bool ChildProcess::write(std::span<const std::uint8_t> bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(pipe_.get(), bytes.data(), bytes.size());
+    if (count >= 0) {
+      bytes = bytes.subspan(static_cast<std::size_t>(count));
+    } else if (errno == EINTR) {
+      throwIfInterrupted();
+    } else {
+      return false;
+    }
+  }
+  return true;
+}
+
+bool ChildProcess::finish() {
+  if (process_ < 0) return succeeded_;
+  pipe_.close();
+  // Without taking its number back: until then kill() is sure to mean this process.
+  siginfo_t end = {};
+  while (waitid(P_PID, static_cast<id_t>(process_), &end, WEXITED | WNOWAIT) < 0) {
+    if (errno != EINTR) throw WorkError("lost track of " + name_ + ": " + std::strerror(errno));
+    throwIfInterrupted();
+  }
+  const int status = reap();
+  succeeded_ = WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  return succeeded_;
+}
+
+void ChildProcess::kill() {
+  const std::lock_guard lock(reaping_);
+  if (process_ > 0) ::kill(process_, SIGKILL);
+}
+
+// Of a program that has ended or is about to.
+int ChildProcess::reap() {
+  if (writes_) setUnfinishedWriter(0);
+  const std::lock_guard lock(reaping_);
+  int status = 0;
+  while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
+  }
+  process_ = -1;
+  return status;
+}
+
+std::string ChildProcess::firstComplaint() const {
+  std::array<char, 1024> text;
+  const ssize_t count = pread(errors_.get(), text.data(), text.size(), 0);
+  const std::string all(text.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+  const std::size_t start = all.find_first_not_of(" \r\n");
+  if (start == std::string::npos) return {};
+  return withoutSourceTag(all.substr(start, all.find_first_of("\r\n", start) - start));
+}
+
+std::string outputOf(const std::vector<std::string>& command, const std::string& failure) {
+  ChildProcess process(command, ChildProcess::Pipe::kFromItsOutput);
+  std::string output;
+  std::array<std::uint8_t, 4096> buffer;
+  std::size_t count;
+  do {
+    count = process.read(buffer);
+    output.append(buffer.begin(), buffer.begin() + count);
+  } while (count == buffer.size());
+  if (!process.finish()) throw WorkError(failure + ": " + process.firstComplaint());
+  return output;
+}
+
+}  // namespace cli

@@ -1,0 +1,80 @@
+// The program around rendering: help, listings, contact sheets.
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/media/media_info.h"
+#include "tests/cli/scratch.h"
+
+namespace {
+
+using clitest::CommandResult;
+
+using ProgramTest = clitest::ScratchTest;
+
+TEST_F(ProgramTest, HelpSucceedsAndMisuseDoesNot) {
+  for (const std::string command : {"", "render", "sheet", "panel", "params", "presets", "info"}) {
+    std::vector<std::string> arguments = {"--help"};
+    if (!command.empty()) arguments.insert(arguments.begin(), command);
+    const CommandResult result = brisel(arguments);
+    EXPECT_EQ(result.exitCode, 0) << command;
+    EXPECT_NE(result.out.find("Usage: brisel"), std::string::npos);
+    EXPECT_TRUE(result.err.empty());
+  }
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{},
+        {"rendr"},
+        {"--nothing"},
+        {"params", "extra"},
+        {"render", "s.toml", "-o", "f.mov", "--depth", "32"}}) {
+    const CommandResult result = brisel(arguments);
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err.rfind("brisel: ", 0), 0u) << result.err;
+  }
+  EXPECT_NE(brisel({"rendr"}).err.find("the nearest is \"render\""), std::string::npos);
+  const CommandResult lost = brisel({"info", "--module", "lost.AEX"});
+  EXPECT_EQ(lost.exitCode, 1);
+  EXPECT_NE(lost.err.find("lost.AEX"), std::string::npos) << lost.err;
+}
+
+// The manual, which has a test of its own, is made of all that scripts are told but the index.
+TEST_F(ProgramTest, ParametersAreListedForPeopleAndScripts) {
+  EXPECT_EQ(nlohmann::json::parse(brisel({"params", "--json"}).out).back()["index"], 81);
+  const std::string table = brisel({"params"}).out;
+  EXPECT_NE(table.find("\n24      Time life "), std::string::npos) << "indented twice";
+  EXPECT_EQ(table.find("group end"), std::string::npos);
+}
+
+TEST_F(ProgramTest, AFullStandardOutputIsAnError) {
+  const CommandResult result = run({"sh", "-c", "exec " BRISEL_PROGRAM " params > /dev/full"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(result.isOneSentence()) << result.err;
+}
+
+TEST_F(ProgramTest, InfoTellsWhatTheModuleReports) {
+  const std::string out = brisel({"info"}).out;
+  for (const char* part : {"VellixDrizzen_64.AEX", "2.0.0 develop, build 1 (0x00100001)",
+                           "0x06008454: ", "0x00000008: ", "82, with the input layer"}) {
+    EXPECT_NE(out.find(part), std::string::npos) << part << " in\n" << out;
+  }
+  EXPECT_EQ(out.find('\r'), std::string::npos) << "the host's line break";
+}
+
+TEST_F(ProgramTest, SheetsShowEveryScene) {
+  for (const char* name : {"a.toml", "b.toml"}) write(name, "[scene]\nsize=[64,36]\nframes=9\n");
+  ASSERT_EQ(brisel({"sheet", "a.toml", "-o", "one.png", "--cell-width", "64"}).exitCode, 0);
+  ASSERT_EQ(
+      brisel({"sheet", "a.toml", "b.toml", "-o", "two.png", "--cell-width", "64", "--count", "3"})
+          .exitCode,
+      0);
+  const cli::FrameSize one = cli::probeMedia(path("one.png")).size;
+  const cli::FrameSize two = cli::probeMedia(path("two.png")).size;
+  EXPECT_EQ(one.width - two.width, 64 + 8) << "four columns and three, gaps between";
+  EXPECT_GT(two.height, 2 * 36);
+  EXPECT_EQ(brisel({"sheet", "a.toml", "-o", "one.png"}).exitCode, 1) << "exists";
+  EXPECT_EQ(brisel({"sheet", "a.toml", "-o", "one.mov"}).exitCode, 2);
+  EXPECT_EQ(brisel({"sheet", "none.toml", "-o", "new.png"}).exitCode, 1);
+  EXPECT_FALSE(std::filesystem::exists(path("new.png")));
+}
+
+}  // namespace

@@ -1,0 +1,299 @@
+// `brisel render` on real files: what is written, what is refused, what is left behind.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <sstream>
+#include <thread>
+#include <tuple>
+
+#include "cli/media/frame_reader.h"
+#include "cli/media/media_info.h"
+#include "tests/cli/scratch.h"
+
+namespace {
+
+using cli::Depth;
+using cli::Frame;
+using clitest::CommandResult;
+using Names = std::vector<std::string>;
+
+constexpr char kScene[] = R"([scene]
+size = [64, 36]
+frames = 6
+[params]
+"Intensity" = 20
+"Size" = 20
+)";
+
+class RenderTest : public clitest::ScratchTest {
+ protected:
+  RenderTest() { write("s.toml", kScene); }
+
+  // "render" and the words.
+  CommandResult render(const std::string& text) const {
+    Names arguments = clitest::words(text);
+    arguments.insert(arguments.begin(), "render");
+    return brisel(arguments);
+  }
+  void renders(const std::string& text) const {
+    const CommandResult result = render(text);
+    ASSERT_EQ(result.exitCode, 0) << text << "\n" << result.err;
+  }
+
+  // All frames of a clip or still at its own size.
+  std::vector<Frame> frames(const std::string& name, Depth depth = Depth::k8) const {
+    const cli::MediaInfo info = cli::probeMedia(path(name));
+    cli::FrameReader reader(path(name), info, info.size, info.rate, depth);
+    std::vector<Frame> all;
+    for (int i = 0; i < info.frameCount; ++i) all.push_back(reader.next());
+    return all;
+  }
+  static bool isBlank(const Frame& frame) {
+    return std::ranges::all_of(frame.bytes, [](std::uint8_t byte) { return byte == 0; });
+  }
+
+  // Of a folder in which there is nothing but numbered frames.
+  void expectWholeFrames(const std::string& folder) const {
+    for (const auto& entry : std::filesystem::directory_iterator(path(folder))) {
+      const std::string name = entry.path().filename();
+      if (name.starts_with(".std")) continue;
+      EXPECT_TRUE(name.starts_with("f_")) << name;
+      EXPECT_EQ(frames(folder + (folder.empty() ? "" : "/") + name).size(), 1u);
+    }
+  }
+
+  // Waits until the render has written something; false when it ended or took too long.
+  bool waitForFile(const std::string& part) const {
+    for (int i = 0; i < 1000; ++i) {
+      for (const std::string& name : names()) {
+        if (name.find(part) != std::string::npos) return true;
+      }
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return false;
+  }
+};
+
+TEST_F(RenderTest, NumberedFramesCarryTheFramesNumber) {
+  renders("s.toml -o f_%03d.png --frames 2-4");
+  EXPECT_EQ(names(), (Names{"f_002.png", "f_003.png", "f_004.png", "s.toml"}));
+}
+
+TEST_F(RenderTest, ProgressInALogHasNoControlCharacters) {
+  const CommandResult result = render("s.toml -o o.mov");
+  EXPECT_TRUE(result.out.empty());
+  EXPECT_EQ(result.err.find_first_of("\r\x1b\b"), std::string::npos);
+  EXPECT_NE(result.err.find("o.mov: 6 frames in "), std::string::npos) << result.err;
+}
+
+TEST_F(RenderTest, AFrameIsTheSameAloneAndInSequence) {
+  renders("s.toml -o all_%d.png");
+  const CommandResult one = render("s.toml -o one.png --frames 4");
+  EXPECT_NE(one.err.find("one.png: 1 of 5 rendered frames in "), std::string::npos) << one.err;
+  EXPECT_EQ(read("one.png"), read("all_4.png"));
+  EXPECT_NE(read("one.png"), read("all_5.png"));
+  renders("s.toml -o clip.mov");
+  EXPECT_EQ(frames("clip.mov")[4].bytes, frames("one.png")[0].bytes);
+}
+
+TEST_F(RenderTest, AlphaAndDepthGoThrough) {
+  // Nothing is emitted, and what is not covered by a star is the input.
+  write("s.toml", "[params]\n\"Intensity\" = 0\n\"Mix with original\" = \"Normal\"\n");
+  for (const Depth depth : {Depth::k8, Depth::k16}) {
+    const bool deep = depth == Depth::k16;
+    ffmpeg(
+        "-f lavfi -i testsrc2=s=64x36,format=rgba64,"
+        "geq=r='r(X,Y)':g='X*900':b='Y*1700':a='X*1000+Y*30' -frames:v 5 -c:v png -pix_fmt " +
+        std::string(deep ? "rgba64be" : "rgba") + " in.mov");
+    renders(std::string("s.toml -i in.mov -o out.mov --overwrite --depth ") + (deep ? "16" : "8"));
+    const auto in = frames("in.mov", depth);
+    const auto out = frames("out.mov", depth);
+    ASSERT_EQ(out.size(), 5u);
+    for (std::size_t i = 0; i < 5; ++i) {
+      hostkit::World world(64, 36, depth);
+      copyToWorld(in[i], world);
+      Frame expected({64, 36}, depth);
+      copyFromWorld(world, expected);
+      EXPECT_EQ(out[i].bytes, expected.bytes) << i << ": 16 bits keep 15 and a little";
+    }
+  }
+}
+
+TEST_F(RenderTest, SizeLengthAndRateComeFromTheInput) {
+  ffmpeg("-f lavfi -i testsrc=s=80x46:r=30000/1001 -frames:v 7 -pix_fmt yuv420p in.mp4");
+  write("open.toml", "[scene]\ninput = \"in.mp4\"\n");
+  renders("open.toml -o out.mov");
+  const cli::MediaInfo info = cli::probeMedia(path("out.mov"));
+  EXPECT_EQ(info.size, (cli::FrameSize{80, 46}));
+  EXPECT_EQ(info.frameCount, 7);
+  EXPECT_EQ(info.rate, (cli::FrameRate{30000, 1001}));
+}
+
+TEST_F(RenderTest, OptionsWinOverTheScene) {
+  renders("s.toml -o out.mov --size 40x20 --fps 50 --set Intensity=0 --quality low");
+  const cli::MediaInfo info = cli::probeMedia(path("out.mov"));
+  EXPECT_EQ(info.size, (cli::FrameSize{40, 20}));
+  EXPECT_EQ(info.rate, (cli::FrameRate{50, 1}));
+  for (const Frame& frame : frames("out.mov")) EXPECT_TRUE(isBlank(frame));
+}
+
+TEST_F(RenderTest, KeyframesAreFollowed) {
+  write("k.toml", std::string(kScene) +
+                      "\"Time life\" = [{frame=0, value=50}]\n\"Initial speed\" = 0\n"
+                      "\"Value\" = [ {frame=3, value=0}, {frame=4, value=100} ]\n"
+                      "\"Value dispersion\" = 0\n");
+  renders("k.toml -o k.mov");
+  const auto all = frames("k.mov");
+  for (std::size_t i = 0; i < all.size(); ++i) EXPECT_EQ(isBlank(all[i]), i < 4) << i;
+}
+
+TEST_F(RenderTest, OutputsAreReplacedOnlyOnRequest) {
+  write("out.mov", "mine");
+  write("f_3.png", "mine");
+  for (const std::string output : {"out.mov", "f_%d.png"}) {
+    const CommandResult result = render("s.toml -o " + output);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.err.find("exists already"), std::string::npos) << result.err;
+  }
+  EXPECT_EQ(read("out.mov"), "mine");
+  EXPECT_EQ(names(), (Names{"f_3.png", "out.mov", "s.toml"}));
+  renders("s.toml -o out.mov --overwrite");
+  EXPECT_EQ(frames("out.mov").size(), 6u);
+}
+
+TEST_F(RenderTest, WhatCannotBeDoneIsOneSentenceAndLeavesNothing) {
+  write("range.toml", std::string(kScene) + "\"Angle\" = 0\n\"Width\" = 1000.5\n");
+  write("mask.toml", "[mask]\npath = \"M 0\"\n");
+  write("input.toml", "[scene]\nframes = 3\ninput = \"none.png\"\n");
+  write("broken.png", "no picture");
+  ffmpeg("-f lavfi -i testsrc2=s=64x36 -frames:v 40 -pix_fmt yuv420p -movflags +faststart a.mp4");
+  write("cut.mp4", read("a.mp4").substr(0, read("a.mp4").size() * 2 / 3));
+  write("cut.toml", "[scene]\nframes = 40\ninput = \"cut.mp4\"\n");
+  write("file", "");
+  const std::vector<std::tuple<std::string, int, std::string>> cases = {
+      {"none.toml -o o.mov", 1, "the scene \"none.toml\" does not exist"},
+      {". -o o.mov", 1, "the scene \".\" is a folder"},
+      {"range.toml -o o.mov", 1,
+       "range.toml:8: \"Width\" takes a number from 0 to 1000, not 1000.5"},
+      {"mask.toml -o o.mov", 1, "mask.toml:2: path: \"M\" takes 2 numbers"},
+      {"input.toml -o o.mov", 1, "input.toml:3: the input \"none.png\" does not exist"},
+      {"s.toml -i none.mov -o o.mov", 1, "the input \"none.mov\" does not exist"},
+      {"s.toml -i broken.png -o o.mov", 1, "the input \"broken.png\" holds no picture"},
+      {"cut.toml -o o.mov", 1, "cannot read the input \"cut.mp4\": "},
+      {"s.toml -o none/o.mov", 1, "the output folder \"none\" does not exist"},
+      {"s.toml -o file/o.mov", 1, "\"file\" is not a folder to write into"},
+      {"s.toml -o /proc/o.mov", 1, "cannot write "},
+      {"s.toml -o o.avi", 2, "cannot tell from its name what to write into \"o.avi\""},
+      {"s.toml -o o.png", 2, "holds one frame, not 6"},
+      {"s.toml -o o.mov --frames 2-6", 2, "the scene has the frames 0-5"},
+      {"s.toml -o o.mov --fps fast", 2, "a frame rate is a number above 0"},
+      {"s.toml -o o.mov --set Size=2000", 2, "--set \"Size=2000\": \"Size\" takes a number from 0"},
+      {"s.toml", 2, "--output"},
+      {"s.toml -o o.mov --module file", 1, "file"},
+      {"s.toml -o o.mov --module " NO_ENTRY_POINT_PATH, 1, "EntryPointFunc"},
+      {"s.toml -o o.mov --module " OLD_MODULE_PATH, 1, "is too old"}};
+  const Names before = names();
+  for (const auto& [arguments, exitCode, message] : cases) {
+    const CommandResult result = render(arguments);
+    EXPECT_EQ(result.exitCode, exitCode) << arguments << ": " << result.err;
+    EXPECT_NE(result.err.find(message), std::string::npos) << arguments << ": " << result.err;
+    EXPECT_TRUE(result.isOneSentence()) << result.err;
+    EXPECT_EQ(names(), before) << arguments;
+  }
+}
+
+// Although decoding is ahead of writing when it fails.
+TEST_F(RenderTest, FramesBeforeTheDecodersFailureAreWritten) {
+  ffmpeg("-f lavfi -i testsrc2=s=64x36 -frames:v 6 -c:v png in.mov");
+  write("ffmpeg", "#!/bin/sh\nhead -c $((3 * 64 * 36 * 4)) /dev/zero\necho worn out >&2\nexit 1\n");
+  std::filesystem::permissions(path("ffmpeg"), std::filesystem::perms::owner_all);
+  const CommandResult result =
+      run({"sh", "-c", "PATH=.:$PATH exec " BRISEL_PROGRAM " render s.toml -i in.mov -o f_%d.png"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_EQ(result.err, "brisel: cannot read the input \"in.mov\": worn out\n");
+  EXPECT_EQ(names(), (Names{"f_0.png", "f_1.png", "f_2.png", "ffmpeg", "in.mov", "s.toml"}));
+}
+
+TEST_F(RenderTest, StatisticsTellHowBusyEachStepWas) {
+  ffmpeg("-f lavfi -i testsrc2=s=64x36 -frames:v 6 -c:v png in.mov");
+  const CommandResult result = render("s.toml -i in.mov -o o.gif --stats");
+  std::istringstream lines(result.out);
+  std::string line;
+  std::getline(lines, line);
+  for (const std::string expected : {"decode", "render", "encode"}) {
+    std::string stage, second, percent;
+    double seconds = 0;
+    double share = 0;
+    lines >> stage >> seconds >> second >> share >> percent;
+    EXPECT_EQ(stage, expected) << result.out;
+    EXPECT_GE(seconds, 0);
+    EXPECT_LE(share, 100) << "of the whole time";
+    EXPECT_EQ(percent, "%");
+    std::getline(lines, line);
+  }
+  EXPECT_NE(result.out.find("frames per second, limited by "), std::string::npos) << result.out;
+}
+
+TEST_F(RenderTest, AnInterruptedRenderLeavesOnlyWholeNumberedFrames) {
+  write("s.toml", "[scene]\nsize = [640, 360]\nframes = 5000\n");
+  const auto interrupt = [this](const std::string& output, const std::string& begun, int signal) {
+    const pid_t process = start({BRISEL_PROGRAM, "render", "s.toml", "-o", output});
+    EXPECT_TRUE(waitForFile(begun));
+    kill(process, signal);
+    const CommandResult result = waitFor(process);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.err.find("brisel: interrupted\n"), std::string::npos) << result.err;
+  };
+  interrupt("o.mov", "o.mov", SIGINT);
+  interrupt("o.mp4", "o.mp4", SIGINT);
+  EXPECT_EQ(names(), (Names{"s.toml"}));
+  interrupt("f_%04d.png", "f_0003.png", SIGTERM);
+  std::filesystem::remove(path("s.toml"));
+  EXPECT_LT(names().size(), 5000u);
+  expectWholeFrames("");
+}
+
+// Such a frame takes seconds, and the encoder has not opened its file yet.
+TEST_F(RenderTest, ASecondSignalEndsALongFrameAndLeavesNothing) {
+  write("s.toml",
+        "[scene]\nsize = [320, 180]\n[params]\n\"Size\" = 1000\n\"Rays count\" = 1000\n"
+        "\"Intensity\" = 10000\n\"Maximum number of stars\" = 30000\n");
+  const pid_t process = start({BRISEL_PROGRAM, "render", "s.toml", "-o", "o.mp4"});
+  ASSERT_TRUE(waitForFile("o.mp4"));
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  kill(process, SIGTERM);
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  kill(process, SIGTERM);
+  const CommandResult result = waitFor(process);
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(result.err.empty()) << "it had time to end in an orderly way: " << result.err;
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  EXPECT_EQ(names(), (Names{"s.toml"}));
+}
+
+TEST_F(RenderTest, AFullDiskOrAFileSizeLimitLeavesOnlyWholeFrames) {
+  write("s.toml", "[scene]\nsize = [320, 180]\nframes = 60\n[params]\n\"Intensity\" = 20\n");
+  const CommandResult limited =
+      run({"sh", "-c", "ulimit -f 60; exec " BRISEL_PROGRAM " render s.toml -o o.mov"});
+  EXPECT_EQ(limited.exitCode, 1);
+  EXPECT_NE(limited.err.find("cannot write \"o.mov\": "), std::string::npos) << limited.err;
+  EXPECT_EQ(names(), (Names{"s.toml"}));
+
+  std::filesystem::create_directory(path("disk"));
+  if (mount("tmpfs", path("disk").c_str(), "tmpfs", 0, "size=96k") != 0) {
+    GTEST_SKIP() << "a small disk can only be mounted by root";
+  }
+  for (const std::string output : {"o.mov", "o.mp4", "o.gif", "o.apng", "o.webp", "f_%02d.png"}) {
+    const CommandResult result = render("s.toml -o disk/" + output);
+    EXPECT_EQ(result.exitCode, 1) << output;
+    EXPECT_NE(result.err.find("No space left on device"), std::string::npos) << result.err;
+    expectWholeFrames("disk");
+  }
+  umount(path("disk").c_str());
+}
+
+}  // namespace

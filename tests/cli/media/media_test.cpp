@@ -1,0 +1,195 @@
+// Stills and clips in and out, through the files themselves.
+#include <gtest/gtest.h>
+
+#include "cli/media/frame_reader.h"
+#include "cli/media/frame_writer.h"
+#include "cli/media/media_info.h"
+#include "tests/cli/scratch.h"
+
+namespace {
+
+using cli::Depth;
+using cli::Frame;
+using cli::FrameRate;
+using cli::FrameSize;
+using cli::MediaInfo;
+
+struct Rgba {
+  int r, g, b, a;
+};
+
+// One pixel in 8 bits a channel.
+Rgba pixelAt(const Frame& frame, int x, int y) {
+  const Frame shown = cli::inDepth(Frame(frame), Depth::k8);
+  const std::uint8_t* pixel = shown.row(y) + shown.pixelBytes() * static_cast<std::size_t>(x);
+  return {pixel[0], pixel[1], pixel[2], pixel[3]};
+}
+
+// Every byte differs from its neighbours and from frame to frame; transparent pixels have colours.
+Frame patternFrame(FrameSize size, Depth depth, int number) {
+  Frame frame(size, depth);
+  std::uint32_t state = static_cast<std::uint32_t>(number) + 1;
+  for (std::uint8_t& byte : frame.bytes) {
+    state = state * 1664525 + 1013904223;
+    byte = static_cast<std::uint8_t>(state >> 24);
+  }
+  return frame;
+}
+
+void encodeAndWrite(cli::FrameWriter& writer, const Frame& frame, int number) {
+  std::vector<std::uint8_t> buffer;
+  writer.write(writer.encode(frame, buffer), number);
+}
+
+class MediaTest : public clitest::ScratchTest {
+ protected:
+  cli::FrameReader open(const std::string& name, FrameSize size, FrameRate rate,
+                        Depth depth = Depth::k8) const {
+    return {path(name), cli::probeMedia(path(name)), size, rate, depth};
+  }
+
+  // The first frame at its own size.
+  Frame firstFrame(const std::string& name, Depth depth = Depth::k8) const {
+    const MediaInfo info = cli::probeMedia(path(name));
+    return cli::FrameReader(path(name), info, info.size, info.rate, depth).next();
+  }
+
+  void writeClip(const std::string& name, FrameSize size, Depth depth, int frames) const {
+    const auto writer =
+        cli::openFrameWriter(cli::parseOutputTarget(path(name)), size, FrameRate{25, 1}, depth);
+    for (int i = 0; i < frames; ++i) encodeAndWrite(*writer, patternFrame(size, depth, i), i);
+    writer->finish();
+  }
+};
+
+TEST_F(MediaTest, LosslessOutputsComeBackToTheBitWithTheirAlpha) {
+  const FrameSize odd{33, 17};
+  for (const Depth depth : {Depth::k8, Depth::k16}) {
+    for (const std::string name : {"a.mov", "a.apng", "a_%03d.png"}) {
+      writeClip(name, odd, depth, 3);
+      cli::FrameReader reader = open(name, odd, FrameRate{25, 1}, depth);
+      // The last frame holds.
+      for (const int i : {0, 1, 2, 2}) {
+        EXPECT_EQ(reader.next().bytes, patternFrame(odd, depth, i).bytes) << name << " " << i;
+      }
+    }
+    for (const std::string& name : names()) std::filesystem::remove(path(name));
+  }
+}
+
+TEST_F(MediaTest, HostScaleOf16BitsIsKeptExactly) {
+  hostkit::World world(257, 128, Depth::k16);
+  for (int i = 0; i < 257 * 128; ++i) {
+    const auto level = static_cast<A_u_short>(std::min(i, 32768));
+    world.row16(i / 257)[static_cast<std::size_t>(i % 257)] = {level, level, 0, 32768};
+  }
+  Frame frame({257, 128}, Depth::k16);
+  copyFromWorld(world, frame);
+  hostkit::World back(257, 128, Depth::k16);
+  copyToWorld(frame, back);
+  EXPECT_TRUE(hostkit::samePixels(world, back));
+}
+
+TEST_F(MediaTest, DepthIsChangedFullScaleToFullScale) {
+  writeClip("8.mov", {33, 17}, Depth::k8, 1);
+  const Frame deep = firstFrame("8.mov", Depth::k16);
+  EXPECT_EQ(cli::inDepth(deep, Depth::k8).bytes, patternFrame({33, 17}, Depth::k8, 0).bytes);
+  writeClip("16.png", {33, 17}, Depth::k16, 1);
+  EXPECT_EQ(firstFrame("16.png").bytes,
+            cli::inDepth(patternFrame({33, 17}, Depth::k16, 0), Depth::k8).bytes);
+  // An opaque clip of 12 bits is opaque.
+  ffmpeg(
+      "-f lavfi -i color=red:s=32x32,format=yuva444p10le -frames:v 2 -c:v prores_ks "
+      "-profile:v 4 -alpha_bits 16 12.mov");
+  EXPECT_EQ(pixelAt(firstFrame("12.mov", Depth::k16), 9, 9).a, 255);
+}
+
+TEST_F(MediaTest, FlattenedOutputsShowColoursOverBlack) {
+  Frame frame({31, 15}, Depth::k8);
+  for (std::size_t i = 0; i < frame.bytes.size(); i += 4) {
+    frame.bytes[i] = 255;
+    frame.bytes[i + 3] = 128;
+  }
+  for (const std::string name : {"a.mp4", "a.gif"}) {
+    const auto writer = cli::openFrameWriter(cli::parseOutputTarget(path(name)), frame.size,
+                                             FrameRate{25, 1}, Depth::k8);
+    for (int i = 0; i < 3; ++i) encodeAndWrite(*writer, frame, i);
+    writer->finish();
+    const MediaInfo info = cli::probeMedia(path(name));
+    EXPECT_EQ(info.frameCount, 3);
+    const FrameSize even{32, 16};
+    EXPECT_EQ(info.size, name == "a.mp4" ? even : frame.size);
+    const Rgba pixel = pixelAt(firstFrame(name), 10, 7);
+    EXPECT_NEAR(pixel.r, 128, 8) << name;
+    EXPECT_NEAR(pixel.g, 0, 8) << name;
+    EXPECT_EQ(pixel.a, 255) << name;
+  }
+}
+
+TEST_F(MediaTest, WebpAnimatesWithAlpha) {
+  writeClip("a.webp", {32, 16}, Depth::k8, 5);
+  const std::string bytes = read("a.webp");
+  std::size_t at = 0;
+  for (int i = 0; i < 5; ++i) at = bytes.find("ANMF", at) + 1;
+  EXPECT_GT(at, 0u) << "five frames";
+  EXPECT_NE(bytes.find("ALPH"), std::string::npos);
+}
+
+TEST_F(MediaTest, AnotherRateRepeatsOrSkipsFrames) {
+  writeClip("a.mov", {16, 16}, Depth::k8, 4);
+  cli::FrameReader twice = open("a.mov", {16, 16}, {50, 1});
+  for (int i = 0; i < 8; ++i) {
+    EXPECT_EQ(twice.next().bytes, patternFrame({16, 16}, Depth::k8, i / 2).bytes) << i;
+  }
+}
+
+TEST_F(MediaTest, SizeIsAsSeen) {
+  ffmpeg("-f lavfi -i testsrc=s=64x48 -frames:v 5 -pix_fmt yuv420p -vf setsar=2 wide.mp4");
+  ffmpeg("-f lavfi -i testsrc=s=64x48 -frames:v 5 -pix_fmt yuv420p flat.mp4");
+  ffmpeg("-i flat.mp4 -c copy -metadata:s:v rotate=90 phone.mp4");
+  for (const auto& [name, size] :
+       {std::pair{"wide.mp4", FrameSize{128, 48}}, {"phone.mp4", FrameSize{48, 64}}}) {
+    EXPECT_EQ(cli::probeMedia(path(name)).size, size);
+    EXPECT_EQ(firstFrame(name).size, size);
+  }
+}
+
+TEST_F(MediaTest, AnotherSizeFitsOnTransparentWithoutFringes) {
+  // Red, but a hidden green where it is transparent.
+  ffmpeg(
+      "-f lavfi -i color=red:s=40x20,format=rgba,"
+      "geq=r='255*lt(X,20)':g='255*gte(X,20)':b=0:a='255*lt(X,20)' -frames:v 1 a.png");
+  for (const Depth depth : {Depth::k8, Depth::k16}) {
+    cli::FrameReader reader = open("a.png", {60, 60}, {25, 1}, depth);
+    const Frame& frame = reader.next();
+    EXPECT_EQ(pixelAt(frame, 15, 14).a, 0) << "above the picture";
+    EXPECT_EQ(pixelAt(frame, 15, 45).a, 0) << "below the picture";
+    EXPECT_EQ(pixelAt(frame, 15, 30).a, 255);
+    for (int x = 0; x < 60; ++x) {
+      const Rgba pixel = pixelAt(frame, x, 30);
+      EXPECT_TRUE(pixel.a <= 25 || (pixel.g < 25 && pixel.r > 230)) << x;
+    }
+  }
+}
+
+TEST_F(MediaTest, AlphaOfWebClipsIsKept) {
+  ffmpeg(
+      "-f lavfi -i color=white:s=32x32,format=yuva420p,geq=lum=235:cb=128:cr=128:a='255*lt(X,16)'"
+      " -frames:v 3 -c:v libvpx-vp9 -lossless 1 a.webm");
+  const Frame frame = firstFrame("a.webm");
+  EXPECT_GT(pixelAt(frame, 4, 16).a, 250);
+  EXPECT_LT(pixelAt(frame, 28, 16).a, 5);
+}
+
+TEST_F(MediaTest, ColoursOfUntaggedClipsAreRead) {
+  // Written as players assume: the high-definition matrix for a large picture.
+  ffmpeg(
+      "-f lavfi -i color=0x20c040:s=1280x720:r=25 -frames:v 2 "
+      "-vf scale=out_color_matrix=bt709,format=yuv444p -c:v ffv1 a.mkv");
+  const Rgba pixel = pixelAt(firstFrame("a.mkv"), 640, 360);
+  EXPECT_NEAR(pixel.r, 0x20, 2);
+  EXPECT_NEAR(pixel.g, 0xC0, 2);
+  EXPECT_NEAR(pixel.b, 0x40, 2);
+}
+
+}  // namespace

@@ -1,0 +1,175 @@
+// Scene files and their masks: what they say, and what is said about wrong ones.
+#include <gtest/gtest.h>
+
+#include "cli/scene/mask.h"
+#include "cli/scene/scene.h"
+#include "cli/support/errors.h"
+#include "tests/cli/scratch.h"
+
+namespace {
+
+class SceneTest : public clitest::ScratchTest {
+ protected:
+  cli::Scene scene(const std::string& text) const {
+    write("s.toml", text);
+    return cli::readScene(path("s.toml"));
+  }
+  cli::Mask mask(const std::string& text) const { return scene(text).mask.value(); }
+
+  // The message without the folder in front: "s.toml:2: ...".
+  std::string complaint(const std::string& text) const {
+    std::string message = clitest::errorOf<cli::WorkError>([&] { scene(text); });
+    const std::string folder = path("");
+    for (std::size_t at; (at = message.find(folder)) != std::string::npos;) {
+      message.erase(at, folder.size());
+    }
+    return message;
+  }
+};
+
+TEST_F(SceneTest, ReadsEverything) {
+  const cli::Scene read = scene(R"(
+[scene]
+size = [1920, 1080]
+frames = 120
+fps = 29.97
+depth = 16
+quality = "low"
+input = "media/title.png"
+[params]
+"Type" = "Type glow1"
+"Size" = [ { frame = 0, value = 1 }, { frame = 10.5, value = 2.5 } ]
+"Size depend on source" = true
+"Start" = [0.5, 1]
+)");
+  EXPECT_EQ(read.size, (cli::FrameSize{1920, 1080}));
+  EXPECT_EQ(read.frames, 120);
+  EXPECT_EQ(read.rate, (cli::FrameRate{30000, 1001}));
+  EXPECT_EQ(read.depth, cli::Depth::k16);
+  EXPECT_FALSE(read.highQuality);
+  EXPECT_EQ(read.input, path("media/title.png")) << "relative to the scene";
+  ASSERT_EQ(read.settings.size(), 4u);
+  EXPECT_EQ(read.settings[0].label, "Type") << "in the order of the file";
+  ASSERT_EQ(read.settings[1].keys.size(), 2u);
+  EXPECT_EQ(read.settings[1].keys[1].frame, 10.5);
+  EXPECT_EQ(std::get<double>(read.settings[1].keys[1].value), 2.5);
+  EXPECT_EQ(std::get<bool>(read.settings[2].keys[0].value), true);
+  EXPECT_EQ(std::get<std::vector<double>>(read.settings[3].keys[0].value), (std::vector{0.5, 1.0}));
+}
+
+TEST_F(SceneTest, AnEmptySceneLeavesAllOpen) {
+  const cli::Scene read = scene("");
+  EXPECT_FALSE(read.size || read.frames || read.rate || read.mask);
+  EXPECT_TRUE(read.input.empty() && read.highQuality && read.settings.empty());
+}
+
+TEST_F(SceneTest, AMaskIsReadFromItsTable) {
+  const cli::Mask read = mask("[mask]\npath = \"M 1 2 L 3 4 Z\"\ninverted = true\n");
+  ASSERT_EQ(read.keys.size(), 1u);
+  EXPECT_TRUE(read.inverted && read.keys[0].shape.closed);
+  EXPECT_EQ(read.keys[0].shape.vertices.size(), 2u);
+  EXPECT_EQ(shapeAt(read, 77).vertices[1].x, 3);
+  EXPECT_FALSE(mask("[mask]\npath = \"\"\"\nM 1 2\n   3 4\n\"\"\"").inverted);
+}
+
+TEST_F(SceneTest, AMaskIsReadFromAnSvgFileBesideTheScene) {
+  std::filesystem::create_directory(path("media"));
+  write("media/a#b.svg", "<svg><path id='star' d='M0 0H5V5Z'/></svg>");
+  const cli::Mask read = mask("[scene]\nmask = \"media/a#b.svg#star\"\n");
+  EXPECT_EQ(shapeAt(read, 0).vertices.size(), 3u);
+  EXPECT_TRUE(shapeAt(read, 0).closed);
+}
+
+TEST_F(SceneTest, MaskKeyframesBlendVertexByVertex) {
+  const cli::Mask read = mask(R"([mask]
+path = [ { frame = 10, value = "M 0 0 L 10 0" }, { frame = 20, value = "M 0 8 C 1 2 30 0 30 8" } ]
+)");
+  EXPECT_EQ(shapeAt(read, 0).vertices[1].x, 10) << "the first one holds before it";
+  EXPECT_EQ(shapeAt(read, 99).vertices[1].x, 30);
+  const hostkit::MaskShape shape = shapeAt(read, 12.5);
+  EXPECT_FALSE(shape.closed);
+  EXPECT_EQ(shape.vertices[0].y, 2);
+  EXPECT_EQ(shape.vertices[0].tan_out_x, 0.25);
+  EXPECT_EQ(shape.vertices[1].tan_in_x, 15);
+}
+
+TEST(MaskTime, AWholeFrameIsFoundExactly) {
+  for (const cli::FrameRate rate : {cli::FrameRate{25, 1}, {30000, 1001}, {1000, 1}, {1, 7}}) {
+    for (const int frame : {0, 1, 3, 999'999}) {
+      const hostkit::MaskTime time{frame * rate.seconds, rate.seconds,
+                                   static_cast<A_u_long>(rate.frames)};
+      EXPECT_EQ(cli::frameAt(time, rate), frame) << rate.text();
+    }
+  }
+  EXPECT_EQ(cli::frameAt({1, 1, 50}, {25, 1}), 0.5) << "a host with another time scale";
+}
+
+TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
+  write("f.svg", "<svg>\n<path id='bad' d='M 0 0 L 1'/><path id='ok' d='M0 0'/></svg>");
+  const clitest::Complaints cases = {
+      {"[scene]\nsizes = [1, 2]", "s.toml:2: unknown key \"sizes\"; the nearest is \"size\""},
+      {"[parms]\n", "s.toml:1: unknown table \"parms\"; the nearest is \"params\""},
+      {"scene = 3", "s.toml:1: \"scene\" is a table"},
+      {"[scene]\nsize = [0, 2]", "s.toml:2: size is [WIDTH, HEIGHT], each from 1 to 30000"},
+      {"[scene]\nframes = 1.5", "s.toml:2: frames is a whole number from 1 to 1000000"},
+      {"[scene]\nfps = nan", "s.toml:2: fps is a number above 0"},
+      {"[scene]\ndepth = 32", "s.toml:2: depth is 8 or 16"},
+      {"[scene]\nquality = \"best\"", "s.toml:2: quality is \"high\" or \"low\", not \"best\""},
+      {"[scene]\ninput = 3", "s.toml:2: input is text in quotes"},
+      {"\n[params]\n\"Size\" = inf", "s.toml:3: \"Size\": a number must be finite"},
+      {"[params]\n\"Start\" = [0.5, \"x\"]", "s.toml:2: \"Start\": a list holds numbers only"},
+      {"[params]\n\"Size\" = 1979-05-27", "s.toml:2: \"Size\": a value is a number"},
+      {"[params]\n\"Size\" = [{frame=0}]", "s.toml:2: \"Size\": a keyframe reads {"},
+      {"[params]\n\"Size\" = [{frame=0,value=[{frame=0,value=1}]}]", "s.toml:2: \"Size\": a list"},
+      {"[scene]\nfps = 25\nfps = 30", "s.toml:3: "},
+      {"[scene\n", "s.toml:1: "},
+      {"mask = 3", "s.toml:1: \"mask\" is a table, written [mask]"},
+      {"[mask]\n", "s.toml:1: [mask] has no path"},
+      {"[mask]\npath = 3", "s.toml:2: path is SVG path data in quotes, or keyframes"},
+      {"[mask]\npath = [{frame=0,value=3}]", "s.toml:2: path is SVG path data"},
+      {"[mask]\npath = \"M 0 0 L 1\"", "s.toml:2: path: \"L\" takes 2 numbers at a time"},
+      {"[mask]\npath = \"M 0 0\"\ninverted = 1", "s.toml:3: inverted is true or false"},
+      {"[mask]\npath = [{frame=0,value=\"M 0 0 1 1\"},\n{frame=5,value=\"M 0 0\"}]",
+       "s.toml:3: path: the outline at frame 5 has 1 vertex, the one at frame 0 has 2; all"},
+      {"[mask]\npath = [{frame=0,value=\"M 0 0\"},\n{frame=5,value=\"M 0 0 Z\"}]",
+       "s.toml:3: path: the outline at frame 5 is closed, the one at frame 0 open; all"},
+      {"[mask]\npath = [{frame=0,value=\"M 0 0\"},\n{frame=0,value=\"M 0 0\"}]",
+       "s.toml:3: \"path\": the keyframe at frame 0 does not come after"},
+      {"[scene]\nmask = \"f.svg\"", "s.toml:2: mask is an SVG file and the id of a path in it"},
+      {"[scene]\nmask = \"none.svg#a\"", "s.toml:2: mask: cannot read \"none.svg\": No such file"},
+      {"[scene]\nmask = \"f.svg#bat\"",
+       "s.toml:2: mask: \"f.svg\" has no path with the id \"bat\""},
+      {"[scene]\nmask = \"f.svg#bad\"", "s.toml:2: mask: f.svg:2: \"L\" takes 2 numbers"},
+      {"[mask]\npath = \"M0 0\"\n[scene]\nmask = \"f.svg#ok\"", "s.toml:4: the scene has a mask"}};
+  clitest::expectComplaints(cases, [this](const std::string& text) { return complaint(text); });
+}
+
+TEST_F(SceneTest, StarsFollowTheMasksKeyframes) {
+  // One lasting dot a frame, born on a single vertex that walks along the second row and stops.
+  write("s.toml", R"([scene]
+size = [16, 4]
+frames = 7
+[mask]
+path = [ { frame = 1, value = "M 2 1" }, { frame = 5, value = "M 10 1" } ]
+[params]
+"Type" = "Dots"
+"Initial speed" = 0
+"Intensity" = 2
+"Terminate type" = "Infinity"
+)");
+  const clitest::CommandResult result = brisel({"render", "s.toml", "-o", "f_%d.png"});
+  ASSERT_EQ(result.exitCode, 0) << result.err;
+  EXPECT_EQ(result.err.find("warning"), std::string::npos) << result.err;
+  const auto dotsOf = [&](const std::string& file) {
+    std::string row = run(clitest::words("ffmpeg -v error -i " + file +
+                                         " -vf alphaextract,crop=16:1:0:1 -f rawvideo -"))
+                          .out;
+    for (char& alpha : row) alpha = alpha == 0 ? '.' : '*';
+    return row;
+  };
+  EXPECT_EQ(dotsOf("f_1.png"), "..*.............");
+  EXPECT_EQ(dotsOf("f_3.png"), "..*.*.*.........");
+  EXPECT_EQ(dotsOf("f_6.png"), "..*.*.*.*.*.....");
+}
+
+}  // namespace
