@@ -23,7 +23,8 @@ void addModuleOption(CLI::App& command, std::string& modulePath);
 void addSceneOptions(CLI::App& command, SceneOptions& options);
 void addValueOptions(CLI::App& command, SceneOptions& options);  // those about parameters alone
 
-// A note on standard error about something that does not stop the work.
+// On standard error: something amiss that does not stop the work, and something worth knowing.
 void warn(const std::string& message);
+void note(const std::string& message);
 
 }  // namespace cli

@@ -42,6 +42,7 @@ void render(const RenderOptions& options) {
 
   Progress progress(target.path.filename().string(), range.last + 1);
   SceneRenderer renderer(plan, options.module);
+  for (const std::string& text : renderer.notes()) note(text);
   OutputStream output(openFrameWriter(target, plan.size, plan.rate, plan.scene.depth), plan.size,
                       plan.scene.depth, range.first);
   int written = 0;

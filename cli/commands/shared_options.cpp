@@ -51,4 +51,8 @@ void warn(const std::string& message) {
   std::fprintf(stderr, "brisel: warning: %s\n", message.c_str());
 }
 
+void note(const std::string& message) {
+  std::fprintf(stderr, "brisel: note: %s\n", message.c_str());
+}
+
 }  // namespace cli

@@ -33,9 +33,11 @@ std::vector<int> evenlySpaced(int count, int frames) {
 
 void addScene(ContactSheet& sheet, ScenePlan plan, int count, Progress& progress,
               const std::string& modulePath) {
-  sheet.addGroup(plan.scene.file.stem().string());
+  const std::string name = plan.scene.file.stem().string();
+  sheet.addGroup(name);
   const std::vector<int> numbers = evenlySpaced(std::min(count, plan.frames), plan.frames);
   SceneRenderer renderer(std::move(plan), modulePath);
+  for (const std::string& text : renderer.notes()) note(name + ": " + text);
   int next = 0;
   for (const int number : numbers) {
     for (; next <= number; ++next) {
@@ -44,7 +46,7 @@ void addScene(ContactSheet& sheet, ScenePlan plan, int count, Progress& progress
     }
     sheet.addFrame(renderer.picture(), number);
   }
-  for (const std::string& warning : renderer.warnings()) warn(warning);
+  for (const std::string& warning : renderer.warnings()) warn(name + ": " + warning);
 }
 
 void makeSheet(const SheetOptions& options) {

@@ -27,6 +27,9 @@ class SceneRenderer {
   // The same as the host's world; another of its size may take its place.
   hostkit::World& output() { return output_; }
 
+  // What the user should know before the first frame.
+  const std::vector<std::string>& notes() const { return effect_.notes(); }
+
   // What the user should know although the render works; complete after the last frame.
   std::vector<std::string> warnings() const;
 

@@ -5,6 +5,12 @@
 #include "cli/support/errors.h"
 
 namespace cli {
+namespace {
+
+constexpr char kMix[] = "Mix with original";
+constexpr char kMixOnInput[] = "Add";
+
+}  // namespace
 
 SceneEffect::SceneEffect(const ScenePlan& plan, const std::string& modulePath)
     : size_(plan.size),
@@ -14,6 +20,7 @@ SceneEffect::SceneEffect(const ScenePlan& plan, const std::string& modulePath)
   session().setLayerSize(size_.width, size_.height);
   applyPresets(plan.scene.presets);
   if (plan.scene.mask) chooseMask(*plan.scene.mask, plan.rate);
+  if (plan.input) addToInput();
 }
 
 void SceneEffect::setFrame(double frame) {
@@ -29,6 +36,7 @@ void SceneEffect::applyPresets(const std::vector<PresetChoice>& choices) {
   const PresetIndex index = readPresetIndex(effect_.path());
   for (const PresetChoice& choice : choices) {
     const auto set = applyPreset(session(), index, findPreset(index, choice));
+    setByPresets_.insert(setByPresets_.end(), set.begin(), set.end());
     if (!choice.isOption) continue;
     std::erase_if(tracks_, [&](const Track& track) {
       return !track.isOption && std::ranges::find(set, track.parameter->index) != set.end();
@@ -47,6 +55,19 @@ void SceneEffect::chooseMask(const Mask& mask, FrameRate rate) {
   };
   session().parameters().setPath(path->index,
                                  session().records().masks.add(shapeAtTime, mask.inverted));
+}
+
+// The module's default leaves the input out, which a host's user sees at once, but here only when
+// the clip is done.
+void SceneEffect::addToInput() {
+  const hostkit::Parameter* mix = session().parameters().find(kMix);
+  if (mix == nullptr || std::ranges::find(tracks_, mix, &Track::parameter) != tracks_.end() ||
+      std::ranges::find(setByPresets_, mix->index) != setByPresets_.end()) {
+    return;
+  }
+  setParameter(session().parameters(), *mix, paramValue(kMixOnInput, *mix, size_), size_);
+  notes_.push_back(inQuotes(kMix) + " is not set, so stars are added to the input (" +
+                   inQuotes(kMixOnInput) + ")");
 }
 
 }  // namespace cli

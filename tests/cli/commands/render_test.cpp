@@ -27,6 +27,7 @@ frames = 6
 [params]
 "Intensity" = 20
 "Size" = 20
+"Mix with original" = "Replace"
 )";
 
 class RenderTest : public clitest::ScratchTest {
@@ -133,6 +134,21 @@ TEST_F(RenderTest, SizeLengthAndRateComeFromTheInput) {
   EXPECT_EQ(info.rate, (cli::FrameRate{30000, 1001}));
 }
 
+TEST_F(RenderTest, StarsAreAddedToAnInputUnlessTheSceneSaysHowToMix) {
+  ffmpeg("-f lavfi -i testsrc2=s=64x36 -frames:v 1 in.png");
+  write("open.toml", "[scene]\ninput = \"in.png\"\nframes = 1\n[params]\n\"Intensity\" = 0\n");
+  const std::string note = "brisel: note: \"Mix with original\" is not set";
+  const CommandResult open = render("open.toml -o open.png");
+  EXPECT_TRUE(open.err.starts_with(note)) << open.err;
+  EXPECT_EQ(frames("open.png")[0].bytes, frames("in.png")[0].bytes);
+
+  const CommandResult replaced =
+      brisel({"render", "open.toml", "-o", "alone.png", "--set", "Mix with original=Replace"});
+  EXPECT_EQ(replaced.err.find(note), std::string::npos) << replaced.err;
+  EXPECT_TRUE(isBlank(frames("alone.png")[0]));
+  EXPECT_EQ(render("s.toml -o none.mov").err.find(note), std::string::npos) << "no input";
+}
+
 TEST_F(RenderTest, OptionsWinOverTheScene) {
   renders("s.toml -o out.mov --size 40x20 --fps 50 --set Intensity=0 --quality low");
   const cli::MediaInfo info = cli::probeMedia(path("out.mov"));
@@ -172,13 +188,14 @@ TEST_F(RenderTest, WhatCannotBeDoneIsOneSentenceAndLeavesNothing) {
   write("broken.png", "no picture");
   ffmpeg("-f lavfi -i testsrc2=s=64x36 -frames:v 40 -pix_fmt yuv420p -movflags +faststart a.mp4");
   write("cut.mp4", read("a.mp4").substr(0, read("a.mp4").size() * 2 / 3));
-  write("cut.toml", "[scene]\nframes = 40\ninput = \"cut.mp4\"\n");
+  write("cut.toml",
+        "[scene]\nframes = 40\ninput = \"cut.mp4\"\n[params]\n\"Mix with original\" = 2\n");
   write("file", "");
   const std::vector<std::tuple<std::string, int, std::string>> cases = {
       {"none.toml -o o.mov", 1, "the scene \"none.toml\" does not exist"},
       {". -o o.mov", 1, "the scene \".\" is a folder"},
       {"range.toml -o o.mov", 1,
-       "range.toml:8: \"Width\" takes a number from 0 to 1000, not 1000.5"},
+       "range.toml:9: \"Width\" takes a number from 0 to 1000, not 1000.5"},
       {"mask.toml -o o.mov", 1, "mask.toml:2: path: \"M\" takes 2 numbers"},
       {"input.toml -o o.mov", 1, "input.toml:3: the input \"none.png\" does not exist"},
       {"s.toml -i none.mov -o o.mov", 1, "the input \"none.mov\" does not exist"},
