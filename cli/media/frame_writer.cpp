@@ -2,6 +2,7 @@
 
 #include "cli/media/clip_writer.h"
 #include "cli/media/png_writer.h"
+#include "cli/support/temporary_file.h"
 
 namespace cli {
 namespace {
@@ -17,7 +18,7 @@ class PngSequenceWriter : public FrameWriter {
   }
   bool isSlowToEncode() const override { return true; }
   void write(std::span<const std::uint8_t> encoded, int number) override {
-    writePngFile(encoded, target_.numbered(number));
+    writeWholeFile(target_.numbered(number), encoded);
   }
   void finish() override {}
   void abandon() override {}

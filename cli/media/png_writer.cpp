@@ -1,90 +1,119 @@
 #include "cli/media/png_writer.h"
 
-#include <png.h>
+#include <libdeflate.h>
 
+#include <algorithm>
+#include <array>
 #include <bit>
-#include <cerrno>
-#include <csetjmp>
-#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <new>
+#include <span>
+#include <string_view>
 
-#include "cli/support/errors.h"
 #include "cli/support/temporary_file.h"
 
 namespace cli {
 namespace {
 
-// Sprites over transparent black compress almost as well at this level as at the highest, in a
-// fraction of the time.
-constexpr int kCompressionLevel = 3;
+// Sprites under the filter "Up" come out smaller at this level than with the customary library at
+// its third, in a quarter of the time.
+constexpr int kCompressionLevel = 1;
 
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
+constexpr std::array<std::uint8_t, 8> kSignature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+constexpr std::uint8_t kColorWithAlpha = 6;
+constexpr std::uint8_t kFilterUp = 2;
+constexpr std::size_t kMostInChunk = 1 << 30;  // the format's own limit is just below twice that
+
+struct CompressorDeleter {
+  void operator()(libdeflate_compressor* compressor) const {
+    libdeflate_free_compressor(compressor);
+  }
 };
 
-void ignoreWarning(png_structp, png_const_charp) {}
-
-void append(png_structp png, png_bytep data, png_size_t size) {
-  auto& bytes = *static_cast<std::vector<std::uint8_t>*>(png_get_io_ptr(png));
-  bool stored = true;
-  try {
-    bytes.insert(bytes.end(), data, data + size);
-  } catch (const std::bad_alloc&) {
-    stored = false;
+void appendNumber(std::vector<std::uint8_t>& bytes, std::size_t number) {
+  for (int shift = 24; shift >= 0; shift -= 8) {
+    bytes.push_back(static_cast<std::uint8_t>(number >> shift));
   }
-  if (!stored) png_error(png, "out of memory");  // which jumps, so not out of a handler
 }
 
-// libpng reports failure by a jump back to setjmp, so nothing with a destructor lives in here.
-bool encode(png_structp png, png_infop info, const Frame& frame) {
-  if (setjmp(png_jmpbuf(png))) return false;
-  png_set_compression_level(png, kCompressionLevel);
-  png_set_IHDR(png, info, static_cast<png_uint_32>(frame.size.width),
-               static_cast<png_uint_32>(frame.size.height), static_cast<int>(frame.depth),
-               PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
-               PNG_FILTER_TYPE_DEFAULT);
-  png_write_info(png, info);
-  if (frame.depth == Depth::k16 && std::endian::native == std::endian::little) png_set_swap(png);
-  for (int y = 0; y < frame.size.height; ++y) png_write_row(png, frame.row(y));
-  png_write_end(png, info);
-  return true;
+void appendChunk(std::vector<std::uint8_t>& bytes, std::string_view name,
+                 std::span<const std::uint8_t> data) {
+  appendNumber(bytes, data.size());
+  const std::size_t named = bytes.size();
+  bytes.insert(bytes.end(), name.begin(), name.end());
+  bytes.insert(bytes.end(), data.begin(), data.end());
+  appendNumber(bytes, libdeflate_crc32(0, bytes.data() + named, bytes.size() - named));
+}
+
+// Bytes in the order of the file: the high one of a channel first.
+void copyRow(const Frame& frame, int y, std::uint8_t* row) {
+  const std::uint8_t* from = frame.row(y);
+  const std::size_t size = frame.rowBytes();
+  if (frame.depth == Depth::k8 || std::endian::native == std::endian::big) {
+    std::memcpy(row, from, size);
+    return;
+  }
+  for (std::size_t i = 0; i < size; i += 2) {
+    row[i] = from[i + 1];
+    row[i + 1] = from[i];
+  }
+}
+
+// Every row as its difference from the one above, after a byte that says so.
+std::vector<std::uint8_t> filtered(const Frame& frame) {
+  const std::size_t size = frame.rowBytes();
+  std::vector<std::uint8_t> rows((size + 1) * static_cast<std::size_t>(frame.size.height));
+  std::vector<std::uint8_t> above(size);
+  std::vector<std::uint8_t> row(size);
+  std::uint8_t* out = rows.data();
+  for (int y = 0; y < frame.size.height; ++y) {
+    copyRow(frame, y, row.data());
+    *out++ = kFilterUp;
+    for (std::size_t i = 0; i < size; ++i) *out++ = static_cast<std::uint8_t>(row[i] - above[i]);
+    row.swap(above);
+  }
+  return rows;
+}
+
+std::vector<std::uint8_t> compressed(std::span<const std::uint8_t> data) {
+  const std::unique_ptr<libdeflate_compressor, CompressorDeleter> compressor(
+      libdeflate_alloc_compressor(kCompressionLevel));
+  if (!compressor) throw std::bad_alloc();
+  std::vector<std::uint8_t> result(libdeflate_zlib_compress_bound(compressor.get(), data.size()));
+  result.resize(libdeflate_zlib_compress(compressor.get(), data.data(), data.size(), result.data(),
+                                         result.size()));
+  return result;
+}
+
+std::vector<std::uint8_t> headerOf(const Frame& frame) {
+  std::vector<std::uint8_t> header;
+  appendNumber(header, static_cast<std::size_t>(frame.size.width));
+  appendNumber(header, static_cast<std::size_t>(frame.size.height));
+  header.push_back(static_cast<std::uint8_t>(frame.depth));
+  header.push_back(kColorWithAlpha);
+  header.resize(header.size() + 3);  // the only compression and filters there are, not interlaced
+  return header;
 }
 
 }  // namespace
 
 void encodePng(const Frame& frame, std::vector<std::uint8_t>& bytes) {
-  bytes.clear();
-  // The default error handler prints. Memory is all that can run out.
-  png_structp png = png_create_write_struct(
-      PNG_LIBPNG_VER_STRING, nullptr,
-      [](png_structp failed, png_const_charp) { png_longjmp(failed, 1); }, ignoreWarning);
-  png_infop info = png ? png_create_info_struct(png) : nullptr;
-  if (info) png_set_write_fn(png, &bytes, append, nullptr);
-  const bool encoded = info && encode(png, info, frame);
-  png_destroy_write_struct(&png, &info);
-  if (!encoded) throw std::bad_alloc();
-}
-
-void writePngFile(std::span<const std::uint8_t> bytes, const std::filesystem::path& path) {
-  TemporaryFile temporary(path);
-  std::unique_ptr<std::FILE, FileCloser> file(std::fopen(temporary.path().c_str(), "wb"));
-  errno = 0;
-  bool written = file && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
-  const int writeError = errno;
-  if (file && std::fclose(file.release()) != 0) written = false;
-  if (!written) {
-    throw WorkError("cannot write " + inQuotes(path.string()) + ": " +
-                    std::strerror(writeError != 0 ? writeError : errno));
+  const std::vector<std::uint8_t> packed = compressed(filtered(frame));
+  bytes.assign(kSignature.begin(), kSignature.end());
+  appendChunk(bytes, "IHDR", headerOf(frame));
+  for (std::span<const std::uint8_t> rest(packed); !rest.empty();) {
+    const std::span<const std::uint8_t> part = rest.first(std::min(rest.size(), kMostInChunk));
+    appendChunk(bytes, "IDAT", part);
+    rest = rest.subspan(part.size());
   }
-  temporary.commit();
+  appendChunk(bytes, "IEND", {});
 }
 
 void writePng(const Frame& frame, const std::filesystem::path& path) {
   std::vector<std::uint8_t> bytes;
   encodePng(frame, bytes);
-  writePngFile(bytes, path);
+  writeWholeFile(path, bytes);
 }
 
 }  // namespace cli

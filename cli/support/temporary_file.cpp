@@ -4,7 +4,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include "cli/support/errors.h"
@@ -12,6 +14,13 @@
 #include "cli/support/interrupt.h"
 
 namespace cli {
+namespace {
+
+struct FileCloser {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+}  // namespace
 
 TemporaryFile::TemporaryFile(std::filesystem::path finalPath) : finalPath_(std::move(finalPath)) {
   path_ = finalPath_;
@@ -39,6 +48,20 @@ void TemporaryFile::commit() {
   }
   setUnfinishedFile(nullptr);
   path_.clear();
+}
+
+void writeWholeFile(const std::filesystem::path& path, std::span<const std::uint8_t> bytes) {
+  TemporaryFile temporary(path);
+  std::unique_ptr<std::FILE, FileCloser> file(std::fopen(temporary.path().c_str(), "wb"));
+  errno = 0;
+  bool written = file && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
+  const int writeError = errno;
+  if (file && std::fclose(file.release()) != 0) written = false;
+  if (!written) {
+    throw WorkError("cannot write " + inQuotes(path.string()) + ": " +
+                    std::strerror(writeError != 0 ? writeError : errno));
+  }
+  temporary.commit();
 }
 
 }  // namespace cli

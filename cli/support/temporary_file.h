@@ -1,7 +1,9 @@
 // A file under another name in its final folder until it is complete.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <span>
 
 namespace cli {
 
@@ -26,5 +28,9 @@ class TemporaryFile {
   std::filesystem::path finalPath_;
   std::filesystem::path path_;
 };
+
+// The file appears under its name only when complete; throws WorkError naming it when it cannot be
+// written.
+void writeWholeFile(const std::filesystem::path& path, std::span<const std::uint8_t> bytes);
 
 }  // namespace cli
