@@ -40,7 +40,7 @@ void render(const RenderOptions& options) {
   const FrameRange range = rangeToRender(options, plan);
   checkOutput(target, range, options.overwrite);
 
-  Progress progress(target.path.filename().string(), range.last + 1);
+  Progress progress(target.path.filename().string(), plan.scene.preroll + range.last + 1);
   SceneRenderer renderer(plan, options.module);
   for (const std::string& text : renderer.notes()) note(text);
   OutputStream output(openFrameWriter(target, plan.size, plan.rate, plan.scene.depth), plan.size,
@@ -49,7 +49,7 @@ void render(const RenderOptions& options) {
   const auto showProgress = [&] {
     for (; written < output.framesWritten(); ++written) progress.frameDone();
   };
-  for (int frame = 0; frame <= range.last; ++frame) {
+  for (int frame = -plan.scene.preroll; frame <= range.last; ++frame) {
     renderer.renderNext();
     if (frame < range.first) {
       progress.frameDone();
@@ -67,7 +67,7 @@ void render(const RenderOptions& options) {
     printRenderStats({{"decode", renderer.decodingSeconds()},
                       {"render", renderer.renderingSeconds()},
                       {"encode", output.encodingSeconds(), output.threads()}},
-                     range.last + 1, seconds);
+                     plan.scene.preroll + range.last + 1, seconds);
   }
 }
 

@@ -20,6 +20,12 @@ void addSceneOptions(CLI::App& command, SceneOptions& options) {
                   "too short holds")
       ->type_name("FILE");
   command.add_option("--size", options.size, "Picture size in pixels")->type_name("WxH");
+  command
+      .add_option("--preroll", options.preroll,
+                  "Steps before frame 0, so that a clip starts in full\n"
+                  "swing")
+      ->option_text("N")
+      ->check(CLI::Range(0, kMaxFrames));
   command.add_option("--fps", options.rate, "Frames per second: 25, 29.97 or 30000/1001")
       ->type_name("RATE");
   command.add_option("--depth", options.depth, "Bits per channel")

@@ -36,9 +36,9 @@ void addScene(ContactSheet& sheet, ScenePlan plan, int count, Progress& progress
   const std::string name = plan.scene.file.stem().string();
   sheet.addGroup(name);
   const std::vector<int> numbers = evenlySpaced(std::min(count, plan.frames), plan.frames);
+  int next = -plan.scene.preroll;
   SceneRenderer renderer(std::move(plan), modulePath);
   for (const std::string& text : renderer.notes()) note(name + ": " + text);
-  int next = 0;
   for (const int number : numbers) {
     for (; next <= number; ++next) {
       renderer.renderNext();
@@ -69,7 +69,7 @@ void makeSheet(const SheetOptions& options) {
     const int frames = plans.back().frames;
     const int shown = std::min(count, frames);
     shownFrames += shown;
-    totalFrames += evenlySpaced(shown, frames).back() + 1;
+    totalFrames += plans.back().scene.preroll + evenlySpaced(shown, frames).back() + 1;
   }
 
   ContactSheet sheet(columns, options.cellWidth);

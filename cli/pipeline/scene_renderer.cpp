@@ -1,5 +1,7 @@
 #include "cli/pipeline/scene_renderer.h"
 
+#include <algorithm>
+
 #include "cli/support/errors.h"
 #include "cli/support/interrupt.h"
 
@@ -9,21 +11,24 @@ SceneRenderer::SceneRenderer(ScenePlan plan, const std::string& modulePath)
     : plan_(std::move(plan)),
       effect_(plan_, modulePath),
       noInput_(plan_.size.width, plan_.size.height, plan_.scene.depth),
-      output_(plan_.size.width, plan_.size.height, plan_.scene.depth) {
+      output_(plan_.size.width, plan_.size.height, plan_.scene.depth),
+      nextFrame_(-plan_.scene.preroll) {
   if (plan_.input) input_.emplace(plan_);
 }
 
 void SceneRenderer::renderNext() {
   throwIfInterrupted();
-  hostkit::World& input = input_ ? input_->next() : noInput_;
+  // The pre-roll and frame 0 have the input's first frame.
+  if (!layer_ || nextFrame_ > 0) layer_ = input_ ? &input_->next() : &noInput_;
   const BusyTime::Scope busy(rendering_);
-  effect_.setFrame(nextFrame_);
+  effect_.setFrame(std::max(nextFrame_, 0));
   hostkit::RenderRequest request;
-  request.frame = nextFrame_;
+  // The host's time begins with the pre-roll: the effect starts afresh at 0, and only there.
+  request.frame = nextFrame_ + plan_.scene.preroll;
   request.rateNum = static_cast<A_u_long>(plan_.rate.frames);
   request.rateDen = plan_.rate.seconds;
   request.quality = plan_.scene.highQuality ? PF_Quality_HI : PF_Quality_LO;
-  effect_.session().render(input, output_, request);
+  effect_.session().render(*layer_, output_, request);
   ++nextFrame_;
 }
 

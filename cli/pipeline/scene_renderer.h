@@ -18,8 +18,9 @@ class SceneRenderer {
   // Loads the module, checks the scene's values against it and opens the input.
   SceneRenderer(ScenePlan plan, const std::string& modulePath);
 
-  // Renders the next frame, beginning with 0. A frame depends on all frames before it, which is why
-  // none can be left out. Throws Interrupted when the user asked to stop.
+  // Renders the next frame, beginning with the first of the pre-roll: -1 comes right before 0. A
+  // frame depends on all frames before it, which is why none can be left out. Throws Interrupted
+  // when the user asked to stop.
   void renderNext();
 
   // The frame rendered last.
@@ -41,9 +42,10 @@ class SceneRenderer {
   ScenePlan plan_;
   SceneEffect effect_;
   std::optional<InputStream> input_;
-  hostkit::World noInput_;  // a transparent layer
+  hostkit::World noInput_;           // a transparent layer
+  hostkit::World* layer_ = nullptr;  // what the last frame was put on
   hostkit::World output_;
-  int nextFrame_ = 0;
+  int nextFrame_;
   BusyTime rendering_;
 };
 

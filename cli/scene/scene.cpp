@@ -35,6 +35,8 @@ class SceneReader {
         scene_.size = sizeOf(entry);
       } else if (entry.key == "frames") {
         scene_.frames = toml_.integerOf(entry, 1, kMaxFrames);
+      } else if (entry.key == "preroll") {
+        scene_.preroll = toml_.integerOf(entry, 0, kMaxFrames);
       } else if (entry.key == "fps") {
         scene_.rate = rateOf(entry);
       } else if (entry.key == "depth") {
@@ -51,8 +53,9 @@ class SceneReader {
       } else if (entry.key == "mask") {
         takeMask(entry, readMaskReference(toml_, entry));
       } else {
-        toml_.unknownKey(entry, "key",
-                         {"size", "frames", "fps", "depth", "quality", "input", "mask", "presets"});
+        toml_.unknownKey(
+            entry, "key",
+            {"size", "frames", "preroll", "fps", "depth", "quality", "input", "mask", "presets"});
       }
     }
   }

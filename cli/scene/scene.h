@@ -14,13 +14,15 @@
 
 namespace cli {
 
-inline constexpr int kMaxSide = 30000;        // pixels
-inline constexpr int kMaxFrames = 1'000'000;  // at 1000/1001 steps still a 32-bit host time
+inline constexpr int kMaxSide = 30000;  // pixels
+inline constexpr int kMaxFrames =
+    1'000'000;  // twice that many steps of 1001 are still a 32-bit host time
 
 struct Scene {
   std::filesystem::path file;
   std::optional<FrameSize> size;  // none: the input's
   std::optional<int> frames;      // none: the input's
+  int preroll = 0;                // steps before frame 0
   std::optional<FrameRate> rate;  // none: the input's
   Depth depth = Depth::k8;
   bool highQuality = true;

@@ -19,7 +19,7 @@ SceneEffect::SceneEffect(const ScenePlan& plan, const std::string& modulePath)
   session().parameters().resetToDefaults(size_.width, size_.height);
   session().setLayerSize(size_.width, size_.height);
   applyPresets(plan.scene.presets);
-  if (plan.scene.mask) chooseMask(*plan.scene.mask, plan.rate);
+  if (plan.scene.mask) chooseMask(*plan.scene.mask, plan.rate, plan.scene.preroll);
   if (plan.input) addToInput();
 }
 
@@ -44,14 +44,14 @@ void SceneEffect::applyPresets(const std::vector<PresetChoice>& choices) {
   }
 }
 
-void SceneEffect::chooseMask(const Mask& mask, FrameRate rate) {
+void SceneEffect::chooseMask(const Mask& mask, FrameRate rate, int preroll) {
   const auto& parameters = session().parameters().list();
   const auto path = std::ranges::find(parameters, PF_Param_PATH, &hostkit::Parameter::type);
   if (path == parameters.end()) {
     throw WorkError("the module " + inQuotes(effect_.path().string()) + " takes no mask");
   }
-  const auto shapeAtTime = [mask, rate](const hostkit::MaskTime& time) {
-    return shapeAt(mask, frameAt(time, rate));
+  const auto shapeAtTime = [mask, rate, preroll](const hostkit::MaskTime& time) {
+    return shapeAt(mask, std::max(frameAt(time, rate) - preroll, 0.0));
   };
   session().parameters().setPath(path->index,
                                  session().records().masks.add(shapeAtTime, mask.inverted));

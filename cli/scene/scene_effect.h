@@ -26,7 +26,7 @@ class SceneEffect {
 
  private:
   void applyPresets(const std::vector<PresetChoice>& choices);
-  void chooseMask(const Mask& mask, FrameRate rate);
+  void chooseMask(const Mask& mask, FrameRate rate, int preroll);
   void addToInput();
 
   FrameSize size_;

@@ -64,6 +64,7 @@ void applyOptions(Scene& scene, const SceneOptions& options) {
     scene.inputPlace.clear();
   }
   if (!options.size.empty()) scene.size = sizeFromOption(options.size);
+  if (options.preroll) scene.preroll = *options.preroll;
   if (!options.rate.empty()) scene.rate = rateFromOption(options.rate);
   if (!options.depth.empty()) scene.depth = options.depth == "16" ? Depth::k16 : Depth::k8;
   if (!options.quality.empty()) scene.highQuality = options.quality == "high";

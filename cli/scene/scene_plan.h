@@ -23,6 +23,7 @@ ScenePlan planScene(Scene scene);
 struct SceneOptions {
   std::string input;
   std::string size;
+  std::optional<int> preroll;
   std::string rate;
   std::string depth;
   std::string quality;

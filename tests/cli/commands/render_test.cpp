@@ -101,6 +101,23 @@ TEST_F(RenderTest, AFrameIsTheSameAloneAndInSequence) {
   EXPECT_EQ(frames("clip.mov")[4].bytes, frames("one.png")[0].bytes);
 }
 
+// Nothing in the scene changes, so that the steps may be frames or pre-roll.
+TEST_F(RenderTest, FrameZeroFollowsThePreroll) {
+  renders("s.toml -o all_%d.png");
+  renders("s.toml -o rolled_%d.png --preroll 3 --frames 0-2");
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(read("rolled_" + std::to_string(i) + ".png"),
+              read("all_" + std::to_string(i + 3) + ".png"));
+  }
+  ffmpeg("-f lavfi -i testsrc2=s=64x36 -frames:v 6 -c:v png in.mov");
+  write("in.toml", "[scene]\ninput = \"in.mov\"\npreroll = 4\n[params]\n\"Intensity\" = 0\n");
+  renders("in.toml -o on.mov");
+  const auto in = frames("in.mov");
+  const auto out = frames("on.mov");
+  ASSERT_EQ(out.size(), 6u);
+  for (std::size_t i = 0; i < 6; ++i) EXPECT_EQ(out[i].bytes, in[i].bytes) << i;
+}
+
 TEST_F(RenderTest, AlphaAndDepthGoThrough) {
   // Nothing is emitted, and what is not covered by a star is the input.
   write("s.toml", "[params]\n\"Intensity\" = 0\n\"Mix with original\" = \"Normal\"\n");

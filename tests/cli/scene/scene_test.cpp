@@ -32,6 +32,7 @@ TEST_F(SceneTest, ReadsEverything) {
 [scene]
 size = [1920, 1080]
 frames = 120
+preroll = 50
 fps = 29.97
 depth = 16
 quality = "low"
@@ -44,6 +45,7 @@ input = "media/title.png"
 )");
   EXPECT_EQ(read.size, (cli::FrameSize{1920, 1080}));
   EXPECT_EQ(read.frames, 120);
+  EXPECT_EQ(read.preroll, 50);
   EXPECT_EQ(read.rate, (cli::FrameRate{30000, 1001}));
   EXPECT_EQ(read.depth, cli::Depth::k16);
   EXPECT_FALSE(read.highQuality);
@@ -112,6 +114,7 @@ TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
       {"scene = 3", "s.toml:1: \"scene\" is a table"},
       {"[scene]\nsize = [0, 2]", "s.toml:2: size is [WIDTH, HEIGHT], each from 1 to 30000"},
       {"[scene]\nframes = 1.5", "s.toml:2: frames is a whole number from 1 to 1000000"},
+      {"[scene]\npreroll = -1", "s.toml:2: preroll is a whole number from 0 to 1000000"},
       {"[scene]\nfps = nan", "s.toml:2: fps is a number above 0"},
       {"[scene]\ndepth = 32", "s.toml:2: depth is 8 or 16"},
       {"[scene]\nquality = \"best\"", "s.toml:2: quality is \"high\" or \"low\", not \"best\""},
@@ -157,9 +160,12 @@ path = [ { frame = 1, value = "M 2 1" }, { frame = 5, value = "M 10 1" } ]
 "Intensity" = 2
 "Terminate type" = "Infinity"
 )");
-  const clitest::CommandResult result = brisel({"render", "s.toml", "-o", "f_%d.png"});
-  ASSERT_EQ(result.exitCode, 0) << result.err;
-  EXPECT_EQ(result.err.find("warning"), std::string::npos) << result.err;
+  // Before frame 0 the mask stands as at frame 0.
+  for (const char* arguments : {"-o f_%d.png", "-o rolled_%d.png --preroll 2"}) {
+    const auto result = brisel(clitest::words("render s.toml " + std::string(arguments)));
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.err.find("warning"), std::string::npos) << result.err;
+  }
   const auto dotsOf = [&](const std::string& file) {
     std::string row = run(clitest::words("ffmpeg -v error -i " + file +
                                          " -vf alphaextract,crop=16:1:0:1 -f rawvideo -"))
@@ -167,9 +173,11 @@ path = [ { frame = 1, value = "M 2 1" }, { frame = 5, value = "M 10 1" } ]
     for (char& alpha : row) alpha = alpha == 0 ? '.' : '*';
     return row;
   };
-  EXPECT_EQ(dotsOf("f_1.png"), "..*.............");
-  EXPECT_EQ(dotsOf("f_3.png"), "..*.*.*.........");
-  EXPECT_EQ(dotsOf("f_6.png"), "..*.*.*.*.*.....");
+  for (const std::string name : {"f_", "rolled_"}) {
+    EXPECT_EQ(dotsOf(name + "1.png"), "..*.............");
+    EXPECT_EQ(dotsOf(name + "3.png"), "..*.*.*.........");
+    EXPECT_EQ(dotsOf(name + "6.png"), "..*.*.*.*.*.....");
+  }
 }
 
 }  // namespace
