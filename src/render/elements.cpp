@@ -69,9 +69,9 @@ void drawHalo(Drawing& drawing, const ElementStar& star, const Element& element)
 void drawBlink(Drawing& drawing, const ElementStar& star, const Element& element) {
   constexpr float kRingWidth = 0.1f;
   const RenderSettings& s = drawing.settings;
-  drawing.state.rainbowOn = true;
-  drawing.state.textureMix = 0.0f;
   const auto blics = [&](BlendRule mode1, float shift, BlicsProfile profile) {
+    drawing.state.rainbowOn = true;
+    drawing.state.textureMix = 0.0f;
     drawing.blendRule = ruleFor(s.addMode, mode1, BlendRule::AddSolid);
     drawing.state.rainbowShift = shift;
     drawBlicsStar(drawing, star.x, star.y, s.sizeOfBlink * element.size, element.color,

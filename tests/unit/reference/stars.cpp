@@ -46,9 +46,9 @@ void Plotter::drawAdditionalElements(float x, float y, float size, float angleDe
 
   if (int blink = static_cast<int>(settings.typeOfBlink); blink > 1) {
     if (blink == 5) blink = pick(343457);
+    if (blink < 2 || blink > 4) return;
     state.rainbowOn = true;
     state.textureMix = 0;
-    if (blink < 2 || blink > 4) return;
     rule = ruleOf(blink == 3 ? AddSolid : Over, AddSolid);
     state.rainbowShift = blink == 3 ? -50.0f : -250.0f;
     drawBlicsStar(x, y, settings.sizeOfBlink * extent, tint, volume * settings.volumeOfBlink,
