@@ -1,5 +1,7 @@
 #include "render/frame.h"
 
+#include <span>
+
 #include "engine/numbers.h"
 #include "render/star_fate.h"
 
@@ -16,11 +18,12 @@ void drawDot(Drawing& drawing, const Particle& star) {
 
 void drawAllStars(Drawing& drawing, Particle* stars, std::int32_t count) {
   const bool dots = drawing.settings.type == StarType::Dots;
-  for (std::int32_t i = 0; i < count; ++i) {
+  for (Particle& star : std::span(stars, static_cast<std::size_t>(count))) {
+    if (star.lifeTime == kFailedPlacement) continue;
     if (dots) {
-      drawDot(drawing, stars[i]);
+      drawDot(drawing, star);
     } else {
-      drawStarWithTermination(drawing, stars[i]);
+      drawStarWithTermination(drawing, star);
     }
   }
 }

@@ -12,8 +12,7 @@ namespace brisel {
 namespace {
 
 bool isOver(const Particle& p) {
-  if (p.terminateType == TerminateType::Infinity) return p.lifeTime == kFailedPlacement;
-  return p.age > p.lifeTime;
+  return p.terminateType != TerminateType::Infinity && p.age > p.lifeTime;
 }
 
 StarLook baseLook(const RenderSettings& s, const Particle& p) {

@@ -96,6 +96,21 @@ TEST_P(EmittersTest, TheRasterMaskEmitsOnVisiblePixelsOnly) {
   }
 }
 
+// Deaths put births off by more than a step, so that even stars of short life are young for long.
+TEST_P(EmittersTest, StarsThatFindNoPlaceAreNeverSeen) {
+  for (const int type : {1, 2}) {  // Dots and Type1
+    emit(kRasterMask, 20, shape);
+    hosttest::set(session, "Type", type);
+    hosttest::set(session, "Terminate type", 2);
+    hosttest::set(session, "Initial speed", 10);
+    World black = painted(shape, [](A_long, A_long) { return Colour{255, 0, 0, 0}; });
+    for (A_long frame = 0; frame < 12; ++frame) {
+      EXPECT_TRUE(isBlank(renderOver(black, session, shape, {.frame = frame})));
+    }
+    session.close();
+  }
+}
+
 TEST_P(EmittersTest, WhatLiesOutsideTheInputShowsNothing) {
   const FrameShape corner{.width = 41, .height = 31, .depth = GetParam()};
   World small = painted(corner, disc(24, 20, 14));

@@ -125,7 +125,7 @@ void Plotter::drawStarWithTermination(brisel::Particle& star) {
   using enum brisel::TerminateType;
   using brisel::StarType;
   const brisel::TerminateType fate = star.terminateType;
-  if (fate == Infinity ? star.lifeTime == -1.0f : star.age > star.lifeTime) return;
+  if (fate != Infinity && star.age > star.lifeTime) return;
 
   float size = star.size * real(settings.frameWidth);
   float width = star.rayWidth * real(settings.frameWidth);
@@ -200,6 +200,7 @@ void Plotter::drawStarWithTermination(brisel::Particle& star) {
 
 void Plotter::drawAllStars(brisel::Particle* stars, std::int32_t count) {
   for (std::int32_t i = 0; i < count; ++i) {
+    if (stars[i].lifeTime == -1.0f) continue;
     if (settings.type == brisel::StarType::Dots) {
       pen = {255, 255, 255};
       rule = BlendRule::Over;
