@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "hosted_effect.h"
+#include "recording_painter.h"
 
 namespace {
 
@@ -115,13 +116,21 @@ TEST_F(WildHostTest, MissingParameters) {
     expectHarmless();
     hole = kept;
   }
-  for (const std::size_t count : {81u, 41u, 5u, 2u, 1u, 0u}) {
+  for (const std::size_t count : {81u, 41u, 5u, 2u, 1u}) {
     holes.resize(count);
     holes.shrink_to_fit();
     session.inData().num_params = static_cast<A_long>(count);
     expectHarmless();
   }
   session.inData().num_params = 82;
+}
+
+TEST_F(WildHostTest, UncountedParametersAreServed) {
+  session.inData().num_params = 0;
+  expectHarmlessRender(session, output);
+  EXPECT_FALSE(isBlank(output));
+  hosttest::RecordingPainter painter;
+  EXPECT_EQ(session.draw(1, {0, 0, 470, 125}, &painter).eventFlags, PF_EO_HANDLED_EVENT);
 }
 
 TEST_F(WildHostTest, NothingButTheCommand) {
