@@ -3,7 +3,6 @@
 #include <cstring>
 #include <string>
 
-#include "host/identity.h"
 #include "platform/module_path.h"
 
 namespace brisel {
@@ -16,10 +15,10 @@ void copyPath(const std::string& path, char (&to)[ModuleFolders::kCapacity]) {
 }  // namespace
 
 ModuleFolders deriveFolders(std::string_view modulePath) {
-  constexpr std::size_t kNameLength = sizeof kModuleFileName - 1;
   ModuleFolders folders;
-  if (modulePath.size() < kNameLength) return folders;
-  const std::string moduleFolder(modulePath.substr(0, modulePath.size() - kNameLength));
+  const std::size_t separator = modulePath.rfind(kPathSeparator);
+  if (separator == std::string_view::npos) return folders;
+  const std::string moduleFolder(modulePath.substr(0, separator + 1));
   const std::string presetRootFolder = moduleFolder + "Corvane";
   const std::string presetFolder = presetRootFolder + kPathSeparator + "Drizzen" + kPathSeparator;
   const std::string presetFilePath = presetFolder + "Drizzen.prs";

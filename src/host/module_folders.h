@@ -14,8 +14,8 @@ struct ModuleFolders {
   char presetFilePath[kCapacity] = {};    // presetFolder + "Drizzen.prs"
 };
 
-/// The folder is `modulePath` less the length of the module's own file name, whatever the file is
-/// called. A path shorter than that name, or one whose folders do not fit, gives empty folders.
+/// The folders beside the file `modulePath`, whatever it is called. A path without a folder, or one
+/// whose folders do not fit, gives empty ones.
 ModuleFolders deriveFolders(std::string_view modulePath);
 
 /// The folders of the module that is running.
