@@ -29,7 +29,6 @@ Hls rgbToHls(Rgb color) {
     hls.hue = 160 + share(color.green) - share(color.red);
   }
   if (hls.hue < 0) hls.hue += 240;
-  if (hls.hue > 240) hls.hue -= 240;
   return hls;
 }
 

@@ -36,7 +36,6 @@ struct HlsLanes {
     const Float b = share(blue);
     Float hue = red == most ? b - g : (green == most ? 80.0f + r - b : 160.0f + g - r);
     hue = hue < 0.0f ? hue + 240.0f : hue;
-    hue = hue > 240.0f ? hue - 240.0f : hue;
     return {grey ? L::splat(160.0f) : hue, lightness, grey ? Float{} : saturation};
   }
 

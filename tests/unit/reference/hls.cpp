@@ -24,7 +24,6 @@ Hls toHls(brisel::Rgb color) {
     hue = 160 + gd - rd;
   }
   if (hue < 0) hue += 240;
-  if (hue > 240) hue -= 240;
   return {hue, lightness, saturation};
 }
 
