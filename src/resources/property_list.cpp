@@ -32,9 +32,12 @@ Bytes number(std::uint32_t value) {
   return bytes;
 }
 
-/// A version whose major number lies in the upper half.
+/// Two words, the major number first.
 Bytes version(std::uint32_t major, std::uint32_t minor) {
-  return number(major << 16 | minor);
+  Bytes bytes;
+  append16(bytes, major);
+  append16(bytes, minor);
+  return bytes;
 }
 
 void append(Bytes& bytes, std::string_view text) {
