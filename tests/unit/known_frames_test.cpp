@@ -1,6 +1,6 @@
 // Whole frames through the module's entry point, against the hashes of known_frames.txt. With
 // BRISEL_UPDATE_HASHES set, the file is rewritten instead; with BRISEL_FRAMES_DIR set, the last
-// frame of every scene is written there as a picture, colour above alpha.
+// frame of every stage is written there as a picture, colour above alpha.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -17,12 +17,20 @@ namespace {
 using hostkit::Depth;
 using hostkit::World;
 
-struct Scene {
-  std::string name;
-  A_long width = 0, height = 0, frames = 0;
+/// How frames look from one of them on, and the parameters set with it: label, text.
+struct Stage {
+  A_long from = 0;
+  A_long width = 0, height = 0;
   Depth depth = Depth::k8;
   PF_Quality quality = PF_Quality_HI;
-  std::vector<std::pair<std::string, std::string>> values;  // label, text
+  std::vector<std::pair<std::string, std::string>> values;
+};
+
+struct Scene {
+  std::string name;
+  A_long frames = 0;
+  std::vector<Stage> stages;
+  PF_Point layer{}, input{};  // sizes; none are the frame's
   std::string hash;
   std::size_t hashLine = 0;
 };
@@ -34,24 +42,51 @@ std::vector<std::string> readLines() {
   return lines;
 }
 
+PF_Point readSize(std::istream& line) {
+  PF_Point size{};
+  char x;
+  line >> size.h >> x >> size.v;
+  return size;
+}
+
+void readLook(std::istream& line, Stage& stage) {
+  const auto [width, height] = readSize(line);
+  int bits;
+  std::string word, quality;
+  if (!(line >> bits >> word >> quality)) return;
+  stage.width = width;
+  stage.height = height;
+  stage.depth = bits == 16 ? Depth::k16 : Depth::k8;
+  stage.quality = quality == "high" ? PF_Quality_HI : PF_Quality_LO;
+}
+
 std::vector<Scene> parseScenes(const std::vector<std::string>& lines) {
   std::vector<Scene> scenes;
   for (std::size_t i = 0; i < lines.size(); ++i) {
     std::istringstream line(lines[i]);
-    std::string word, quality;
-    char x;
-    int bits;
+    std::string word;
     line >> word;
     if (word == "scene") {
       Scene& s = scenes.emplace_back();
-      line >> s.name >> s.width >> x >> s.height >> bits >> word >> quality >> s.frames;
-      s.depth = bits == 16 ? Depth::k16 : Depth::k8;
-      s.quality = quality == "high" ? PF_Quality_HI : PF_Quality_LO;
+      line >> s.name;
+      readLook(line, s.stages.emplace_back());
+      line >> s.frames;
+    } else if (word == "from") {
+      Stage stage = scenes.back().stages.back();
+      stage.values.clear();
+      line >> word >> stage.from;
+      readLook(line, stage);
+      scenes.back().stages.push_back(stage);
+    } else if (word == "layer") {
+      scenes.back().layer = readSize(line);
+    } else if (word == "input") {
+      scenes.back().input = readSize(line);
     } else if (word == "hash") {
       line >> scenes.back().hash;
       scenes.back().hashLine = i;
     } else if (const auto sign = lines[i].find(" = "); sign != std::string::npos) {
-      scenes.back().values.emplace_back(lines[i].substr(0, sign), lines[i].substr(sign + 3));
+      scenes.back().stages.back().values.emplace_back(lines[i].substr(0, sign),
+                                                      lines[i].substr(sign + 3));
     }
   }
   return scenes;
@@ -92,18 +127,18 @@ hostkit::MaskShape drop(const hostkit::MaskTime& time) {
            {40, 40, 42, 58, 38, 24}}};
 }
 
-World colourRamps(const Scene& s) {
-  World world(s.width, s.height, s.depth, {});
+World colourRamps(A_long width, A_long height, Depth depth) {
+  World world(width, height, depth, {});
   const auto paint = [&]<class Pixel>(std::span<Pixel> row, A_long y, int full) {
     using Channel = decltype(Pixel::red);
-    for (A_long x = 0; x < s.width; ++x) {
+    for (A_long x = 0; x < width; ++x) {
       const auto ramp = [&](A_long at, A_long of) { return static_cast<Channel>(at * full / of); };
-      row[static_cast<std::size_t>(x)] = {ramp((x + y) % 40, 39), ramp(x, s.width),
-                                          ramp(y, s.height), ramp(s.width - x, s.width)};
+      row[static_cast<std::size_t>(x)] = {ramp((x + y) % 40, 39), ramp(x, width), ramp(y, height),
+                                          ramp(width - x, width)};
     }
   };
-  for (A_long y = 0; y < s.height; ++y) {
-    if (s.depth == Depth::k16) {
+  for (A_long y = 0; y < height; ++y) {
+    if (depth == Depth::k16) {
       paint(world.row16(y), y, 32768);
     } else {
       paint(world.row8(y), y, 255);
@@ -142,17 +177,28 @@ std::string render(const Scene& scene) {
   hostkit::Session session(module);
   session.open();
   session.records().masks.add(drop);
-  session.parameters().resetToDefaults(scene.width, scene.height);
-  for (const auto& [label, text] : scene.values) setValue(session.parameters(), label, text);
-  World input = colourRamps(scene);
-  World output(scene.width, scene.height, scene.depth, {});
+  session.parameters().resetToDefaults(scene.stages[0].width, scene.stages[0].height);
   std::uint64_t hash = 14695981039346656037u;
-  for (A_long frame = 0; frame < scene.frames; ++frame) {
-    session.render(input, output, {.frame = frame, .quality = scene.quality});
-    addToHash(hash, output);
-  }
-  if (const char* folder = std::getenv("BRISEL_FRAMES_DIR")) {
-    writePicture(std::string(folder) + "/" + scene.name + ".ppm", output);
+  for (std::size_t i = 0; i < scene.stages.size(); ++i) {
+    const Stage& stage = scene.stages[i];
+    for (const auto& [label, text] : stage.values) setValue(session.parameters(), label, text);
+    World input = scene.input.h == 0 ? colourRamps(stage.width, stage.height, stage.depth)
+                                     : colourRamps(scene.input.h, scene.input.v, stage.depth);
+    World output(stage.width, stage.height, stage.depth, {});
+    const bool last = i + 1 == scene.stages.size();
+    const A_long end = last ? scene.frames : scene.stages[i + 1].from;
+    for (A_long frame = stage.from; frame < end; ++frame) {
+      session.render(input, output,
+                     {.frame = frame,
+                      .quality = stage.quality,
+                      .layerWidth = scene.layer.h,
+                      .layerHeight = scene.layer.v});
+      addToHash(hash, output);
+    }
+    if (const char* folder = std::getenv("BRISEL_FRAMES_DIR")) {
+      const std::string suffix = last ? "" : "-" + std::to_string(end - 1);
+      writePicture(std::string(folder) + "/" + scene.name + suffix + ".ppm", output);
+    }
   }
   char text[17];
   std::snprintf(text, sizeof text, "%016llx", static_cast<unsigned long long>(hash));
