@@ -18,14 +18,45 @@ int failure(int exitCode, const std::string& message) {
   return exitCode;
 }
 
+// `help`, `help COMMAND` and `COMMAND help` ask for what --help tells.
+void takeHelpAsOption(std::vector<std::string>& arguments) {
+  if (arguments.empty() || arguments.size() > 2) return;
+  if (arguments.front() == "help") std::ranges::reverse(arguments);
+  if (arguments.back() == "help") arguments.back() = "--help";
+}
+
 // The parser alone would only say that a command is missing.
-void checkCommandName(const CLI::App& app, int argc, char** argv) {
-  if (argc < 2 || argv[1][0] == '-') return;
+void checkCommandName(const CLI::App& app, const std::vector<std::string>& arguments) {
+  if (arguments.empty() || arguments.front().starts_with('-')) return;
   std::vector<std::string> names;
   for (const CLI::App* command : app.get_subcommands({})) names.push_back(command->get_name());
-  if (std::ranges::find(names, argv[1]) != names.end()) return;
-  throw cli::UsageError("there is no command " + cli::inQuotes(argv[1]) + "; the nearest is " +
-                        cli::inQuotes(cli::nearestName(argv[1], names)));
+  const std::string& wanted = arguments.front();
+  if (std::ranges::find(names, wanted) != names.end()) return;
+  throw cli::UsageError("there is no command " + cli::inQuotes(wanted) + "; the nearest is " +
+                        cli::inQuotes(cli::nearestName(wanted, names)));
+}
+
+// The command that is being parsed, or the program before one is named.
+const CLI::App& commandOf(const CLI::App& app) {
+  const auto named = app.get_subcommands();
+  return named.empty() ? app : *named.front();
+}
+
+std::string complaintAbout(const CLI::App& app, const CLI::ParseError& error) {
+  const CLI::App& command = commandOf(app);
+  const std::string name = &command == &app ? "brisel" : "brisel " + command.get_name();
+  std::string complaint = error.what();
+  const auto strange = app.remaining(true);
+  const auto option = std::ranges::find_if(strange, [](auto& s) { return s.starts_with("--"); });
+  if (option != strange.end()) {
+    std::vector<std::string> known;
+    for (const CLI::Option* o : command.get_options()) {
+      for (const std::string& longName : o->get_lnames()) known.push_back("--" + longName);
+    }
+    complaint = "there is no option " + cli::inQuotes(option->substr(0, option->find('='))) +
+                "; the nearest is " + cli::inQuotes(cli::nearestName(*option, known));
+  }
+  return complaint + " (" + name + " --help tells more)";
 }
 
 // Parsing runs the command that was named.
@@ -42,9 +73,12 @@ int run(int argc, char** argv) {
   cli::addPresetsCommand(app);
   cli::addInfoCommand(app);
   app.get_formatter()->column_width(26);
-  checkCommandName(app, argc, argv);
+  std::vector<std::string> arguments(argv + 1, argv + argc);
+  takeHelpAsOption(arguments);
+  checkCommandName(app, arguments);
+  std::ranges::reverse(arguments);  // as the parser wants them
   try {
-    app.parse(argc, argv);
+    app.parse(std::move(arguments));
     std::cout.flush();
     if (std::fflush(stdout) != 0 || std::cout.fail()) {
       return failure(kWorkFailed, "cannot write to standard output");
@@ -53,7 +87,7 @@ int run(int argc, char** argv) {
   } catch (const CLI::Success& success) {  // --help and --version
     return app.exit(success);
   } catch (const CLI::ParseError& error) {
-    return failure(kWrongUsage, std::string(error.what()) + " (brisel --help tells more)");
+    return failure(kWrongUsage, complaintAbout(app, error));
   }
 }
 

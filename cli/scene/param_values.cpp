@@ -94,17 +94,26 @@ ParamValue colorValue(const UserValue& value) {
   reject("a colour such as \"#ffcc66\" or [255, 204, 102]", value);
 }
 
+// Four digits are enough for a tenth of a pixel.
+double fractionOf(double pixels, int side) {
+  return std::round(pixels / side * 1e4) / 1e4;
+}
+
 ParamValue pointValue(const UserValue& value, FrameSize frame) {
+  const auto* list = std::get_if<std::vector<double>>(&value);
+  if (!list || list->size() != 2) {
+    reject("a point [x, y] in fractions of the frame, such as [0.5, 0.5]", value);
+  }
+  const double x = (*list)[0];
+  const double y = (*list)[1];
   const double limitX = std::floor(kMaxFixed / frame.width);
   const double limitY = std::floor(kMaxFixed / frame.height);
-  const auto* list = std::get_if<std::vector<double>>(&value);
-  if (!list || list->size() != 2 || !(std::abs((*list)[0]) <= limitX) ||
-      !(std::abs((*list)[1]) <= limitY)) {
-    reject("a point [x, y] in fractions of the frame, x within " + numberText(limitX) +
-               " and y within " + numberText(limitY) + " of 0",
-           value);
+  if (!(std::abs(x) <= limitX && std::abs(y) <= limitY)) {
+    const UserValue meant = std::vector{fractionOf(x, frame.width), fractionOf(y, frame.height)};
+    throw ValueError("takes a point [x, y], not " + shown(value) +
+                     "; pixels? points are fractions of the frame, here " + shown(meant));
   }
-  return {(*list)[0], (*list)[1]};
+  return {x, y};
 }
 
 ParamValue itemByText(const std::string& text, const std::vector<std::string>& items) {

@@ -2,12 +2,39 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fstream>
 
 #include "cli/support/errors.h"
 #include "cli/support/nearest_name.h"
 #include "cli/support/numbers.h"
 
 namespace cli {
+namespace {
+
+// The last key of the text, which ends before its value: "Size" of `"Size" = `.
+std::string lastKey(std::string_view text) {
+  const std::size_t end = text.find_last_not_of(" \t=");
+  if (end == std::string_view::npos) return {};
+  text = text.substr(0, end + 1);
+  const char last = text.back();
+  if (last == '"' || last == '\'') {
+    text.remove_suffix(1);
+    return std::string(text.substr(text.rfind(last) + 1));
+  }
+  return std::string(text.substr(text.find_last_of(" \t{,") + 1));
+}
+
+// Of what stands on that line: the parser's own words garble keys in quotes.
+std::string keyGivenTwice(const std::filesystem::path& file, toml::source_position position) {
+  std::ifstream stream(file);
+  std::string line;
+  for (toml::source_index i = 0; i < position.line; ++i) std::getline(stream, line);
+  const std::string_view text = trimmed(line);
+  if (text.starts_with('[')) return std::string(text.substr(0, text.find(']') + 1));
+  return inQuotes(lastKey(std::string_view(line).substr(0, position.column - 1)));
+}
+
+}  // namespace
 
 std::vector<TomlEntry> inFileOrder(const toml::table& table) {
   std::vector<TomlEntry> entries;
@@ -32,8 +59,12 @@ toml::table TomlReader::parse() const {
   try {
     return toml::parse_file(name);
   } catch (const toml::parse_error& parseError) {
-    const auto line = parseError.source().begin.line;
-    const std::string place = line > 0 ? name + ":" + std::to_string(line) : name;
+    const toml::source_position position = parseError.source().begin;
+    const std::string place = position.line > 0 ? name + ":" + std::to_string(position.line) : name;
+    if (parseError.description().find("redefine existing") != std::string_view::npos) {
+      throw WorkError(place + ": " + keyGivenTwice(file_, position) +
+                      " is given a second time; once is enough");
+    }
     throw WorkError(place + ": " + std::string(parseError.description()));
   }
 }

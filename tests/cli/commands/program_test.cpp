@@ -32,6 +32,13 @@ TEST_F(ProgramTest, HelpSucceedsAndMisuseDoesNot) {
     EXPECT_EQ(result.err.rfind("brisel: ", 0), 0u) << result.err;
   }
   EXPECT_NE(brisel({"rendr"}).err.find("the nearest is \"render\""), std::string::npos);
+  EXPECT_EQ(
+      brisel({"render", "s.toml", "--frame=3", "-o", "f.png"}).err,
+      "brisel: there is no option \"--frame\"; the nearest is \"--frames\" (brisel render --help "
+      "tells more)\n");
+  const std::string help = brisel({"render", "--help"}).out;
+  EXPECT_EQ(brisel({"help", "render"}).out, help);
+  EXPECT_EQ(brisel({"render", "help"}).out, help);
   const CommandResult lost = brisel({"info", "--module", "lost.AEX"});
   EXPECT_EQ(lost.exitCode, 1);
   EXPECT_NE(lost.err.find("lost.AEX"), std::string::npos) << lost.err;

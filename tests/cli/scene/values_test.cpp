@@ -40,12 +40,26 @@ TEST(FrameRates, DecimalsBecomeTheFractionMeant) {
   }
 }
 
-TEST(NearestName, ForgivesTyposCapitalsAndSwaps) {
-  const std::vector<std::string> names = {"Size", "Width", "Rays count", "Angle"};
-  EXPECT_EQ(cli::nearestName("sise", names), "Size");
-  EXPECT_EQ(cli::nearestName("RAYS COUNTS", names), "Rays count");
-  EXPECT_EQ(cli::nearestName("Agnle", names), "Angle");
+TEST(NearestName, WordsCountBeforeTyposAndSwapsAreOneTypo) {
+  const std::vector<std::string> names = {
+      "Blue",  "Type",          "Width",      "Rays count",   "Rays count dispersion",
+      "Value", "Size",          "Type glow1", "Type glow2",   "Size dispersion",
+      "Wind",  "Initial speed", "snow-grain", "driving-rain", "ring-of-fire"};
+  for (const auto& [wanted, nearest] :
+       {std::pair{"sise", "Size"},
+        {"RAYS COUNTS", "Rays count"},
+        {"glow1", "Type glow1"},
+        {"type_glow2", "Type glow2"},
+        {"Ring", "ring-of-fire"},
+        {"rain", "driving-rain"},
+        {"size dispersoin", "Size dispersion"},
+        {"speed", "Initial speed"},
+        {"strength of the wind", "Wind"},
+        {"Vlaue", "Value"}}) {  // two edits if not swapped, as "Blue"
+    EXPECT_EQ(cli::nearestName(wanted, names), nearest);
+  }
   EXPECT_EQ(cli::nearestName("x", {}), "");
+  EXPECT_NE(cli::nearestName("?", names), "");
 }
 
 TEST(OutputTargets, AreToldByTheirNames) {
@@ -126,8 +140,11 @@ TEST_F(ValuesTest, WhatIsRefusedIsExplained) {
       {"Size=1,2", "not [1, 2]"},
       {"Rays=4.5", "takes a whole number from 0 to 30, not 4.5"},
       {"Angle=40000", "from -32767 to 32767"},
-      {"Start=0.5", "takes a point [x, y]"},
-      {"Start=40,0", "x within 32 and y within 65 of 0"},
+      {"Start=0.5", "takes a point [x, y] in fractions of the frame, such as [0.5, 0.5], not 0.5"},
+      {"Start=500,125",
+       "takes a point [x, y], not [500, 125]; pixels? points are fractions of the "
+       "frame, here [0.5, 0.25]"},
+      {"Start=20,-66", "pixels? points are fractions of the frame, here [0.02, -0.132]"},
       {"Tint=1,2,300", "takes a colour such as"},
       {"On=1", "takes true or false, not 1"},
       {"Shape=Cirle", "has no item \"Cirle\"; the nearest is \"Circle\""},
