@@ -2,15 +2,25 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
+
+#include "cli/support/terminal.h"
 
 namespace cli {
 namespace {
 
-constexpr int kBarCells = 24;
+constexpr int kMostBarCells = 24;
+constexpr int kFewestBarCells = 8;
 constexpr std::chrono::milliseconds kRedrawInterval(100);
 constexpr std::chrono::seconds kLineInterval(5);
-constexpr char kEraseLine[] = "\r\x1b[K";
+
+// The cursor waits where the line begins: a terminal that breaks the line anew when it is made
+// narrower takes the cursor along, and all of the line lies behind it.
+constexpr char kEraseBehind[] = "\x1b[J";
+// Characters that take two columns are cut off, too, rather than wrapped.
+constexpr char kWrapOff[] = "\x1b[?7l";
+constexpr char kWrapOn[] = "\x1b[?7h";
 
 std::string clockText(double seconds) {
   const int whole = static_cast<int>(seconds + 0.5);
@@ -19,7 +29,50 @@ std::string clockText(double seconds) {
   return text;
 }
 
+bool continuesCharacter(char byte) {
+  return (byte & 0xC0) == 0x80;
+}
+
+int columnsOf(const std::string& utf8) {
+  return static_cast<int>(utf8.size() - std::ranges::count_if(utf8, continuesCharacter));
+}
+
+// The name, its end replaced by dots where it has more columns.
+std::string shortened(std::string name, int columns) {
+  if (columnsOf(name) <= columns) return name;
+  const int dots = std::clamp(columns, 0, 3);
+  while (columnsOf(name) > std::max(columns - dots, 0)) {
+    while (continuesCharacter(name.back())) name.pop_back();
+    name.pop_back();
+  }
+  return name + std::string(static_cast<std::size_t>(dots), '.');
+}
+
+std::string barText(int cells, int done, int total) {
+  std::string bar(static_cast<std::size_t>(cells), ' ');
+  std::fill_n(bar.begin(), static_cast<long long>(cells) * done / total, '#');
+  return " [" + bar + "]";
+}
+
 }  // namespace
+
+std::string progressLine(const ProgressState& state, int columns) {
+  constexpr int kBarEnds = 3;  // the blank before it, and its brackets
+  char speed[32];
+  std::snprintf(speed, sizeof speed, "  %.1f fps", state.framesPerSecond);
+  const std::string count = ' ' + std::to_string(state.done) + '/' + std::to_string(state.total);
+  const std::string left =
+      "  " + clockText((state.total - state.done) / state.framesPerSecond) + " left";
+  // The last column stays free, as some terminals wrap once it is written to.
+  const auto cellsBeside = [&](const std::string& numbers) {
+    return columns - 1 - columnsOf(state.name) - columnsOf(numbers) - kBarEnds;
+  };
+  std::string numbers = count + speed + left;
+  if (cellsBeside(numbers) < kFewestBarCells) numbers = count + left;
+  const int cells = std::clamp(cellsBeside(numbers), kFewestBarCells, kMostBarCells);
+  const int nameColumns = columns - 1 - columnsOf(numbers) - kBarEnds - cells;
+  return shortened(state.name, nameColumns) + barText(cells, state.done, state.total) + numbers;
+}
 
 Progress::Progress(std::string name, int totalFrames)
     : name_(std::move(name)),
@@ -29,7 +82,7 @@ Progress::Progress(std::string name, int totalFrames)
       lastShown_(start_) {}
 
 Progress::~Progress() {
-  if (barShown_) std::fputs(kEraseLine, stderr);
+  eraseBar();
 }
 
 void Progress::frameDone() {
@@ -46,8 +99,7 @@ void Progress::frameDone() {
 }
 
 void Progress::finish(int written) {
-  if (barShown_) std::fputs(kEraseLine, stderr);
-  barShown_ = false;
+  eraseBar();
   std::string frames = std::to_string(written);
   if (written < done_) frames += " of " + std::to_string(done_) + " rendered";
   frames += done_ == 1 ? " frame" : " frames";
@@ -66,11 +118,15 @@ double Progress::framesPerSecond() const {
 
 void Progress::drawBar() {
   barShown_ = true;
-  const double rate = framesPerSecond();
-  const std::string filled(static_cast<std::size_t>(kBarCells * done_ / total_), '#');
-  std::fprintf(stderr, "%s%s [%-*s] %d/%d  %.1f fps  %s left", kEraseLine, name_.c_str(), kBarCells,
-               filled.c_str(), done_, total_, rate, clockText((total_ - done_) / rate).c_str());
+  const std::string line =
+      progressLine({name_, done_, total_, framesPerSecond()}, terminalColumns(STDERR_FILENO));
+  std::fprintf(stderr, "%s%s%s%s\r", kWrapOff, line.c_str(), kEraseBehind, kWrapOn);
   std::fflush(stderr);
+}
+
+void Progress::eraseBar() {
+  if (barShown_) std::fputs(kEraseBehind, stderr);
+  barShown_ = false;
 }
 
 void Progress::printLine() const {

@@ -7,6 +7,18 @@
 
 namespace cli {
 
+// How far it is with frames rendered at that many per second.
+struct ProgressState {
+  std::string name;  // what is being made
+  int done;
+  int total;  // above 0
+  double framesPerSecond;
+};
+
+// The line with the bar, shorter than `columns`, 40 or more: the bar shrinks first, then the speed
+// goes, then the end of the name. Characters of the name count as one column each.
+std::string progressLine(const ProgressState& state, int columns);
+
 class Progress {
  public:
   // `name` is what is being made.
@@ -27,6 +39,7 @@ class Progress {
 
   double framesPerSecond() const;
   void drawBar();
+  void eraseBar();
   void printLine() const;
 
   std::string name_;
