@@ -4,6 +4,7 @@
 #include <new>
 
 #include "cli/commands/commands.h"
+#include "cli/commands/version.h"
 #include "cli/support/errors.h"
 #include "cli/support/interrupt.h"
 #include "cli/support/nearest_name.h"
@@ -61,18 +62,8 @@ std::string complaintAbout(const CLI::App& app, const CLI::ParseError& error) {
 
 // Parsing runs the command that was named.
 int run(int argc, char** argv) {
-  CLI::App app("Star particles for titles and footage, rendered through the effect module.");
-  app.name("brisel");
-  app.set_version_flag("--version", "brisel " BRISEL_VERSION);
-  app.require_subcommand(1);
-  app.footer("Exit codes: 0 done, 1 the work failed, 2 wrong usage.");
-  cli::addRenderCommand(app);
-  cli::addSheetCommand(app);
-  cli::addPanelCommand(app);
-  cli::addParamsCommand(app);
-  cli::addPresetsCommand(app);
-  cli::addInfoCommand(app);
-  app.get_formatter()->column_width(26);
+  CLI::App app;
+  cli::describeProgram(app, cli::programVersion);
   std::vector<std::string> arguments(argv + 1, argv + argc);
   takeHelpAsOption(arguments);
   checkCommandName(app, arguments);

@@ -4,12 +4,17 @@
 
 #include <CLI/CLI.hpp>
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "cli/scene/scene_plan.h"
 
 namespace cli {
+
+// All of the command line: what runs it and what documents it have it from here. `version` gives
+// the answer to --version.
+void describeProgram(CLI::App& app, std::function<std::string()> version);
 
 void addRenderCommand(CLI::App& app);
 void addSheetCommand(CLI::App& app);

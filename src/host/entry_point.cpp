@@ -1,9 +1,8 @@
 // The module's one exported function: takes the host's commands to their handlers.
 #include "sdk/entry_point.h"
 
+#include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <string_view>
 
 #include "host/floating_point_guard.h"
 #include "host/greying.h"
@@ -26,13 +25,13 @@
 namespace brisel {
 namespace {
 
+// The instruction set is what drawing uses, or would use before global set-up.
 PF_Err showAbout(PF_OutData& out) {
-  constexpr std::string_view kAbout =
-      "Corvane - Brisel 2.0\r"
-      "Stars that leave points, paths and circles, shine, drift, fade and burst.";
-  static_assert(kAbout.size() < sizeof out.return_msg);
-  std::memcpy(out.return_msg, kAbout.data(), kAbout.size());
-  out.return_msg[kAbout.size()] = '\0';
+  std::snprintf(out.return_msg, sizeof out.return_msg,
+                "Corvane - Brisel 2.0\r"
+                "Stars that leave points, paths and circles, shine, drift, fade and burst.\r"
+                "Instruction set: %s",
+                activeKernels().name);
   return PF_Err_NONE;
 }
 

@@ -67,6 +67,19 @@ TEST_F(ProgramTest, InfoTellsWhatTheModuleReports) {
   EXPECT_EQ(out.find('\r'), std::string::npos) << "the host's line break";
 }
 
+TEST_F(ProgramTest, VersionTellsCommitAndInstructionSet) {
+  const CommandResult result =
+      run({"env", "BRISEL_INSTRUCTIONS=plain", BRISEL_PROGRAM, "--version"});
+  EXPECT_EQ(result.exitCode, 0) << result.err;
+  const auto commit = run({"git", "-C", SOURCE_FOLDER, "rev-parse", "--short", "HEAD"}).out;
+  const std::string expected = "brisel 2.0.0\ncommit          " +
+                               (commit.empty() ? "unknown" : commit.substr(0, commit.size() - 1));
+  EXPECT_TRUE(result.out.starts_with(expected)) << result.out;
+  EXPECT_TRUE(
+      result.out.ends_with("\nmodule          2.0.0 develop, build 1\ninstruction set plain\n"))
+      << result.out;
+}
+
 TEST_F(ProgramTest, SheetsShowEveryScene) {
   for (const char* name : {"a.toml", "b.toml"}) write(name, "[scene]\nsize=[64,36]\nframes=9\n");
   ASSERT_EQ(brisel({"sheet", "a.toml", "-o", "one.png", "--cell-width", "64"}).exitCode, 0);

@@ -1,0 +1,21 @@
+#include "cli/commands/commands.h"
+
+namespace cli {
+
+void describeProgram(CLI::App& app, std::function<std::string()> version) {
+  app.name("brisel");
+  app.description("Star particles for titles and footage, rendered through the effect module.");
+  app.set_version_flag("--version", std::move(version), "Tell version, commit and instruction set");
+  app.set_help_flag("-h,--help", "Tell how it is used");
+  app.require_subcommand(1);
+  app.footer("Exit codes: 0 done, 1 the work failed, 2 wrong usage.");
+  app.get_formatter()->column_width(26);
+  addRenderCommand(app);
+  addSheetCommand(app);
+  addPanelCommand(app);
+  addParamsCommand(app);
+  addPresetsCommand(app);
+  addInfoCommand(app);
+}
+
+}  // namespace cli

@@ -1,0 +1,37 @@
+#include "cli/commands/version.h"
+
+#include <string_view>
+
+#include "cli/scene/effect.h"
+#include "commit.h"
+
+namespace cli {
+namespace {
+
+// The module alone knows what it chooses, and says it in its about text.
+std::string instructionSet(hostkit::Session& session) {
+  constexpr std::string_view kLabel = "Instruction set: ";
+  const std::string about = session.about();
+  const std::size_t at = about.find(kLabel);
+  if (at == std::string::npos) return "unknown";
+  const std::size_t start = at + kLabel.size();
+  return about.substr(start, about.find('\r', start) - start);
+}
+
+std::string moduleLines() {
+  try {
+    Effect effect("");
+    return "module          " + versionText(effect.session().report().version) +
+           "\ninstruction set " + instructionSet(effect.session());
+  } catch (const std::exception& error) {
+    return "module          none: " + std::string(error.what());
+  }
+}
+
+}  // namespace
+
+std::string programVersion() {
+  return "brisel " BRISEL_VERSION "\ncommit          " BRISEL_COMMIT "\n" + moduleLines();
+}
+
+}  // namespace cli
