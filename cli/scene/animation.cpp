@@ -33,8 +33,12 @@ Track bind(const Setting& setting, const hostkit::ParameterSet& parameters, Fram
   }
   Track track{parameter, setting.isOption, {}};
   for (const Setting::Key& key : setting.keys) {
+    if (!isInterpolated(parameter->type()) && !key.ease.isStraight() && !key.ease.hold) {
+      reject(setting, key.place,
+             inQuotes(setting.label) + " holds from keyframe to keyframe and takes no ease");
+    }
     try {
-      track.keys.push_back({key.frame, paramValue(key.value, *parameter, frame)});
+      track.keys.push_back({key, paramValue(key.value, *parameter, frame)});
     } catch (const ValueError& error) {
       reject(setting, key.place, inQuotes(setting.label) + " " + error.what());
     }
@@ -56,14 +60,11 @@ std::vector<Track> bindSettings(const std::vector<Setting>& settings,
 }
 
 ParamValue valueAt(const Track& track, double frame) {
-  const auto after = std::ranges::upper_bound(track.keys, frame, {}, &Track::Key::frame);
-  if (after == track.keys.begin()) return after->value;
-  const Track::Key& from = *std::prev(after);
-  if (after == track.keys.end() || !isInterpolated(track.parameter->type())) return from.value;
-  const double t = (frame - from.frame) / (after->frame - from.frame);
+  const KeySpan<Track::Key> span = keysAround(track.keys, frame);
+  if (!isInterpolated(track.parameter->type())) return span.from.value;
   ParamValue blended;
   for (std::size_t i = 0; i < blended.size(); ++i) {
-    blended[i] = std::lerp(from.value[i], after->value[i], t);
+    blended[i] = std::lerp(span.from.value[i], span.to.value[i], span.share);
   }
   return blended;
 }

@@ -18,15 +18,11 @@ PF_PathVertex between(const PF_PathVertex& a, const PF_PathVertex& b, double t) 
 }  // namespace
 
 hostkit::MaskShape shapeAt(const Mask& mask, double frame) {
-  const auto after = std::ranges::upper_bound(mask.keys, frame, {}, &Mask::Key::frame);
-  if (after == mask.keys.begin()) return after->shape;
-  const Mask::Key& from = *std::prev(after);
-  if (after == mask.keys.end()) return from.shape;
-  const double t = (frame - from.frame) / (after->frame - from.frame);
-  hostkit::MaskShape shape = from.shape;
+  const auto [from, to, share] = keysAround(mask.keys, frame);
+  hostkit::MaskShape shape = from.value;
   std::ranges::transform(
-      from.shape.vertices, after->shape.vertices, shape.vertices.begin(),
-      [t](const PF_PathVertex& a, const PF_PathVertex& b) { return between(a, b, t); });
+      from.value.vertices, to.value.vertices, shape.vertices.begin(),
+      [t = share](const PF_PathVertex& a, const PF_PathVertex& b) { return between(a, b, t); });
   return shape;
 }
 

@@ -4,22 +4,21 @@
 #include <vector>
 
 #include "cli/media/frame_rate.h"
+#include "cli/scene/keyframe.h"
 #include "hostkit/masks.h"
 
 namespace cli {
 
 struct Mask {
-  struct Key {
-    double frame;
-    hostkit::MaskShape shape;
-  };
-  // One for a mask that stands still; else in order of their frames, all closed or all open, and
-  // with as many vertices.
+  using Key = KeyOf<hostkit::MaskShape>;
+  // One for a mask that stands still; else keyframes, all closed or all open, and with as many
+  // vertices.
   std::vector<Key> keys;
   bool inverted = false;
 };
 
-// Straight from key to key, vertex by vertex; before the first and after the last key those hold.
+// From key to key as they say, vertex by vertex; before the first and after the last key those
+// hold. The times are frames.
 hostkit::MaskShape shapeAt(const Mask& mask, double frame);
 
 // The frame that begins at the host's time, with its fraction.

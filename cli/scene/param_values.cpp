@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 
+#include "cli/scene/color_text.h"
 #include "cli/support/errors.h"
 #include "cli/support/nearest_name.h"
 #include "cli/support/numbers.h"
@@ -65,33 +66,23 @@ ParamValue checkboxValue(const UserValue& value) {
   return {*checked ? 1.0 : 0.0};
 }
 
-std::optional<ParamValue> colorFromHex(const std::string& text) {
-  if (text.size() != 7 || text[0] != '#') return std::nullopt;
-  ParamValue color{};
-  for (std::size_t i = 0; i < 3; ++i) {
-    const std::string_view digits = std::string_view(text).substr(1 + 2 * i, 2);
-    for (const char c : lowerCase(digits)) {
-      const std::size_t digit = std::string_view("0123456789abcdef").find(c);
-      if (digit == std::string_view::npos) return std::nullopt;
-      color[i] = color[i] * 16 + static_cast<double>(digit);
-    }
-  }
-  return color;
-}
-
 bool isColorChannel(double number) {
   return number >= 0 && number <= 255 && number == std::floor(number);
 }
 
 ParamValue colorValue(const UserValue& value) {
+  std::string nearest;
   if (const auto* text = std::get_if<std::string>(&value)) {
-    if (const auto color = colorFromHex(*text)) return *color;
+    if (const auto color = colorFromText(*text)) return *color;
+    if (!text->starts_with('#'))
+      nearest = "; the nearest name is " + inQuotes(nearestName(*text, colorNames()));
   } else if (const auto* list = std::get_if<std::vector<double>>(&value)) {
     if (list->size() == 3 && std::ranges::all_of(*list, isColorChannel)) {
       return {(*list)[0], (*list)[1], (*list)[2]};
     }
   }
-  reject("a colour such as \"#ffcc66\" or [255, 204, 102]", value);
+  throw ValueError("takes a colour such as \"#ffcc66\", \"gold\" or [255, 204, 102], not " +
+                   shown(value) + nearest);
 }
 
 // Four digits are enough for a tenth of a pixel.
@@ -136,7 +127,16 @@ ParamValue popupValue(const UserValue& value, const Parameter& parameter) {
 }
 
 A_u_char channel(double value) {
-  return static_cast<A_u_char>(std::lround(value));
+  return static_cast<A_u_char>(std::lround(std::clamp(value, 0.0, 255.0)));
+}
+
+double withinFixed(double value) {
+  return std::clamp(value, -kMaxFixed, kMaxFixed);
+}
+
+double withinRange(const Parameter& parameter, double value) {
+  const hostkit::Range range = hostkit::validRange(parameter).value();
+  return std::clamp(value, range.min, range.max);
 }
 
 }  // namespace
@@ -193,7 +193,7 @@ void setParameter(hostkit::ParameterSet& parameters, const Parameter& parameter,
                   const ParamValue& value, FrameSize frame) {
   switch (parameter.type()) {
     case PF_Param_SLIDER:
-      return parameters.setNumber(parameter.index, std::round(value[0]));
+      return parameters.setNumber(parameter.index, withinRange(parameter, std::round(value[0])));
     case PF_Param_CHECKBOX:
       return parameters.setChecked(parameter.index, value[0] != 0);
     case PF_Param_POPUP:
@@ -202,9 +202,12 @@ void setParameter(hostkit::ParameterSet& parameters, const Parameter& parameter,
       return parameters.setColor(parameter.index, channel(value[0]), channel(value[1]),
                                  channel(value[2]));
     case PF_Param_POINT:
-      return parameters.setPoint(parameter.index, value[0] * frame.width, value[1] * frame.height);
+      return parameters.setPoint(parameter.index, withinFixed(value[0] * frame.width),
+                                 withinFixed(value[1] * frame.height));
+    case PF_Param_ANGLE:
+      return parameters.setNumber(parameter.index, withinFixed(value[0]));
     default:
-      return parameters.setNumber(parameter.index, value[0]);
+      return parameters.setNumber(parameter.index, withinRange(parameter, value[0]));
   }
 }
 

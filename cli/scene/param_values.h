@@ -40,7 +40,8 @@ bool takesValue(PF_ParamType type);
 // Whether keyframes of this kind of parameter are blended rather than held.
 bool isInterpolated(PF_ParamType type);
 
-// Gives the value to the host. Between keyframes whole numbers and colours are rounded.
+// Gives the value to the host. Between keyframes whole numbers and colours are rounded, and what an
+// ease leads beyond the valid range stops there.
 void setParameter(hostkit::ParameterSet& parameters, const hostkit::Parameter& parameter,
                   const ParamValue& value, FrameSize frame);
 

@@ -125,7 +125,7 @@ Setting settingFromOption(const std::string& text) {
     throw UsageError(place + ": a setting reads \"LABEL=VALUE\", such as \"Size=40\"");
   }
   Setting setting{std::string(trimmed(text.substr(0, equals))), {}, place, true};
-  setting.keys = {{0, userValueFromText(text.substr(equals + 1)), place}};
+  setting.keys = {{{.time = 0, .place = place}, userValueFromText(text.substr(equals + 1))}};
   return setting;
 }
 

@@ -14,7 +14,7 @@ Mask::Key keyFrom(const Setting::Key& written) {
   const auto* data = std::get_if<std::string>(&written.value);
   if (!data) throw WorkError(written.place + ": path is SVG path data in quotes, or keyframes");
   try {
-    return {written.frame, maskShapeFromPathData(*data)};
+    return {written, maskShapeFromPathData(*data)};
   } catch (const PathDataError& error) {
     throw WorkError(written.place + ": path: " + error.what());
   }
@@ -23,19 +23,18 @@ Mask::Key keyFrom(const Setting::Key& written) {
 // Only outlines with the same vertices have shapes between them.
 void checkAlike(const Mask::Key& first, const Mask::Key& key, const std::string& place) {
   const auto complain = [&](const std::string& here, const std::string& there) {
-    throw WorkError(place + ": path: the outline at frame " + numberText(key.frame) + here +
-                    ", the one at frame " + numberText(first.frame) + there +
-                    "; all keyframes must be alike");
+    throw WorkError(place + ": path: the outline at " + timeText(key) + here + ", the one at " +
+                    timeText(first) + there + "; all keyframes must be alike");
   };
-  const std::size_t count = key.shape.vertices.size();
-  const std::size_t firstCount = first.shape.vertices.size();
+  const std::size_t count = key.value.vertices.size();
+  const std::size_t firstCount = first.value.vertices.size();
   if (count != firstCount) {
     complain(" has " + std::to_string(count) + (count == 1 ? " vertex" : " vertices"),
              " has " + std::to_string(firstCount));
   }
-  if (key.shape.closed != first.shape.closed) {
-    complain(key.shape.closed ? " is closed" : " is open",
-             first.shape.closed ? " closed" : " open");
+  if (key.value.closed != first.value.closed) {
+    complain(key.value.closed ? " is closed" : " is open",
+             first.value.closed ? " closed" : " open");
   }
 }
 
@@ -83,8 +82,9 @@ Mask readMaskReference(const TomlReader& reader, const TomlEntry& entry) {
                                  "\"logo.svg#star\"; path data goes into the table [mask]");
   }
   try {
-    return {{{0, shapeFromFile(reader.file().parent_path() / reference.substr(0, hash),
-                               reference.substr(hash + 1))}}};
+    return {{{{0},
+              shapeFromFile(reader.file().parent_path() / reference.substr(0, hash),
+                            reference.substr(hash + 1))}}};
   } catch (const WorkError& error) {
     reader.fail(*entry.node, entry.key + ": " + error.what());
   }

@@ -51,6 +51,10 @@ ScenePlan planScene(Scene scene) {
   }
   plan.size = plan.scene.size.value_or(plan.size);
   plan.rate = plan.scene.rate.value_or(plan.rate);
+  for (Setting& setting : plan.scene.settings) {
+    countInFrames(setting.keys, plan.rate, setting.label);
+  }
+  if (plan.scene.mask) countInFrames(plan.scene.mask->keys, plan.rate, "path");
   if (plan.input && !plan.input->isStill()) {
     plan.frames = std::min(framesAtRate(*plan.input, plan.rate), kMaxFrames);
   }

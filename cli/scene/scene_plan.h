@@ -16,7 +16,8 @@ struct ScenePlan {
   std::optional<MediaInfo> input;  // of scene.input
 };
 
-// Looks at the input, if there is one. Throws WorkError when it cannot be read.
+// Looks at the input, if there is one, and counts times in frames. Throws WorkError when the input
+// cannot be read or keyframes are not in order.
 ScenePlan planScene(Scene scene);
 
 // What the command line may say about a scene; empty or none where it says nothing.

@@ -1,6 +1,7 @@
 #include "cli/scene/toml_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <fstream>
 
@@ -130,7 +131,7 @@ UserValue TomlReader::valueOf(const TomlEntry& entry) const {
 std::vector<Setting::Key> TomlReader::keysOf(const TomlEntry& entry) const {
   const toml::array* array = entry.node->as_array();
   if (array && !array->empty() && array->front().is_table()) return keyframesOf(entry, *array);
-  return {{0, valueOf(entry), placeOf(*entry.node)}};
+  return {{{.time = 0, .place = placeOf(*entry.node)}, valueOf(entry)}};
 }
 
 std::vector<Setting::Key> TomlReader::keyframesOf(const TomlEntry& entry,
@@ -138,19 +139,53 @@ std::vector<Setting::Key> TomlReader::keyframesOf(const TomlEntry& entry,
   std::vector<Setting::Key> keys;
   for (const toml::node& node : array) {
     const toml::table* table = node.as_table();
-    const toml::node* frame = table ? table->get("frame") : nullptr;
     const toml::node* value = table ? table->get("value") : nullptr;
-    const auto number = frame ? frame->value<double>() : std::nullopt;
-    if (!number || !std::isfinite(*number) || !value || table->size() != 2) {
-      fail(node, inQuotes(entry.key) + ": a keyframe reads { frame = NUMBER, value = ... }");
+    if (!value || !table->contains("frame")) {
+      fail(node, inQuotes(entry.key) +
+                     ": a keyframe reads { frame = 12, value = ... }, with ease = ... if need be");
     }
-    if (!keys.empty() && *number <= keys.back().frame) {
-      fail(node, inQuotes(entry.key) + ": the keyframe at frame " + numberText(*number) +
-                     " does not come after the one at frame " + numberText(keys.back().frame));
+    Keyframe key{.time = 0, .place = placeOf(*value)};
+    for (const TomlEntry& item : inFileOrder(*table)) {
+      if (item.key == "frame") {
+        setTime(key, entry.key, *item.node);
+      } else if (item.key == "ease") {
+        key.ease = easeOf(entry.key, *item.node);
+      } else if (item.key != "value") {
+        unknownKey(item, "key of a keyframe", {"frame", "value", "ease"});
+      }
     }
-    keys.push_back({*number, valueOf({entry.key, value}), placeOf(*value)});
+    keys.emplace_back(std::move(key), valueOf({entry.key, value}));
   }
   return keys;
+}
+
+void TomlReader::setTime(Keyframe& key, const std::string& label, const toml::node& node) const {
+  const auto number = node.value<double>();
+  const auto text = node.value_exact<std::string>();
+  const auto seconds = text ? secondsFromText(*text) : std::nullopt;
+  if (!seconds && !(number && std::isfinite(*number))) {
+    fail(node, inQuotes(label) + ": frame is a number, or a time such as \"1.5s\"");
+  }
+  key.time = seconds ? *seconds : *number;
+  key.inSeconds = seconds.has_value();
+}
+
+Ease TomlReader::easeOf(const std::string& label, const toml::node& node) const {
+  const auto isShare = [](double x) { return x >= 0 && x <= 1; };
+  if (const auto name = node.value_exact<std::string>()) {
+    if (const auto ease = easeByName(*name)) return *ease;
+    fail(node, inQuotes(label) + ": there is no ease " + inQuotes(*name) + "; the nearest is " +
+                   inQuotes(nearestName(*name, easeNames())));
+  }
+  if (const toml::array* array = node.as_array(); array && array->size() == 4) {
+    std::array<double, 4> handles{};
+    for (std::size_t i = 0; i < 4; ++i) handles[i] = finiteOf(label, (*array)[i]);
+    const auto [x1, y1, x2, y2] = handles;
+    if (isShare(x1) && isShare(x2)) return {false, x1, y1, x2, y2};
+  }
+  fail(node, inQuotes(label) +
+                 ": ease is a name such as \"in-out\", or the handles [x1, y1, x2, y2] of a curve, "
+                 "x1 and x2 from 0 to 1");
 }
 
 double TomlReader::finiteOf(const std::string& key, const toml::node& node) const {

@@ -34,7 +34,7 @@ class TomlReader {
   bool flagOf(const TomlEntry& entry) const;
   int integerOf(const TomlEntry& entry, int least, int greatest) const;
   UserValue valueOf(const TomlEntry& entry) const;
-  // A value, or a list of keyframes in order.
+  // A value, or a list of keyframes, whose times may be seconds.
   std::vector<Setting::Key> keysOf(const TomlEntry& entry) const;
 
   std::string placeOf(const toml::node& node) const;  // "fire.toml:12"
@@ -44,6 +44,8 @@ class TomlReader {
 
  private:
   std::vector<Setting::Key> keyframesOf(const TomlEntry& entry, const toml::array& array) const;
+  void setTime(Keyframe& key, const std::string& label, const toml::node& node) const;
+  Ease easeOf(const std::string& label, const toml::node& node) const;
   double finiteOf(const std::string& key, const toml::node& node) const;
 
   std::filesystem::path file_;

@@ -53,7 +53,7 @@ input = "media/title.png"
   ASSERT_EQ(read.settings.size(), 4u);
   EXPECT_EQ(read.settings[0].label, "Type") << "in the order of the file";
   ASSERT_EQ(read.settings[1].keys.size(), 2u);
-  EXPECT_EQ(read.settings[1].keys[1].frame, 10.5);
+  EXPECT_EQ(read.settings[1].keys[1].time, 10.5);
   EXPECT_EQ(std::get<double>(read.settings[1].keys[1].value), 2.5);
   EXPECT_EQ(std::get<bool>(read.settings[2].keys[0].value), true);
   EXPECT_EQ(std::get<std::vector<double>>(read.settings[3].keys[0].value), (std::vector{0.5, 1.0}));
@@ -68,8 +68,8 @@ TEST_F(SceneTest, AnEmptySceneLeavesAllOpen) {
 TEST_F(SceneTest, AMaskIsReadFromItsTable) {
   const cli::Mask read = mask("[mask]\npath = \"M 1 2 L 3 4 Z\"\ninverted = true\n");
   ASSERT_EQ(read.keys.size(), 1u);
-  EXPECT_TRUE(read.inverted && read.keys[0].shape.closed);
-  EXPECT_EQ(read.keys[0].shape.vertices.size(), 2u);
+  EXPECT_TRUE(read.inverted && read.keys[0].value.closed);
+  EXPECT_EQ(read.keys[0].value.vertices.size(), 2u);
   EXPECT_EQ(shapeAt(read, 77).vertices[1].x, 3);
   EXPECT_FALSE(mask("[mask]\npath = \"\"\"\nM 1 2\n   3 4\n\"\"\"").inverted);
 }
@@ -123,6 +123,15 @@ TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
       {"[params]\n\"Start\" = [0.5, \"x\"]", "s.toml:2: \"Start\": a list holds numbers only"},
       {"[params]\n\"Size\" = 1979-05-27", "s.toml:2: \"Size\": a value is a number"},
       {"[params]\n\"Size\" = [{frame=0}]", "s.toml:2: \"Size\": a keyframe reads {"},
+      {"[params]\n\"Size\" = [{frame=0,vaule=1}]", "s.toml:2: \"Size\": a keyframe reads {"},
+      {"[params]\n\"Size\" = [{frame=0,value=1,eas=1}]",
+       "s.toml:2: unknown key of a keyframe \"eas\"; the nearest is \"ease\""},
+      {"[params]\n\"Size\" = [{frame=\"1.5\",value=1}]",
+       "s.toml:2: \"Size\": frame is a number, or a time such as \"1.5s\""},
+      {"[params]\n\"Size\" = [{frame=0,value=1,ease=\"inout\"}]",
+       "s.toml:2: \"Size\": there is no ease \"inout\"; the nearest is \"in-out\""},
+      {"[params]\n\"Size\" = [{frame=0,value=1,ease=[0,0,1.1,1]}]",
+       "s.toml:2: \"Size\": ease is a name such as \"in-out\", or the handles"},
       {"[params]\n\"Size\" = [{frame=0,value=[{frame=0,value=1}]}]", "s.toml:2: \"Size\": a list"},
       {"[scene]\nfps = 25\nfps = 30", "s.toml:3: \"fps\" is given a second time"},
       {"[params]\n\"Time life\"=1\n \"Time life\"  = 2", "s.toml:3: \"Time life\" is given a sec"},
@@ -139,8 +148,6 @@ TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
        "s.toml:3: path: the outline at frame 5 has 1 vertex, the one at frame 0 has 2; all"},
       {"[mask]\npath = [{frame=0,value=\"M 0 0\"},\n{frame=5,value=\"M 0 0 Z\"}]",
        "s.toml:3: path: the outline at frame 5 is closed, the one at frame 0 open; all"},
-      {"[mask]\npath = [{frame=0,value=\"M 0 0\"},\n{frame=0,value=\"M 0 0\"}]",
-       "s.toml:3: \"path\": the keyframe at frame 0 does not come after"},
       {"[scene]\nmask = \"f.svg\"", "s.toml:2: mask is an SVG file and the id of a path in it"},
       {"[scene]\nmask = \"none.svg#a\"", "s.toml:2: mask: cannot read \"none.svg\": No such file"},
       {"[scene]\nmask = \"f.svg#bat\"",

@@ -127,6 +127,9 @@ TEST_F(ValuesTest, OptionsAreReadAsTheirParameterNeedsThem) {
   EXPECT_EQ(option(" Angle = -450.5 ")[0], -450.5);
   EXPECT_EQ(option("Start=0.5,-1"), (cli::ParamValue{0.5, -1}));
   EXPECT_EQ(option("Tint=#FFcc66"), (cli::ParamValue{255, 204, 102}));
+  EXPECT_EQ(option("Tint=#fC6"), option("Tint=#ffcc66"));
+  EXPECT_EQ(option("Tint=RebeccaPurple"), option("Tint=#663399"));
+  EXPECT_EQ(option("Tint=yellowgreen"), (cli::ParamValue{154, 205, 50}));
   EXPECT_EQ(option("On=true")[0], 1);
   EXPECT_EQ(option("Shape=circle")[0], 3);
   EXPECT_EQ(option("Shape=2")[0], 2);
@@ -146,6 +149,8 @@ TEST_F(ValuesTest, WhatIsRefusedIsExplained) {
        "frame, here [0.5, 0.25]"},
       {"Start=20,-66", "pixels? points are fractions of the frame, here [0.02, -0.132]"},
       {"Tint=1,2,300", "takes a colour such as"},
+      {"Tint=#ffcc6", "takes a colour such as"},
+      {"Tint=limegren", "not \"limegren\"; the nearest name is \"limegreen\""},
       {"On=1", "takes true or false, not 1"},
       {"Shape=Cirle", "has no item \"Cirle\"; the nearest is \"Circle\""},
       {"Shape=4", "an item's text or its number from 1 to 3, not 4"},
@@ -162,15 +167,15 @@ TEST_F(ValuesTest, KeyframesBlendNumbersAndHoldChoices) {
   const auto animated = [this](const char* label, std::vector<Setting::Key> keys) {
     return bind({label, std::move(keys), "test", false});
   };
-  const cli::Track size = animated("Size", {{10, 100.0, "a"}, {20, 200.0, "a"}, {40, 0.0, "a"}});
+  const cli::Track size = animated("Size", {{{10}, 100.0}, {{20}, 200.0}, {{40}, 0.0}});
   for (const auto& [frame, value] : {std::pair{0, 100}, {10, 100}, {15, 150}, {35, 50}, {99, 0}}) {
     EXPECT_EQ(cli::valueAt(size, frame)[0], value) << frame;
   }
   const cli::Track point =
-      animated("Start", {{0, std::vector{0.0, 1.0}, "a"}, {4, std::vector{1.0, 0.0}, "a"}});
+      animated("Start", {{{0}, std::vector{0.0, 1.0}}, {{4}, std::vector{1.0, 0.0}}});
   EXPECT_EQ(cli::valueAt(point, 1), (cli::ParamValue{0.25, 0.75}));
   const cli::Track shape =
-      animated("Shape", {{0, std::string("Point"), "a"}, {10, std::string("Circle"), "a"}});
+      animated("Shape", {{{0}, std::string("Point")}, {{10}, std::string("Circle")}});
   EXPECT_EQ(cli::valueAt(shape, 9.5)[0], 1);
   EXPECT_EQ(cli::valueAt(shape, 10)[0], 3);
 }
@@ -186,6 +191,11 @@ TEST_F(ValuesTest, TheHostGetsPixelsAndRoundedNumbers) {
   EXPECT_EQ(set("Rays", {2.6}).sd.value, 3);
   EXPECT_EQ(set("Tint", {127.5, 0, 254.4}).cd.value.blue, 254);
   EXPECT_EQ(set("Angle", {-90}).ad.value, -90 * 65536);
+  // Where an ease leads beyond the range.
+  EXPECT_EQ(set("Rays", {-0.6}).sd.value, 0);
+  EXPECT_EQ(set("Size", {1000.1}).fd.value, 1000 << 16);
+  EXPECT_EQ(set("Tint", {-5, 300, 0}).cd.value.green, 255);
+  EXPECT_EQ(set("Start", {90, 0}).td.x_value, 32767 << 16);
 }
 
 }  // namespace
