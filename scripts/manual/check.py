@@ -1,4 +1,5 @@
-"""Checks of the finished page: ids, anchors, links, pictures, balanced elements."""
+"""Checks of the finished page: ids, anchors, links, pictures, headings, balanced elements, and that
+what scrolls can be reached by keyboard."""
 
 import html.parser
 import re
@@ -29,6 +30,7 @@ class PageReader(html.parser.HTMLParser):
         self.ids = set()
         self.anchors = set()
         self.open = []
+        self.level = 0
 
     def handle_starttag(self, element, attributes):
         attributes = dict(attributes)
@@ -36,6 +38,11 @@ class PageReader(html.parser.HTMLParser):
             self.open.append(element)
         if element == "img" and not attributes.get("alt"):
             self.faults.append("a picture has no alternative text")
+        if re.fullmatch("h[1-6]", element):
+            self._heading(int(element[1]))
+        if element == "pre" or attributes.get("class") == "scroll":
+            if attributes.get("tabindex") != "0" or not attributes.get("aria-label"):
+                self.faults.append(f"line {self.getpos()[0]}: what scrolls needs tabindex and aria-label")
         identifier = attributes.get("id")
         if identifier in self.ids:
             self.faults.append(f"the id {identifier} occurs twice")
@@ -47,6 +54,11 @@ class PageReader(html.parser.HTMLParser):
     def handle_endtag(self, element):
         if not self.open or self.open.pop() != element:
             self.imbalances.append(f"line {self.getpos()[0]}: </{element}> closes something else")
+
+    def _heading(self, level):
+        if level > self.level + 1 or (level == 1 and self.level):
+            self.faults.append(f"line {self.getpos()[0]}: h{level} follows h{self.level}")
+        self.level = level
 
     def _link(self, target):
         if not target or target == MAKER or target.startswith("data:"):

@@ -7,8 +7,10 @@ import tomllib
 
 from .parameters import ManualError, ParameterChapter
 from .presets import read_presets
+from .recipes import recipes_html
 
-CHAPTERS = ["about", "first_steps", "command_line", "parameters", "presets", "files", "speed"]
+CHAPTERS = ["about", "first_steps", "recipes", "command_line", "parameters", "presets", "files",
+            "speed"]
 
 __all__ = ["ManualError", "make_page"]
 
@@ -20,7 +22,8 @@ def make_page(root, declared, pictures):
         texts = tomllib.load(file)
     parameters = ParameterChapter(declared, texts, folder / "scenes", pictures)
     sections = read_presets(root / "library/Corvane/Drizzen")
-    generated = {"parameters": parameters.html(), "presets": presets_html(sections, pictures)}
+    generated = {"parameters": parameters.html(), "presets": presets_html(sections, pictures),
+                 "recipes": recipes_html(root, parameters, pictures)}
 
     content = []
     for name in CHAPTERS:
@@ -32,7 +35,9 @@ def make_page(root, declared, pictures):
 
     frame = string.Template((folder / "page.html").read_text(encoding="utf-8"))
     style = (folder / "page.css").read_text(encoding="utf-8").strip()
-    return frame.substitute(style=style, contents=contents_html(content), content=content)
+    script = (folder / "page.js").read_text(encoding="utf-8").strip()
+    return frame.substitute(style=style, script=script, contents=contents_html(content),
+                            index=parameters.index_html(), content=content)
 
 
 def contents_html(content):

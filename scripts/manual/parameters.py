@@ -29,13 +29,26 @@ class ParameterChapter:
                          else self._parameter(entry))
         return "\n".join(parts)
 
+    def index_html(self):
+        """All labels from A to Z, with the group of each and, for a search, the items."""
+        lines = []
+        for entry in sorted(self.declared, key=lambda entry: entry["label"].lower()):
+            details = ""
+            if entry["groups"]:
+                details += f' <span class="in">{group_path(entry["groups"])}</span>'
+            if "items" in entry:
+                details += f' <span class="has">{html.escape(", ".join(entry["items"]))}</span>'
+            lines.append(f"<li>{self.link(entry['label'])}{details}</li>")
+        return "<ul>\n" + "\n".join(lines) + "\n</ul>"
+
+    def link(self, label):
+        if label not in self.anchors:
+            raise ManualError(f'"{label}" names no declared parameter')
+        return f'<a href="#{self.anchors[label]}">{label}</a>'
+
     def linked(self, text):
         """[[Label]] becomes a link to that parameter."""
-        def link(match):
-            if match[1] not in self.anchors:
-                raise ManualError(f"[[{match[1]}]] names no declared parameter")
-            return f'<a href="#{self.anchors[match[1]]}">{match[1]}</a>'
-        return re.sub(r"\[\[([^\]]+)\]\]", link, text)
+        return re.sub(r"\[\[([^\]]+)\]\]", lambda match: self.link(match[1]), text)
 
     def _demand_complete(self):
         for entry in self.declared:
@@ -57,8 +70,8 @@ class ParameterChapter:
 
     def _group(self, entry):
         label = entry["label"]
-        level = 3 + len(entry["groups"])
-        path = " › ".join(entry["groups"] + [label])
+        level = level_of(entry)
+        path = group_path(entry["groups"] + [label])
         return (f'<div class="group depth{len(entry["groups"])}">'
                 f'<h{level} id="{self.anchors[label]}">{label}</h{level}>'
                 f'<p class="where">Group {path}</p>'
@@ -66,7 +79,7 @@ class ParameterChapter:
 
     def _parameter(self, entry):
         label = entry["label"]
-        level = 4 if entry["groups"] else 3
+        level = level_of(entry)
         body = [f"<p>{self.texts[label]['text']}</p>", self._grey(label)]
         if "items" in entry:
             body.append(self._items(entry))
@@ -82,6 +95,7 @@ class ParameterChapter:
 
     def _items(self, entry):
         text = self.texts[entry["label"]]
+        level = level_of(entry) + 1
         cards = []
         for number, item in enumerate(entry["items"], 1):
             settings = text.get("item_set", {}).get(item, {})
@@ -90,12 +104,14 @@ class ParameterChapter:
                 source = text.get("item_input", {}).get(item)
                 figure = self._picture(entry["label"], item, settings, source)
             mark = ' <span class="default">default</span>' if item == entry["default"] else ""
-            cards.append(f"<li>{figure}<div><h5><span class=\"number\">{number}</span> "
-                         f"{html.escape(item)}{mark}</h5><p>{text['items'][item]}</p></div></li>")
+            cards.append(f'<li>{figure}<div><h{level} class="name"><span class="number">{number}</span>'
+                         f" {html.escape(item)}{mark}</h{level}>"
+                         f"<p>{text['items'][item]}</p></div></li>")
         return list_html(cards, text.get("scene"))
 
     def _values(self, label):
-        cards = [f"<li>{self._picture(label, value, {})}<div><h5>{number_text(value)}</h5></div></li>"
+        cards = [f"<li><figure>{self._picture(label, value, {})}"
+                 f'<figcaption class="name">{number_text(value)}</figcaption></figure></li>'
                  for value in self.texts[label]["values"]]
         return list_html(cards, self.texts[label]["scene"])
 
@@ -115,6 +131,15 @@ def list_html(cards, scene):
     return f'<ul class="items {kind}">\n' + "\n".join(cards) + "\n</ul>"
 
 
+def level_of(entry):
+    """The level of the heading: one below that of the group around it."""
+    return 3 + len(entry["groups"])
+
+
+def group_path(groups):
+    return " › ".join(groups)
+
+
 def anchor_of(entry):
     words = re.sub(r"[^a-z0-9]+", "-", entry["label"].lower()).strip("-")
     return ("group-" if entry["type"] == "group start" else "p-") + words
@@ -122,9 +147,8 @@ def anchor_of(entry):
 
 def facts_html(entry):
     facts = [("", KINDS.get(entry["type"], entry["type"]))]
-    degrees = "°" if entry["type"] == "angle" else ""
     if "default" in entry:
-        facts.append(("default", default_text(entry["default"]) + degrees))
+        facts.append(("default", value_text(entry, entry["default"])))
     if "items" not in entry:
         for key, name in (("valid", "range"), ("slider", "slider")):
             if key in entry:
@@ -134,13 +158,20 @@ def facts_html(entry):
         for name, value in facts) + "</ul>"
 
 
-def default_text(value):
+def value_text(entry, value):
+    """A value of the parameter as a person reads it."""
     if isinstance(value, bool):
         return "on" if value else "off"
     if isinstance(value, list):
-        return ", ".join(f"{part * 100:g}\N{NO-BREAK SPACE}%" for part in value)
-    return value if isinstance(value, str) else number_text(value)
+        return ", ".join(f"{minus_sign(f'{part * 100:g}')}\N{NO-BREAK SPACE}%" for part in value)
+    if isinstance(value, str):
+        return value
+    return number_text(value) + ("°" if entry["type"] == "angle" else "")
 
 
 def number_text(number):
-    return f"{number:,}".replace(",", "\N{NARROW NO-BREAK SPACE}").replace("-", "\N{MINUS SIGN}")
+    return minus_sign(f"{number:,}".replace(",", "\N{NARROW NO-BREAK SPACE}"))
+
+
+def minus_sign(text):
+    return text.replace("-", "\N{MINUS SIGN}")
