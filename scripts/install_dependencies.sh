@@ -1,12 +1,18 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, testing and rendering need, if any is missing; with
-# "windows" those that building for Windows and testing with Wine need. Needs root, or sudo.
+# "windows" those that building for Windows and testing with Wine need, with "browser" what testing
+# the manual in one needs. Needs root, or sudo.
 #
-#   scripts/install_dependencies.sh [windows]
+#   scripts/install_dependencies.sh [windows | browser]
 set -euo pipefail
+cd "$(dirname "$0")/.."
 
 if [ "$*" = windows ]; then
   packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine icoutils)
+elif [ "$*" = browser ]; then
+  packages=(chromium fonts-dejavu-core)
+  command -v node >/dev/null || packages+=(nodejs)
+  command -v npm >/dev/null || packages+=(npm)
 elif [ $# -eq 0 ]; then
   packages=(
     g++ cmake ninja-build pkg-config git
@@ -16,26 +22,32 @@ elif [ $# -eq 0 ]; then
     ffmpeg fonts-dejavu-core python3
   )
 else
-  echo "usage: scripts/install_dependencies.sh [windows]" >&2
+  echo "usage: scripts/install_dependencies.sh [windows | browser]" >&2
   exit 2
 fi
 
-missing=()
-for package in "${packages[@]}"; do
-  dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' ||
-    missing+=("$package")
-done
-[ ${#missing[@]} -eq 0 ] && exit 0
+installMissing() {
+  local missing=() as_root=() package
+  for package in "$@"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
 
-as_root=()
-if [ "$(id -u)" -ne 0 ]; then
-  command -v sudo >/dev/null || {
-    echo "Missing packages: ${missing[*]}. Run this as root, or install sudo." >&2
-    exit 1
-  }
-  as_root=(sudo)
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || {
+      echo "Missing packages: ${missing[*]}. Run this as root, or install sudo." >&2
+      exit 1
+    }
+    as_root=(sudo)
+  fi
+  echo "Installing: ${missing[*]}"
+  "${as_root[@]}" apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends \
+    "${missing[@]}" >/dev/null
+}
+
+installMissing "${packages[@]}"
+if [ "$*" = browser ]; then
+  npm ci --prefix tests/browser --no-audit --no-fund --loglevel=error >/dev/null
 fi
-echo "Installing: ${missing[*]}"
-"${as_root[@]}" apt-get update -qq
-DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends \
-  "${missing[@]}" >/dev/null

@@ -2,9 +2,19 @@
 # Installs what is missing, builds, and runs every check: all tests on the release build; the unit
 # and host tests again without optimisation, under the sanitizers, and as Windows programs under
 # Wine, which must all give the same bytes; the layout and lint checks of the sources. Where the
-# packages for Windows cannot be had, says so at the end. Ends with the release tests' summary.
+# packages for Windows cannot be had, says so at the end. Ends with the release tests' summary; with
+# "everything", with that of the heavy tests, which follow: the manual in a real browser.
+#
+#   scripts/run_tests.sh [everything]
 set -euo pipefail
 cd "$(dirname "$0")/.."
+heavy=
+if [ "$*" = everything ]; then
+  heavy=yes
+elif [ $# -ne 0 ]; then
+  echo "usage: scripts/run_tests.sh [everything]" >&2
+  exit 2
+fi
 scripts/install_dependencies.sh
 
 build() {
@@ -27,4 +37,8 @@ else
 fi
 build release
 ctest --preset release
+if [ -n "$heavy" ]; then
+  scripts/install_dependencies.sh browser
+  ctest --preset heavy
+fi
 [ -z "$not_run" ] || echo "$not_run"
