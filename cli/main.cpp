@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <iostream>
 #include <new>
@@ -72,6 +73,7 @@ int run(int argc, char** argv) {
     app.parse(std::move(arguments));
     std::cout.flush();
     if (std::fflush(stdout) != 0 || std::cout.fail()) {
+      if (errno == EPIPE) return kWorkFailed;  // the reader has seen enough, as `head` has
       return failure(kWorkFailed, "cannot write to standard output");
     }
     return 0;

@@ -1,4 +1,4 @@
-#include <cstdio>
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -6,21 +6,46 @@
 #include "cli/commands/commands.h"
 #include "cli/scene/effect.h"
 #include "cli/scene/preset_index.h"
+#include "cli/support/errors.h"
+#include "cli/support/nearest_name.h"
 #include "cli/support/text_table.h"
 
 namespace cli {
 namespace {
 
 struct PresetsOptions {
+  std::vector<std::string> words;
   bool json = false;
+  bool names = false;
   std::string module;
 };
 
-void printJson(const PresetIndex& index) {
-  auto list = nlohmann::ordered_json::array();
+struct Described {
+  Preset preset;
+  std::string description;
+};
+
+// Those whose name or description holds each of the words, capitals not counted.
+std::vector<Described> presetsMeant(const PresetIndex& index,
+                                    const std::vector<std::string>& words) {
+  std::vector<Described> meant;
   for (const Preset& preset : index.presets) {
+    const std::string description = presetDescription(preset);
+    const std::string text = lowerCase(preset.name + '\n' + description);
+    const auto isHeld = [&](const std::string& word) {
+      return text.find(lowerCase(word)) != std::string::npos;
+    };
+    if (std::ranges::all_of(words, isHeld)) meant.push_back({preset, description});
+  }
+  return meant;
+}
+
+void printJson(const std::vector<Described>& presets) {
+  auto list = nlohmann::ordered_json::array();
+  for (const auto& [preset, description] : presets) {
     list.push_back({{"row", kPresetRows[preset.row].control},
                     {"name", preset.name},
+                    {"description", description},
                     {"file", preset.file.string()},
                     {"thumbnail", preset.thumbnail.string()}});
   }
@@ -28,26 +53,39 @@ void printJson(const PresetIndex& index) {
   std::cout << list.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
 }
 
-void printTable(const PresetIndex& index) {
-  if (index.presets.empty()) {
-    std::printf("There are no presets: %s does not exist or lists none.\n", index.file.c_str());
-    return;
+void printForPeople(const std::vector<Described>& presets) {
+  int widest = 0;
+  for (const Described& described : presets) {
+    widest = std::max(widest, columnsOf(described.preset.name));
   }
-  std::vector<TableRow> rows = {{"Row", "Name", "File", "Thumbnail"}};
-  for (const Preset& preset : index.presets) {
-    rows.push_back({kPresetRows[preset.row].control, preset.name, preset.file.filename().string(),
-                    preset.thumbnail.filename().string()});
+  const int indent = 2 + widest + 2;
+  const char* row = nullptr;
+  for (const auto& [preset, description] : presets) {
+    if (row != kPresetRows[preset.row].control) {
+      std::cout << (row == nullptr ? "" : "\n") << kPresetRows[preset.row].control << '\n';
+      row = kPresetRows[preset.row].control;
+    }
+    const int gap = description.empty() ? 0 : indent - 2 - columnsOf(preset.name);
+    std::cout << "  " << preset.name << std::string(static_cast<std::size_t>(gap), ' ')
+              << wrapped(description, indent, textWidth());
   }
-  std::cout << index.file.parent_path().string() << "\n\n" << alignedTable(rows);
 }
 
 void listPresets(const PresetsOptions& options) {
   const Effect effect(options.module);
   const PresetIndex index = readPresetIndex(effect.path());
-  if (options.json) {
-    printJson(index);
+  const std::vector<Described> meant = presetsMeant(index, options.words);
+  if (options.json) return printJson(meant);
+  if (options.names) {
+    for (const Described& described : meant) std::cout << described.preset.name << '\n';
+  } else if (index.presets.empty()) {
+    std::cout << "There are no presets: " << index.file.string()
+              << " does not exist or lists none.\n";
+  } else if (meant.empty()) {
+    throw UsageError("no preset has all of these words in its name or description");
   } else {
-    printTable(index);
+    printForPeople(meant);
+    if (options.words.empty()) std::cout << "\nin " << index.file.parent_path().string() << '\n';
   }
 }
 
@@ -56,7 +94,10 @@ void listPresets(const PresetsOptions& options) {
 void addPresetsCommand(CLI::App& app) {
   const auto options = std::make_shared<PresetsOptions>();
   CLI::App* command = app.add_subcommand("presets", "List the presets beside the module");
-  command->add_flag("--json", options->json, "As JSON, for scripts");
+  command->add_option("TEXT", options->words, "Words of the name or the description")
+      ->type_name("");
+  CLI::Option* json = command->add_flag("--json", options->json, "As JSON, for scripts");
+  command->add_flag("--names", options->names, "The names alone, one a line")->excludes(json);
   addModuleOption(*command, options->module);
   command->callback([options] { listPresets(*options); });
 }

@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "cli/support/terminal.h"
+#include "cli/support/text_table.h"
 
 namespace cli {
 namespace {
@@ -31,10 +32,6 @@ std::string clockText(double seconds) {
 
 bool continuesCharacter(char byte) {
   return (byte & 0xC0) == 0x80;
-}
-
-int columnsOf(const std::string& utf8) {
-  return static_cast<int>(utf8.size() - std::ranges::count_if(utf8, continuesCharacter));
 }
 
 // The name, its end replaced by dots where it has more columns.

@@ -23,7 +23,7 @@ void printRenderStats(const std::vector<StageTime>& stages, int frames, double s
                     fixed(100 * stage.busySeconds / seconds, 0) + " %",
                     std::to_string(stage.threads)});
   }
-  std::fputs(alignedTable(rows).c_str(), stdout);
+  std::fputs(alignedTable(rows, textWidth()).c_str(), stdout);
   const StageTime& slowest = *std::ranges::max_element(stages, {}, &StageTime::busySeconds);
   std::printf("%s frames per second, limited by %s\n", fixed(frames / seconds, 1).c_str(),
               slowest.name.c_str());

@@ -95,6 +95,22 @@ void readRow(IndexReader& reader, std::size_t row, PresetIndex& index) {
 
 }  // namespace
 
+std::string presetDescription(const Preset& preset) {
+  std::error_code unknown;
+  if (!std::filesystem::is_regular_file(preset.file, unknown)) return "";
+  std::ifstream stream(preset.file, std::ios::binary);
+  std::string description;
+  std::string line;
+  std::getline(stream, line);  // the title
+  while (std::getline(stream, line) && line.starts_with(';')) {
+    const std::size_t start = line.find_first_not_of("; \t\r");
+    if (start == std::string::npos) continue;
+    if (!description.empty()) description += ' ';
+    description += line.substr(start, line.find_last_not_of(" \t\r") + 1 - start);
+  }
+  return description;
+}
+
 PresetIndex readPresetIndex(const std::filesystem::path& module) {
   // The module, too, looks beside the file that a link leads to.
   const auto folder = std::filesystem::canonical(module).parent_path();

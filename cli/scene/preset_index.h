@@ -31,6 +31,9 @@ struct PresetIndex {
   std::array<int, kPresetRows.size()> cells{};  // in each row, those without a preset counted
 };
 
+// What the file's first comment says of the preset, in one line; empty when it says nothing.
+std::string presetDescription(const Preset& preset);
+
 // Has no presets when there is no index file that can be read.
 PresetIndex readPresetIndex(const std::filesystem::path& module);
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "cli/media/media_info.h"
 #include "tests/cli/scratch.h"
@@ -25,7 +26,8 @@ TEST_F(ProgramTest, HelpSucceedsAndMisuseDoesNot) {
        {std::vector<std::string>{},
         {"rendr"},
         {"--nothing"},
-        {"params", "extra"},
+        {"params", "zork"},
+        {"presets", "zork"},
         {"render", "s.toml", "-o", "f.mov", "--depth", "32"}}) {
     const CommandResult result = brisel(arguments);
     EXPECT_EQ(result.exitCode, 2);
@@ -47,9 +49,33 @@ TEST_F(ProgramTest, HelpSucceedsAndMisuseDoesNot) {
 // The manual, which has a test of its own, is made of all that scripts are told but the index.
 TEST_F(ProgramTest, ParametersAreListedForPeopleAndScripts) {
   EXPECT_EQ(nlohmann::json::parse(brisel({"params", "--json"}).out).back()["index"], 81);
-  const std::string table = brisel({"params"}).out;
-  EXPECT_NE(table.find("\n24      Time life "), std::string::npos) << "indented twice";
-  EXPECT_EQ(table.find("group end"), std::string::npos);
+  std::istringstream table(brisel({"params"}).out);
+  for (std::string line; std::getline(table, line);) EXPECT_LE(line.size(), 80u) << line;
+  EXPECT_NE(table.str().find("\n24      Time life    "), std::string::npos) << "indented twice";
+  EXPECT_EQ(table.str().find("group end"), std::string::npos);
+  EXPECT_EQ(brisel({"params", "--names", "fade"}).out, "Time fade\n");
+  EXPECT_EQ(brisel({"params", "--names", "size", "disp"}).out,
+            "Size dispersion\nSize dispersion of elements\n");
+  EXPECT_EQ(brisel({"params", "--names", "glow2"}).out, "Type\n") << "an item";
+  EXPECT_EQ(brisel({"params", "--names", "new random size"}).out, "Size jittering\n") << "a description";
+}
+
+TEST_F(ProgramTest, OneParameterIsToldInFull) {
+  EXPECT_EQ(brisel({"params", "mix"}).out, R"(Mix with original
+
+How the stars join the layer. Where there is no star, "Normal" and "Add" leave
+the layer as it is.
+
+Kind      3 items
+Default   Replace
+Set by    "Mix with original" = "Replace" in a scene, --set "Mix with
+          original=Replace" on the command line
+
+Items
+  Replace  The stars alone, over transparency. Composite them yourself.
+  Normal   Over the layer.
+  Add      Added to the layer, like light.
+)");
 }
 
 TEST_F(ProgramTest, AFullStandardOutputIsAnError) {

@@ -43,7 +43,8 @@ class PresetTest : public clitest::ScratchTest {
     index += "[Geometry]\r\nstar.txt star.bmp\r\nlost.txt lost.bmp\r\nwrong.txt wrong.bmp";
     // The first two are the defaults.
     writePreset("star",
-                "Size\r\n25\r\nRays count\r\n4\r\nSize depend on source\r\n0\r\n"
+                "; Four rays,\r\n;  in orange.\r\nSize\r\n25\r\nRays count\r\n4\r\nSize depend on "
+                "source\r\n0\r\n"
                 "Color of particles\r\n255 128 0 255\r\nType\r\n4\r\nAngle\r\n75\r\n");
     write(kFolder + std::string("wrong.txt"), "Tessaro Parameters\r\nSize\r\n40\r\n");
     write(kFolder + std::string("Drizzen.prs"), index);
@@ -101,11 +102,13 @@ TEST_F(PresetTest, AreListedRowByRow) {
   for (std::size_t i = 0; i < 14; ++i) EXPECT_EQ(list[i]["name"], "p" + std::to_string(i));
   const nlohmann::json wrong = {{"row", "Stars presets"},
                                 {"name", "wrong"},
+                                {"description", ""},
                                 {"file", path(kFolder + std::string("wrong.txt"))},
                                 {"thumbnail", path(kFolder + std::string("wrong.bmp"))}};
   EXPECT_EQ(list[16], wrong) << "a last line without a line break";
-  EXPECT_NE(withModule({"presets"}).out.find("Stars presets    star   star.txt   star.bmp\n"),
+  EXPECT_NE(withModule({"presets"}).out.find("\nStars presets\n  star   Four rays, in orange.\n"),
             std::string::npos);
+  EXPECT_EQ(withModule({"presets", "--names", "RAYS"}).out, "star\n");
 }
 
 TEST_F(PresetTest, OddIndexesAreListedAsTheModuleTakesThem) {

@@ -1,0 +1,46 @@
+#include "cli/commands/manual_texts.h"
+
+#include <toml++/toml.h>
+
+#include <regex>
+#include <string_view>
+
+extern "C" const char brisel_manual_parameters[];
+extern "C" const char brisel_manual_parameters_end[];
+
+namespace cli {
+namespace {
+
+std::string plainText(std::string text) {
+  static const std::regex kLinks("<a [^>]*>[^<]*</a>");  // lead to other chapters
+  static const std::regex kNames(R"(\[\[|\]\]|</?em>)");
+  static const std::regex kTags("<[^>]*>");
+  text = std::regex_replace(text, kLinks, "");
+  text = std::regex_replace(text, kNames, "\"");
+  text = std::regex_replace(text, kTags, "");
+  return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+ManualText manualText(const toml::table& table) {
+  ManualText text{plainText(table["text"].value_or("")), plainText(table["grey"].value_or("")), {}};
+  if (const toml::table* items = table["items"].as_table()) {
+    for (const auto& [item, node] : *items) {
+      text.items[std::string(item.str())] = plainText(node.value_or(""));
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+std::map<std::string, ManualText> readManualTexts() {
+  const toml::table tables =
+      toml::parse(std::string_view(brisel_manual_parameters, brisel_manual_parameters_end));
+  std::map<std::string, ManualText> texts;
+  for (const auto& [label, node] : tables) {
+    texts[std::string(label.str())] = manualText(*node.as_table());
+  }
+  return texts;
+}
+
+}  // namespace cli
