@@ -50,7 +50,7 @@ TEST_P(BlendRules, EveryChannelUnderEveryPen) {
   module.settings.outputPixels = module.bytes.data();
   expected.settings.outputPixels = expected.bytes.data();
   const brisel::Layer layer = outputLayer(module.settings);
-  reference::Plotter plotter{expected.settings, {}, {}, GetParam()};
+  reference::Plotter plotter{expected.settings, {}, GetParam()};
   const auto sets = brisel::availableKernels();
   for (const float value : kValues) {
     const std::vector<float> values(Palette::kWidth, std::min(value, 255.0f));

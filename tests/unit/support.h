@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <functional>
 #include <random>
-#include <span>
 #include <vector>
 
 #include "reference/plotter.h"
@@ -70,22 +69,13 @@ struct Scene {
   brisel::RenderSettings settings;
   brisel::DrawingState state;
   brisel::BlendRule rule = brisel::BlendRule::Over;
-  std::uint32_t generatorState = 0;
 };
 
 /// Draws on copies of `frame`, with every instruction set and by the reference, and expects equal
-/// bytes, generators and drawing states.
+/// bytes and drawing states.
 void expectSameDrawing(const Scene& scene, const Frame& frame,
                        const std::function<void(brisel::Drawing&)>& module,
                        const std::function<void(reference::Plotter&)>& reference);
-
-/// The offset of the first byte in which two records differ, or -1.
-template <class Record>
-std::ptrdiff_t firstDifference(const Record& a, const Record& b) {
-  const auto bytes = std::as_bytes(std::span(&a, 1));
-  const auto mismatch = std::ranges::mismatch(bytes, std::as_bytes(std::span(&b, 1)));
-  return mismatch.in1 == bytes.end() ? -1 : mismatch.in1 - bytes.begin();
-}
 
 inline constexpr brisel::BlendRule kAllRules[] = {
     brisel::BlendRule::Over, brisel::BlendRule::AddScaled, brisel::BlendRule::AddSolid,

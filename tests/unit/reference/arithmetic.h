@@ -47,16 +47,4 @@ inline float atan2(float y, float x) {
   return static_cast<float>(std::atan2(static_cast<double>(y), static_cast<double>(x)));
 }
 
-struct Generator {
-  std::uint32_t state = 0;
-
-  std::int32_t draw() {
-    state = static_cast<std::uint32_t>((std::uint64_t{state} * 214013 + 2531011) % (1ull << 32));
-    return static_cast<std::int32_t>(state / 65536 % 32768);
-  }
-  /// A draw brought to -1000 .. 999 (or shifted by another amount).
-  float centred(std::int32_t middle = 1000) { return real(draw() % 2000 - middle); }
-  float signedUnit() { return centred() / 1000.0f; }
-};
-
 }  // namespace reference

@@ -91,7 +91,7 @@ float shapeIntensity(int type, float u, float v) {
 }  // namespace
 
 void Plotter::drawRay(int type, float centreX, float centreY, float length, float width,
-                      float angleDegrees, Hls base, float value) {
+                      float angleDegrees, brisel::Hls base, float value) {
   const float a = angleDegrees * kShortPi / 180.0f;
   Outline o = outlineOf(type, length, width);
   for (Point& p : o.corners) {
@@ -157,7 +157,7 @@ void Plotter::drawRayStar(int type, float x, float y, float size, float width, f
   pen = color;
   float angle = angleDegrees;
   for (std::int32_t i = 0; real(i) < rays; ++i) {
-    drawRay(type, x, y, size, width, angle, toHls(color), value);
+    drawRay(type, x, y, size, width, angle, brisel::rgbToHls(color), value);
     angle = angle + 360.0f / rays;
   }
 }

@@ -30,7 +30,7 @@ void Plotter::drawCrossStar(float r, float x, float y, float angle, brisel::Rgb 
   value = value < 0 ? 0.0f : value;
   state.rainbowOn = state.rainbowShift != 0;
   pen = color;
-  const Hls base = toHls(color);
+  const brisel::Hls base = brisel::rgbToHls(color);
   const float cosA = cosine(angle);
   const float sinA = sine(angle);
   const float nx0 = -1.0f - frac(x - r) / r;
@@ -100,7 +100,7 @@ void Plotter::drawGlowStar(float x, float y, float size, brisel::Rgb color, floa
           pen = {faded(color.red, (t - 2.0f * q) / d2), faded(color.green, g),
                  faded(color.blue, (t - 1.1f * q) / d3)};
           if (shift != 0) {
-            const Hls base = toHls(pen);
+            const brisel::Hls base = brisel::rgbToHls(pen);
             recolour(base, (square(g / 4.0f) + g * 255.0f * state.textureMix / 1000.0f) * shift,
                      std::min(240.0f, real(base.lightness)),
                      std::min(240.0f, real(base.saturation) + 2.0f * g * shiftSize()));
@@ -109,7 +109,7 @@ void Plotter::drawGlowStar(float x, float y, float size, brisel::Rgb color, floa
       } else {
         k = 1.0f - t * t;
         if (state.rainbowOn) {
-          const Hls base = toHls(color);
+          const brisel::Hls base = brisel::rgbToHls(color);
           const float p = t * t;
           const float q2 = square(p / 4.0f);
           recolour(base, (q2 + p * 255.0f * state.textureMix / 1000.0f) * shift,
@@ -140,7 +140,7 @@ void Plotter::drawBlicsStar(float x, float y, float size, brisel::Rgb color, flo
   const float inner = outer - ringWidth;
   const float e = std::max(real(n) / 10.0f, 2.0f) / real(n);
   const float core = 1.0f - e;
-  const Hls base = toHls(color);
+  const brisel::Hls base = brisel::rgbToHls(color);
   pen = color;
   for (std::int32_t dy = -n; dy < n; ++dy) {
     for (std::int32_t dx = -n; dx < n; ++dx) {
