@@ -191,6 +191,13 @@ TEST_F(Population, EveryDeathEarnsAStepsEmission) {
   EXPECT_EQ(stars[6].birthTime, 3 + 0.75f * 11 / 3);
 }
 
+TEST_F(Population, UpToAStarAStepBirthsAreNotSpread) {
+  s.intensity = 1.0f;
+  s.timeLife = 1.0f;
+  for (const int count : {1, 2, 3, 4}) EXPECT_EQ(starsAfterStep(), count);
+  EXPECT_EQ(stars[2].birthTime, 3.0f) << "one of two in the step of the first death";
+}
+
 TEST_F(Population, StarsLeaveFiftyPixelsBeyondTheFrame) {
   Particle p{};
   p.terminateType = TerminateType::Infinity;
