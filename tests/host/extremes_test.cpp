@@ -3,10 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iostream>
 #include <random>
 
 #include "hosted_effect.h"
+#include "tests/seed.h"
 
 namespace {
 
@@ -73,9 +73,7 @@ TEST_F(ExtremesTest, EachParameterAtEitherEndOfItsRange) {
 }
 
 TEST_F(ExtremesTest, RandomValuesOfEveryParameter) {
-  const unsigned seed = std::random_device{}();
-  std::cout << "seed " << seed << '\n';
-  std::mt19937 random(seed);
+  std::mt19937 random(tests::seed());
   hosttest::openWithDefaults(session);
   const auto chance = [&](double probability) {
     return std::bernoulli_distribution(probability)(random);

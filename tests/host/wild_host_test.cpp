@@ -2,12 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <cfenv>
-#include <iostream>
 #include <random>
 #include <vector>
 
 #include "hosted_effect.h"
 #include "recording_painter.h"
+#include "tests/seed.h"
 
 namespace {
 
@@ -142,9 +142,7 @@ TEST_F(WildHostTest, NothingButTheCommand) {
 }
 
 TEST(WildHost, CommandsInAnyOrder) {
-  const unsigned seed = std::random_device{}();
-  std::cout << "seed " << seed << '\n';
-  std::mt19937 random(seed);
+  std::mt19937 random(tests::seed());
   const PF_Cmd commands[] = {PF_Cmd_GLOBAL_SETUP,     PF_Cmd_PARAMS_SETUP,     PF_Cmd_RENDER,
                              PF_Cmd_SEQUENCE_RESETUP, PF_Cmd_SEQUENCE_FLATTEN, PF_Cmd_RENDER,
                              PF_Cmd_SEQUENCE_SETDOWN, PF_Cmd_GLOBAL_SETDOWN,   77};

@@ -1,22 +1,9 @@
 #include "support.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <cstring>
-#include <iostream>
 
 namespace unit {
-
-std::uint32_t testSeed() {
-  static const std::uint32_t seed = [] {
-    const char* chosen = std::getenv("BRISEL_TEST_SEED");
-    const auto value =
-        chosen == nullptr ? 20240u : static_cast<std::uint32_t>(std::strtoul(chosen, nullptr, 10));
-    std::cout << "BRISEL_TEST_SEED=" << value << std::endl;
-    return value;
-  }();
-  return seed;
-}
 
 // The standard distributions differ between libraries; these do not.
 std::int32_t Dice::integer(std::int32_t least, std::int32_t most) {

@@ -1,4 +1,4 @@
-// What the unit tests share: chance with a printed seed, frames between guard bytes, and the
+// What the unit tests share: chance, frames between guard bytes, and the
 // comparison of the module's drawing with the reference's.
 #pragma once
 
@@ -11,15 +11,13 @@
 
 #include "reference/plotter.h"
 #include "render/drawing.h"
+#include "tests/seed.h"
 
 namespace unit {
 
-/// The seed of the random tests: BRISEL_TEST_SEED, or a fixed one. Printed at its first use.
-std::uint32_t testSeed();
-
 class Dice {
  public:
-  explicit Dice(std::uint32_t stream) : engine_(testSeed() + stream) {}
+  explicit Dice(std::uint32_t stream) : engine_(tests::seed() + stream) {}
 
   std::int32_t integer(std::int32_t least, std::int32_t most);
   float real(float least, float most);
