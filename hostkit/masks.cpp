@@ -17,6 +17,11 @@ PF_PathID MaskTable::add(ShapeAt shapeAt, bool inverted) {
   return static_cast<PF_PathID>(masks_.size());
 }
 
+void MaskTable::setDownsample(PF_RationalScale x, PF_RationalScale y) {
+  scaleX_ = double(x.num) / x.den;
+  scaleY_ = double(y.num) / y.den;
+}
+
 PF_Err MaskTable::numPaths(A_long* count) {
   if (failsNow()) return kOrderedFailure;
   if (count == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
@@ -40,7 +45,12 @@ PF_Err MaskTable::checkoutPath(PF_PathID id, const MaskTime& time, PF_PathOutlin
   if (mask == nullptr) return PF_Err_NONE;  // a mask that the user has deleted
   // A number in a pointer's clothes: nobody can read behind the interface, and none comes again.
   *path = reinterpret_cast<PF_PathOutlinePtr>(++lastOutline_);
-  outlines_.emplace(*path, Outline{id, mask->shapeAt(time)});
+  MaskShape shape = mask->shapeAt(time);
+  for (PF_PathVertex& vertex : shape.vertices) {
+    for (double* x : {&vertex.x, &vertex.tan_in_x, &vertex.tan_out_x}) *x *= scaleX_;
+    for (double* y : {&vertex.y, &vertex.tan_in_y, &vertex.tan_out_y}) *y *= scaleY_;
+  }
+  outlines_.emplace(*path, Outline{id, std::move(shape)});
   return PF_Err_NONE;
 }
 

@@ -31,6 +31,9 @@ class MaskTable {
   // Adds a mask and returns its id; the first one is 1.
   PF_PathID add(ShapeAt shapeAt, bool inverted = false);
 
+  // Outlines are given out reduced by these, as for a frame of reduced size.
+  void setDownsample(PF_RationalScale x, PF_RationalScale y);
+
   // The n-th call from now (1 is the next) answers an error and does nothing, except that a
   // check-in counts; 0 withdraws the order.
   void failCall(int nth) { failedCall_ = nth; }
@@ -70,6 +73,8 @@ class MaskTable {
   std::vector<Mask> masks_;                        // id 1 first
   std::map<PF_PathOutlinePtr, Outline> outlines_;  // those that are out
   std::uintptr_t lastOutline_ = 0;
+  double scaleX_ = 1;
+  double scaleY_ = 1;
   int failedCall_ = 0;
   int calls_ = 0;
   int wrongCheckins_ = 0;

@@ -38,6 +38,10 @@ PF_Fixed percentOf(PF_Fixed percent, A_long size) {
   return static_cast<PF_Fixed>(std::int64_t{percent} * size / 100);
 }
 
+PF_Fixed reduced(PF_Fixed value, PF_RationalScale scale) {
+  return static_cast<PF_Fixed>(std::lround(double(value) * scale.num / scale.den));
+}
+
 }  // namespace
 
 void ParameterSet::resetToDefaults(A_long layerWidth, A_long layerHeight) {
@@ -143,6 +147,20 @@ const PF_ParamDef& ParameterSet::value(PF_ParamIndex index) const {
 PF_ParamDef& ParameterSet::value(PF_ParamIndex index) {
   changed_ = true;
   return values_.at(static_cast<std::size_t>(index));
+}
+
+PF_ParamDef** ParameterSet::pointersAt(PF_RationalScale x, PF_RationalScale y) {
+  reducedPoints_.clear();
+  reducedPoints_.reserve(values_.size());  // so that none moves
+  reducedPointers_ = pointers_;
+  for (PF_ParamDef*& pointer : reducedPointers_) {
+    if (pointer->param_type != PF_Param_POINT) continue;
+    PF_ParamDef& point = reducedPoints_.emplace_back(*pointer);
+    point.u.td.x_value = reduced(point.u.td.x_value, x);
+    point.u.td.y_value = reduced(point.u.td.y_value, y);
+    pointer = &point;
+  }
+  return reducedPointers_.data();
 }
 
 bool ParameterSet::takeChanged() {

@@ -67,7 +67,7 @@ class ParameterSet {
   void setChecked(PF_ParamIndex index, bool checked);
   void setItem(PF_ParamIndex index, int item);  // popup, from 1
   void setColor(PF_ParamIndex index, A_u_char red, A_u_char green, A_u_char blue);
-  void setPoint(PF_ParamIndex index, double x, double y);  // pixels of the rendered frame
+  void setPoint(PF_ParamIndex index, double x, double y);  // pixels of the layer
   void setPath(PF_ParamIndex index, PF_PathID mask);       // 0: none
 
   void setInput(const PF_LayerDef& layer);  // the layer of index 0; no change
@@ -77,6 +77,9 @@ class ParameterSet {
   PF_ParamDef& value(PF_ParamIndex index);
   // One pointer per parameter, as every command is given. Valid until the next add or clear.
   PF_ParamDef** pointers() { return pointers_.data(); }
+  // The same for a frame of reduced size: points are copies, in pixels of that frame. Valid until
+  // the next call, too.
+  PF_ParamDef** pointersAt(PF_RationalScale x, PF_RationalScale y);
 
   // Whether a value changed since this was last asked.
   bool takeChanged();
@@ -99,6 +102,8 @@ class ParameterSet {
   std::vector<Parameter> parameters_;
   std::vector<PF_ParamDef> values_;
   std::vector<PF_ParamDef*> pointers_;
+  std::vector<PF_ParamDef> reducedPoints_;
+  std::vector<PF_ParamDef*> reducedPointers_;
   std::vector<PF_ParamDef> valuesBefore_;
   int openGroups_ = 0;
   bool changed_ = false;

@@ -17,6 +17,10 @@ bool takesParams(PF_Cmd cmd) {
          cmd != PF_Cmd_PARAMS_SETUP;
 }
 
+bool isOfFrame(PF_Cmd cmd) {
+  return cmd == PF_Cmd_FRAME_SETUP || cmd == PF_Cmd_RENDER || cmd == PF_Cmd_FRAME_SETDOWN;
+}
+
 A_long timeOf(const RenderRequest& request) {
   const std::int64_t time = std::int64_t{request.frame} * request.rateDen;
   if (time < std::numeric_limits<A_long>::min() || time > std::numeric_limits<A_long>::max()) {
@@ -138,12 +142,18 @@ void Session::prepareFrame(World& input, World& output, const RenderRequest& req
   in_.downsample_x = request.downsampleX;
   in_.downsample_y = request.downsampleY;
   in_.pixel_aspect_ratio = {1, 1};
+  records_.masks.setDownsample(request.downsampleX, request.downsampleY);
 }
 
 PF_Err Session::call(PF_Cmd cmd, void* extra) {
   if (cmd == PF_Cmd_PARAMS_SETUP) records_.parameters.clear();
-  return callWith(cmd, takesParams(cmd) ? records_.parameters.pointers() : nullptr,
-                  cmd == PF_Cmd_RENDER ? output_ : nullptr, extra);
+  PF_ParamDef** params = nullptr;
+  if (isOfFrame(cmd)) {
+    params = records_.parameters.pointersAt(in_.downsample_x, in_.downsample_y);
+  } else if (takesParams(cmd)) {
+    params = records_.parameters.pointers();
+  }
+  return callWith(cmd, params, cmd == PF_Cmd_RENDER ? output_ : nullptr, extra);
 }
 
 PF_Err Session::callWith(PF_Cmd cmd, PF_ParamDef** params, PF_LayerDef* output, void* extra) {

@@ -25,6 +25,7 @@ struct RenderRequest {
   // The layer at full resolution, pixels. 0: the output's size.
   A_long layerWidth = 0;
   A_long layerHeight = 0;
+  // The output's share of that. The module is given points and masks reduced by it.
   PF_RationalScale downsampleX{1, 1};
   PF_RationalScale downsampleY{1, 1};
 };

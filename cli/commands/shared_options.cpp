@@ -19,7 +19,13 @@ void addSceneOptions(CLI::App& command, SceneOptions& options) {
                   "reads, alpha kept; the last frame of a clip that is\n"
                   "too short holds")
       ->type_name("FILE");
-  command.add_option("--size", options.size, "Picture size in pixels")->type_name("WxH");
+  command.add_option("--size", options.size, "Size of the layer in pixels")->type_name("WxH");
+  command
+      .add_option("--scale", options.scale,
+                  "Smaller pictures of the same layer, as a host's\n"
+                  "reduced resolution shows it")
+      ->option_text("1/2|1/3|1/4")
+      ->check(CLI::IsMember({"1/2", "1/3", "1/4"}));
   command
       .add_option("--preroll", options.preroll,
                   "Steps before frame 0, so that a clip starts in full\n"

@@ -27,6 +27,10 @@ void SceneRenderer::renderNext() {
   request.frame = nextFrame_ + plan_.scene.preroll;
   request.rateNum = static_cast<A_u_long>(plan_.rate.frames);
   request.rateDen = plan_.rate.seconds;
+  request.layerWidth = plan_.layer.width;
+  request.layerHeight = plan_.layer.height;
+  request.downsampleX.den = static_cast<A_u_long>(plan_.scene.reduction);
+  request.downsampleY.den = static_cast<A_u_long>(plan_.scene.reduction);
   request.quality = plan_.scene.highQuality ? PF_Quality_HI : PF_Quality_LO;
   effect_.session().render(*layer_, output_, request);
   ++nextFrame_;

@@ -26,6 +26,7 @@ struct Scene {
   std::optional<FrameRate> rate;  // none: the input's
   Depth depth = Depth::k8;
   bool highQuality = true;
+  int reduction = 1;                  // the layer's sides by those of the frames: 1 to 4
   std::filesystem::path input;        // as to be opened; empty: a transparent layer
   std::string inputPlace;             // where it was written, for messages; empty for an option
   std::optional<Mask> mask;           // the value of the path parameter

@@ -13,11 +13,11 @@ constexpr char kMixOnInput[] = "Add";
 }  // namespace
 
 SceneEffect::SceneEffect(const ScenePlan& plan, const std::string& modulePath)
-    : size_(plan.size),
+    : layer_(plan.layer),
       effect_(modulePath),
-      tracks_(bindSettings(plan.scene.settings, session().parameters(), size_)) {
-  session().parameters().resetToDefaults(size_.width, size_.height);
-  session().setLayerSize(size_.width, size_.height);
+      tracks_(bindSettings(plan.scene.settings, session().parameters(), layer_)) {
+  session().parameters().resetToDefaults(layer_.width, layer_.height);
+  session().setLayerSize(layer_.width, layer_.height);
   applyPresets(plan.scene.presets);
   if (plan.scene.mask) chooseMask(*plan.scene.mask, plan.rate, plan.scene.preroll);
   if (plan.input) addToInput();
@@ -25,7 +25,7 @@ SceneEffect::SceneEffect(const ScenePlan& plan, const std::string& modulePath)
 
 void SceneEffect::setFrame(double frame) {
   for (const Track& track : tracks_) {
-    setParameter(session().parameters(), *track.parameter, valueAt(track, frame), size_);
+    setParameter(session().parameters(), *track.parameter, valueAt(track, frame), layer_);
   }
 }
 
@@ -65,7 +65,7 @@ void SceneEffect::addToInput() {
       std::ranges::find(setByPresets_, mix->index) != setByPresets_.end()) {
     return;
   }
-  setParameter(session().parameters(), *mix, paramValue(kMixOnInput, *mix, size_), size_);
+  setParameter(session().parameters(), *mix, paramValue(kMixOnInput, *mix, layer_), layer_);
   notes_.push_back(inQuotes(kMix) + " is not set, so stars are added to the input (" +
                    inQuotes(kMixOnInput) + ")");
 }

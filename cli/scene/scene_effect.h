@@ -29,7 +29,7 @@ class SceneEffect {
   void chooseMask(const Mask& mask, FrameRate rate, int preroll);
   void addToInput();
 
-  FrameSize size_;
+  FrameSize layer_;
   Effect effect_;
   std::vector<Track> tracks_;
   std::vector<PF_ParamIndex> setByPresets_;

@@ -30,6 +30,11 @@ FrameRate rateFromOption(const std::string& text) {
   return *rate;
 }
 
+// Begun pixels count.
+FrameSize reduced(FrameSize size, int reduction) {
+  return {(size.width + reduction - 1) / reduction, (size.height + reduction - 1) / reduction};
+}
+
 MediaInfo probeInput(const Scene& scene) {
   if (scene.inputPlace.empty()) return probeMedia(scene.input);
   try {
@@ -42,14 +47,16 @@ MediaInfo probeInput(const Scene& scene) {
 }  // namespace
 
 ScenePlan planScene(Scene scene) {
-  ScenePlan plan{std::move(scene), kDefaultSize, kDefaultFrames, FrameRate{}, std::nullopt};
+  ScenePlan plan{std::move(scene), kDefaultSize, kDefaultSize,
+                 kDefaultFrames,   FrameRate{},  std::nullopt};
   if (!plan.scene.input.empty()) {
     plan.input = probeInput(plan.scene);
-    plan.size = {std::min(plan.input->size.width, kMaxSide),
-                 std::min(plan.input->size.height, kMaxSide)};
+    plan.layer = {std::min(plan.input->size.width, kMaxSide),
+                  std::min(plan.input->size.height, kMaxSide)};
     if (!plan.input->isStill()) plan.rate = plan.input->rate;
   }
-  plan.size = plan.scene.size.value_or(plan.size);
+  plan.layer = plan.scene.size.value_or(plan.layer);
+  plan.size = reduced(plan.layer, plan.scene.reduction);
   plan.rate = plan.scene.rate.value_or(plan.rate);
   for (Setting& setting : plan.scene.settings) {
     countInFrames(setting.keys, plan.rate, setting.label);
@@ -68,6 +75,7 @@ void applyOptions(Scene& scene, const SceneOptions& options) {
     scene.inputPlace.clear();
   }
   if (!options.size.empty()) scene.size = sizeFromOption(options.size);
+  if (!options.scale.empty()) scene.reduction = parseInteger(options.scale.substr(2)).value();
   if (options.preroll) scene.preroll = *options.preroll;
   if (!options.rate.empty()) scene.rate = rateFromOption(options.rate);
   if (!options.depth.empty()) scene.depth = options.depth == "16" ? Depth::k16 : Depth::k8;

@@ -10,7 +10,8 @@ namespace cli {
 
 struct ScenePlan {
   Scene scene;
-  FrameSize size;
+  FrameSize layer;  // what the scene is designed for
+  FrameSize size;   // of the frames, which show all of the layer
   int frames;
   FrameRate rate;
   std::optional<MediaInfo> input;  // of scene.input
@@ -24,6 +25,7 @@ ScenePlan planScene(Scene scene);
 struct SceneOptions {
   std::string input;
   std::string size;
+  std::string scale;
   std::optional<int> preroll;
   std::string rate;
   std::string depth;
