@@ -54,6 +54,7 @@ void render(const RenderOptions& options) {
     if (frame < range.first) {
       progress.frameDone();
     } else {
+      renderer.lookForStars();
       output.write(renderer.output(), frame);
       showProgress();
     }

@@ -44,6 +44,7 @@ void addScene(ContactSheet& sheet, ScenePlan plan, int count, Progress& progress
       renderer.renderNext();
       progress.frameDone();
     }
+    renderer.lookForStars();
     sheet.addFrame(renderer.picture(), number);
   }
   for (const std::string& warning : renderer.warnings()) warn(name + ": " + warning);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/scene/star_warnings.h"
 #include "cli/support/errors.h"
 #include "cli/support/interrupt.h"
 
@@ -42,10 +43,21 @@ Frame SceneRenderer::picture() const {
   return frame;
 }
 
-std::vector<std::string> SceneRenderer::warnings() const {
-  if (!input_ || input_->complaint().empty()) return {};
-  return {"the input " + inQuotes(plan_.scene.input.string()) +
-          " is damaged: " + input_->complaint()};
+void SceneRenderer::lookForStars() {
+  if (starsSeen_) return;
+  const auto isZero = [](std::uint8_t byte) { return byte == 0; };
+  // Where there is no star, the output is transparent black or the input.
+  starsSeen_ = !samePixels(output_, *layer_) && !std::ranges::all_of(output_.bytes(), isZero);
+}
+
+std::vector<std::string> SceneRenderer::warnings() {
+  std::vector<std::string> warnings =
+      starWarnings(plan_, effect_.session().parameters(), starsSeen_);
+  if (input_ && !input_->complaint().empty()) {
+    warnings.push_back("the input " + inQuotes(plan_.scene.input.string()) +
+                       " is damaged: " + input_->complaint());
+  }
+  return warnings;
 }
 
 }  // namespace cli

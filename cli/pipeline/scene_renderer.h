@@ -28,11 +28,15 @@ class SceneRenderer {
   // The same as the host's world; another of its size may take its place.
   hostkit::World& output() { return output_; }
 
+  // Looks whether the frame rendered last shows a star, as long as none did. To be called for
+  // frames that people get to see.
+  void lookForStars();
+
   // What the user should know before the first frame.
   const std::vector<std::string>& notes() const { return effect_.notes(); }
 
   // What the user should know although the render works; complete after the last frame.
-  std::vector<std::string> warnings() const;
+  std::vector<std::string> warnings();
 
   // How long the input was being decoded; 0 without one.
   double decodingSeconds() const { return input_ ? input_->decoding().seconds() : 0; }
@@ -46,6 +50,7 @@ class SceneRenderer {
   hostkit::World* layer_ = nullptr;  // what the last frame was put on
   hostkit::World output_;
   int nextFrame_;
+  bool starsSeen_ = false;
   BusyTime rendering_;
 };
 

@@ -166,6 +166,39 @@ TEST_F(RenderTest, StarsAreAddedToAnInputUnlessTheSceneSaysHowToMix) {
   EXPECT_EQ(render("s.toml -o none.mov").err.find(note), std::string::npos) << "no input";
 }
 
+TEST_F(RenderTest, StarsThatCannotBeSeenAreExplained) {
+  ffmpeg("-f lavfi -i color=black:s=64x36 -frames:v 1 black.png");
+  write("far.toml", std::string(kScene) + "[mask]\npath = \"M 100 0 L 200 50\"\n");
+  const auto warnings = [this](const Names& words) {
+    Names arguments = {"render", "-o", "o.mov", "--overwrite", "--frames", "0-2"};
+    arguments.insert(arguments.end(), words.begin(), words.end());
+    const CommandResult result = brisel(arguments);
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    std::string found;
+    std::istringstream lines(result.err);
+    for (std::string line; std::getline(lines, line);) {
+      if (line.starts_with("brisel: warning: ")) found += line.substr(17) + "\n";
+    }
+    return found;
+  };
+  const std::string no = "no frame shows a star: ";
+  EXPECT_EQ(warnings({"s.toml"}), "");
+  EXPECT_EQ(warnings({"s.toml", "--set", "Intensity=0"}), no + "\"Intensity\" is 0\n");
+  EXPECT_EQ(warnings({"far.toml"}), no + "the mask lies outside the layer of 64x36 pixels\n");
+  const std::string raster = "Standard path=Source as raster mask";
+  EXPECT_EQ(
+      warnings({"s.toml", "--set", raster}),
+      "\"Standard path\" is \"Source as raster mask\", but there is no input, so that nothing "
+      "is bright enough for a star; give one with -i\n");
+  EXPECT_EQ(
+      warnings({"s.toml", "-i", "black.png", "--set", raster, "--set", "Mix with original=Add"}),
+      no + "\"Standard path\" is \"Source as raster mask\", and the input may be too dark or "
+           "too transparent for that\n");
+  EXPECT_TRUE(warnings({"s.toml", "--set", "Start=9,9", "--set", "End=9,9", "--set",
+                        "Control start=9,9", "--set", "Control end=9,9"})
+                  .starts_with(no + "they may be too small"));
+}
+
 TEST_F(RenderTest, OptionsWinOverTheScene) {
   renders("s.toml -o out.mov --size 40x20 --fps 50 --set Intensity=0 --quality low");
   const cli::MediaInfo info = cli::probeMedia(path("out.mov"));

@@ -1,0 +1,102 @@
+#include "cli/scene/star_warnings.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "cli/scene/param_values.h"
+#include "cli/support/errors.h"
+#include "cli/support/numbers.h"
+
+namespace cli {
+namespace {
+
+// A value that takes something from the input, and what comes of it without one.
+struct InputUse {
+  const char* label;
+  const char* value;  // a popup's item, or "true"
+  bool isPath;        // without effect when there is a mask
+  const char* withoutInput;
+};
+constexpr InputUse kInputUses[] = {
+    {"Standard path", "Source as raster mask", true, "nothing is bright enough for a star"},
+    {"Standard path", "Contour alpha channel", true, "stars follow the border of the frame"},
+    {"Size depend on source", "true", false, "stars have no size"},
+    {"Color schema", "Source", false, "stars start out black"}};
+
+// None can be seen when one of these is 0.
+constexpr const char* kNeededNumbers[] = {"Intensity", "Maximum number of stars",
+                                          "Completeness of path", "Size", "Value"};
+
+// As a person sees it; empty for a label that the module does not have.
+std::string textOf(const hostkit::ParameterSet& parameters, const char* label) {
+  const hostkit::Parameter* parameter = parameters.find(label);
+  if (parameter == nullptr) return {};
+  const PF_ParamDefUnion& u = parameters.value(parameter->index).u;
+  switch (parameter->type()) {
+    case PF_Param_SLIDER:
+      return numberText(u.sd.value);
+    case PF_Param_FIX_SLIDER:
+      return numberText(u.fd.value / 65536.0);
+    case PF_Param_CHECKBOX:
+      return u.bd.value != 0 ? "true" : "false";
+    case PF_Param_POPUP:
+      return parameter->items.at(static_cast<std::size_t>(u.pd.value - 1));
+    default:
+      return {};
+  }
+}
+
+std::string sizeText(FrameSize size) {
+  return std::to_string(size.width) + "x" + std::to_string(size.height);
+}
+
+// With its handles, at frame 0.
+bool liesOutside(const Mask& mask, FrameSize layer) {
+  constexpr double kFar = std::numeric_limits<double>::max();
+  double left = kFar, top = kFar, right = -kFar, bottom = -kFar;
+  for (const PF_PathVertex& v : shapeAt(mask, 0).vertices) {
+    left = std::min({left, v.x, v.tan_in_x, v.tan_out_x});
+    right = std::max({right, v.x, v.tan_in_x, v.tan_out_x});
+    top = std::min({top, v.y, v.tan_in_y, v.tan_out_y});
+    bottom = std::max({bottom, v.y, v.tan_in_y, v.tan_out_y});
+  }
+  return right < 0 || bottom < 0 || left >= layer.width || top >= layer.height;
+}
+
+std::string likeliestReason(const ScenePlan& plan, const hostkit::ParameterSet& parameters) {
+  for (const char* label : kNeededNumbers) {
+    if (textOf(parameters, label) == "0") return inQuotes(label) + " is 0";
+  }
+  if (plan.scene.mask && liesOutside(*plan.scene.mask, plan.layer)) {
+    return "the mask lies outside the layer of " + sizeText(plan.layer) + " pixels";
+  }
+  if (plan.input) {
+    for (const InputUse& use : kInputUses) {
+      if (textOf(parameters, use.label) != use.value || (use.isPath && plan.scene.mask)) continue;
+      return inQuotes(use.label) + " is " + inQuotes(use.value) +
+             ", and the input may be too dark or too transparent for that";
+    }
+  }
+  return "they may be too small, too dark, outside the frame, or not born yet (then --preroll "
+         "helps)";
+}
+
+}  // namespace
+
+std::vector<std::string> starWarnings(const ScenePlan& plan,
+                                      const hostkit::ParameterSet& parameters, bool starsSeen) {
+  std::vector<std::string> warnings;
+  for (const InputUse& use : kInputUses) {
+    if (plan.input || textOf(parameters, use.label) != use.value) continue;
+    if (use.isPath && plan.scene.mask) continue;
+    warnings.push_back(inQuotes(use.label) + " is " + inQuotes(use.value) +
+                       ", but there is no input, so that " + use.withoutInput +
+                       "; give one with -i");
+  }
+  if (!starsSeen && warnings.empty()) {
+    warnings.push_back("no frame shows a star: " + likeliestReason(plan, parameters));
+  }
+  return warnings;
+}
+
+}  // namespace cli

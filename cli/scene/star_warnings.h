@@ -1,0 +1,17 @@
+// Why stars cannot be seen, as far as a scene tells.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/scene/scene_plan.h"
+#include "hostkit/parameters.h"
+
+namespace cli {
+
+// After a render, with the parameters as its last frame had them: which of them have no input to go
+// by, and, when no frame showed a star, the likeliest reason.
+std::vector<std::string> starWarnings(const ScenePlan& plan,
+                                      const hostkit::ParameterSet& parameters, bool starsSeen);
+
+}  // namespace cli
