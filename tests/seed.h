@@ -10,6 +10,8 @@
 
 namespace tests {
 
+inline constexpr std::uint32_t kUsualSeed = 20240;
+
 /// Printed at its first use in a program.
 inline std::uint32_t seed() {
   static const std::uint32_t seed = [] {

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <vector>
 
-#include "reference/plotter.h"
+#include "reference/blending.h"
 #include "render/mix.h"
 #include "support.h"
 
@@ -50,16 +50,16 @@ TEST_P(BlendRules, EveryChannelUnderEveryPen) {
   module.settings.outputPixels = module.bytes.data();
   expected.settings.outputPixels = expected.bytes.data();
   const brisel::Layer layer = outputLayer(module.settings);
-  reference::Plotter plotter{expected.settings, {}, GetParam()};
   const auto sets = brisel::availableKernels();
   for (const float value : kValues) {
     const std::vector<float> values(Palette::kWidth, std::min(value, 255.0f));
     for (std::int32_t c = 0; c < 256; ++c) {
       std::ranges::copy(before, expected.bytes.begin());
       const Rgb pen = {c, c / 2, 255 - c};
-      plotter.pen = pen;
       for (std::int32_t y = 0; y < Palette::kHeight; ++y) {
-        for (std::int32_t x = 0; x < Palette::kWidth; ++x) plotter.plotPixel(x, y, value);
+        for (std::int32_t x = 0; x < Palette::kWidth; ++x) {
+          reference::plotPixel(expected.settings, GetParam(), pen, x, y, value);
+        }
       }
       for (const brisel::Kernels* kernels : sets) {
         std::ranges::copy(before, module.bytes.begin());

@@ -2,27 +2,15 @@
 // all of them, and the vectors that sprites recolour with against the integers.
 #include "render/hls.h"
 
-#include <gtest/gtest.h>
-
 #include "render/hls_lanes.h"
 #include "render/isa/sse2.h"
+#include "support.h"
 
 namespace {
 
 using brisel::Hls;
 using brisel::Rgb;
 using Lanes = brisel::HlsLanes<brisel::Sse2>;
-
-/// FNV-1a, a number at a time.
-class Digest {
- public:
-  void add(std::int32_t a, std::int32_t b, std::int32_t c) {
-    for (const std::int32_t n : {a, b, c}) {
-      value = (value ^ static_cast<std::uint32_t>(n)) * 1099511628211u;
-    }
-  }
-  std::uint64_t value = 14695981039346656037u;
-};
 
 bool equals(const Rgb& color, float red, float green, float blue) {
   return static_cast<float>(color.red) == red && static_cast<float>(color.green) == green &&
@@ -55,7 +43,7 @@ TEST(Hls, KnownColours) {
 }
 
 TEST(Hls, EveryColour) {
-  Digest digest;
+  unit::Digest digest;
   std::int64_t wrong = 0;
   for (std::int32_t red = 0; red < 256; ++red) {
     for (std::int32_t green = 0; green < 256; ++green) {
@@ -67,7 +55,7 @@ TEST(Hls, EveryColour) {
                                            Lanes::Float{b, b + 1, b + 2, b + 3});
         for (int i = 0; i < 4; ++i) {
           const auto [hue, lightness, saturation] = brisel::rgbToHls({red, green, blue + i});
-          digest.add(hue, lightness, saturation);
+          for (const std::int32_t n : {hue, lightness, saturation}) digest.add(n);
           wrong += lanes.hue[i] != static_cast<float>(hue) ||
                    lanes.lightness[i] != static_cast<float>(lightness) ||
                    lanes.saturation[i] != static_cast<float>(saturation);
@@ -80,7 +68,7 @@ TEST(Hls, EveryColour) {
 }
 
 TEST(Hls, EveryTripleAndBack) {
-  Digest digest;
+  unit::Digest digest;
   std::int64_t wrong = 0;
   for (std::int32_t lightness = 0; lightness <= 240; ++lightness) {
     for (std::int32_t saturation = 0; saturation <= 240; ++saturation) {
@@ -92,7 +80,7 @@ TEST(Hls, EveryTripleAndBack) {
         Lanes{{h, h + 1, h + 2, h + 3}, {l, l, l, l}, {s, s, s, s}}.toRgb(red, green, blue);
         for (int i = 0; i < 4; ++i) {
           const Rgb color = brisel::hlsToRgb({hue + i, lightness, saturation});
-          digest.add(color.red, color.green, color.blue);
+          for (const std::int32_t n : {color.red, color.green, color.blue}) digest.add(n);
           wrong += !equals(color, red[i], green[i], blue[i]);
         }
       }

@@ -1,5 +1,5 @@
-// Every sprite against the reference: random calls under each rule and depth, on a frame that is
-// full of random pixels.
+// Every sprite with every instruction set: random calls under each rule and depth, on a frame that
+// is full of random pixels, and a digest of what they are known to draw.
 #include "render/sprites.h"
 
 #include <limits>
@@ -10,7 +10,6 @@ namespace {
 
 using brisel::Drawing;
 using brisel::StarType;
-using reference::Plotter;
 using unit::Dice;
 
 constexpr std::int32_t kWidth = 61;
@@ -32,9 +31,9 @@ unit::Scene anyScene(Dice& dice) {
 
 struct Sprite {
   const char* name;
-  // Rolls a call's arguments and makes it on both sides.
-  void (*compare)(Dice& dice, const unit::Scene& scene, const unit::Frame& frame);
-  int calls;  // under each rule and depth
+  void (*draw)(Dice& dice, Drawing& d);  // rolls a call's arguments and makes it
+  int calls;                             // under each rule and depth
+  std::uint64_t digest;                  // of what they draw with the usual dice
 };
 
 void PrintTo(const Sprite& sprite, std::ostream* out) {
@@ -50,77 +49,46 @@ struct Common {
         color(dice.color()),
         value(dice.value()) {}
 
-  testing::Message text() const {
-    return testing::Message() << "size " << size << " at " << x << ", " << y << ' ';
-  }
-
   float x, y, size;
   brisel::Rgb color;
   float value;
 };
 
-void compareRays(Dice& dice, const unit::Scene& scene, const unit::Frame& frame) {
+void drawRays(Dice& dice, Drawing& d) {
   const Common c(dice);
   const int type = dice.integer(0, 6);
   const float width = c.size * dice.oneOf({0.0f, 0.001f, 0.05f, 0.05f, 0.2f, 1.0f, 3.0f});
   const float angle = dice.coin() ? dice.real(-400.0f, 400.0f)
                                   : dice.oneOf({0.0f, 90.0f, -45.0f, dice.real(88.0f, 92.0f)});
   const float rays = dice.oneOf({1.0f, 2.5f, 3.0f, 4.0f, 0.0f, 11.0f});
-  SCOPED_TRACE(c.text() << "type " << type << " width " << width << " angle " << angle << " rays "
-                        << rays);
-  unit::expectSameDrawing(
-      scene, frame,
-      [&](Drawing& d) {
-        drawRayStar(d, static_cast<StarType>(type), c.x, c.y, c.size, width, angle, rays, c.color,
-                    c.value);
-      },
-      [&](Plotter& p) {
-        p.drawRayStar(type, c.x, c.y, c.size, width, angle, rays, c.color, c.value);
-      });
+  drawRayStar(d, static_cast<StarType>(type), c.x, c.y, c.size, width, angle, rays, c.color,
+              c.value);
 }
 
-void compareCross(Dice& dice, const unit::Scene& scene, const unit::Frame& frame) {
+void drawCross(Dice& dice, Drawing& d) {
   const Common c(dice);
-  const float radius = c.size / 2.0f;
   const float angle = dice.coin() ? dice.real(-7.0f, 7.0f) : 0.0f;
-  SCOPED_TRACE(c.text());
-  unit::expectSameDrawing(
-      scene, frame,
-      [&](Drawing& d) { drawCrossStar(d, radius, c.x, c.y, angle, c.color, c.value); },
-      [&](Plotter& p) { p.drawCrossStar(radius, c.x, c.y, angle, c.color, c.value); });
+  drawCrossStar(d, c.size / 2.0f, c.x, c.y, angle, c.color, c.value);
 }
 
-void compareGlow(Dice& dice, const unit::Scene& scene, const unit::Frame& frame) {
+void drawGlow(Dice& dice, Drawing& d) {
   const Common c(dice);
-  const int profile = dice.oneOf({2, 4, 4});
-  SCOPED_TRACE(c.text() << "profile " << profile << " glowScale " << scene.state.glowScale);
-  unit::expectSameDrawing(
-      scene, frame,
-      [&](Drawing& d) {
-        drawGlowStar(d, c.x, c.y, c.size, c.color, c.value,
-                     static_cast<brisel::GlowProfile>(profile));
-      },
-      [&](Plotter& p) { p.drawGlowStar(c.x, c.y, c.size, c.color, c.value, profile); });
+  drawGlowStar(d, c.x, c.y, c.size, c.color, c.value,
+               static_cast<brisel::GlowProfile>(dice.oneOf({2, 4, 4})));
 }
 
-void compareBlics(Dice& dice, const unit::Scene& scene, const unit::Frame& frame) {
+void drawBlics(Dice& dice, Drawing& d) {
   const Common c(dice);
-  const int profile = dice.oneOf({0, 4});
+  const auto profile = static_cast<brisel::BlicsProfile>(dice.oneOf({0, 4}));
   const float ringWidth = dice.oneOf({0.1f, 0.1f, 0.02f, 0.0f, 0.3f});
-  SCOPED_TRACE(c.text() << "profile " << profile << " ring " << ringWidth);
-  unit::expectSameDrawing(
-      scene, frame,
-      [&](Drawing& d) {
-        drawBlicsStar(d, c.x, c.y, c.size, c.color, c.value,
-                      static_cast<brisel::BlicsProfile>(profile), ringWidth);
-      },
-      [&](Plotter& p) { p.drawBlicsStar(c.x, c.y, c.size, c.color, c.value, profile, ringWidth); });
+  drawBlicsStar(d, c.x, c.y, c.size, c.color, c.value, profile, ringWidth);
 }
 
 class SpriteTest : public testing::TestWithParam<Sprite> {};
 
-TEST_P(SpriteTest, DrawsWhatTheReferenceDraws) {
+TEST_P(SpriteTest, DrawsTheSameWithEveryInstructionSet) {
   std::uint32_t stream = 0;
+  unit::Digest digest;
   for (const bool deep : {false, true}) {
     for (const brisel::BlendRule rule : unit::kAllRules) {
       for (int call = 0; call < GetParam().calls && !HasFailure(); ++call) {
@@ -131,43 +99,42 @@ TEST_P(SpriteTest, DrawsWhatTheReferenceDraws) {
         frame.fill(dice);
         unit::Scene scene = anyScene(dice);
         scene.rule = rule;
-        GetParam().compare(dice, scene, frame);
+        const auto draw = [&](Drawing& d) {
+          Dice same = dice;
+          GetParam().draw(same, d);
+        };
+        unit::drawWithAll(scene, frame, draw, digest);
       }
     }
+  }
+  if (tests::seed() == tests::kUsualSeed) {
+    EXPECT_EQ(digest.value, GetParam().digest);
   }
 }
 
 INSTANTIATE_TEST_SUITE_P(, SpriteTest,
-                         testing::Values(Sprite{"Rays", compareRays, 80},
-                                         Sprite{"Cross", compareCross, 40},
-                                         Sprite{"Glow", compareGlow, 60},
-                                         Sprite{"Blics", compareBlics, 60}),
+                         testing::Values(Sprite{"Rays", drawRays, 80, 17934213040104600522u},
+                                         Sprite{"Cross", drawCross, 40, 12612527006229467039u},
+                                         Sprite{"Glow", drawGlow, 60, 17093073662934267775u},
+                                         Sprite{"Blics", drawBlics, 60, 7979716983307311055u}),
                          [](const auto& info) { return info.param.name; });
 
 // Row 0 shows rays that start less than a pixel above the frame, with their edges prolonged to it:
 // far beyond the ray's own box, and of full coverage where an edge's corners round to one point.
 TEST(Sprites, RaysJustAboveTheFrame) {
-  struct Ray {
-    int type;
-    float x, y, size, angle;
+  unit::Digest digest;
+  unit::Scene scene;
+  scene.settings.highQuality = true;
+  const brisel::Rgb color = {255, 200, 100};
+  const auto oneRay = [&](StarType type, float x, float y, float size, float angle) {
+    return [=](Drawing& d) { drawRayStar(d, type, x, y, size, 0.0f, angle, 1.0f, color, 1.0f); };
   };
-  for (const Ray& ray : {Ray{1, 69.1547546f, -0.477207839f, 310.915741f, 268.9133f},
-                         Ray{5, 2181.38f, -0.05f, 90.0f, 180.0f}}) {
-    SCOPED_TRACE(ray.type);
-    const unit::Frame frame(ray.type == 1 ? kWidth : 2200, 5, false);
-    unit::Scene scene;
-    scene.settings.highQuality = true;
-    const brisel::Rgb color = {255, 200, 100};
-    unit::expectSameDrawing(
-        scene, frame,
-        [&](Drawing& d) {
-          drawRayStar(d, static_cast<StarType>(ray.type), ray.x, ray.y, ray.size, 0.0f, ray.angle,
-                      1.0f, color, 1.0f);
-        },
-        [&](Plotter& p) {
-          p.drawRayStar(ray.type, ray.x, ray.y, ray.size, 0.0f, ray.angle, 1.0f, color, 1.0f);
-        });
-  }
+  unit::drawWithAll(scene, unit::Frame(kWidth, 5, false),
+                    oneRay(StarType::Type1, 69.1547546f, -0.477207839f, 310.915741f, 268.9133f),
+                    digest);
+  unit::drawWithAll(scene, unit::Frame(2200, 5, false),
+                    oneRay(StarType::Type5, 2181.38f, -0.05f, 90.0f, 180.0f), digest);
+  EXPECT_EQ(digest.value, 4690234236055119269u);
 }
 
 // The edges of a ray as wide as this, prolonged to row 0, cross it in the wrong order and farther

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <optional>
 
 namespace unit {
 
@@ -16,7 +17,9 @@ float Dice::real(float least, float most) {
 }
 
 float Dice::logarithmic(float least, float most) {
-  return std::exp(real(std::log(least), std::log(most)));
+  std::int32_t doublings = 0;
+  for (float v = least; 2.0f * v <= most; v *= 2.0f) ++doublings;
+  return std::min(most, std::ldexp(least * real(1.0f, 2.0f), integer(0, doublings)));
 }
 
 brisel::Rgb Dice::color() {
@@ -91,46 +94,45 @@ std::uint16_t Frame::channel(std::int32_t x, std::int32_t y, int c) const {
   return v;
 }
 
-void expectSame(const Frame& module, const Frame& reference) {
-  const auto [a, b] = std::ranges::mismatch(module.bytes_, reference.bytes_);
-  if (a == module.bytes_.end()) return;
-  const auto offset = static_cast<std::size_t>(a - module.bytes_.begin());
-  const std::size_t row = offset / module.rowBytes_;
-  const std::size_t column = offset % module.rowBytes_ / (module.deep_ ? 8 : 4);
+void expectSame(const Frame& drawn, const Frame& expected) {
+  const auto [a, b] = std::ranges::mismatch(drawn.bytes_, expected.bytes_);
+  if (a == drawn.bytes_.end()) return;
+  const auto offset = static_cast<std::size_t>(a - drawn.bytes_.begin());
+  const std::size_t row = offset / drawn.rowBytes_;
+  const std::size_t column = offset % drawn.rowBytes_ / (drawn.deep_ ? 8 : 4);
   ADD_FAILURE() << "bytes differ, first in row " << static_cast<int>(row) - 1 << " (of "
-                << module.height_ << "), column " << column << " (of " << module.width_
-                << "): " << +*a << ", reference " << +*b;
+                << drawn.height_ << "), column " << column << " (of " << drawn.width_
+                << "): " << +*a << ", expected " << +*b;
 }
 
-void expectSameDrawing(const Scene& scene, const Frame& frame,
-                       const std::function<void(brisel::Drawing&)>& module,
-                       const std::function<void(reference::Plotter&)>& reference) {
-  Frame referenceFrame = frame;
-  brisel::RenderSettings referenceSettings = scene.settings;
-  referenceFrame.becomeOutputOf(referenceSettings);
-  reference::Plotter plotter{referenceSettings, scene.state, scene.rule};
-  reference(plotter);
-
+void drawWithAll(const Scene& scene, const Frame& frame,
+                 const std::function<void(brisel::Drawing&)>& draw, Digest& digest) {
+  std::optional<Frame> first;
+  brisel::DrawingState stateOfFirst;
   for (const brisel::Kernels* kernels : brisel::availableKernels()) {
     SCOPED_TRACE(kernels->name);
-    Frame moduleFrame = frame;
-    brisel::RenderSettings moduleSettings = scene.settings;
-    moduleFrame.becomeOutputOf(moduleSettings);
+    Frame drawn = frame;
+    brisel::RenderSettings settings = scene.settings;
+    drawn.becomeOutputOf(settings);
     brisel::RandomGenerator random;
     brisel::DrawingState state = scene.state;
-    brisel::Drawing drawing{moduleSettings, random, state, brisel::outputLayer(moduleSettings),
-                            scene.rule,     kernels};
-    module(drawing);
-
-    expectSame(moduleFrame, referenceFrame);
+    brisel::Drawing drawing{settings,   random, state, brisel::outputLayer(settings),
+                            scene.rule, kernels};
+    draw(drawing);
     EXPECT_EQ(random.state(), 0u) << "sprites draw no chance";
-    EXPECT_EQ(state.rainbowShift, plotter.state.rainbowShift);
-    EXPECT_EQ(state.rainbowOn, plotter.state.rainbowOn);
-    EXPECT_EQ(state.currentRandomFactor, plotter.state.currentRandomFactor);
-    EXPECT_EQ(state.glowScale, plotter.state.glowScale);
-    EXPECT_EQ(state.crossVariant, plotter.state.crossVariant);
-    EXPECT_EQ(state.textureScale, plotter.state.textureScale);
-    EXPECT_EQ(state.textureMix, plotter.state.textureMix);
+    if (!first) {
+      first = drawn;
+      stateOfFirst = state;
+      for (const std::uint8_t byte : drawn.bytes()) digest.add(byte);
+    }
+    expectSame(drawn, *first);
+    EXPECT_EQ(state.rainbowShift, stateOfFirst.rainbowShift);
+    EXPECT_EQ(state.rainbowOn, stateOfFirst.rainbowOn);
+    EXPECT_EQ(state.currentRandomFactor, stateOfFirst.currentRandomFactor);
+    EXPECT_EQ(state.glowScale, stateOfFirst.glowScale);
+    EXPECT_EQ(state.crossVariant, stateOfFirst.crossVariant);
+    EXPECT_EQ(state.textureScale, stateOfFirst.textureScale);
+    EXPECT_EQ(state.textureMix, stateOfFirst.textureMix);
   }
 }
 

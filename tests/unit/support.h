@@ -1,5 +1,5 @@
-// What the unit tests share: chance, frames between guard bytes, and the
-// comparison of the module's drawing with the reference's.
+// What the unit tests share: chance, frames between guard bytes, and drawing with every instruction
+// set.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,7 +9,6 @@
 #include <random>
 #include <vector>
 
-#include "reference/plotter.h"
 #include "render/drawing.h"
 #include "tests/seed.h"
 
@@ -48,9 +47,10 @@ class Frame {
   std::uint16_t channel(std::int32_t x, std::int32_t y, int c) const;
   std::int32_t width() const { return width_; }
   std::int32_t height() const { return height_; }
+  const std::vector<std::uint8_t>& bytes() const { return bytes_; }  // with padding and guards
 
   /// Fails the test at the first byte that differs.
-  friend void expectSame(const Frame& module, const Frame& reference);
+  friend void expectSame(const Frame& drawn, const Frame& expected);
 
  private:
   std::uint8_t* pixels() { return bytes_.data() + rowBytes_; }
@@ -62,18 +62,27 @@ class Frame {
   std::vector<std::uint8_t> bytes_;
 };
 
-/// The circumstances of one comparison; both sides start from them.
+/// FNV-1a, a number at a time.
+class Digest {
+ public:
+  template <class Number>
+  void add(const Number& number) {
+    value = (value ^ static_cast<std::uint32_t>(number)) * 1099511628211u;
+  }
+  std::uint64_t value = 14695981039346656037u;
+};
+
+/// The circumstances of one drawing.
 struct Scene {
   brisel::RenderSettings settings;
   brisel::DrawingState state;
   brisel::BlendRule rule = brisel::BlendRule::Over;
 };
 
-/// Draws on copies of `frame`, with every instruction set and by the reference, and expects equal
-/// bytes and drawing states.
-void expectSameDrawing(const Scene& scene, const Frame& frame,
-                       const std::function<void(brisel::Drawing&)>& module,
-                       const std::function<void(reference::Plotter&)>& reference);
+/// Draws on copies of `frame` with every instruction set, expects equal bytes and drawing states,
+/// and adds the bytes to `digest`.
+void drawWithAll(const Scene& scene, const Frame& frame,
+                 const std::function<void(brisel::Drawing&)>& draw, Digest& digest);
 
 inline constexpr brisel::BlendRule kAllRules[] = {
     brisel::BlendRule::Over, brisel::BlendRule::AddScaled, brisel::BlendRule::AddSolid,

@@ -1,4 +1,7 @@
-#include "plotter.h"
+#include "blending.h"
+
+#include <algorithm>
+#include <cstddef>
 
 namespace reference {
 namespace {
@@ -31,18 +34,19 @@ float readInput(const brisel::RenderSettings& s, std::int32_t x, std::int32_t y,
 
 }  // namespace
 
-void Plotter::plotPixel(std::int32_t x, std::int32_t y, float value) {
+void plotPixel(const brisel::RenderSettings& settings, brisel::BlendRule rule, brisel::Rgb pen,
+               std::int32_t x, std::int32_t y, float value) {
   if (!(value > 0)) return;
-  if (x < 0 || y < 0 || x >= settings.frameWidth || y >= settings.frameHeight) return;
   using enum brisel::BlendRule;
-  const float m = fullScale();
+  const float m = settings.deepColor ? 32768.0f : 255.0f;
   value = std::min(value, m);
   const float t = value / m;
   const float alpha = read(settings, x, y, 0);
   const std::int32_t pens[] = {pen.red, pen.green, pen.blue};
   float largest = 0;
   for (int c = 1; c <= 3; ++c) {
-    const float penC = real(pens[c - 1]) * (settings.deepColor ? kLevelsPerByte : 1.0f);
+    const float penC =
+        static_cast<float>(pens[c - 1]) * (settings.deepColor ? 32768.0f / 255.0f : 1.0f);
     const float d = read(settings, x, y, c);
     float result = 0;
     switch (rule) {
