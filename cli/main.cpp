@@ -92,6 +92,8 @@ int main(int argc, char** argv) {
     return run(argc, argv);
   } catch (const cli::UsageError& error) {
     return failure(kWrongUsage, error.what());
+  } catch (const cli::Interrupted& error) {
+    return failure(cli::kInterruptedExitCode, error.what());
   } catch (const std::bad_alloc&) {
     return failure(kWorkFailed, "out of memory");
   } catch (const std::exception& error) {

@@ -8,7 +8,7 @@ void describeProgram(CLI::App& app, std::function<std::string()> version) {
   app.set_version_flag("--version", std::move(version), "Tell version, commit and instruction set");
   app.set_help_flag("-h,--help", "Tell how it is used");
   app.require_subcommand(1);
-  app.footer("Exit codes: 0 done, 1 the work failed, 2 wrong usage.");
+  app.footer("Exit codes: 0 done, 1 the work failed, 2 wrong usage, 130 interrupted.");
   app.get_formatter()->column_width(26);
   addRenderCommand(app);
   addSheetCommand(app);

@@ -25,7 +25,7 @@ void requestInterrupt(int) {
     if (writer > 0 && kill(writer, SIGKILL) == 0) waitpid(writer, nullptr, 0);
     const char* unfinished = unfinishedFile;
     if (unfinished != nullptr) unlink(unfinished);
-    _exit(1);
+    _exit(kInterruptedExitCode);
   }
 }
 

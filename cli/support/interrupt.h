@@ -9,6 +9,9 @@
 
 namespace cli {
 
+// What shells report of a program that Ctrl-C ended.
+inline constexpr int kInterruptedExitCode = 130;
+
 struct Interrupted : std::runtime_error {
   Interrupted() : std::runtime_error("interrupted") {}
 };

@@ -312,7 +312,7 @@ TEST_F(RenderTest, AnInterruptedRenderLeavesOnlyWholeNumberedFrames) {
     EXPECT_TRUE(waitForFile(begun));
     kill(process, signal);
     const CommandResult result = waitFor(process);
-    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.exitCode, 130);
     EXPECT_NE(result.err.find("brisel: interrupted\n"), std::string::npos) << result.err;
   };
   interrupt("o.mov", "o.mov", SIGINT);
@@ -336,7 +336,7 @@ TEST_F(RenderTest, ASecondSignalEndsALongFrameAndLeavesNothing) {
   std::this_thread::sleep_for(std::chrono::milliseconds(100));
   kill(process, SIGTERM);
   const CommandResult result = waitFor(process);
-  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_EQ(result.exitCode, 130);
   EXPECT_TRUE(result.err.empty()) << "it had time to end in an orderly way: " << result.err;
   std::this_thread::sleep_for(std::chrono::milliseconds(300));
   EXPECT_EQ(names(), (Names{"s.toml"}));
