@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/media/output_target.h"
 #include "cli/scene/scene_plan.h"
 
 namespace cli {
@@ -27,6 +28,7 @@ void addInfoCommand(CLI::App& app);
 void addModuleOption(CLI::App& command, std::string& modulePath);
 void addSceneOptions(CLI::App& command, SceneOptions& options);
 void addValueOptions(CLI::App& command, SceneOptions& options);  // those about parameters alone
+void addOutputOptions(CLI::App& command, OutputOptions& options);
 
 // On standard error: something amiss that does not stop the work, and something worth knowing.
 void warn(const std::string& message);

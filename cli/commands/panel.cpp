@@ -1,7 +1,7 @@
 #include <memory>
 
 #include "cli/commands/commands.h"
-#include "cli/media/output_target.h"
+#include "cli/media/output_files.h"
 #include "cli/media/png_writer.h"
 #include "cli/pictures/panel.h"
 #include "cli/scene/scene_effect.h"
@@ -50,7 +50,7 @@ std::string titleOf(hostkit::Session& session) {
 }
 
 void paintPanel(const PanelOptions& options) {
-  if (parseOutputTarget(options.output).kind != OutputKind::kSinglePng) {
+  if (!parseOutputTarget(options.output).isOnePng()) {
     throw UsageError("the panel is one picture, such as panel.png, not " +
                      inQuotes(options.output));
   }

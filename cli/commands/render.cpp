@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "cli/commands/commands.h"
+#include "cli/media/output_files.h"
 #include "cli/pipeline/output_stream.h"
 #include "cli/pipeline/progress.h"
 #include "cli/pipeline/render_stats.h"
@@ -14,9 +15,8 @@ namespace {
 struct RenderOptions {
   std::string scene;
   SceneOptions overrides;
-  std::string output;
+  OutputOptions output;
   std::optional<std::string> frames;
-  bool overwrite = false;
   bool stats = false;
   std::string module;
 };
@@ -38,37 +38,48 @@ void render(const RenderOptions& options) {
   applyOptions(scene, options.overrides);
   const ScenePlan plan = planScene(std::move(scene));
   const FrameRange range = rangeToRender(options, plan);
-  checkOutput(target, range, options.overwrite);
+  const std::vector<int> frames = framesToWrite(target, range, plan.scene.depth, options.output);
+  const int there = range.count() - static_cast<int>(frames.size());
+  if (there > 0) {
+    note(std::to_string(there) + " of " + std::to_string(range.count()) + " frames of " +
+         target.name() + " are there already");
+  }
+  if (frames.empty()) return;
 
-  Progress progress(target.path.filename().string(), plan.scene.preroll + range.last + 1);
+  const int rendered = plan.scene.preroll + frames.back() + 1;
+  Progress progress(target.isStandardOutput() ? target.name() : target.path.filename().string(),
+                    rendered);
   SceneRenderer renderer(plan, options.module);
   for (const std::string& text : renderer.notes()) note(text);
   OutputStream output(openFrameWriter(target, plan.size, plan.rate, plan.scene.depth), plan.size,
-                      plan.scene.depth, range.first);
+                      plan.scene.depth);
   int written = 0;
   const auto showProgress = [&] {
     for (; written < output.framesWritten(); ++written) progress.frameDone();
   };
-  for (int frame = -plan.scene.preroll; frame <= range.last; ++frame) {
+  auto next = frames.begin();
+  for (int frame = -plan.scene.preroll; frame <= frames.back(); ++frame) {
     renderer.renderNext();
-    if (frame < range.first) {
+    if (frame < *next) {
       progress.frameDone();
     } else {
       renderer.lookForStars();
       output.write(renderer.output(), frame);
+      ++next;
       showProgress();
     }
   }
   output.finish();
   showProgress();
   const double seconds = progress.elapsedSeconds();
-  progress.finish(range.count());
+  progress.finish(static_cast<int>(frames.size()));
   for (const std::string& warning : renderer.warnings()) warn(warning);
   if (options.stats) {
-    printRenderStats({{"decode", renderer.decodingSeconds()},
+    printRenderStats(target.isStandardOutput() ? stderr : stdout,
+                     {{"decode", renderer.decodingSeconds()},
                       {"render", renderer.renderingSeconds()},
                       {"encode", output.encodingSeconds(), output.threads()}},
-                     plan.scene.preroll + range.last + 1, seconds);
+                     rendered, seconds);
   }
 }
 
@@ -78,25 +89,13 @@ void addRenderCommand(CLI::App& app) {
   const auto options = std::make_shared<RenderOptions>();
   CLI::App* command = app.add_subcommand("render", "Render a scene to pictures or a clip");
   command->add_option("SCENE", options->scene, "The scene file, TOML")->type_name("")->required();
-  command
-      ->add_option("-o,--output", options->output,
-                   "What to write, told by its name:\n"
-                   "name_%04d.png  numbered frames with alpha\n"
-                   "name.png       one frame with alpha\n"
-                   "name.mov       lossless clip with alpha\n"
-                   "name.mp4       clip over black\n"
-                   "name.gif       animation over black\n"
-                   "name.apng      lossless animation with alpha\n"
-                   "name.webp      small animation with alpha")
-      ->type_name("FILE")
-      ->required();
+  addOutputOptions(*command, options->output);
   addSceneOptions(*command, options->overrides);
   command
       ->add_option("--frames", options->frames,
                    "Frames to write, counted from 0; those before are\n"
                    "rendered unseen, as each frame follows from the last")
       ->type_name("A-B");
-  command->add_flag("--overwrite", options->overwrite, "Replace outputs that exist");
   command->add_flag("--stats", options->stats,
                     "Say how busy decoding, rendering and encoding were");
   addModuleOption(*command, options->module);

@@ -1,7 +1,7 @@
 #include <memory>
 
 #include "cli/commands/commands.h"
-#include "cli/media/output_target.h"
+#include "cli/media/output_files.h"
 #include "cli/media/png_writer.h"
 #include "cli/pictures/contact_sheet.h"
 #include "cli/pipeline/progress.h"
@@ -51,7 +51,7 @@ void addScene(ContactSheet& sheet, ScenePlan plan, int count, Progress& progress
 }
 
 void makeSheet(const SheetOptions& options) {
-  if (parseOutputTarget(options.output).kind != OutputKind::kSinglePng) {
+  if (!parseOutputTarget(options.output).isOnePng()) {
     throw UsageError("a contact sheet is one picture, such as sheet.png, not " +
                      inQuotes(options.output));
   }

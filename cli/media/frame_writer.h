@@ -1,13 +1,15 @@
-// Where rendered frames go: numbered pictures, or a clip written by ffmpeg.
+// Where rendered frames go: pictures, or a clip written by ffmpeg.
 #pragma once
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
 #include "cli/media/frame_rate.h"
 #include "cli/media/output_target.h"
+#include "cli/media/soundtrack.h"
 #include "cli/pictures/frame.h"
 
 namespace cli {
@@ -34,7 +36,9 @@ class FrameWriter {
   virtual void abandon() = 0;
 };
 
+// Pictures have no sound.
 std::unique_ptr<FrameWriter> openFrameWriter(const OutputTarget& target, FrameSize size,
-                                             FrameRate rate, Depth depth);
+                                             FrameRate rate, Depth depth,
+                                             const std::optional<Soundtrack>& sound = {});
 
 }  // namespace cli

@@ -2,14 +2,10 @@
 
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstring>
 #include <map>
-#include <optional>
 
 #include "cli/support/errors.h"
 #include "cli/support/nearest_name.h"
-#include "cli/support/numbers.h"
 
 namespace cli {
 namespace {
@@ -21,7 +17,7 @@ struct NumberField {
 };
 
 // Finds %d or %0Nd.
-std::optional<NumberField> findNumberField(const std::string& name) {
+std::optional<NumberField> findPercentField(const std::string& name) {
   const std::size_t start = name.find('%');
   if (start == std::string::npos) return std::nullopt;
   std::size_t end = start + 1;
@@ -34,92 +30,100 @@ std::optional<NumberField> findNumberField(const std::string& name) {
   return NumberField{start, end + 1 - start, digits};
 }
 
-OutputKind kindOf(const std::string& name, const std::string& extension) {
-  static const std::map<std::string, OutputKind> kinds = {
-      {".png", OutputKind::kSinglePng}, {".mov", OutputKind::kMov},   {".mp4", OutputKind::kMp4},
-      {".gif", OutputKind::kGif},       {".apng", OutputKind::kApng}, {".webp", OutputKind::kWebp}};
-  const auto found = kinds.find(lowerCase(extension));
-  if (found == kinds.end()) {
-    throw UsageError("cannot tell from its name what to write into " + inQuotes(name) + "; use " +
-                     kOutputNames);
+// Or the last run of #, each of which stands for a digit.
+std::optional<NumberField> findNumberField(const std::string& name) {
+  if (const auto field = findPercentField(name)) return field;
+  const std::size_t last = name.find_last_of('#');
+  if (last == std::string::npos) return std::nullopt;
+  const std::size_t before = name.find_last_not_of('#', last);
+  const std::size_t start = before == std::string::npos ? 0 : before + 1;
+  return NumberField{start, last + 1 - start, static_cast<int>(last + 1 - start)};
+}
+
+const std::map<std::string, OutputFormat> kFormats = {
+    {"png", OutputFormat::kPng},   {"exr", OutputFormat::kExr},   {"mov", OutputFormat::kMov},
+    {"mp4", OutputFormat::kMp4},   {"webm", OutputFormat::kWebm}, {"gif", OutputFormat::kGif},
+    {"apng", OutputFormat::kApng}, {"webp", OutputFormat::kWebp}};
+
+const std::map<std::string, MovCodec> kCodecs = {
+    {"prores4444", MovCodec::kProres4444}, {"qtrle", MovCodec::kQtrle}, {"png", MovCodec::kPng}};
+
+OutputFormat formatOf(const OutputOptions& options, const std::filesystem::path& path) {
+  if (!options.format.empty()) return kFormats.at(options.format);
+  if (path == "-") {
+    throw UsageError("say with --format what to write to standard output, such as --format mov");
+  }
+  const std::string extension = lowerCase(path.extension().string());
+  const auto found = kFormats.find(extension.empty() ? extension : extension.substr(1));
+  if (found == kFormats.end()) {
+    throw UsageError("cannot tell from its name what to write into " + inQuotes(options.name) +
+                     "; use " + kOutputNames);
   }
   return found->second;
 }
 
-void checkFolder(const std::filesystem::path& folder) {
-  std::error_code error;
-  if (!std::filesystem::exists(folder, error)) {
-    throw WorkError("the output folder " + inQuotes(folder.string()) + " does not exist");
+bool isNumberedName(const OutputTarget& target) {
+  const std::string file = target.path.filename().string();
+  const bool hasPercent = file.find('%') != std::string::npos;
+  if (!hasPercent && !(target.holdsPictures() && findNumberField(file))) return false;
+  const auto field = findPercentField(file);
+  const bool isPattern = field && file.find('%', field->start + field->length) == std::string::npos;
+  if (hasPercent && !(target.holdsPictures() && isPattern)) {
+    throw UsageError(inQuotes(target.path.string()) +
+                     " is no usable pattern; numbered frames are written as name_%04d.png");
   }
-  if (!std::filesystem::is_directory(folder, error)) {
-    throw WorkError(inQuotes(folder.string()) + " is not a folder to write into");
+  return true;
+}
+
+void checkStandardOutput(const OutputTarget& target) {
+  if (target.format == OutputFormat::kApng) {
+    throw UsageError("apng tells at its start how many frames follow, so it needs a file");
   }
-  if (access(folder.c_str(), W_OK | X_OK) != 0) {
-    throw WorkError("cannot write into the folder " + inQuotes(folder.string()) + ": " +
-                    std::strerror(errno));
+  if (isatty(STDOUT_FILENO) == 1) {
+    throw UsageError("standard output is a terminal; send it on to a program or into a file");
   }
 }
 
 }  // namespace
 
-FrameRange parseFrameRange(const std::string& text) {
-  const std::size_t dash = text.find('-', 1);
-  const auto first = parseInteger(text.substr(0, dash));
-  const auto last = dash == std::string::npos ? first : parseInteger(text.substr(dash + 1));
-  if (!first || !last || *first < 0 || *last < *first) {
-    throw UsageError("--frames " + inQuotes(text) +
-                     ": a range is FIRST-LAST or one number, counted from 0, such as 0-99");
-  }
-  return {*first, *last};
-}
-
-std::filesystem::path OutputTarget::numbered(int frame) const {
-  std::string name = path.filename().string();
-  const auto field = findNumberField(name);
-  if (!field) return path;
-  std::string number = std::to_string(frame);
-  const std::size_t digits = static_cast<std::size_t>(field->digits);
+std::filesystem::path OutputTarget::fileOf(int frame) const {
+  if (!isNumbered) return path;
+  std::string file = path.filename().string();
+  const NumberField field = findNumberField(file).value();
+  std::string number = std::to_string(startNumber + frame);
+  const std::size_t digits = static_cast<std::size_t>(field.digits);
   if (number.size() < digits) number.insert(0, digits - number.size(), '0');
-  return path.parent_path() / name.replace(field->start, field->length, number);
+  return path.parent_path() / file.replace(field.start, field.length, number);
 }
 
-OutputTarget parseOutputTarget(const std::string& name) {
-  const std::filesystem::path path(name);
-  const std::string file = path.filename().string();
-  OutputTarget target{kindOf(name, path.extension().string()), path};
-  if (file.find('%') == std::string::npos) return target;
-  const auto field = findNumberField(file);
-  const bool isPattern = field && file.find('%', field->start + field->length) == std::string::npos;
-  if (target.kind != OutputKind::kSinglePng || !isPattern) {
-    throw UsageError(inQuotes(name) +
-                     " is no usable pattern; numbered frames are written as name_%04d.png");
+std::string OutputTarget::name() const {
+  return isStandardOutput() ? "standard output" : inQuotes(path.string());
+}
+
+OutputTarget parseOutputTarget(const OutputOptions& options) {
+  OutputTarget target{formatOf(options, options.name), options.name};
+  target.isNumbered = isNumberedName(target);
+  if (!options.codec.empty()) {
+    if (target.format != OutputFormat::kMov) {
+      throw UsageError("--codec is for .mov clips, not for " + target.name());
+    }
+    target.codec = kCodecs.at(options.codec);
   }
-  target.kind = OutputKind::kPngSequence;
+  if (options.startNumber) {
+    if (!target.isNumbered) {
+      throw UsageError("--start-number is for numbered frames such as name_%04d.png, not for " +
+                       target.name());
+    }
+    target.startNumber = *options.startNumber;
+  }
+  if (target.isStandardOutput()) checkStandardOutput(target);
   return target;
 }
 
-void checkOutputFile(const std::filesystem::path& path, bool overwrite) {
-  checkFolder(path.has_parent_path() ? path.parent_path() : ".");
-  std::error_code error;
-  if (std::filesystem::is_directory(path, error)) {
-    throw WorkError("the output " + inQuotes(path.string()) + " is a folder");
-  }
-  if (!overwrite && std::filesystem::exists(path, error)) {
-    throw WorkError("the output " + inQuotes(path.string()) +
-                    " exists already; give --overwrite to replace it");
-  }
-}
-
-void checkOutput(const OutputTarget& target, FrameRange range, bool overwrite) {
-  if (target.kind == OutputKind::kSinglePng && range.count() > 1) {
-    throw UsageError(inQuotes(target.path.string()) + " holds one frame, not " +
-                     std::to_string(range.count()) +
-                     "; write name_%04d.png or choose one with --frames");
-  }
-  if (target.kind != OutputKind::kPngSequence) return checkOutputFile(target.path, overwrite);
-  for (int frame = range.first; frame <= range.last; ++frame) {
-    checkOutputFile(target.numbered(frame), overwrite);
-  }
+OutputTarget parseOutputTarget(const std::string& name) {
+  OutputOptions options;
+  options.name = name;
+  return parseOutputTarget(options);
 }
 
 }  // namespace cli

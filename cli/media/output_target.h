@@ -1,45 +1,57 @@
-// What kind of output a name asks for, and whether it may be written.
+// What kind of output a name asks for.
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace cli {
 
-// First and last frame, both rendered.
-struct FrameRange {
-  int first = 0;
-  int last = 0;
+enum class OutputFormat { kPng, kExr, kMov, kMp4, kWebm, kGif, kApng, kWebp };
 
-  int count() const { return last - first + 1; }
-};
-
-// "A-B" or "A". Throws UsageError unless 0 <= A <= B.
-FrameRange parseFrameRange(const std::string& text);
-
-enum class OutputKind { kPngSequence, kSinglePng, kMov, kMp4, kGif, kApng, kWebp };
+// What a .mov is filled with.
+enum class MovCodec { kProres4444, kQtrle, kPng };
 
 struct OutputTarget {
-  OutputKind kind;
+  OutputFormat format;
   std::filesystem::path path;
+  MovCodec codec = MovCodec::kProres4444;
+  int startNumber = 0;  // of frame 0, in the names of numbered frames
+  bool isNumbered = false;
 
-  // The file of one frame of a sequence: the pattern's %d or %04d replaced by the number.
-  std::filesystem::path numbered(int frame) const;
+  bool isStandardOutput() const { return path == "-"; }
+  // Each frame is a picture of its own, not part of a clip.
+  bool holdsPictures() const {
+    return format == OutputFormat::kPng || format == OutputFormat::kExr;
+  }
+  bool isOnePicture() const { return holdsPictures() && !isNumbered && !isStandardOutput(); }
+  bool isOnePng() const { return isOnePicture() && format == OutputFormat::kPng; }
+
+  // The file of one frame: the pattern's %d, %04d or #### replaced by its number.
+  std::filesystem::path fileOf(int frame) const;
+
+  // For messages.
+  std::string name() const;
 };
 
-// The names an output can have, for --help and for messages.
+// What the command line says about the output; empty where it says nothing.
+struct OutputOptions {
+  std::string name;
+  std::string format;
+  std::string codec;
+  std::optional<int> startNumber;
+  bool overwrite = false;
+  bool skipExisting = false;
+};
+
+// The names an output can have, for messages.
 inline constexpr char kOutputNames[] =
-    "name_%04d.png, name.png, name.mov, name.mp4, name.gif, name.apng or name.webp";
+    "name_%04d.png, name_%04d.exr, name.png, name.exr, name.mov, name.mp4, name.webm, name.gif, "
+    "name.apng or name.webp";
 
-// Chooses by extension. Throws UsageError naming what would be valid.
-OutputTarget parseOutputTarget(const std::string& name);
-
-// Throws, before any work is done, when the range does not fit the kind of output (UsageError), or
-// when the folder is missing or not writable or an output is there and overwrite is not asked for
-// (WorkError).
-void checkOutput(const OutputTarget& target, FrameRange range, bool overwrite);
-
-// The part of checkOutput about one file.
-void checkOutputFile(const std::filesystem::path& path, bool overwrite);
+// Chooses by extension, unless the options name the format. Throws UsageError naming what would be
+// valid, also for what this kind of output cannot do.
+OutputTarget parseOutputTarget(const OutputOptions& options);
+OutputTarget parseOutputTarget(const std::string& name);  // no other options
 
 }  // namespace cli

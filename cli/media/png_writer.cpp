@@ -6,6 +6,7 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <fstream>
 #include <memory>
 #include <new>
 #include <span>
@@ -114,6 +115,19 @@ void writePng(const Frame& frame, const std::filesystem::path& path) {
   std::vector<std::uint8_t> bytes;
   encodePng(frame, bytes);
   writeWholeFile(path, bytes);
+}
+
+bool isCompletePng(const std::filesystem::path& path) {
+  std::vector<std::uint8_t> last;
+  appendChunk(last, "IEND", {});
+  std::ifstream file(path, std::ios::binary);
+  std::array<char, kSignature.size()> begin = {};
+  file.read(begin.data(), begin.size());
+  std::array<char, 12> end = {};
+  file.seekg(-static_cast<std::streamoff>(end.size()), std::ios::end);
+  file.read(end.data(), end.size());
+  return file && std::memcmp(begin.data(), kSignature.data(), begin.size()) == 0 &&
+         std::memcmp(end.data(), last.data(), end.size()) == 0;
 }
 
 }  // namespace cli

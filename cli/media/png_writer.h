@@ -16,4 +16,7 @@ void encodePng(const Frame& frame, std::vector<std::uint8_t>& bytes);
 // written.
 void writePng(const Frame& frame, const std::filesystem::path& path);
 
+// Whether the file begins and ends as a PNG file does.
+bool isCompletePng(const std::filesystem::path& path);
+
 }  // namespace cli

@@ -16,17 +16,14 @@ int threadsFor(const FrameWriter& writer) {
 
 }  // namespace
 
-OutputStream::OutputStream(std::unique_ptr<FrameWriter> writer, FrameSize size, Depth depth,
-                           int first)
+OutputStream::OutputStream(std::unique_ptr<FrameWriter> writer, FrameSize size, Depth depth)
     : writer_(std::move(writer)),
       size_(size),
       depth_(depth),
-      first_(first),
       threads_(threadsFor(*writer_)),
       worlds_(threads_ + 1),  // one waits while each thread has one
       free_(static_cast<std::size_t>(worlds_)),
-      rendered_(static_cast<std::size_t>(worlds_)),
-      turn_(first) {
+      rendered_(static_cast<std::size_t>(worlds_)) {
   for (int i = 0; i < worlds_; ++i) free_.push(hostkit::World(size.width, size.height, depth));
   try {
     for (int i = 0; i < threads_; ++i) workers_.emplace_back([this] { encode(); });
@@ -43,7 +40,7 @@ OutputStream::~OutputStream() {
 
 void OutputStream::write(hostkit::World& picture, int number) {
   if (std::optional<hostkit::World> world = free_.pop()) {
-    rendered_.push({std::exchange(picture, std::move(*world)), number});
+    rendered_.push({std::exchange(picture, std::move(*world)), number, taken_++});
   }
 }
 
@@ -57,7 +54,7 @@ void OutputStream::finish() {
 
 int OutputStream::framesWritten() const {
   const std::lock_guard lock(turnMutex_);
-  return turn_ - first_;
+  return turn_;
 }
 
 void OutputStream::stop() {
@@ -76,7 +73,7 @@ void OutputStream::encode() {
         copyFromWorld(picture->world, frame);
         encoded = writer_->encode(frame, buffer);
       }
-      if (!waitForTurn(picture->number)) return;
+      if (!waitForTurn(picture->turn)) return;
       {
         const BusyTime::Scope busy(encoding_);
         writer_->write(encoded, picture->number);
@@ -90,9 +87,9 @@ void OutputStream::encode() {
 }
 
 // False when a frame before failed.
-bool OutputStream::waitForTurn(int number) {
+bool OutputStream::waitForTurn(int turn) {
   std::unique_lock lock(turnMutex_);
-  turnChanged_.wait(lock, [&] { return failed_ || turn_ == number; });
+  turnChanged_.wait(lock, [&] { return failed_ || turn_ == turn; });
   return !failed_;
 }
 

@@ -17,14 +17,14 @@ namespace cli {
 
 class OutputStream {
  public:
-  // Takes frames of that size and depth from number `first` on.
-  OutputStream(std::unique_ptr<FrameWriter> writer, FrameSize size, Depth depth, int first);
+  // Takes frames of that size and depth.
+  OutputStream(std::unique_ptr<FrameWriter> writer, FrameSize size, Depth depth);
 
   // Without finish(): numbered pictures on their way are still written, a clip is given up.
   ~OutputStream();
 
-  // Takes the picture, and leaves a used world in its place. The numbers ascend by one. Throws what
-  // went wrong with an earlier frame.
+  // Takes the picture, and leaves a used world in its place. The numbers ascend. Throws what went
+  // wrong with an earlier frame.
   void write(hostkit::World& picture, int number);
 
   // Waits until every frame is written, and finishes the output. Throws likewise.
@@ -41,27 +41,28 @@ class OutputStream {
   struct Picture {
     hostkit::World world;
     int number;
+    int turn;  // pictures taken before it
   };
 
   void stop();
   void encode();
-  bool waitForTurn(int number);
+  bool waitForTurn(int turn);
   void turnDone();
   void fail(const std::exception_ptr& error);
 
   const std::unique_ptr<FrameWriter> writer_;
   const FrameSize size_;
   const Depth depth_;
-  const int first_;
   const int threads_;
   const int worlds_;
+  int taken_ = 0;
   BusyTime encoding_;
   BoundedQueue<hostkit::World> free_;
   BoundedQueue<Picture> rendered_;
 
   mutable std::mutex turnMutex_;
   std::condition_variable turnChanged_;
-  int turn_;  // the number to be written next
+  int turn_ = 0;  // the picture to be written next
   bool failed_ = false;
 
   std::vector<std::jthread> workers_;

@@ -1,7 +1,6 @@
 #include "cli/pipeline/render_stats.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "cli/support/text_table.h"
 
@@ -16,17 +15,18 @@ std::string fixed(double number, int digits) {
 
 }  // namespace
 
-void printRenderStats(const std::vector<StageTime>& stages, int frames, double seconds) {
+void printRenderStats(std::FILE* stream, const std::vector<StageTime>& stages, int frames,
+                      double seconds) {
   std::vector<TableRow> rows = {{"stage", "busy", "share", "threads"}};
   for (const StageTime& stage : stages) {
     rows.push_back({stage.name, fixed(stage.busySeconds, 2) + " s",
                     fixed(100 * stage.busySeconds / seconds, 0) + " %",
                     std::to_string(stage.threads)});
   }
-  std::fputs(alignedTable(rows, textWidth()).c_str(), stdout);
+  std::fputs(alignedTable(rows, textWidth()).c_str(), stream);
   const StageTime& slowest = *std::ranges::max_element(stages, {}, &StageTime::busySeconds);
-  std::printf("%s frames per second, limited by %s\n", fixed(frames / seconds, 1).c_str(),
-              slowest.name.c_str());
+  std::fprintf(stream, "%s frames per second, limited by %s\n", fixed(frames / seconds, 1).c_str(),
+               slowest.name.c_str());
 }
 
 }  // namespace cli

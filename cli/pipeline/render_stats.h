@@ -1,6 +1,7 @@
 // What a render took, and which of the steps that run side by side it waited for.
 #pragma once
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,8 @@ struct StageTime {
   int threads = 1;
 };
 
-// Prints a table of the stages with their shares of the whole time to standard output.
-void printRenderStats(const std::vector<StageTime>& stages, int frames, double seconds);
+// Prints a table of the stages with their shares of the whole time.
+void printRenderStats(std::FILE* stream, const std::vector<StageTime>& stages, int frames,
+                      double seconds);
 
 }  // namespace cli

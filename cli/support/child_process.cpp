@@ -51,7 +51,7 @@ std::string withoutSourceTag(const std::string& line) {
 }  // namespace
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command, Pipe pipe)
-    : name_(command.front()), writes_(pipe == Pipe::kToItsInput) {
+    : name_(command.front()), writes_(pipe != Pipe::kFromItsOutput) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) {
     throw WorkError("cannot open a pipe to " + name_ + ": " + std::strerror(errno));
@@ -68,7 +68,9 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, Pipe pipe)
     pipe_ = std::move(readEnd);
   } else {
     posix_spawn_file_actions_adddup2(&setup.files, readEnd.get(), STDIN_FILENO);
-    posix_spawn_file_actions_addopen(&setup.files, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    if (pipe == Pipe::kToItsInput) {
+      posix_spawn_file_actions_addopen(&setup.files, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    }
     pipe_ = std::move(writeEnd);
   }
   posix_spawn_file_actions_adddup2(&setup.files, errors_.get(), STDERR_FILENO);

@@ -97,7 +97,7 @@ TEST_F(RenderTest, AFrameIsTheSameAloneAndInSequence) {
   EXPECT_NE(one.err.find("one.png: 1 of 5 rendered frames in "), std::string::npos) << one.err;
   EXPECT_EQ(read("one.png"), read("all_4.png"));
   EXPECT_NE(read("one.png"), read("all_5.png"));
-  renders("s.toml -o clip.mov");
+  renders("s.toml -o clip.mov --codec png");
   EXPECT_EQ(frames("clip.mov")[4].bytes, frames("one.png")[0].bytes);
 }
 
@@ -111,7 +111,7 @@ TEST_F(RenderTest, FrameZeroFollowsThePreroll) {
   }
   ffmpeg("-f lavfi -i testsrc2=s=64x36 -frames:v 6 -c:v png in.mov");
   write("in.toml", "[scene]\ninput = \"in.mov\"\npreroll = 4\n[params]\n\"Intensity\" = 0\n");
-  renders("in.toml -o on.mov");
+  renders("in.toml -o on.mov --codec png");
   const auto in = frames("in.mov");
   const auto out = frames("on.mov");
   ASSERT_EQ(out.size(), 6u);
@@ -127,7 +127,8 @@ TEST_F(RenderTest, AlphaAndDepthGoThrough) {
         "-f lavfi -i testsrc2=s=64x36,format=rgba64,"
         "geq=r='r(X,Y)':g='X*900':b='Y*1700':a='X*1000+Y*30' -frames:v 5 -c:v png -pix_fmt " +
         std::string(deep ? "rgba64be" : "rgba") + " in.mov");
-    renders(std::string("s.toml -i in.mov -o out.mov --overwrite --depth ") + (deep ? "16" : "8"));
+    renders(std::string("s.toml -i in.mov -o out.mov --codec png --overwrite --depth ") +
+            (deep ? "16" : "8"));
     const auto in = frames("in.mov", depth);
     const auto out = frames("out.mov", depth);
     ASSERT_EQ(out.size(), 5u);
@@ -200,7 +201,7 @@ TEST_F(RenderTest, StarsThatCannotBeSeenAreExplained) {
 }
 
 TEST_F(RenderTest, OptionsWinOverTheScene) {
-  renders("s.toml -o out.mov --size 40x20 --fps 50 --set Intensity=0 --quality low");
+  renders("s.toml -o out.mov --codec png --size 40x20 --fps 50 --set Intensity=0 --quality low");
   const cli::MediaInfo info = cli::probeMedia(path("out.mov"));
   EXPECT_EQ(info.size, (cli::FrameSize{40, 20}));
   EXPECT_EQ(info.rate, (cli::FrameRate{50, 1}));
@@ -212,7 +213,7 @@ TEST_F(RenderTest, KeyframesAreFollowed) {
                       "\"Time life\" = [{frame=0, value=50}]\n\"Initial speed\" = 0\n"
                       "\"Value\" = [ {frame=3, value=0}, {frame=4, value=100} ]\n"
                       "\"Value dispersion\" = 0\n");
-  renders("k.toml -o k.mov");
+  renders("k.toml -o k.mov --codec png");
   const auto all = frames("k.mov");
   for (std::size_t i = 0; i < all.size(); ++i) EXPECT_EQ(isBlank(all[i]), i < 4) << i;
 }
@@ -260,6 +261,9 @@ TEST_F(RenderTest, WhatCannotBeDoneIsOneSentenceAndLeavesNothing) {
       {"s.toml -o o.mov --fps fast", 2, "a frame rate is a number above 0"},
       {"s.toml -o o.mov --set Size=2000", 2, "--set \"Size=2000\": \"Size\" takes a number from 0"},
       {"s.toml", 2, "--output"},
+      {"s.toml -o -", 2, "say with --format what to write to standard output"},
+      {"s.toml -o - --format apng", 2, "apng tells at its start how many frames follow"},
+      {"s.toml -o o.mov --codec qtrle --depth 16", 2, "--codec qtrle holds 8 bits per channel"},
       {"s.toml -o o.mov --module file", 1, "file"},
       {"s.toml -o o.mov --module " NO_ENTRY_POINT_PATH, 1, "EntryPointFunc"},
       {"s.toml -o o.mov --module " OLD_MODULE_PATH, 1, "is too old"}};
@@ -283,6 +287,46 @@ TEST_F(RenderTest, FramesBeforeTheDecodersFailureAreWritten) {
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_EQ(result.err, "brisel: cannot read the input \"in.mov\": worn out\n");
   EXPECT_EQ(names(), (Names{"f_0.png", "f_1.png", "f_2.png", "ffmpeg", "in.mov", "s.toml"}));
+}
+
+TEST_F(RenderTest, MissingAndTornFramesAreFilledIn) {
+  renders("s.toml -o f.####.png --start-number 1001");
+  renders("s.toml -o e_%d.exr");
+  const std::string exr = read("e_2.exr");
+  const std::string torn = read("f.1004.png");
+  write("f.1004.png", torn.substr(0, torn.size() / 2));
+  write("f.1002.png", torn);  // complete, so it stays
+  write("e_2.exr", exr.substr(0, exr.size() * 2 / 3));
+  const std::string last = read("f.1006.png");
+  std::filesystem::remove(path("f.1006.png"));
+  const CommandResult result = render("s.toml -o f.####.png --start-number 1001 --skip-existing");
+  EXPECT_EQ(result.exitCode, 0) << result.err;
+  EXPECT_NE(result.err.find("4 of 6 frames of \"f.####.png\" are there already"), std::string::npos)
+      << result.err;
+  EXPECT_EQ(read("f.1004.png"), torn);
+  EXPECT_EQ(read("f.1002.png"), torn);
+  EXPECT_EQ(read("f.1006.png"), last);
+  const CommandResult other = render("s.toml -o e_%d.exr --skip-existing");
+  EXPECT_NE(other.err.find("1 of 3 rendered frames"), std::string::npos) << other.err;
+  EXPECT_EQ(read("e_2.exr"), exr);
+}
+
+TEST_F(RenderTest, StandardOutputGetsTheOutputAlone) {
+  renders("s.toml -o f_%d.png");
+  std::string expected;
+  for (int i = 0; i < 6; ++i) expected += read("f_" + std::to_string(i) + ".png");
+  const CommandResult pictures = render("s.toml -o - --format png --stats");
+  EXPECT_EQ(pictures.out, expected);
+  EXPECT_NE(pictures.err.find("limited by"), std::string::npos) << pictures.err;
+  for (const std::string format : {"mov", "mp4", "webm", "gif"}) {
+    const CommandResult clip = render("s.toml -o - --format " + format);
+    EXPECT_EQ(clip.exitCode, 0) << clip.err;
+    write("piped." + format, clip.out);
+    EXPECT_EQ(cli::probeMedia(path("piped." + format)).frameCount, 6) << format;
+  }
+  const CommandResult unread =
+      run({"sh", "-c", "(" BRISEL_PROGRAM " render s.toml -o - --format png; echo $? >&2) | true"});
+  EXPECT_EQ(unread.err, "brisel: cannot write standard output: Broken pipe\n1\n");
 }
 
 TEST_F(RenderTest, StatisticsTellHowBusyEachStepWas) {

@@ -55,8 +55,11 @@ class MediaTest : public clitest::ScratchTest {
   }
 
   void writeClip(const std::string& name, FrameSize size, Depth depth, int frames) const {
+    cli::OutputOptions options;
+    options.name = path(name);
+    if (name.ends_with(".mov")) options.codec = "png";  // the lossless one for both depths
     const auto writer =
-        cli::openFrameWriter(cli::parseOutputTarget(path(name)), size, FrameRate{25, 1}, depth);
+        cli::openFrameWriter(cli::parseOutputTarget(options), size, FrameRate{25, 1}, depth);
     for (int i = 0; i < frames; ++i) encodeAndWrite(*writer, patternFrame(size, depth, i), i);
     writer->finish();
   }

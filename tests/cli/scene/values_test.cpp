@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "cli/media/frame_rate.h"
-#include "cli/media/output_target.h"
 #include "cli/scene/animation.h"
 #include "cli/scene/effect.h"
 #include "cli/scene/param_values.h"
@@ -15,7 +14,6 @@
 namespace {
 
 using cli::FrameRate;
-using cli::OutputKind;
 using cli::Setting;
 
 constexpr cli::FrameSize kFrame{1000, 500};
@@ -60,20 +58,6 @@ TEST(NearestName, WordsCountBeforeTyposAndSwapsAreOneTypo) {
   }
   EXPECT_EQ(cli::nearestName("x", {}), "");
   EXPECT_NE(cli::nearestName("?", names), "");
-}
-
-TEST(OutputTargets, AreToldByTheirNames) {
-  EXPECT_EQ(cli::parseOutputTarget("a/b.MOV").kind, OutputKind::kMov);
-  EXPECT_EQ(cli::parseOutputTarget("o/b_%04d.png").numbered(12), "o/b_0012.png");
-  EXPECT_EQ(cli::parseOutputTarget("%d.png").numbered(12345), "12345.png");
-  for (const char* name : {"a", "a.jpg", "a_%04d.mov", "a_%s.png", "a_%d_%d.png", "a_%0d.png"}) {
-    EXPECT_THROW(cli::parseOutputTarget(name), cli::UsageError) << name;
-  }
-  EXPECT_EQ(cli::parseFrameRange("7").last, 7);
-  EXPECT_EQ(cli::parseFrameRange("3-9").count(), 7);
-  for (const char* text : {"", "-3", "9-3", "a-b", "1-", "1-2-3"}) {
-    EXPECT_THROW(cli::parseFrameRange(text), cli::UsageError) << text;
-  }
 }
 
 TEST(Versions, AreUnpackedAsTheHostPacksThem) {

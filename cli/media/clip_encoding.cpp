@@ -1,0 +1,119 @@
+#include "cli/media/clip_encoding.h"
+
+#include <iterator>
+#include <sstream>
+
+#include "cli/media/media_info.h"
+
+namespace cli {
+namespace {
+
+// Luma and chroma by BT.709 at the narrow range, and the tags that say so; some encoders take them
+// from the frames, others from the options.
+constexpr char kToVideoColors[] =
+    "scale=flags=bicubic+accurate_rnd+full_chroma_int+full_chroma_inp:"
+    "out_color_matrix=bt709:out_range=tv,"
+    "setparams=colorspace=bt709:color_primaries=bt709:color_trc=bt709:range=tv,format=";
+constexpr char kVideoColorTags[] =
+    " -colorspace bt709 -color_primaries bt709 -color_trc bt709 -color_range tv ";
+
+std::string movOptions(MovCodec codec) {
+  switch (codec) {
+    case MovCodec::kQtrle:
+      return "-c:v qtrle -pix_fmt argb -f mov";
+    case MovCodec::kPng:
+      return "-c:v copy -f mov";
+    default:
+      return std::string("-vf ") + kToVideoColors +
+             "yuva444p10le -c:v prores_ks -profile:v 4444 -alpha_bits 16 -vendor apl0" +
+             kVideoColorTags + "-movflags +write_colr -f mov";
+  }
+}
+
+std::string mp4Options(Depth depth) {
+  // Even sides, as players of this format require.
+  const std::string filter = std::string("-vf pad=ceil(iw/2)*2:ceil(ih/2)*2,") + kToVideoColors;
+  const std::string codec =
+      depth == Depth::k8
+          ? "yuv420p -c:v libx264 -preset medium -crf 16"
+          : "yuv420p10le -c:v libx265 -preset medium -crf 17 -x265-params log-level=error "
+            "-tag:v hvc1";
+  return filter + codec + kVideoColorTags + "-f mp4";
+}
+
+std::string encoderOptions(const OutputTarget& target, Depth depth) {
+  switch (target.format) {
+    case OutputFormat::kMov:
+      return movOptions(target.codec);
+    case OutputFormat::kMp4:
+      return mp4Options(depth);
+    case OutputFormat::kWebm:
+      // The alternate reference frames of the encoder do not go with alpha.
+      return std::string("-vf ") + kToVideoColors +
+             "yuva420p -c:v libvpx-vp9 -crf 16 -b:v 0 -deadline good -cpu-used 4 -row-mt 1 "
+             "-auto-alt-ref 0" +
+             kVideoColorTags + "-f webm";
+    case OutputFormat::kGif:
+      // A palette for each frame: better colours, and no need to hold the whole clip.
+      return "-vf split[a][b];[a]palettegen=stats_mode=single[p];"
+             "[b][p]paletteuse=new=1:dither=bayer:bayer_scale=4 -loop 0 -f gif";
+    case OutputFormat::kApng:
+      return std::string("-c:v apng -compression_level 3 -plays 0 -f apng -pix_fmt ") +
+             (depth == Depth::k8 ? "rgba" : "rgba64be");
+    default:
+      return "-c:v libwebp_anim -pix_fmt yuva420p -quality 90 -loop 0 -f webp";
+  }
+}
+
+std::string inputOptions(PipedFrames frames, FrameSize size, Depth depth) {
+  if (frames == PipedFrames::kPng) return "-f png_pipe";
+  const std::string channels = frames == PipedFrames::kFlatRgb ? "rgb" : "rgba";
+  const std::string format = depth == Depth::k8
+                                 ? (frames == PipedFrames::kFlatRgb ? "rgb24" : "rgba")
+                                 : (frames == PipedFrames::kFlatRgb ? "rgb48le" : "rgba64le");
+  return "-f rawvideo -pix_fmt " + format + " -s " + std::to_string(size.width) + "x" +
+         std::to_string(size.height);
+}
+
+// What the two related containers need so that players can start at once: the index in front, or
+// where nobody can go back to the front, none at all.
+std::string placeOfIndex(const OutputTarget& target) {
+  if (target.format != OutputFormat::kMov && target.format != OutputFormat::kMp4) return "";
+  if (target.isStandardOutput()) return " -movflags +frag_keyframe+empty_moov+default_base_moof";
+  return target.format == OutputFormat::kMp4 ? " -movflags +faststart" : "";
+}
+
+void append(std::vector<std::string>& command, const std::string& spaced) {
+  std::istringstream stream(spaced);
+  command.insert(command.end(), std::istream_iterator<std::string>(stream), {});
+}
+
+}  // namespace
+
+PipedFrames pipedFrames(const OutputTarget& target) {
+  switch (target.format) {
+    case OutputFormat::kMp4:
+    case OutputFormat::kGif:
+      return PipedFrames::kFlatRgb;
+    case OutputFormat::kMov:
+      return target.codec == MovCodec::kPng ? PipedFrames::kPng : PipedFrames::kRgba;
+    default:
+      return PipedFrames::kRgba;
+  }
+}
+
+std::vector<std::string> encodeCommand(const OutputTarget& target,
+                                       const std::optional<std::filesystem::path>& file,
+                                       FrameSize size, FrameRate rate, Depth depth,
+                                       const std::optional<Soundtrack>& sound) {
+  std::vector<std::string> command;
+  append(command, "ffmpeg -v error -nostdin -y " + inputOptions(pipedFrames(target), size, depth) +
+                      " -framerate " + rate.text() + " -i pipe:0");
+  if (sound) appendSoundInput(command, *sound);
+  append(command, "-map 0:v " + encoderOptions(target, depth) + placeOfIndex(target));
+  if (sound) appendSoundOutput(command, *sound, target.format);
+  command.push_back(file ? mediaArgument(*file) : "pipe:1");
+  return command;
+}
+
+}  // namespace cli

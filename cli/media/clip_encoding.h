@@ -1,0 +1,31 @@
+// How ffmpeg is to make a clip of the frames it is sent.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/media/frame_rate.h"
+#include "cli/media/output_target.h"
+#include "cli/media/soundtrack.h"
+#include "cli/pictures/frame.h"
+
+namespace cli {
+
+// What ffmpeg takes from the pipe.
+enum class PipedFrames {
+  kRgba,     // as a Frame holds them
+  kFlatRgb,  // over black, three channels: the format has no alpha, or only on and off
+  kPng       // files, which end up in the clip as they are
+};
+
+PipedFrames pipedFrames(const OutputTarget& target);
+
+// The command line that writes the target into `file`, or onto standard output without one.
+std::vector<std::string> encodeCommand(const OutputTarget& target,
+                                       const std::optional<std::filesystem::path>& file,
+                                       FrameSize size, FrameRate rate, Depth depth,
+                                       const std::optional<Soundtrack>& sound);
+
+}  // namespace cli

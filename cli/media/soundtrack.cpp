@@ -1,0 +1,83 @@
+#include "cli/media/soundtrack.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <sstream>
+#include <string_view>
+
+#include "cli/media/media_info.h"
+#include "cli/support/child_process.h"
+#include "cli/support/errors.h"
+
+namespace cli {
+namespace {
+
+bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
+  return std::ranges::find(names, name) != names.end();
+}
+
+bool takesAsItIs(OutputFormat format, std::string_view codec) {
+  switch (format) {
+    case OutputFormat::kMov:
+      return isOneOf(codec,
+                     {"aac", "alac", "mp3", "ac3", "eac3", "pcm_s16le", "pcm_s16be", "pcm_s24le",
+                      "pcm_s24be", "pcm_s32le", "pcm_s32be", "pcm_f32le", "pcm_f32be"});
+    case OutputFormat::kMp4:
+      return isOneOf(codec, {"aac", "alac", "mp3", "ac3", "eac3", "opus"});
+    default:
+      return isOneOf(codec, {"opus", "vorbis"});
+  }
+}
+
+std::string secondsText(double seconds) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.6f", seconds);
+  return text;
+}
+
+}  // namespace
+
+bool hasSound(OutputFormat format) {
+  return format == OutputFormat::kMov || format == OutputFormat::kMp4 ||
+         format == OutputFormat::kWebm;
+}
+
+std::optional<Soundtrack> findSoundtrack(const std::filesystem::path& file, double start,
+                                         double seconds) {
+  const std::string answer = outputOf(
+      {"ffprobe", "-v", "error", "-select_streams", "a", "-show_entries", "stream=codec_name",
+       "-of", "default=nokey=1:noprint_wrappers=1", mediaArgument(file)},
+      "cannot read the sound of " + inQuotes(file.string()));
+  Soundtrack sound{file, {}, start, seconds};
+  std::istringstream lines(answer);
+  for (std::string codec; std::getline(lines, codec);) sound.codecs.push_back(codec);
+  if (sound.codecs.empty()) return std::nullopt;
+  return sound;
+}
+
+void appendSoundInput(std::vector<std::string>& command, const Soundtrack& sound) {
+  if (sound.start > 0) command.insert(command.end(), {"-ss", secondsText(sound.start)});
+  command.insert(command.end(),
+                 {"-t", secondsText(sound.seconds), "-i", mediaArgument(sound.file)});
+}
+
+void appendSoundOutput(std::vector<std::string>& command, const Soundtrack& sound,
+                       OutputFormat format) {
+  command.insert(command.end(), {"-map", "1:a", "-map_chapters", "-1"});
+  for (std::size_t i = 0; i < sound.codecs.size(); ++i) {
+    const std::string stream = ":a:" + std::to_string(i);
+    const std::string codec = "-c" + stream;
+    if (takesAsItIs(format, sound.codecs[i])) {
+      command.insert(command.end(), {codec, "copy"});
+    } else if (format == OutputFormat::kWebm) {
+      // The encoder knows these layouts only.
+      command.insert(command.end(), {codec, "libopus", "-b" + stream, "192k", "-filter" + stream,
+                                     "aformat=channel_layouts=7.1|5.1|stereo|mono"});
+    } else {
+      command.insert(command.end(), {codec, "aac", "-b" + stream, "256k"});
+    }
+  }
+}
+
+}  // namespace cli

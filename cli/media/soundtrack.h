@@ -1,0 +1,34 @@
+// The sound that goes with a clip, taken from a file.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/media/output_target.h"
+
+namespace cli {
+
+struct Soundtrack {
+  std::filesystem::path file;
+  std::vector<std::string> codecs;  // of each of the file's audio streams, by ffmpeg's names
+  double start = 0;                 // seconds into the file that go with the first frame
+  double seconds = 0;               // length
+};
+
+// Whether clips of this format can have sound.
+bool hasSound(OutputFormat format);
+
+// All audio streams of the file; none when it has none. Throws WorkError naming the file when it
+// cannot be read.
+std::optional<Soundtrack> findSoundtrack(const std::filesystem::path& file, double start,
+                                         double seconds);
+
+// The sound as the second input of an ffmpeg command, and what becomes of it in the output: streams
+// are copied where the container takes them, others become AAC, or Opus in a .webm.
+void appendSoundInput(std::vector<std::string>& command, const Soundtrack& sound);
+void appendSoundOutput(std::vector<std::string>& command, const Soundtrack& sound,
+                       OutputFormat format);
+
+}  // namespace cli
