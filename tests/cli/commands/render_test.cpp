@@ -167,6 +167,56 @@ TEST_F(RenderTest, StarsAreAddedToAnInputUnlessTheSceneSaysHowToMix) {
   EXPECT_EQ(render("s.toml -o none.mov").err.find(note), std::string::npos) << "no input";
 }
 
+TEST_F(RenderTest, SeveralScenesAreRenderedEachUnderItsName) {
+  write("t.toml", std::string(kScene) + "\"Type\" = \"Dots\"\n");
+  renders("s.toml t.toml -o a_{scene}_%d.png --frames 4-5");
+  renders("t.toml -o {scene}.png --frames 5");
+  EXPECT_EQ(names(), (Names{"a_s_4.png", "a_s_5.png", "a_t_4.png", "a_t_5.png", "s.toml", "t.png",
+                            "t.toml"}));
+  EXPECT_EQ(read("a_t_5.png"), read("t.png"));
+  EXPECT_NE(read("a_t_5.png"), read("a_s_5.png"));
+
+  write("ffmpeg", "#!/bin/sh\necho worn out >&2\nexit 1\n");
+  std::filesystem::permissions(path("ffmpeg"), std::filesystem::perms::owner_all);
+  ffmpeg("-f lavfi -i testsrc2=s=64x36 -frames:v 6 -c:v png in.mov");
+  write("in.toml", "[scene]\ninput = \"in.mov\"\n[params]\n\"Mix with original\" = 2\n");
+  const CommandResult result = run({"sh", "-c",
+                                    "PATH=.:$PATH exec " BRISEL_PROGRAM
+                                    " render s.toml in.toml t.toml -o '{scene}_%d.png'"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_NE(result.err.find("\nbrisel: in.toml: cannot read the input \"in.mov\": worn out\n"),
+            std::string::npos)
+      << result.err;
+  EXPECT_TRUE(std::filesystem::exists(path("s_5.png")));
+  EXPECT_FALSE(std::filesystem::exists(path("t_0.png")));
+}
+
+TEST_F(RenderTest, WhatIsWrongWithOneOfSeveralScenesIsSaidAtOnce) {
+  std::filesystem::create_directory(path("other"));
+  write("other/s.toml", kScene);
+  write("bad.toml", std::string(kScene) + "\"Width\" = -1\n");
+  write("short.toml", "[scene]\nframes = 2\n");
+  write("x.toml", "[scene]\nframes = 12\n");
+  write("x1.toml", kScene);
+  const std::vector<std::tuple<std::string, int, std::string>> cases = {
+      {"s.toml bad.toml -o o.mov", 2, "several scenes need {scene} in the name of the output"},
+      {"s.toml other/s.toml -o {scene}.mov", 2,
+       "\"s.toml\" and \"other/s.toml\" would both write \"s.mov\""},
+      {"x.toml x1.toml -o {scene}%d.png", 2,
+       "\"x.toml\" and \"x1.toml\" would both write \"x10.png"},
+      {"s.toml bad.toml -o {scene}.mov", 1, "bad.toml:8: \"Width\" takes a number"},
+      {"s.toml none.toml -o {scene}.mov", 1, "the scene \"none.toml\" does not exist"},
+      {"s.toml short.toml -o {scene}.mov --frames 3-5", 2,
+       "short.toml: --frames \"3-5\": the scene has the frames 0-1"},
+      {"s.toml bad.toml -o {scene}.mov --fps 0", 2, "--fps \"0\": a frame rate"}};
+  for (const auto& [arguments, exitCode, message] : cases) {
+    const CommandResult result = render(arguments);
+    EXPECT_EQ(result.exitCode, exitCode) << arguments << ": " << result.err;
+    EXPECT_TRUE(result.err.starts_with("brisel: " + message)) << arguments << ": " << result.err;
+    EXPECT_FALSE(std::filesystem::exists(path("s.mov"))) << arguments;
+  }
+}
+
 TEST_F(RenderTest, StarsThatCannotBeSeenAreExplained) {
   ffmpeg("-f lavfi -i color=black:s=64x36 -frames:v 1 black.png");
   write("far.toml", std::string(kScene) + "[mask]\npath = \"M 100 0 L 200 50\"\n");

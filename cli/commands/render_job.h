@@ -1,0 +1,57 @@
+// What a run of `brisel render` has to do, found out before its first frame.
+#pragma once
+
+#include <new>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/media/output_files.h"
+#include "cli/scene/scene_plan.h"
+#include "cli/support/errors.h"
+#include "cli/support/interrupt.h"
+
+namespace cli {
+
+struct RenderOptions {
+  std::vector<std::string> scenes;
+  SceneOptions overrides;
+  OutputOptions output;
+  std::optional<std::string> frames;
+  bool stats = false;
+  std::string module;
+};
+
+// One scene of a run, with its output.
+struct RenderJob {
+  std::string scene;  // for messages; empty when it is the only one
+  ScenePlan plan;
+  OutputTarget target;
+  FrameRange range;
+  std::vector<int> frames;  // those of the range that are to be written
+};
+
+// One for each scene. Throws when something is wrong with any of them, naming it, or when two would
+// write the same file.
+std::vector<RenderJob> planJobs(const RenderOptions& options);
+
+// The message, with the scene in front unless it is named already or none needs to be.
+std::string ofScene(const std::string& scene, const std::string& message);
+
+// Does work for a scene; a failure then names it.
+template <typename Work>
+auto namingScene(const std::string& scene, const Work& work) {
+  try {
+    return work();
+  } catch (const Interrupted&) {
+    throw;
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const UsageError& error) {
+    throw UsageError(ofScene(scene, error.what()));
+  } catch (const std::exception& error) {
+    throw WorkError(ofScene(scene, error.what()));
+  }
+}
+
+}  // namespace cli
