@@ -243,4 +243,16 @@ TEST_F(PresetTest, ThePanelGreysOutAndShowsWhereThePointerIs) {
             150);
 }
 
+TEST_F(PresetTest, APresetMaySayHowToMix) {
+  writePresets();
+  writePreset("star", "Mix with original\r\n1\r\nIntensity\r\n0\r\n");
+  ffmpeg("-f lavfi -i color=red:s=64x36 -frames:v 1 red.png");
+  for (const bool bySelf : {false, true}) {
+    const CommandResult result = withModule({"render", "s.toml", "-i", "red.png", "-o", "o.mov",
+                                             "--overwrite", "--preset", bySelf ? "star" : "p1"});
+    EXPECT_EQ(result.err.starts_with("brisel: note: \"Mix with original\" is not set"), !bySelf)
+        << result.err;
+  }
+}
+
 }  // namespace
