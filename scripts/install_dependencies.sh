@@ -19,7 +19,7 @@ elif [ $# -eq 0 ]; then
     libcli11-dev libtomlplusplus-dev nlohmann-json3-dev libdeflate-dev libopenexr-dev libcairo2-dev libpugixml-dev
     libgtest-dev libbenchmark-dev
     clang-format clang-tidy
-    ffmpeg fonts-dejavu-core python3
+    ffmpeg fonts-dejavu-core python3 python3-jsonschema
   )
 else
   echo "usage: scripts/install_dependencies.sh [windows | browser]" >&2

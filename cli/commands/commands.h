@@ -20,6 +20,7 @@ void describeProgram(CLI::App& app, std::function<std::string()> version);
 void addRenderCommand(CLI::App& app);
 void addSheetCommand(CLI::App& app);
 void addPanelCommand(CLI::App& app);
+void addNewCommand(CLI::App& app);
 void addParamsCommand(CLI::App& app);
 void addPresetsCommand(CLI::App& app);
 void addInfoCommand(CLI::App& app);

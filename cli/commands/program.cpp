@@ -13,6 +13,7 @@ void describeProgram(CLI::App& app, std::function<std::string()> version) {
   addRenderCommand(app);
   addSheetCommand(app);
   addPanelCommand(app);
+  addNewCommand(app);
   addParamsCommand(app);
   addPresetsCommand(app);
   addInfoCommand(app);

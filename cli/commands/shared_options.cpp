@@ -48,7 +48,7 @@ void addValueOptions(CLI::App& command, SceneOptions& options) {
       .add_option("--preset", options.presets,
                   "A preset that \"brisel presets\" lists; may be\n"
                   "repeated, and --set goes on from there")
-      ->type_name("NAME")
+      ->type_name("PRESET")
       ->allow_extra_args(false);
   command
       .add_option("--set", options.settings,

@@ -1,5 +1,6 @@
 #include "cli/scene/scene.h"
 
+#include "cli/scene/scene_keys.h"
 #include "cli/scene/scene_mask.h"
 #include "cli/scene/toml_reader.h"
 #include "cli/support/errors.h"
@@ -22,7 +23,7 @@ class SceneReader {
       } else if (entry.key == "mask") {
         takeMask(entry, readMaskTable(toml_, entry));
       } else {
-        toml_.unknownKey(entry, "table", {"scene", "params", "mask"});
+        toml_.unknownKey(entry, "table", namesOf(kTables));
       }
     }
     return std::move(scene_);
@@ -53,9 +54,7 @@ class SceneReader {
       } else if (entry.key == "mask") {
         takeMask(entry, readMaskReference(toml_, entry));
       } else {
-        toml_.unknownKey(
-            entry, "key",
-            {"size", "frames", "preroll", "fps", "depth", "quality", "input", "mask", "presets"});
+        toml_.unknownKey(entry, "key", namesOf(kSceneKeys));
       }
     }
   }

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "cli/scene/scene_keys.h"
 #include "cli/scene/svg_file.h"
 #include "cli/scene/svg_path.h"
 #include "cli/support/errors.h"
@@ -66,7 +67,7 @@ Mask readMaskTable(const TomlReader& reader, const TomlEntry& entry) {
     } else if (item.key == "inverted") {
       mask.inverted = reader.flagOf(item);
     } else {
-      reader.unknownKey(item, "key", {"path", "inverted"});
+      reader.unknownKey(item, "key", namesOf(kMaskKeys));
     }
   }
   if (mask.keys.empty()) reader.fail(*entry.node, "[mask] has no path");

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <fstream>
 
+#include "cli/scene/scene_keys.h"
 #include "cli/support/errors.h"
 #include "cli/support/nearest_name.h"
 #include "cli/support/numbers.h"
@@ -151,7 +152,7 @@ std::vector<Setting::Key> TomlReader::keyframesOf(const TomlEntry& entry,
       } else if (item.key == "ease") {
         key.ease = easeOf(entry.key, *item.node);
       } else if (item.key != "value") {
-        unknownKey(item, "key of a keyframe", {"frame", "value", "ease"});
+        unknownKey(item, "key of a keyframe", namesOf(kKeyframeKeys));
       }
     }
     keys.emplace_back(std::move(key), valueOf({entry.key, value}));

@@ -14,7 +14,8 @@ using clitest::CommandResult;
 using ProgramTest = clitest::ScratchTest;
 
 TEST_F(ProgramTest, HelpSucceedsAndMisuseDoesNot) {
-  for (const std::string command : {"", "render", "sheet", "panel", "params", "presets", "info"}) {
+  for (const std::string command :
+       {"", "render", "sheet", "panel", "new", "params", "presets", "info"}) {
     std::vector<std::string> arguments = {"--help"};
     if (!command.empty()) arguments.insert(arguments.begin(), command);
     const CommandResult result = brisel(arguments);
@@ -57,7 +58,8 @@ TEST_F(ProgramTest, ParametersAreListedForPeopleAndScripts) {
   EXPECT_EQ(brisel({"params", "--names", "size", "disp"}).out,
             "Size dispersion\nSize dispersion of elements\n");
   EXPECT_EQ(brisel({"params", "--names", "glow2"}).out, "Type\n") << "an item";
-  EXPECT_EQ(brisel({"params", "--names", "new random size"}).out, "Size jittering\n") << "a description";
+  EXPECT_EQ(brisel({"params", "--names", "new random size"}).out, "Size jittering\n")
+      << "a description";
 }
 
 TEST_F(ProgramTest, OneParameterIsToldInFull) {
@@ -104,6 +106,48 @@ TEST_F(ProgramTest, VersionTellsCommitAndInstructionSet) {
   EXPECT_TRUE(
       result.out.ends_with("\nmodule          2.0.0 develop, build 1\ninstruction set plain\n"))
       << result.out;
+}
+
+TEST_F(ProgramTest, ANewSceneRendersAtOnce) {
+  ASSERT_EQ(brisel({"new", "own.toml"}).exitCode, 0);
+  ASSERT_EQ(brisel({"new", "a.toml", "--preset", "fountain", "--preset", "sparkle"}).exitCode, 0);
+  EXPECT_NE(read("a.toml").find("\npresets = [\"fountain\", \"sparkle\"]\n"), std::string::npos);
+  for (const std::string scene : {"own.toml", "a.toml"}) {
+    const CommandResult result =
+        brisel({"render", scene, "-o", scene + ".png", "--size", "64x36", "--frames", "0"});
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+  }
+  EXPECT_EQ(brisel({"new", "a.toml"}).exitCode, 1) << "exists";
+  EXPECT_EQ(brisel({"new", "a.toml", "--overwrite"}).exitCode, 0);
+  EXPECT_EQ(brisel({"new", "b.mp4"}).exitCode, 2);
+  EXPECT_NE(brisel({"new", "b.toml", "--preset", "Ring"}).err.find("\"ring-of-fire\""),
+            std::string::npos);
+  EXPECT_EQ(names(),
+            (std::vector<std::string>{"a.toml", "a.toml.png", "own.toml", "own.toml.png"}));
+}
+
+// As far as it can be had without the shell's own line: what is offered for the last word.
+TEST_F(ProgramTest, TheShellCompletesCommandsOptionsAndNames) {
+  write("s.toml", "");
+  write("s.txt", "");
+  const auto offered = [this](const std::string& words) {
+    const std::string script =
+        "source " SHARE_FOLDER
+        "/bash-completion/completions/brisel; compopt() { :; }; COMP_WORDS=(" +
+        words + "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _brisel;" +
+        "(IFS=,; echo -n \"${COMPREPLY[*]}\")";
+    return run({"bash", "-c", script}).out;
+  };
+  const std::string program = BRISEL_PROGRAM;
+  EXPECT_EQ(offered("brisel pre"), "presets");
+  EXPECT_EQ(offered("brisel render --fr"), "--frames");
+  EXPECT_EQ(offered("brisel render --quality ''"), "high,low");
+  EXPECT_EQ(offered("brisel render --depth = 1"), "16") << "as the shell splits --depth=1";
+  EXPECT_EQ(offered("brisel render s"), "s.toml");
+  EXPECT_EQ(offered(program + " render --preset Ring"), "ring-of-fire");
+  EXPECT_EQ(offered(program + " render --set 'Size\\ d'"),
+            "Size depend on source=,Size dispersion=,Size dispersion of elements=");
+  EXPECT_EQ(offered(program + " params mix"), "Mix with original");
 }
 
 TEST_F(ProgramTest, SheetsShowEveryScene) {

@@ -1,0 +1,19 @@
+// The JSON schema of scene files, by which editors complete, explain and check them.
+#pragma once
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <vector>
+
+#include "cli/commands/parameter_listing.h"
+
+namespace cli {
+
+// For the parameters that the module declares. Stricter than the program in two points: labels,
+// items and colours are taken only as they are spelled here.
+nlohmann::ordered_json sceneSchema(const std::vector<ListedParameter>& parameters);
+
+// Where it lies beside this program; empty when it is not there.
+std::filesystem::path installedSchema();
+
+}  // namespace cli

@@ -1,0 +1,52 @@
+// Writes what is installed beside the program for people and editors into a folder: man pages,
+// completion for shells, the schema of scenes.
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <span>
+
+#include "cli/commands/commands.h"
+#include "cli/commands/scene_schema.h"
+#include "cli/reference/completions.h"
+#include "cli/reference/man_pages.h"
+#include "cli/scene/effect.h"
+#include "cli/support/temporary_file.h"
+
+namespace {
+
+void write(const std::filesystem::path& file, const std::string& text) {
+  std::filesystem::create_directories(file.parent_path());
+  cli::writeWholeFile(file, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+}
+
+void writeAll(const std::filesystem::path& share) {
+  CLI::App app;
+  cli::describeProgram(app, [] { return std::string(BRISEL_VERSION); });
+  const cli::CommandTree tree = cli::commandTree(app);
+  for (const auto& [name, page] : cli::manPages(tree, BRISEL_VERSION)) {
+    write(share / "man/man1" / name, page);
+  }
+  write(share / "bash-completion/completions/brisel", cli::bashCompletion(tree));
+  write(share / "zsh/site-functions/_brisel", cli::zshCompletion(tree));
+  write(share / "fish/vendor_completions.d/brisel.fish", cli::fishCompletion(tree));
+
+  cli::Effect effect("");
+  const auto parameters = cli::listedParameters(effect.session().parameters());
+  write(share / "brisel/scene.schema.json", cli::sceneSchema(parameters).dump(1) + "\n");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fprintf(stderr, "usage: brisel_reference FOLDER\n");
+    return 2;
+  }
+  try {
+    writeAll(argv[1]);
+    return 0;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "brisel_reference: %s\n", error.what());
+    return 1;
+  }
+}
