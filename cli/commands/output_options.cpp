@@ -43,6 +43,12 @@ void addOutputOptions(CLI::App& command, OutputOptions& options) {
                 "Keep outputs that exist, and go on with the frames\n"
                 "that are missing")
       ->excludes(overwrite);
+  CLI::Option* audio = command
+                           .add_option("--audio", options.audio,
+                                       "A file to take the sound of a .mov, .mp4 or .webm\n"
+                                       "from; otherwise the input's")
+                           ->type_name("FILE");
+  command.add_flag("--no-audio", options.noAudio, "Leave the sound out")->excludes(audio);
 }
 
 }  // namespace cli

@@ -11,7 +11,7 @@ namespace cli {
 namespace {
 
 void renderJob(const RenderJob& job, const RenderOptions& options) {
-  const auto& [scene, plan, target, range, frames] = job;
+  const auto& [scene, plan, target, range, frames, sound] = job;
   const int there = range.count() - static_cast<int>(frames.size());
   if (there > 0) {
     note(std::to_string(there) + " of " + std::to_string(range.count()) + " frames of " +
@@ -24,8 +24,8 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
                     rendered);
   SceneRenderer renderer(plan, options.module);
   for (const std::string& text : renderer.notes()) note(ofScene(scene, text));
-  OutputStream output(openFrameWriter(target, plan.size, plan.rate, plan.scene.depth), plan.size,
-                      plan.scene.depth);
+  OutputStream output(openFrameWriter(target, plan.size, plan.rate, plan.scene.depth, sound),
+                      plan.size, plan.scene.depth);
   int written = 0;
   const auto showProgress = [&] {
     for (; written < output.framesWritten(); ++written) progress.frameDone();

@@ -36,6 +36,26 @@ FrameRange rangeToRender(const RenderOptions& options, const ScenePlan& plan) {
   return range;
 }
 
+// What goes with the frames of the range: the file of --audio, else the input's sound.
+std::optional<Soundtrack> soundtrackOf(const OutputTarget& target, const OutputOptions& options,
+                                       const ScenePlan& plan, FrameRange range) {
+  const bool chosen = !options.audio.empty();
+  if (!hasSound(target.format)) {
+    if (chosen) throw UsageError("--audio: there is no sound in " + target.name());
+    return std::nullopt;
+  }
+  const std::filesystem::path file =
+      chosen ? std::filesystem::path(options.audio) : plan.scene.input;
+  std::error_code error;
+  if (options.noAudio || !(chosen || std::filesystem::is_regular_file(file, error))) {
+    return std::nullopt;
+  }
+  const double perSecond = plan.rate.perSecond();
+  auto sound = findSoundtrack(file, range.first / perSecond, range.count() / perSecond);
+  if (chosen && !sound) throw WorkError("there is no sound in " + inQuotes(options.audio));
+  return sound;
+}
+
 RenderJob planJob(const std::string& file, const RenderOptions& options) {
   const bool isAlone = options.scenes.size() == 1;
   const std::string name = isAlone ? "" : file;
@@ -50,7 +70,8 @@ RenderJob planJob(const std::string& file, const RenderOptions& options) {
     std::vector<int> frames = framesToWrite(target, range, plan.scene.depth, output);
     // A wrong value of the last scene is no news for the end of a long run.
     if (!isAlone) SceneEffect(plan, options.module);
-    return RenderJob{name, std::move(plan), target, range, std::move(frames)};
+    auto sound = soundtrackOf(target, output, plan, range);
+    return RenderJob{name, std::move(plan), target, range, std::move(frames), std::move(sound)};
   });
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/media/output_files.h"
+#include "cli/media/soundtrack.h"
 #include "cli/scene/scene_plan.h"
 #include "cli/support/errors.h"
 #include "cli/support/interrupt.h"
@@ -29,6 +30,7 @@ struct RenderJob {
   OutputTarget target;
   FrameRange range;
   std::vector<int> frames;  // those of the range that are to be written
+  std::optional<Soundtrack> sound;
 };
 
 // One for each scene. Throws when something is wrong with any of them, naming it, or when two would

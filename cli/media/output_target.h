@@ -42,6 +42,8 @@ struct OutputOptions {
   std::optional<int> startNumber;
   bool overwrite = false;
   bool skipExisting = false;
+  std::string audio;  // a file to take the sound from
+  bool noAudio = false;
 };
 
 // The names an output can have, for messages.

@@ -1,17 +1,20 @@
 #include "cli/media/soundtrack.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
-#include <sstream>
+#include <initializer_list>
+#include <nlohmann/json.hpp>
 #include <string_view>
 
 #include "cli/media/media_info.h"
 #include "cli/support/child_process.h"
 #include "cli/support/errors.h"
+#include "cli/support/numbers.h"
 
 namespace cli {
 namespace {
+
+using Json = nlohmann::json;
 
 bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
   return std::ranges::find(names, name) != names.end();
@@ -45,14 +48,20 @@ bool hasSound(OutputFormat format) {
 
 std::optional<Soundtrack> findSoundtrack(const std::filesystem::path& file, double start,
                                          double seconds) {
-  const std::string answer = outputOf(
-      {"ffprobe", "-v", "error", "-select_streams", "a", "-show_entries", "stream=codec_name",
-       "-of", "default=nokey=1:noprint_wrappers=1", mediaArgument(file)},
-      "cannot read the sound of " + inQuotes(file.string()));
+  const std::string answer =
+      outputOf({"ffprobe", "-v", "error", "-select_streams", "a", "-show_entries",
+                "stream=codec_name:format=start_time", "-of", "json", mediaArgument(file)},
+               "cannot read the sound of " + inQuotes(file.string()));
+  const Json json = Json::parse(answer, nullptr, false);
+  if (json.is_discarded()) return std::nullopt;
   Soundtrack sound{file, {}, start, seconds};
-  std::istringstream lines(answer);
-  for (std::string codec; std::getline(lines, codec);) sound.codecs.push_back(codec);
+  for (const Json& stream : json.value("streams", Json::array())) {
+    sound.codecs.push_back(stream.value("codec_name", "unknown"));
+  }
   if (sound.codecs.empty()) return std::nullopt;
+  // ffmpeg counts from the first stream, which may lie before 0 for a decoder to start with.
+  const std::string first = json.value("format", Json::object()).value("start_time", "0");
+  sound.start += std::max(0.0, -parseNumber(first).value_or(0));
   return sound;
 }
 
@@ -65,6 +74,8 @@ void appendSoundInput(std::vector<std::string>& command, const Soundtrack& sound
 void appendSoundOutput(std::vector<std::string>& command, const Soundtrack& sound,
                        OutputFormat format) {
   command.insert(command.end(), {"-map", "1:a", "-map_chapters", "-1"});
+  // Copied packets that end before the start, from where a file could be entered, do not go along.
+  if (sound.start > 0) command.insert(command.end(), {"-copypriorss:a", "0"});
   for (std::size_t i = 0; i < sound.codecs.size(); ++i) {
     const std::string stream = ":a:" + std::to_string(i);
     const std::string codec = "-c" + stream;

@@ -13,15 +13,16 @@ namespace cli {
 struct Soundtrack {
   std::filesystem::path file;
   std::vector<std::string> codecs;  // of each of the file's audio streams, by ffmpeg's names
-  double start = 0;                 // seconds into the file that go with the first frame
+  double start = 0;                 // seconds from the beginning of the file's first stream
   double seconds = 0;               // length
 };
 
 // Whether clips of this format can have sound.
 bool hasSound(OutputFormat format);
 
-// All audio streams of the file; none when it has none. Throws WorkError naming the file when it
-// cannot be read.
+// All audio streams of the file from `start` on, in seconds on its own clock, which is where frame
+// 0 of a clip is at 0; none when it has no audio. Throws WorkError naming the file when it cannot
+// be read.
 std::optional<Soundtrack> findSoundtrack(const std::filesystem::path& file, double start,
                                          double seconds);
 
