@@ -9,6 +9,7 @@ inline constexpr char kDisplayName[] = "Corvane - Brisel";
 inline constexpr char kCategory[] = "Tessaro";
 inline constexpr char kMatchName[] = "Vellix (Drizzen)";
 inline constexpr char kEntryPointName[] = "EntryPointFunc";
+inline constexpr char kModuleFileName[] = "VellixDrizzen_64.AEX";
 
 /// Version 2, sub-version 0, fix level 0, stage develop, build 1.
 inline constexpr A_u_long kEffectVersion = 0x00100001;

@@ -3,7 +3,8 @@
 #include <cstring>
 #include <string>
 
-#include "platform/module_path.h"
+#include "host/identity.h"
+#include "platform/module_folder.h"
 
 namespace brisel {
 namespace {
@@ -14,11 +15,9 @@ void copyPath(const std::string& path, char (&to)[ModuleFolders::kCapacity]) {
 
 }  // namespace
 
-ModuleFolders deriveFolders(std::string_view modulePath) {
+ModuleFolders deriveFolders(const std::string& moduleFolder) {
   ModuleFolders folders;
-  const std::size_t separator = modulePath.rfind(kPathSeparator);
-  if (separator == std::string_view::npos) return folders;
-  const std::string moduleFolder(modulePath.substr(0, separator + 1));
+  if (moduleFolder.empty()) return folders;
   const std::string presetRootFolder = moduleFolder + "Corvane";
   const std::string presetFolder = presetRootFolder + kPathSeparator + "Drizzen" + kPathSeparator;
   const std::string presetFilePath = presetFolder + "Drizzen.prs";
@@ -31,9 +30,7 @@ ModuleFolders deriveFolders(std::string_view modulePath) {
 }
 
 ModuleFolders findFolders() {
-  char path[1024];
-  const std::size_t length = modulePath(path, sizeof path);
-  return deriveFolders({path, length});
+  return deriveFolders(moduleFolder(kModuleFileName));
 }
 
 }  // namespace brisel

@@ -1,7 +1,7 @@
 // Where the module's presets lie, derived from where the module itself lies.
 #pragma once
 
-#include <string_view>
+#include <string>
 
 namespace brisel {
 
@@ -14,9 +14,9 @@ struct ModuleFolders {
   char presetFilePath[kCapacity] = {};    // presetFolder + "Drizzen.prs"
 };
 
-/// The folders beside the file `modulePath`, whatever it is called. A path without a folder, or one
-/// whose folders do not fit, gives empty ones.
-ModuleFolders deriveFolders(std::string_view modulePath);
+/// The folders below `moduleFolder`, which ends with a separator; empty ones where that is empty or
+/// they do not fit.
+ModuleFolders deriveFolders(const std::string& moduleFolder);
 
 /// The folders of the module that is running.
 ModuleFolders findFolders();

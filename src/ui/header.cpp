@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/module_path.h"
+#include "platform/module_folder.h"
 #include "ui/opener.h"
 #include "ui/redraw.h"
 #include "ui/resource_picture.h"

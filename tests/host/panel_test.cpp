@@ -92,6 +92,23 @@ TEST_F(PanelTest, TheRowIsDrawnInOrder) {
   EXPECT_EQ(stripRed(row[8], 3, 68), 100);
 }
 
+#ifndef _WIN32
+TEST(PanelBehindALink, ShowsThePresetsBesideTheFileThatTheLinkLeadsTo) {
+  const hosttest::ModuleWithPresets beside;
+  std::filesystem::rename(beside.module(), beside.folder() / "effect.so.2");
+  std::filesystem::create_directory(beside.folder() / "links");
+  const auto link = beside.folder() / "links/VellixDrizzen_64.AEX";
+  std::filesystem::create_symlink("../effect.so.2", link);
+  const hostkit::Module module(hostkit::Module::load(link));
+  hostkit::Session session(module);
+  session.open();
+  RecordingPainter painter;
+  session.draw(kEmitterRow, kRowRect, &painter);
+  EXPECT_EQ(painter.drawings.size(), 9u);
+  session.close();
+}
+#endif
+
 TEST_F(PanelTest, ScrollingStopsAtBothEnds) {
   drawn(kEmitterRow, kRowRect);
   for (int i = 0; i < 10; ++i) clickRow(457);
