@@ -54,6 +54,13 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
                       {"encode", output.encodingSeconds(), output.threads()}},
                      rendered, seconds);
   }
+  const std::string damage = renderer.damage();
+  if (damage.empty()) return;
+  if (!options.overrides.reading.tolerateDamage) {
+    throw WorkError(damage + "; " + target.name() +
+                    " was written all the same, which --tolerate-damage accepts");
+  }
+  warn(damage);
 }
 
 void render(const RenderOptions& options) {

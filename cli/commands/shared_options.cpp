@@ -16,9 +16,16 @@ void addSceneOptions(CLI::App& command, SceneOptions& options) {
   command
       .add_option("-i,--input", options.input,
                   "Still or clip to put the effect on, anything ffmpeg\n"
-                  "reads, alpha kept; the last frame of a clip that is\n"
-                  "too short holds")
+                  "reads, alpha kept; numbered pictures as f.####.png,\n"
+                  "f.%04d.png or 'f.*.png'; - is standard input; the\n"
+                  "last frame of a clip that is too short holds")
       ->type_name("FILE");
+  command.add_flag("--still", options.reading.still,
+                   "Take a numbered picture alone, not as a sequence");
+  command.add_flag("--tolerate-damage", options.reading.tolerateDamage,
+                   "Take what can be read of a damaged input as success");
+  command.add_flag("--keep-fields", options.reading.keepFields,
+                   "Do not deinterlace an interlaced clip");
   command.add_option("--size", options.size, "Size of the layer in pixels")->type_name("WxH");
   command
       .add_option("--scale", options.scale,

@@ -48,6 +48,7 @@ void addScene(ContactSheet& sheet, ScenePlan plan, int count, Progress& progress
     sheet.addFrame(renderer.picture(), number);
   }
   for (const std::string& warning : renderer.warnings()) warn(name + ": " + warning);
+  if (const std::string damage = renderer.damage(); !damage.empty()) warn(name + ": " + damage);
 }
 
 void makeSheet(const SheetOptions& options) {

@@ -3,7 +3,7 @@
 #include <iterator>
 #include <sstream>
 
-#include "cli/media/media_info.h"
+#include "cli/media/media_source.h"
 
 namespace cli {
 namespace {

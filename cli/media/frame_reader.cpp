@@ -1,80 +1,55 @@
 #include "cli/media/frame_reader.h"
 
-#include <utility>
-
 #include "cli/pictures/frame_fit.h"
 #include "cli/support/errors.h"
 
 namespace cli {
 namespace {
 
-constexpr char kExactConversion[] =
-    ":flags=bicubic+accurate_rnd+full_chroma_int+full_chroma_inp+bitexact";
-
 // ffmpeg is exact for RGB only where the depth stays; the rest we convert ourselves.
-Depth decodedDepth(const MediaInfo& info, Depth wanted) {
-  if (!info.isRgb) return wanted;
-  return info.isDeep ? Depth::k16 : Depth::k8;
-}
-
-// ffmpeg's recipe from the decoded picture to our pixels.
-std::string filterChain(const MediaInfo& info, FrameRate rate, Depth depth) {
-  std::string chain;
-  if (!info.isStill()) chain += "setpts=PTS-STARTPTS,fps=" + rate.text() + ",";
-  const std::string scale = "scale=" + std::to_string(info.size.width) + ":" +
-                            std::to_string(info.size.height) + kExactConversion;
-  // On the direct way to 16-bit colours a full alpha of 12 bits would end below full.
-  if (depth == Depth::k16 && !info.isRgb && info.isDeep) chain += scale + ",format=yuva444p16,";
-  chain += scale;
-  if (!info.matrix.empty()) chain += ":in_color_matrix=" + info.matrix;
-  return chain;
-}
-
-std::vector<std::string> decodeCommand(const std::filesystem::path& path, const MediaInfo& info,
-                                       FrameRate rate, Depth depth) {
-  const std::string pixelFormat = depth == Depth::k8 ? "rgba" : "rgba64le";
-  std::vector<std::string> command = {"ffmpeg", "-v", "error", "-nostdin"};
-  if (!info.decoder.empty()) command.insert(command.end(), {"-c:v", info.decoder});
-  command.insert(command.end(), {"-i", mediaArgument(path), "-map", "0:v:0", "-vf",
-                                 filterChain(info, rate, depth)});
-  if (info.isStill()) command.insert(command.end(), {"-frames:v", "1"});
-  command.insert(command.end(), {"-pix_fmt", pixelFormat, "-f", "rawvideo", "pipe:1"});
-  return command;
+PipePixels pipePixels(const MediaInfo& info, FrameSize size, Depth wanted) {
+  const bool deep = info.isRgb ? info.isDeep : wanted == Depth::k16;
+  if (deep) return PipePixels::kRgba16;
+  return wanted == Depth::k8 && size == info.size ? PipePixels::kArgb8 : PipePixels::kRgba8;
 }
 
 }  // namespace
 
-FrameReader::FrameReader(const std::filesystem::path& path, const MediaInfo& info, FrameSize size,
-                         FrameRate rate, Depth depth)
-    : name_(path.string()),
-      decoder_(decodeCommand(path, info, rate, decodedDepth(info, depth)),
-               ChildProcess::Pipe::kFromItsOutput),
-      decoded_(info.size, decodedDepth(info, depth)),
-      fitted_(size, depth) {}
-
-const Frame& FrameReader::next() {
-  if (ended_) return fitted_;
-  const std::size_t count = decoder_.read(decoded_.bytes);
-  if (count == decoded_.bytes.size()) {
-    if (decoded_.size == fitted_.size && decoded_.depth == fitted_.depth) {
-      std::swap(decoded_, fitted_);
-    } else {
-      fitted_ = fittedFrame(inDepth(decoded_, fitted_.depth), fitted_.size);
-    }
-    hasFrame_ = true;
-  } else {
-    endOfFile(count);
+FrameReader::FrameReader(const MediaInfo& info, FrameSize size, FrameRate rate, Depth depth)
+    : name_(info.source.name),
+      size_(size),
+      depth_(depth),
+      pixels_(pipePixels(info, size, depth)),
+      decoder_(decodeCommand(info, rate, pixels_), ChildProcess::Pipe::kFromItsOutput) {
+  if (pixels_ != PipePixels::kArgb8) {
+    decoded_ = Frame(info.size, pixels_ == PipePixels::kRgba16 ? Depth::k16 : Depth::k8);
   }
-  return fitted_;
 }
 
-void FrameReader::endOfFile(std::size_t bytesRead) {
-  ended_ = true;
+bool FrameReader::next(hostkit::World& world) {
+  const std::span<std::uint8_t> bytes =
+      pixels_ == PipePixels::kArgb8 ? world.bytes() : std::span<std::uint8_t>(decoded_.bytes);
+  const std::size_t count = decoder_.read(bytes);
+  if (count != bytes.size()) return endOfFile(count);
+  hasFrame_ = true;
+  if (pixels_ == PipePixels::kArgb8) return true;
+  if (decoded_.size == size_ && decoded_.depth == depth_) {
+    copyToWorld(decoded_, world);
+  } else {
+    copyToWorld(fittedFrame(inDepth(decoded_, depth_), size_), world);
+  }
+  return true;
+}
+
+bool FrameReader::endOfFile(std::size_t bytesRead) {
   const bool succeeded = decoder_.finish();
-  complaint_ = decoder_.firstComplaint();
-  if (succeeded && hasFrame_ && bytesRead == 0) return;
-  throw WorkError("cannot read the input " + inQuotes(name_) + ": " +
-                  (complaint_.empty() ? "it ends in the middle of a picture" : complaint_));
+  if (succeeded && hasFrame_ && bytesRead == 0) return false;
+  std::string reason = decoder_.firstComplaint();
+  if (reason.empty()) reason = "it ends in the middle of a picture";
+  if (reason.starts_with("No such filter")) {
+    reason += "; this ffmpeg lacks what converts colours, which Debian's has";
+  }
+  throw WorkError("cannot read the input " + inQuotes(name_) + ": " + reason);
 }
 
 }  // namespace cli

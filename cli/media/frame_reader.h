@@ -1,44 +1,42 @@
 // The frames of a still or clip, one after another, in the scene's size, rate and depth.
 #pragma once
 
-#include <filesystem>
 #include <string>
 
+#include "cli/media/decode_command.h"
 #include "cli/media/media_info.h"
 #include "cli/pictures/frame.h"
 #include "cli/support/child_process.h"
+#include "hostkit/world.h"
 
 namespace cli {
 
 class FrameReader {
  public:
   // Pictures of another size are fitted into it, see fittedFrame.
-  FrameReader(const std::filesystem::path& path, const MediaInfo& info, FrameSize size,
-              FrameRate rate, Depth depth);
+  FrameReader(const MediaInfo& info, FrameSize size, FrameRate rate, Depth depth);
 
-  // The next frame, valid until the next call; after the end the last one again. Throws WorkError
-  // naming the file when it cannot be decoded.
-  const Frame& next();
-
-  // Whether the last call of next() found no more frames.
-  bool ended() const { return ended_; }
+  // Puts the next frame into the world, which has the reader's size and depth; false at the end.
+  // Throws WorkError naming the input when it cannot be decoded.
+  bool next(hostkit::World& world);
 
   // Makes next() fail soon, even one that waits for the decoder in another thread.
   void stop() { decoder_.kill(); }
 
-  // What the decoder complained about while it still delivered pictures; empty when all was well.
-  const std::string& complaint() const { return complaint_; }
+  // What the decoder has complained about so far, while it still delivered pictures; empty when all
+  // was well.
+  std::string complaint() const { return decoder_.firstComplaint(); }
 
  private:
-  void endOfFile(std::size_t bytesRead);
+  bool endOfFile(std::size_t bytesRead);
 
   std::string name_;
+  FrameSize size_;
+  Depth depth_;
+  PipePixels pixels_;
   ChildProcess decoder_;
-  Frame decoded_;
-  Frame fitted_;
+  Frame decoded_;  // empty where pictures come as the host has them
   bool hasFrame_ = false;
-  bool ended_ = false;
-  std::string complaint_;
 };
 
 }  // namespace cli

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
+#include <initializer_list>
 #include <nlohmann/json.hpp>
 
+#include "cli/media/clip_timing.h"
 #include "cli/support/child_process.h"
 #include "cli/support/errors.h"
 #include "cli/support/numbers.h"
@@ -64,80 +65,131 @@ std::string alphaDecoder(const Json& stream) {
 std::string assumedMatrix(const Json& stream, FrameSize size) {
   const std::string named = textOf(stream, "color_space");
   if (!named.empty() && named != "unknown" && named != "unspecified") return {};
-  return size.width >= 1280 || size.height > 576 ? "bt709" : "bt601";
+  return size.width >= 1280 || size.height > 576 ? "bt709" : "smpte170m";
 }
 
-bool isRgbFormat(const std::string& pixelFormat) {
-  for (const char* part : {"rgb", "bgr", "gbr", "gray", "ya8", "ya16", "pal8", "mono"}) {
-    if (pixelFormat.find(part) != std::string::npos) return true;
+bool containsOne(const std::string& text, std::initializer_list<const char*> parts) {
+  return std::ranges::any_of(
+      parts, [&](const char* part) { return text.find(part) != std::string::npos; });
+}
+
+void readPixelFormat(const std::string& format, MediaInfo& info) {
+  info.isRgb = containsOne(format, {"rgb", "bgr", "gbr", "gray", "ya8", "ya16", "pal8", "mono"});
+  info.isDeep = format.ends_with("le") || format.ends_with("be");
+  info.hasAlpha = containsOne(format, {"yuva", "ayuv", "vuya"}) || !info.decoder.empty();
+}
+
+// Of the pictures that are shown: those before an edit's start are only there to decode from.
+std::vector<PictureTime> pictureTimes(const Json& packets) {
+  std::vector<PictureTime> times;
+  for (const Json& packet : packets) {
+    const auto start = packet.find("pts");
+    if (start == packet.end() || textOf(packet, "flags").find('D') != std::string::npos) {
+      continue;
+    }
+    times.push_back({start->get<std::int64_t>(), packet.value("duration", std::int64_t{0})});
   }
-  return false;
+  return times;
 }
 
-MediaInfo infoOf(const Json& stream) {
+void readTiming(const Json& answer, const Json& stream, MediaInfo& info) {
+  const Json packets = answer.value("packets", Json::array());
+  const std::vector<PictureTime> times = pictureTimes(packets);
+  info.frameCount = std::max<int>(1, static_cast<int>(packets.size()));
+  DeclaredTiming declared;
+  declared.average = frameRateFromText(textOf(stream, "avg_frame_rate"));
+  declared.nominal = frameRateFromText(textOf(stream, "r_frame_rate"));
+  if (const auto tick = frameRateFromText(textOf(stream, "time_base"))) {
+    declared.tick = tick->perSecond();
+  }
+  const bool isTimed = !times.empty() && times.size() * 2 >= packets.size() && declared.tick > 0;
+  if (info.source.isSequence || !isTimed) {
+    info.rate = declared.average ? *declared.average : declared.nominal.value_or(FrameRate{});
+    info.seconds = info.frameCount / info.rate.perSecond();
+    return;
+  }
+  const ClipTiming timing = timingOf(times, declared);
+  info.hasTimes = true;
+  info.frameCount = static_cast<int>(times.size());
+  info.rate = timing.rate;
+  info.isVariable = timing.isVariable;
+  // Sound that is there only to start a decoder may lie before 0.
+  const double first =
+      parseNumber(textOf(answer.value("format", Json()), "start_time")).value_or(timing.start);
+  info.clockStart = std::min(first, 0.0);
+  info.seconds = timing.seconds + std::max(0.0, timing.start - std::max(first, 0.0));
+}
+
+void readColours(const Json& stream, MediaInfo& info) {
+  if (info.isRgb) return;
+  const std::string transfer = textOf(stream, "color_transfer");
+  if (transfer == "smpte2084") info.hdr = "PQ";
+  if (transfer == "arib-std-b67") info.hdr = "HLG";
+  const std::string primaries = textOf(stream, "color_primaries");
+  const bool isUnknown = primaries.empty() || primaries == "unknown";
+  info.isWideGamut = primaries == "bt2020" || (isUnknown && !info.hdr.empty());
+}
+
+// The order in which fields are shown; the first letter is that in which they are stored.
+void readFields(const Json& stream, MediaInfo& info) {
+  const std::string order = textOf(stream, "field_order");
+  if (order == "tt" || order == "bt") info.firstField = "tff";
+  if (order == "bb" || order == "tb") info.firstField = "bff";
+}
+
+void addNotes(MediaInfo& info) {
+  const std::string input = "the input " + inQuotes(info.source.name);
+  if (!info.source.note.empty()) info.notes.push_back(info.source.note);
+  if (info.isVariable) {
+    info.notes.push_back(input + " has a variable frame rate and is taken at " + info.rate.text() +
+                         " frames per second");
+  }
+  if (!info.firstField.empty()) {
+    info.notes.push_back(input +
+                         " is interlaced and is deinterlaced; --keep-fields leaves its fields");
+  }
+  if (!info.hdr.empty()) {
+    info.notes.push_back(input + " is HDR (" + info.hdr + ") and is tone-mapped to BT.709");
+  } else if (info.isWideGamut) {
+    info.notes.push_back(input + " has BT.2020's colours and is converted to BT.709");
+  }
+}
+
+MediaInfo infoOf(const MediaSource& source, const Json& answer, InputChoices choices) {
+  const Json& stream = answer["streams"].front();
   MediaInfo info;
+  info.source = source;
   info.size = seenSize(stream);
-  info.frameCount = std::max(1, integerOf(stream, "nb_read_packets", 1));
-  const auto average = frameRateFromText(textOf(stream, "avg_frame_rate"));
-  const auto nominal = frameRateFromText(textOf(stream, "r_frame_rate"));
-  info.rate = average ? *average : nominal.value_or(FrameRate{});
   info.decoder = alphaDecoder(stream);
-  const std::string pixelFormat = textOf(stream, "pix_fmt");
-  info.isRgb = isRgbFormat(pixelFormat);
-  info.isDeep = pixelFormat.ends_with("le") || pixelFormat.ends_with("be");
+  readPixelFormat(textOf(stream, "pix_fmt"), info);
   info.matrix = assumedMatrix(stream, info.size);
+  readColours(stream, info);
+  if (!choices.keepFields) readFields(stream, info);
+  readTiming(answer, stream, info);
+  addNotes(info);
   return info;
-}
-
-// Numbered frames, such as frame_%04d.png, are named by a pattern rather than by a file.
-bool isSequencePattern(const std::filesystem::path& path) {
-  std::error_code error;
-  if (std::filesystem::exists(path, error)) return false;
-  const std::string name = path.filename().string();
-  for (std::size_t at = name.find('%'); at != name.npos; at = name.find('%', at + 1)) {
-    const std::size_t end = name.find_first_not_of("0123456789", at + 1);
-    if (end != name.npos && name[end] == 'd') return true;
-  }
-  return false;
 }
 
 }  // namespace
 
-std::string mediaArgument(const std::filesystem::path& path) {
-  return "file:" + path.string();
-}
-
-MediaInfo probeMedia(const std::filesystem::path& path) {
-  const std::string name = path.string();
-  if (!isSequencePattern(path)) {
-    std::error_code error;
-    if (!std::filesystem::exists(path, error)) {
-      throw WorkError("the input " + inQuotes(name) + " does not exist");
-    }
-    if (std::filesystem::is_directory(path, error)) {
-      throw WorkError("the input " + inQuotes(name) + " is a folder, not a picture or clip");
-    }
+MediaInfo probeMedia(const MediaSource& source, InputChoices choices) {
+  std::vector<std::string> command = {"ffprobe", "-v", "error", "-select_streams", "v:0"};
+  command.insert(command.end(), source.options.begin(), source.options.end());
+  command.insert(command.end(),
+                 {"-show_streams", "-show_entries", "packet=pts,duration,flags:format=start_time",
+                  "-of", "json", source.file});
+  const Json answer = Json::parse(
+      outputOf(command, "cannot read the input " + inQuotes(source.name)), nullptr, false);
+  if (!answer.is_discarded() && !answer.value("streams", Json::array()).empty()) {
+    MediaInfo info = infoOf(source, answer, choices);
+    if (info.size.width > 0 && info.size.height > 0) return info;
   }
-  const std::string failure = "cannot read the input " + inQuotes(name);
-  const std::string answer =
-      outputOf({"ffprobe", "-v", "error", "-select_streams", "v:0", "-count_packets",
-                "-show_streams", "-of", "json", mediaArgument(path)},
-               failure);
-  const Json json = Json::parse(answer, nullptr, false);
-  if (json.is_discarded() || json.value("streams", Json::array()).empty()) {
-    throw WorkError("the input " + inQuotes(name) + " holds no picture");
-  }
-  const MediaInfo info = infoOf(json["streams"].front());
-  if (info.size.width <= 0 || info.size.height <= 0) {
-    throw WorkError("the input " + inQuotes(name) + " holds no picture");
-  }
-  return info;
+  throw WorkError("the input " + inQuotes(source.name) + " holds no picture");
 }
 
 int framesAtRate(const MediaInfo& info, FrameRate rate) {
-  if (rate == info.rate) return info.frameCount;
-  const double seconds = info.frameCount / info.rate.perSecond();
-  return std::max(1, static_cast<int>(std::lround(seconds * rate.perSecond())));
+  if (info.source.isSequence) return info.frameCount;
+  return std::max(1, static_cast<int>(std::lround(info.seconds * rate.perSecond())));
 }
 
 }  // namespace cli

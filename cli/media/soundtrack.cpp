@@ -6,7 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
-#include "cli/media/media_info.h"
+#include "cli/media/media_source.h"
 #include "cli/support/child_process.h"
 #include "cli/support/errors.h"
 #include "cli/support/numbers.h"

@@ -7,16 +7,17 @@
 namespace cli {
 namespace {
 
-constexpr std::uint32_t kFileFull = 65535;
 constexpr std::uint32_t kHostFull = 32768;
 
+// The nearest of 0..32768 for one of 0..65535: half of it, and the odd ones lie above the middle.
 A_u_short toHost(std::uint16_t channel) {
-  return static_cast<A_u_short>((channel * kHostFull + kFileFull / 2) / kFileFull);
+  return static_cast<A_u_short>((channel + 1u) / 2);
 }
 
+// And back: 65535/32768 is just below 2, which takes a step off in the upper half.
 std::uint16_t toFile(A_u_short channel) {
   const std::uint32_t within = std::min<std::uint32_t>(channel, kHostFull);
-  return static_cast<std::uint16_t>((within * kFileFull + kHostFull / 2) / kHostFull);
+  return static_cast<std::uint16_t>(2 * within - (within > kHostFull / 2 ? 1 : 0));
 }
 
 // Channels are copied rather than pointed at, since the bytes of a frame have no 16-bit type.

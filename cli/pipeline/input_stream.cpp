@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "cli/support/errors.h"
+
 namespace cli {
 namespace {
 
@@ -15,8 +17,11 @@ hostkit::World worldFor(const ScenePlan& plan) {
 }  // namespace
 
 InputStream::InputStream(const ScenePlan& plan)
-    : reader_(plan.scene.input, *plan.input, plan.size, plan.rate, plan.scene.depth),
+    : reader_(*plan.input, plan.size, plan.rate, plan.scene.depth),
       current_(worldFor(plan)),
+      name_(plan.input->source.name),
+      frames_(plan.input->isStill() ? 1 : framesAtRate(*plan.input, plan.rate)),
+      toleratesDamage_(plan.scene.reading.tolerateDamage),
       free_(kWorldsAhead + 1),
       decoded_(kWorldsAhead) {
   for (int i = 0; i < kWorldsAhead; ++i) free_.push(worldFor(plan));
@@ -31,12 +36,36 @@ InputStream::~InputStream() {
 
 hostkit::World& InputStream::next() {
   if (ended_) return current_;
-  if (std::optional<hostkit::World> world = decoded_.pop()) {
-    free_.push(std::exchange(current_, std::move(*world)));
-  } else {
+  try {
+    if (std::optional<hostkit::World> world = decoded_.pop()) {
+      free_.push(std::exchange(current_, std::move(*world)));
+      ++taken_;
+    } else {
+      ended_ = true;
+    }
+  } catch (const WorkError& error) {
+    if (taken_ == 0) throw;
+    if (!toleratesDamage_) {
+      throw WorkError(std::string(error.what()) +
+                      "; with --tolerate-damage the last frame before that holds");
+    }
     ended_ = true;
+    failure_ = error.what();
   }
   return current_;
+}
+
+std::string InputStream::damage() {
+  try {
+    while (taken_ >= frames_ && !ended_) next();
+  } catch (const WorkError& error) {
+    ended_ = true;
+    failure_ = error.what();
+  }
+  if (!failure_.empty()) return failure_;
+  const std::string complaint = reader_.complaint();
+  if (complaint.empty()) return {};
+  return "the input " + inQuotes(name_) + " is damaged: " + complaint;
 }
 
 void InputStream::decode() {
@@ -44,9 +73,7 @@ void InputStream::decode() {
     while (std::optional<hostkit::World> world = free_.pop()) {
       {
         const BusyTime::Scope busy(decoding_);
-        const Frame& frame = reader_.next();
-        if (reader_.ended()) break;
-        copyToWorld(frame, *world);
+        if (!reader_.next(*world)) break;
       }
       decoded_.push(std::move(*world));
     }

@@ -19,11 +19,12 @@ class InputStream {
   ~InputStream();
 
   // The next frame, valid until the next call; after the end the last one again. Throws WorkError
-  // naming the input once the frames before the damage are through.
+  // naming the input once the frames before the damage are through, unless that is tolerated.
   hostkit::World& next();
 
-  // What the decoder complained about although it delivered all frames that were asked for.
-  std::string complaint() const { return ended_ ? reader_.complaint() : std::string(); }
+  // What is wrong with the input although it delivered all frames that were asked for; empty when
+  // nothing is. Looks no further than the render did.
+  std::string damage();
 
   // Reading, converting and waiting for the decoder.
   const BusyTime& decoding() const { return decoding_; }
@@ -34,6 +35,11 @@ class InputStream {
   FrameReader reader_;  // the thread's, until the queue of decoded frames ends
   hostkit::World current_;
   bool ended_ = false;
+  const std::string name_;
+  const int frames_;  // that the input should have
+  const bool toleratesDamage_;
+  int taken_ = 0;
+  std::string failure_;  // that was tolerated
   BusyTime decoding_;
   BoundedQueue<hostkit::World> free_;
   BoundedQueue<hostkit::World> decoded_;

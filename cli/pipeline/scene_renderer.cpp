@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "cli/scene/star_warnings.h"
-#include "cli/support/errors.h"
 #include "cli/support/interrupt.h"
 
 namespace cli {
@@ -51,13 +50,14 @@ void SceneRenderer::lookForStars() {
 }
 
 std::vector<std::string> SceneRenderer::warnings() {
-  std::vector<std::string> warnings =
-      starWarnings(plan_, effect_.session().parameters(), starsSeen_);
-  if (input_ && !input_->complaint().empty()) {
-    warnings.push_back("the input " + inQuotes(plan_.scene.input.string()) +
-                       " is damaged: " + input_->complaint());
-  }
-  return warnings;
+  return starWarnings(plan_, effect_.session().parameters(), starsSeen_);
+}
+
+std::vector<std::string> SceneRenderer::notes() const {
+  std::vector<std::string> notes = effect_.notes();
+  if (!plan_.input) return notes;
+  notes.insert(notes.begin(), plan_.input->notes.begin(), plan_.input->notes.end());
+  return notes;
 }
 
 }  // namespace cli

@@ -33,10 +33,13 @@ class SceneRenderer {
   void lookForStars();
 
   // What the user should know before the first frame.
-  const std::vector<std::string>& notes() const { return effect_.notes(); }
+  std::vector<std::string> notes() const;
 
   // What the user should know although the render works; complete after the last frame.
   std::vector<std::string> warnings();
+  // What is wrong with the input, for after the last frame: one sentence without an end, or
+  // nothing.
+  std::string damage() { return input_ ? input_->damage() : std::string(); }
 
   // How long the input was being decoded; 0 without one.
   double decodingSeconds() const { return input_ ? input_->decoding().seconds() : 0; }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/media/frame_rate.h"
+#include "cli/media/media_source.h"
 #include "cli/pictures/frame.h"
 #include "cli/scene/animation.h"
 #include "cli/scene/mask.h"
@@ -26,8 +27,9 @@ struct Scene {
   std::optional<FrameRate> rate;  // none: the input's
   Depth depth = Depth::k8;
   bool highQuality = true;
-  int reduction = 1;                  // the layer's sides by those of the frames: 1 to 4
-  std::filesystem::path input;        // as to be opened; empty: a transparent layer
+  int reduction = 1;            // the layer's sides by those of the frames: 1 to 4
+  std::filesystem::path input;  // as to be opened; empty: a transparent layer
+  InputChoices reading;
   std::string inputPlace;             // where it was written, for messages; empty for an option
   std::optional<Mask> mask;           // the value of the path parameter
   std::vector<PresetChoice> presets;  // the file's, then the command line's

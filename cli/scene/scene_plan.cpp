@@ -36,10 +36,10 @@ FrameSize reduced(FrameSize size, int reduction) {
 }
 
 MediaInfo probeInput(const Scene& scene) {
-  if (scene.inputPlace.empty()) return probeMedia(scene.input);
   try {
-    return probeMedia(scene.input);
+    return probeMedia(findSource(scene.input, scene.reading), scene.reading);
   } catch (const WorkError& error) {
+    if (scene.inputPlace.empty()) throw;
     throw WorkError(scene.inputPlace + ": " + error.what());
   }
 }
@@ -74,6 +74,7 @@ void applyOptions(Scene& scene, const SceneOptions& options) {
     scene.input = options.input;
     scene.inputPlace.clear();
   }
+  scene.reading = options.reading;
   if (!options.size.empty()) scene.size = sizeFromOption(options.size);
   if (!options.scale.empty()) scene.reduction = parseInteger(options.scale.substr(2)).value();
   if (options.preroll) scene.preroll = *options.preroll;

@@ -24,6 +24,7 @@ ScenePlan planScene(Scene scene);
 // What the command line may say about a scene; empty or none where it says nothing.
 struct SceneOptions {
   std::string input;
+  InputChoices reading;
   std::string size;
   std::string scale;
   std::optional<int> preroll;

@@ -10,8 +10,7 @@
 #include <thread>
 #include <tuple>
 
-#include "cli/media/frame_reader.h"
-#include "cli/media/media_info.h"
+#include "tests/cli/pictures_of.h"
 #include "tests/cli/scratch.h"
 
 namespace {
@@ -47,11 +46,7 @@ class RenderTest : public clitest::ScratchTest {
 
   // All frames of a clip or still at its own size.
   std::vector<Frame> frames(const std::string& name, Depth depth = Depth::k8) const {
-    const cli::MediaInfo info = cli::probeMedia(path(name));
-    cli::FrameReader reader(path(name), info, info.size, info.rate, depth);
-    std::vector<Frame> all;
-    for (int i = 0; i < info.frameCount; ++i) all.push_back(reader.next());
-    return all;
+    return clitest::picturesOf(path(name), depth);
   }
   static bool isBlank(const Frame& frame) {
     return std::ranges::all_of(frame.bytes, [](std::uint8_t byte) { return byte == 0; });
@@ -146,7 +141,7 @@ TEST_F(RenderTest, SizeLengthAndRateComeFromTheInput) {
   ffmpeg("-f lavfi -i testsrc=s=80x46:r=30000/1001 -frames:v 7 -pix_fmt yuv420p in.mp4");
   write("open.toml", "[scene]\ninput = \"in.mp4\"\n");
   renders("open.toml -o out.mov");
-  const cli::MediaInfo info = cli::probeMedia(path("out.mov"));
+  const cli::MediaInfo info = clitest::infoOf(path("out.mov"));
   EXPECT_EQ(info.size, (cli::FrameSize{80, 46}));
   EXPECT_EQ(info.frameCount, 7);
   EXPECT_EQ(info.rate, (cli::FrameRate{30000, 1001}));
@@ -252,7 +247,7 @@ TEST_F(RenderTest, StarsThatCannotBeSeenAreExplained) {
 
 TEST_F(RenderTest, OptionsWinOverTheScene) {
   renders("s.toml -o out.mov --codec png --size 40x20 --fps 50 --set Intensity=0 --quality low");
-  const cli::MediaInfo info = cli::probeMedia(path("out.mov"));
+  const cli::MediaInfo info = clitest::infoOf(path("out.mov"));
   EXPECT_EQ(info.size, (cli::FrameSize{40, 20}));
   EXPECT_EQ(info.rate, (cli::FrameRate{50, 1}));
   for (const Frame& frame : frames("out.mov")) EXPECT_TRUE(isBlank(frame));
@@ -327,6 +322,29 @@ TEST_F(RenderTest, WhatCannotBeDoneIsOneSentenceAndLeavesNothing) {
   }
 }
 
+TEST_F(RenderTest, ADamagedInputIsReportedWhenAllOfItsFramesAreWritten) {
+  ffmpeg("-f lavfi -i testsrc2=s=64x36 -frames:v 20 -pix_fmt yuv420p -movflags +faststart a.mp4");
+  const std::string bytes = read("a.mp4");
+  write("cut.mp4", bytes.substr(0, bytes.size() - 200));
+  std::string spoilt = bytes;
+  spoilt.replace((bytes.find("mdat") + bytes.size()) / 2, 300, 300, 'x');
+  write("spoilt.mp4", spoilt);
+  write("open.toml", "[params]\n\"Intensity\" = 0\n");
+  const CommandResult whole = render("open.toml -i spoilt.mp4 -o whole.mov");
+  EXPECT_EQ(whole.exitCode, 1);
+  EXPECT_NE(whole.err.find("the input \"spoilt.mp4\" is damaged: "), std::string::npos)
+      << whole.err;
+  EXPECT_NE(whole.err.find("\"whole.mov\" was written"), std::string::npos) << whole.err;
+  EXPECT_EQ(frames("whole.mov").size(), 20u);
+  for (const std::string name : {"cut.mp4", "spoilt.mp4"}) {
+    const CommandResult accepted =
+        render("open.toml -i " + name + " -o o.mov --overwrite --tolerate-damage");
+    EXPECT_EQ(accepted.exitCode, 0) << accepted.err;
+    EXPECT_NE(accepted.err.find("warning: "), std::string::npos) << accepted.err;
+    EXPECT_GE(frames("o.mov").size(), 10u);
+  }
+}
+
 // Although decoding is ahead of writing when it fails.
 TEST_F(RenderTest, FramesBeforeTheDecodersFailureAreWritten) {
   ffmpeg("-f lavfi -i testsrc2=s=64x36 -frames:v 6 -c:v png in.mov");
@@ -335,7 +353,10 @@ TEST_F(RenderTest, FramesBeforeTheDecodersFailureAreWritten) {
   const CommandResult result =
       run({"sh", "-c", "PATH=.:$PATH exec " BRISEL_PROGRAM " render s.toml -i in.mov -o f_%d.png"});
   EXPECT_EQ(result.exitCode, 1);
-  EXPECT_EQ(result.err, "brisel: cannot read the input \"in.mov\": worn out\n");
+  EXPECT_EQ(
+      result.err,
+      "brisel: cannot read the input \"in.mov\": worn out; with --tolerate-damage the last frame "
+      "before that holds\n");
   EXPECT_EQ(names(), (Names{"f_0.png", "f_1.png", "f_2.png", "ffmpeg", "in.mov", "s.toml"}));
 }
 
@@ -372,7 +393,7 @@ TEST_F(RenderTest, StandardOutputGetsTheOutputAlone) {
     const CommandResult clip = render("s.toml -o - --format " + format);
     EXPECT_EQ(clip.exitCode, 0) << clip.err;
     write("piped." + format, clip.out);
-    EXPECT_EQ(cli::probeMedia(path("piped." + format)).frameCount, 6) << format;
+    EXPECT_EQ(clitest::infoOf(path("piped." + format)).frameCount, 6) << format;
   }
   const CommandResult unread =
       run({"sh", "-c", "(" BRISEL_PROGRAM " render s.toml -o - --format png; echo $? >&2) | true"});

@@ -1,9 +1,9 @@
 // Stills and clips in and out, through the files themselves.
 #include <gtest/gtest.h>
 
-#include "cli/media/frame_reader.h"
 #include "cli/media/frame_writer.h"
 #include "cli/media/media_info.h"
+#include "tests/cli/pictures_of.h"
 #include "tests/cli/scratch.h"
 
 namespace {
@@ -43,15 +43,9 @@ void encodeAndWrite(cli::FrameWriter& writer, const Frame& frame, int number) {
 
 class MediaTest : public clitest::ScratchTest {
  protected:
-  cli::FrameReader open(const std::string& name, FrameSize size, FrameRate rate,
-                        Depth depth = Depth::k8) const {
-    return {path(name), cli::probeMedia(path(name)), size, rate, depth};
-  }
-
   // The first frame at its own size.
   Frame firstFrame(const std::string& name, Depth depth = Depth::k8) const {
-    const MediaInfo info = cli::probeMedia(path(name));
-    return cli::FrameReader(path(name), info, info.size, info.rate, depth).next();
+    return clitest::picturesOf(path(name), depth).front();
   }
 
   void writeClip(const std::string& name, FrameSize size, Depth depth, int frames) const {
@@ -70,10 +64,14 @@ TEST_F(MediaTest, LosslessOutputsComeBackToTheBitWithTheirAlpha) {
   for (const Depth depth : {Depth::k8, Depth::k16}) {
     for (const std::string name : {"a.mov", "a.apng", "a_%03d.png"}) {
       writeClip(name, odd, depth, 3);
-      cli::FrameReader reader = open(name, odd, FrameRate{25, 1}, depth);
-      // The last frame holds.
-      for (const int i : {0, 1, 2, 2}) {
-        EXPECT_EQ(reader.next().bytes, patternFrame(odd, depth, i).bytes) << name << " " << i;
+      const auto frames = clitest::picturesOf(cli::probeMedia(cli::findSource(path(name))), depth);
+      ASSERT_EQ(frames.size(), 3u) << name;
+      for (int i = 0; i < 3; ++i) {
+        hostkit::World world(odd.width, odd.height, depth);
+        copyToWorld(patternFrame(odd, depth, i), world);
+        Frame expected(odd, depth);
+        copyFromWorld(world, expected);
+        EXPECT_EQ(frames[static_cast<std::size_t>(i)].bytes, expected.bytes) << name << " " << i;
       }
     }
     for (const std::string& name : names()) std::filesystem::remove(path(name));
@@ -118,7 +116,7 @@ TEST_F(MediaTest, FlattenedOutputsShowColoursOverBlack) {
                                              FrameRate{25, 1}, Depth::k8);
     for (int i = 0; i < 3; ++i) encodeAndWrite(*writer, frame, i);
     writer->finish();
-    const MediaInfo info = cli::probeMedia(path(name));
+    const MediaInfo info = clitest::infoOf(path(name));
     EXPECT_EQ(info.frameCount, 3);
     const FrameSize even{32, 16};
     EXPECT_EQ(info.size, name == "a.mp4" ? even : frame.size);
@@ -140,9 +138,13 @@ TEST_F(MediaTest, WebpAnimatesWithAlpha) {
 
 TEST_F(MediaTest, AnotherRateRepeatsOrSkipsFrames) {
   writeClip("a.mov", {16, 16}, Depth::k8, 4);
-  cli::FrameReader twice = open("a.mov", {16, 16}, {50, 1});
+  const auto twice =
+      clitest::picturesOf(clitest::infoOf(path("a.mov")), Depth::k8, FrameRate{50, 1});
+  ASSERT_EQ(twice.size(), 8u);
   for (int i = 0; i < 8; ++i) {
-    EXPECT_EQ(twice.next().bytes, patternFrame({16, 16}, Depth::k8, i / 2).bytes) << i;
+    EXPECT_EQ(twice[static_cast<std::size_t>(i)].bytes,
+              patternFrame({16, 16}, Depth::k8, i / 2).bytes)
+        << i;
   }
 }
 
@@ -152,7 +154,7 @@ TEST_F(MediaTest, SizeIsAsSeen) {
   ffmpeg("-i flat.mp4 -c copy -metadata:s:v rotate=90 phone.mp4");
   for (const auto& [name, size] :
        {std::pair{"wide.mp4", FrameSize{128, 48}}, {"phone.mp4", FrameSize{48, 64}}}) {
-    EXPECT_EQ(cli::probeMedia(path(name)).size, size);
+    EXPECT_EQ(clitest::infoOf(path(name)).size, size);
     EXPECT_EQ(firstFrame(name).size, size);
   }
 }
@@ -163,8 +165,9 @@ TEST_F(MediaTest, AnotherSizeFitsOnTransparentWithoutFringes) {
       "-f lavfi -i color=red:s=40x20,format=rgba,"
       "geq=r='255*lt(X,20)':g='255*gte(X,20)':b=0:a='255*lt(X,20)' -frames:v 1 a.png");
   for (const Depth depth : {Depth::k8, Depth::k16}) {
-    cli::FrameReader reader = open("a.png", {60, 60}, {25, 1}, depth);
-    const Frame& frame = reader.next();
+    const Frame frame = clitest::picturesOf(clitest::infoOf(path("a.png")), depth, FrameRate{25, 1},
+                                            FrameSize{60, 60})
+                            .front();
     EXPECT_EQ(pixelAt(frame, 15, 14).a, 0) << "above the picture";
     EXPECT_EQ(pixelAt(frame, 15, 45).a, 0) << "below the picture";
     EXPECT_EQ(pixelAt(frame, 15, 30).a, 255);

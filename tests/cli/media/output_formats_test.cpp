@@ -4,9 +4,8 @@
 #include <cmath>
 #include <cstring>
 
-#include "cli/media/frame_reader.h"
 #include "cli/media/frame_writer.h"
-#include "cli/media/media_info.h"
+#include "tests/cli/pictures_of.h"
 #include "tests/cli/scratch.h"
 
 namespace {
@@ -48,8 +47,7 @@ class OutputFormatsTest : public clitest::ScratchTest {
   }
 
   Frame firstFrame(const std::string& name, Depth depth) const {
-    const cli::MediaInfo info = cli::probeMedia(path(name));
-    return cli::FrameReader(path(name), info, info.size, info.rate, depth).next();
+    return clitest::picturesOf(path(name), depth).front();
   }
 };
 

@@ -4,9 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/media/frame_reader.h"
-#include "cli/media/media_info.h"
 #include "cli/scene/effect.h"
+#include "tests/cli/pictures_of.h"
 #include "tests/cli/scratch.h"
 
 namespace {
@@ -73,8 +72,7 @@ class PresetTest : public clitest::ScratchTest {
     options.insert(options.begin(), {"panel", "-o", "panel.png", "--overwrite"});
     const CommandResult result = withModule(options);
     EXPECT_EQ(result.exitCode, 0) << result.err;
-    const cli::MediaInfo info = cli::probeMedia(path("panel.png"));
-    return cli::FrameReader(path("panel.png"), info, info.size, info.rate, cli::Depth::k8).next();
+    return clitest::picturesOf(path("panel.png")).front();
   }
 
   static std::string inCell(int cell) {

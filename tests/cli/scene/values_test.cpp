@@ -30,6 +30,7 @@ TEST(Numbers, OnlyWholeFiniteTextIsANumber) {
 
 TEST(FrameRates, DecimalsBecomeTheFractionMeant) {
   EXPECT_EQ(cli::frameRateFromNumber(29.97), (FrameRate{30000, 1001}));
+  EXPECT_EQ(cli::frameRateFromNumber(23.98), (FrameRate{24000, 1001}));
   EXPECT_EQ(cli::frameRateFromNumber(23.976), (FrameRate{24000, 1001}));
   EXPECT_EQ(cli::frameRateFromNumber(12.5), (FrameRate{25, 2}));
   EXPECT_EQ(cli::frameRateFromText("50/2"), (FrameRate{25, 1}));

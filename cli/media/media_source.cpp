@@ -1,0 +1,134 @@
+#include "cli/media/media_source.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+#include "cli/media/numbered_pictures.h"
+#include "cli/support/errors.h"
+#include "cli/support/interrupt.h"
+
+namespace cli {
+namespace {
+
+// One that is opened twice would wait for a second writer, or start in the middle.
+MediaSource spooled(MediaSource source, FileDescriptor pipe) {
+  const auto content = std::make_shared<NamelessFile>();
+  std::array<char, 1 << 16> buffer;
+  for (;;) {
+    const ssize_t count = read(pipe.get(), buffer.data(), buffer.size());
+    if (count == 0) break;
+    if (count > 0) {
+      content->append({buffer.data(), static_cast<std::size_t>(count)});
+    } else if (errno == EINTR) {
+      throwIfInterrupted();
+    } else {
+      throw WorkError("cannot read the input " + inQuotes(source.name) + ": " +
+                      std::strerror(errno));
+    }
+  }
+  source.file = mediaArgument(content->path());
+  source.content = content;
+  return source;
+}
+
+FileDescriptor openPipe(const std::string& name) {
+  for (;;) {
+    FileDescriptor pipe(open(name.c_str(), O_RDONLY | O_CLOEXEC));
+    if (pipe.isOpen()) return pipe;
+    if (errno != EINTR) {
+      throw WorkError("cannot read the input " + inQuotes(name) + ": " + std::strerror(errno));
+    }
+    throwIfInterrupted();
+  }
+}
+
+// A list of pictures for the formats' own sequence reader to skip: that one stops at gaps. The
+// picture before a gap appears again for each number left out.
+std::string pictureList(const NumberedPictures& sequence) {
+  std::string list = "ffconcat version 1.0\n";
+  const auto& pictures = sequence.pictures;
+  for (std::size_t i = 0; i < pictures.size(); ++i) {
+    std::string path = mediaArgument(std::filesystem::absolute(pictures[i].path));
+    for (std::size_t at = path.find('\''); at != path.npos; at = path.find('\'', at + 4)) {
+      path.replace(at, 1, "'\\''");
+    }
+    const bool isLast = i + 1 == pictures.size();
+    const long long times =
+        sequence.pattern.empty() || isLast ? 1 : pictures[i + 1].number - pictures[i].number;
+    for (long long k = 0; k < times; ++k) list += "file '" + path + "'\nduration 0.04\n";
+  }
+  return list;
+}
+
+MediaSource sourceOf(MediaSource source, const NumberedPictures& sequence, bool tolerateDamage) {
+  source.isSequence = true;
+  const bool isNumbered = !sequence.pattern.empty();
+  if (isNumbered && sequence.isWhole()) {
+    source.options = {"-f", "image2", "-start_number",
+                      std::to_string(sequence.pictures.front().number)};
+    source.file = mediaArgument(sequence.pattern);
+    return source;
+  }
+  if (isNumbered) {
+    source.note =
+        "the input " + inQuotes(source.name) + " lacks the numbers " + sequence.missing() + "; ";
+    if (!tolerateDamage) {
+      throw WorkError(source.note + "with --tolerate-damage the picture before a gap holds");
+    }
+    source.note += "the picture before a gap holds";
+  }
+  const auto content = std::make_shared<NamelessFile>();
+  content->append(pictureList(sequence));
+  source.options = {"-f", "concat", "-safe", "0"};
+  source.file = mediaArgument(content->path());
+  source.content = content;
+  return source;
+}
+
+}  // namespace
+
+std::string mediaArgument(const std::filesystem::path& path) {
+  return "file:" + path.string();
+}
+
+MediaSource findSource(const std::filesystem::path& path, InputChoices choices) {
+  MediaSource source;
+  source.name = path.string();
+  source.file = mediaArgument(path);
+  if (source.name == "-") {
+    if (isatty(STDIN_FILENO)) {
+      throw WorkError(
+          "the input \"-\" is standard input, which is a terminal; send a clip into it");
+    }
+    return spooled(std::move(source), FileDescriptor(dup(STDIN_FILENO)));
+  }
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(path, error);
+  if (!std::filesystem::exists(status)) {
+    if (const auto sequence = picturesOfPattern(path)) {
+      return sourceOf(std::move(source), *sequence, choices.tolerateDamage);
+    }
+    throw WorkError("the input " + inQuotes(source.name) + " does not exist");
+  }
+  if (std::filesystem::is_directory(status)) {
+    throw WorkError("the input " + inQuotes(source.name) + " is a folder, not a picture or clip");
+  }
+  if (std::filesystem::is_fifo(status)) {
+    return spooled(std::move(source), openPipe(source.name));
+  }
+  if (!choices.still) {
+    if (const auto sequence = picturesFrom(path)) {
+      source.note = inQuotes(source.name) + " is taken as the first of " +
+                    std::to_string(sequence->pictures.size()) +
+                    " numbered pictures; --still takes it alone";
+      return sourceOf(std::move(source), *sequence, choices.tolerateDamage);
+    }
+  }
+  return source;
+}
+
+}  // namespace cli

@@ -1,0 +1,38 @@
+// What an input's name stands for: a file, numbered pictures, or what comes through a pipe.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/media/frame_rate.h"
+#include "cli/support/nameless_file.h"
+
+namespace cli {
+
+struct MediaSource {
+  std::string name;                             // as it was given, for messages
+  std::string file;                             // as ffmpeg is to be told it
+  std::vector<std::string> options;             // how ffmpeg is to open it
+  bool isSequence = false;                      // pictures without a rate of their own
+  std::string note;                             // what the user should know; or empty
+  std::shared_ptr<const NamelessFile> content;  // what `file` is, when it has no name of its own
+};
+
+// How an input is to be read that could be read in more than one way.
+struct InputChoices {
+  bool still = false;           // a numbered picture is itself, not the first of a sequence
+  bool tolerateDamage = false;  // what is left is enough; the picture before a gap holds
+  bool keepFields = false;      // interlaced pictures stay as they are
+};
+
+// A picture or clip; "-" for standard input; numbered pictures as "f.%04d.png", "f.####.png",
+// "f.*.png" or their first, "f.1001.png". What comes through a pipe is read to its end here, as a
+// clip is looked at before it is decoded. Throws WorkError naming what is missing.
+MediaSource findSource(const std::filesystem::path& path, InputChoices choices = {});
+
+// The path as ffmpeg is to be told it: always a local file, whatever colons or dashes it contains.
+std::string mediaArgument(const std::filesystem::path& path);
+
+}  // namespace cli

@@ -1,0 +1,34 @@
+// Pictures whose names differ in a number: f.1001.png, f.1002.png, ...
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace cli {
+
+struct NumberedPictures {
+  struct Picture {
+    std::filesystem::path path;
+    long long number = 0;
+  };
+
+  std::vector<Picture> pictures;  // ascending, at least one
+  std::string pattern;            // their common name as "f.%04d.png"; empty when they have none
+
+  // Without a number left out between the first and the last.
+  bool isWhole() const;
+  // The numbers left out: "1004, 1007-1010".
+  std::string missing() const;
+};
+
+// Those that "f.%04d.png", "f.####.png" or, quoted in a shell, "f.*.png" stand for; nothing when
+// the name is no such pattern. Throws WorkError when it is one but there is no such picture.
+std::optional<NumberedPictures> picturesOfPattern(const std::filesystem::path& path);
+
+// The picture and those that follow it; nothing when the name does not end in a number of three
+// digits or more, set off by a sign, or the next number is not there.
+std::optional<NumberedPictures> picturesFrom(const std::filesystem::path& first);
+
+}  // namespace cli
