@@ -47,6 +47,7 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
   const double seconds = progress.elapsedSeconds();
   progress.finish(static_cast<int>(frames.size()));
   for (const std::string& warning : renderer.warnings()) warn(ofScene(scene, warning));
+  if (const std::string text = output.warning(); !text.empty()) warn(ofScene(scene, text));
   if (options.stats) {
     printRenderStats(target.isStandardOutput() ? stderr : stdout,
                      {{"decode", renderer.decodingSeconds()},

@@ -1,5 +1,7 @@
 #include "cli/media/clip_writer.h"
 
+#include <cerrno>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -26,6 +28,7 @@ ClipWriter::ClipWriter(const OutputTarget& target, FrameSize size, FrameRate rat
                        const std::optional<Soundtrack>& sound)
     : target_(target),
       frames_(pipedFrames(target)),
+      sound_(sound),
       encoder_(commandFor(target, temporary_, size, rate, depth, sound),
                target.isStandardOutput() ? ChildProcess::Pipe::kThroughToOurOutput
                                          : ChildProcess::Pipe::kToItsInput) {}
@@ -49,9 +52,22 @@ void ClipWriter::write(std::span<const std::uint8_t> encoded, int) {
 }
 
 void ClipWriter::finish() {
-  // An encoder that ran out of space for its last bytes complains, yet may call that success.
-  if (!encoder_.finish() || !encoder_.firstComplaint().empty()) fail();
+  if (!encoder_.finish()) fail();
+  const std::string complaint = encoder_.firstComplaint();
+  if (!complaint.empty()) {
+    // Of frames there is nothing to complain about, of the sound there may be.
+    if (!sound_ || ranOutOfSpace()) fail();
+    warning_ = "the sound of " + inQuotes(sound_->file.string()) + " is damaged: " + complaint;
+  }
   if (temporary_) temporary_->commit();
+}
+
+// Which an encoder may call success when it concerns its last bytes.
+bool ClipWriter::ranOutOfSpace() const {
+  for (const int error : {ENOSPC, EDQUOT, EFBIG, EIO}) {
+    if (encoder_.complainedOf(std::strerror(error))) return true;
+  }
+  return false;
 }
 
 void ClipWriter::fail() {

@@ -21,12 +21,16 @@ class ClipWriter : public FrameWriter {
   void write(std::span<const std::uint8_t> encoded, int number) override;
   void finish() override;
   void abandon() override { encoder_.kill(); }
+  std::string warning() const override { return warning_; }
 
  private:
+  bool ranOutOfSpace() const;
   [[noreturn]] void fail();
 
   OutputTarget target_;
   PipedFrames frames_;
+  std::optional<Soundtrack> sound_;
+  std::string warning_;
   // Outlives the encoder, so that nothing is written after its removal; none for standard output.
   std::optional<TemporaryFile> temporary_;
   ChildProcess encoder_;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "cli/media/frame_rate.h"
@@ -31,6 +32,9 @@ class FrameWriter {
   // After the last frame: gives a clip its final name. A writer destroyed without it leaves no clip
   // behind; numbered frames already written stay.
   virtual void finish() = 0;
+
+  // What the user should know although the output is complete; empty when all is well.
+  virtual std::string warning() const { return {}; }
 
   // Gives a clip up, for which another thread may be waiting in write(): that fails soon.
   virtual void abandon() = 0;

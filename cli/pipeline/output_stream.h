@@ -30,6 +30,9 @@ class OutputStream {
   // Waits until every frame is written, and finishes the output. Throws likewise.
   void finish();
 
+  // What the user should know although the output is complete; after finish().
+  std::string warning() const { return writer_->warning(); }
+
   // So far.
   int framesWritten() const;
 

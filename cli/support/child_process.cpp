@@ -3,8 +3,10 @@
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -163,6 +165,16 @@ std::string ChildProcess::firstComplaint() const {
   const std::size_t start = all.find_first_not_of(" \r\n");
   if (start == std::string::npos) return {};
   return withoutSourceTag(all.substr(start, all.find_first_of("\r\n", start) - start));
+}
+
+bool ChildProcess::complainedOf(std::string_view text) const {
+  constexpr off_t kSearched = 1 << 16;
+  struct stat file = {};
+  if (fstat(errors_.get(), &file) != 0) return false;
+  std::string end(static_cast<std::size_t>(std::min(file.st_size, kSearched)), ' ');
+  const auto count =
+      pread(errors_.get(), end.data(), end.size(), file.st_size - static_cast<off_t>(end.size()));
+  return count > 0 && end.find(text) != std::string::npos;
 }
 
 std::string outputOf(const std::vector<std::string>& command, const std::string& failure) {

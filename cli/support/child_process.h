@@ -8,6 +8,7 @@
 #include <mutex>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/support/file_descriptor.h"
@@ -46,6 +47,9 @@ class ChildProcess {
   // The first line the program wrote to its error output, without the "[decoder @ 0x55]" before it;
   // empty when it had no complaint.
   std::string firstComplaint() const;
+
+  // Whether the program wrote that to its error output, of which the end is searched.
+  bool complainedOf(std::string_view text) const;
 
  private:
   int reap();

@@ -469,7 +469,8 @@ TEST_F(RenderTest, AFullDiskOrAFileSizeLimitLeavesOnlyWholeFrames) {
   if (mount("tmpfs", path("disk").c_str(), "tmpfs", 0, "size=96k") != 0) {
     GTEST_SKIP() << "a small disk can only be mounted by root";
   }
-  for (const std::string output : {"o.mov", "o.mp4", "o.gif", "o.apng", "o.webp", "f_%02d.png"}) {
+  for (const std::string output :
+       {"o.mov", "o.mp4", "o.gif", "o.apng", "o.webp", "o.webm", "f_%02d.png", "f_%02d.exr"}) {
     const CommandResult result = render("s.toml -o disk/" + output);
     EXPECT_EQ(result.exitCode, 1) << output;
     EXPECT_NE(result.err.find("No space left on device"), std::string::npos) << result.err;

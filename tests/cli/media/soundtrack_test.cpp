@@ -74,6 +74,16 @@ TEST_F(SoundtrackTest, IsTakenFromAnotherFileOrLeftOutOnRequest) {
   EXPECT_EQ(codecs("still.mp4"), std::vector<std::string>{"mp3"});
   EXPECT_NEAR(beep("still.mp4").first, 1, 0.04);
 
+  ffmpeg("-i in.mkv -map 0:a:0 -c:a flac beep.flac");
+  std::string torn = read("beep.flac");
+  for (std::size_t i = torn.size() / 3; i < torn.size() / 2; ++i)
+    torn[i] = static_cast<char>(i * 7);
+  write("torn.flac", torn);
+  const CommandResult result = render("-i still.png -o torn.mp4 --audio torn.flac");
+  EXPECT_EQ(result.exitCode, 0) << "the frames are worth more than the sound";
+  EXPECT_NE(result.err.find("the sound of \"torn.flac\" is damaged: "), std::string::npos)
+      << result.err;
+
   const auto refusal = [this](const std::string& text) { return render(text).err; };
   EXPECT_EQ(refusal("-o o.gif --audio beep.mp3"),
             "brisel: --audio: there is no sound in \"o.gif\"\n");
