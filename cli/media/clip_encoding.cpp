@@ -24,8 +24,9 @@ std::string movOptions(MovCodec codec) {
     case MovCodec::kPng:
       return "-c:v copy -f mov";
     default:
+      // The finest quantiser, at which the encoder's long search ends anyway.
       return std::string("-vf ") + kToVideoColors +
-             "yuva444p10le -c:v prores_ks -profile:v 4444 -alpha_bits 16 -vendor apl0" +
+             "yuva444p10le -c:v prores_ks -profile:v 4444 -qscale:v 1 -alpha_bits 16 -vendor apl0" +
              kVideoColorTags + "-movflags +write_colr -f mov";
   }
 }
