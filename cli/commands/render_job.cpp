@@ -44,14 +44,13 @@ std::optional<Soundtrack> soundtrackOf(const OutputTarget& target, const OutputO
     if (chosen) throw UsageError("--audio: there is no sound in " + target.name());
     return std::nullopt;
   }
-  const std::filesystem::path file =
-      chosen ? std::filesystem::path(options.audio) : plan.scene.input;
-  std::error_code error;
-  if (options.noAudio || !(chosen || std::filesystem::is_regular_file(file, error))) {
+  if (options.noAudio || !(chosen || (plan.input && !plan.input->source.isSequence))) {
     return std::nullopt;
   }
+  const MediaSource source =
+      chosen ? findSource(options.audio, {.still = true}) : plan.input->source;
   const double perSecond = plan.rate.perSecond();
-  auto sound = findSoundtrack(file, range.first / perSecond, range.count() / perSecond);
+  auto sound = findSoundtrack(source, range.first / perSecond, range.count() / perSecond);
   if (chosen && !sound) throw WorkError("there is no sound in " + inQuotes(options.audio));
   return sound;
 }

@@ -57,7 +57,7 @@ void ClipWriter::finish() {
   if (!complaint.empty()) {
     // Of frames there is nothing to complain about, of the sound there may be.
     if (!sound_ || ranOutOfSpace()) fail();
-    warning_ = "the sound of " + inQuotes(sound_->file.string()) + " is damaged: " + complaint;
+    warning_ = "the sound of " + inQuotes(sound_->name) + " is damaged: " + complaint;
   }
   if (temporary_) temporary_->commit();
 }

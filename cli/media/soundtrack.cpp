@@ -46,15 +46,14 @@ bool hasSound(OutputFormat format) {
          format == OutputFormat::kWebm;
 }
 
-std::optional<Soundtrack> findSoundtrack(const std::filesystem::path& file, double start,
-                                         double seconds) {
+std::optional<Soundtrack> findSoundtrack(const MediaSource& source, double start, double seconds) {
   const std::string answer =
       outputOf({"ffprobe", "-v", "error", "-select_streams", "a", "-show_entries",
-                "stream=codec_name:format=start_time", "-of", "json", mediaArgument(file)},
-               "cannot read the sound of " + inQuotes(file.string()));
+                "stream=codec_name:format=start_time", "-of", "json", source.file},
+               "cannot read the sound of " + inQuotes(source.name));
   const Json json = Json::parse(answer, nullptr, false);
   if (json.is_discarded()) return std::nullopt;
-  Soundtrack sound{file, {}, start, seconds};
+  Soundtrack sound{source.name, source.file, {}, start, seconds};
   for (const Json& stream : json.value("streams", Json::array())) {
     sound.codecs.push_back(stream.value("codec_name", "unknown"));
   }
@@ -67,8 +66,7 @@ std::optional<Soundtrack> findSoundtrack(const std::filesystem::path& file, doub
 
 void appendSoundInput(std::vector<std::string>& command, const Soundtrack& sound) {
   if (sound.start > 0) command.insert(command.end(), {"-ss", secondsText(sound.start)});
-  command.insert(command.end(),
-                 {"-t", secondsText(sound.seconds), "-i", mediaArgument(sound.file)});
+  command.insert(command.end(), {"-t", secondsText(sound.seconds), "-i", sound.file});
 }
 
 void appendSoundOutput(std::vector<std::string>& command, const Soundtrack& sound,

@@ -1,17 +1,18 @@
 // The sound that goes with a clip, taken from a file.
 #pragma once
 
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "cli/media/media_source.h"
 #include "cli/media/output_target.h"
 
 namespace cli {
 
 struct Soundtrack {
-  std::filesystem::path file;
+  std::string name;                 // of the file, for messages
+  std::string file;                 // as ffmpeg is to be told it
   std::vector<std::string> codecs;  // of each of the file's audio streams, by ffmpeg's names
   double start = 0;                 // seconds from the beginning of the file's first stream
   double seconds = 0;               // length
@@ -23,8 +24,7 @@ bool hasSound(OutputFormat format);
 // All audio streams of the file from `start` on, in seconds on its own clock, which is where frame
 // 0 of a clip is at 0; none when it has no audio. Throws WorkError naming the file when it cannot
 // be read.
-std::optional<Soundtrack> findSoundtrack(const std::filesystem::path& file, double start,
-                                         double seconds);
+std::optional<Soundtrack> findSoundtrack(const MediaSource& source, double start, double seconds);
 
 // The sound as the second input of an ffmpeg command, and what becomes of it in the output: streams
 // are copied where the container takes them, others become AAC, or Opus in a .webm.
