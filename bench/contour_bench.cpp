@@ -35,7 +35,7 @@ constexpr Size kSizes[] = {{480, 270}, {1920, 1080}, {3840, 2160}};
 void trace(benchmark::State& state, const Shape& shape, Size size) {
   const Mask mask = shape.draw(size.width, size.height);
   std::int32_t pointCount = 0, segmentCount = 0;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     brisel::ContourPoint* points = nullptr;
     brisel::ContourSegment* segments = nullptr;
     brisel::CMeshBuilder().LoadMask(mask.width, mask.height, mask.width, mask.cells.data(), 1.0f,

@@ -28,7 +28,7 @@ void emit(benchmark::State& state, const brisel::RenderSettings& settings,
           const brisel::Emitter& emitter) {
   brisel::RandomGenerator random;
   brisel::Particle star{};
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     for (int i = 0; i < kStars; ++i) {
       initialiseParticle({settings, emitter, random, 0.0f}, star, 0.0f);
       benchmark::DoNotOptimize(star);

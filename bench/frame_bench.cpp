@@ -43,7 +43,7 @@ void runFrames(benchmark::State& state, Hosted& hosted, int width, int height, h
   for (; request.frame < warmUpFrames; ++request.frame) {
     hosted.session.render(input, output, request);
   }
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     hosted.session.render(input, output, request);
     ++request.frame;
   }
@@ -156,7 +156,7 @@ struct Crowd {
 
 void simulateCrowd(benchmark::State& state) {
   Crowd crowd;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     simulationStep(crowd.settings, crowd.emitter, crowd.random, crowd.population);
     benchmark::ClobberMemory();
   }
@@ -167,7 +167,7 @@ void drawCrowd(benchmark::State& state) {
   brisel::DrawingState drawingState;
   brisel::Drawing drawing{crowd.settings, crowd.random, drawingState, outputLayer(crowd.settings),
                           brisel::BlendRule::Over};
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     drawAllStars(drawing, crowd.population.stars, crowd.population.starCount);
     benchmark::ClobberMemory();
   }

@@ -58,7 +58,7 @@ class Library {
 
 void readLibrary(benchmark::State& state) {
   const Library library(static_cast<int>(state.range(0)));
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     brisel::PresetList lists[2];
     ReadPresetIndex(library.folders(), "Emmiter", lists[0]);
     ReadPresetIndex(library.folders(), "Geometry", lists[1]);
@@ -73,7 +73,7 @@ void composeRow(benchmark::State& state) {
   brisel::setFrame({0, 0, 1025, 75}, list);
   brisel::layOutRow(list);
   brisel::normalizeScroll(list);
-  for (auto _ : state) benchmark::DoNotOptimize(composeStrip(list));
+  for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(composeStrip(list));
 }
 
 BENCHMARK(readLibrary)->Arg(20)->Arg(200)->Unit(benchmark::kMillisecond);

@@ -117,7 +117,7 @@ void runSprite(benchmark::State& state, const brisel::Kernels& kernels, const Sp
   drawing.blendRule = rule;
   const auto draw = [&](Drawing& d) { sprite.draw(d, static_cast<float>(size)); };
   const std::int64_t pixels = canvas.coveredPixels(draw);
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     draw(drawing);
     benchmark::ClobberMemory();
   }
@@ -136,7 +136,7 @@ void runCairo(benchmark::State& state, int size) {
   cairo_set_operator(cr, CAIRO_OPERATOR_ADD);
   cairo_set_source(cr, gradient);
   const int corner = static_cast<int>(kCentre - radius);
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     cairo_rectangle(cr, corner, corner, size + 1, size + 1);
     cairo_fill(cr);
     cairo_surface_flush(surface);
@@ -171,7 +171,7 @@ void runMix(benchmark::State& state, const brisel::Kernels& kernels, brisel::Mix
   s.inputPixels = reinterpret_cast<std::uint8_t*>(layers.input.data());
   s.inputPixels16 = layers.input.data();
   s.outputRowStride = s.inputRowStride = 1920 * 4;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     kernels.mix(s, mode);
     benchmark::ClobberMemory();
   }
@@ -184,7 +184,7 @@ void runCopy(benchmark::State& state, bool deep) {
   const std::size_t bytes = std::size_t{Layers::kPixels} * (deep ? 12 : 6);
   std::vector<std::uint8_t> from(bytes, 1);
   std::vector<std::uint8_t> to(bytes);
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     std::memcpy(to.data(), from.data(), bytes);
     benchmark::ClobberMemory();
   }

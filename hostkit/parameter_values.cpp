@@ -9,7 +9,6 @@ namespace hostkit {
 
 namespace {
 
-constexpr double kFixedOne = 65536.0;
 constexpr Range kFixedRange{-32768.0, 32767.0};
 
 std::string readable(double number) {

@@ -8,8 +8,6 @@ namespace hostkit {
 
 namespace {
 
-constexpr double kFixedOne = 65536.0;
-
 struct TypeName {
   PF_ParamType type;
   std::string_view name;

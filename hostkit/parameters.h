@@ -12,6 +12,9 @@
 
 namespace hostkit {
 
+// What a PF_Fixed counts as 1.
+inline constexpr double kFixedOne = 65536.0;
+
 struct Range {
   double min;
   double max;

@@ -7,8 +7,6 @@ namespace hostkit {
 
 namespace {
 
-constexpr PF_Err kOrderedFailure = PF_Err_OUT_OF_MEMORY;
-
 const SuiteName kParamUtils{kPFParamUtilsSuite, kPFParamUtilsSuiteVersion2};
 const SuiteName kCustomUI{kPFEffectCustomUISuite, kPFEffectCustomUISuiteVersion1};
 const SuiteName kApp{kPFAppSuite, kPFAppSuiteVersion6};
@@ -24,7 +22,7 @@ PF_Err callPane(const SuiteName& suite, PF_Err (ControlPane::*function)(Paramete
   HostRecords* host = currentHost();
   if (host == nullptr) return PF_Err_INVALID_CALLBACK;
   host->suites.noteCall(suite);
-  if (host->pane.failsNow()) return kOrderedFailure;
+  if (host->pane.failsNow()) return PF_Err_OUT_OF_MEMORY;
   return (host->pane.*function)(arguments...);
 }
 
@@ -32,7 +30,7 @@ PF_Err updateParamUI(PF_ProgPtr effectRef, PF_ParamIndex index, const PF_ParamDe
   HostRecords* host = currentHost(effectRef);
   if (host == nullptr) return PF_Err_INVALID_CALLBACK;
   host->suites.noteCall(kParamUtils);
-  if (host->pane.failsNow()) return kOrderedFailure;
+  if (host->pane.failsNow()) return PF_Err_OUT_OF_MEMORY;
   if (def == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
   return host->parameters.updateUI(index, *def);
 }
@@ -80,7 +78,7 @@ SPErr releaseObject(DRAWBOT_ObjectRef object) {
   host->suites.noteCall(kSupplier);
   const bool fails = host->pane.failsNow();
   const SPErr released = host->pane.releaseObject(object);
-  return fails ? kOrderedFailure : released;
+  return fails ? PF_Err_OUT_OF_MEMORY : released;
 }
 
 SPErr fillPath(DRAWBOT_SurfaceRef surface, DRAWBOT_BrushRef brush, DRAWBOT_PathRef path,

@@ -22,7 +22,6 @@ build() {
   cmake --build --preset "$1" -j "$(nproc)" "${@:2}"
 }
 
-cmake --preset release >/dev/null
 scripts/check_sources.sh
 for preset in debug asan; do
   build "$preset" --target unit_tests host_tests

@@ -17,8 +17,6 @@ using hostkit::Parameter;
 using Json = nlohmann::ordered_json;
 using List = std::vector<ListedParameter>;
 
-constexpr double kFixedOne = 65536;
-
 std::string hexColor(const PF_Pixel& color) {
   char text[8];
   std::snprintf(text, sizeof text, "#%02x%02x%02x", color.red, color.green, color.blue);
@@ -40,7 +38,9 @@ Json jsonDefault(const Parameter& parameter) {
   const auto& declared = parameter.declared.u;
   if (parameter.type() == PF_Param_COLOR) return hexColor(declared.cd.dephault);
   if (parameter.type() == PF_Param_POINT) {
-    const auto fraction = [](PF_Fixed percent) { return jsonNumber(percent / kFixedOne / 100); };
+    const auto fraction = [](PF_Fixed percent) {
+      return jsonNumber(percent / hostkit::kFixedOne / 100);
+    };
     return Json::array({fraction(declared.td.x_dephault), fraction(declared.td.y_dephault)});
   }
   const std::optional<double> number = hostkit::defaultNumber(parameter);

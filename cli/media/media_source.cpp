@@ -118,7 +118,8 @@ MediaSource findSource(const std::filesystem::path& path, InputChoices choices) 
     throw WorkError("the input " + inQuotes(source.name) + " is a folder, not a picture or clip");
   }
   if (std::filesystem::is_fifo(status)) {
-    return spooled(std::move(source), openPipe(source.name));
+    FileDescriptor pipe = openPipe(source.name);
+    return spooled(std::move(source), std::move(pipe));
   }
   if (!choices.still) {
     if (const auto sequence = picturesFrom(path)) {

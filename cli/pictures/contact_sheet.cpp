@@ -8,7 +8,7 @@ namespace cli {
 namespace {
 
 // Pixels.
-constexpr int kMargin = 20;
+constexpr int kSheetMargin = 20;
 constexpr int kGap = 8;
 constexpr int kTitleHeight = 34;
 constexpr int kCaptionHeight = 20;
@@ -17,7 +17,7 @@ constexpr double kTitleSize = 16;
 constexpr double kCaptionSize = 11;
 
 // Grey levels, 0..1.
-constexpr double kGround = 0.085;
+constexpr double kSheetGround = 0.085;
 constexpr double kCheckerDark = 0.045;
 constexpr double kCheckerLight = 0.065;
 constexpr double kTitleGrey = 0.88;
@@ -97,12 +97,12 @@ int ContactSheet::groupHeight(const Group& group) const {
 }
 
 void ContactSheet::drawGroup(cairo_t* cairo, const Group& group, int top) const {
-  drawText(cairo, group.title, kMargin, top + 0.6 * kTitleHeight, kTitleSize, kTitleGrey);
+  drawText(cairo, group.title, kSheetMargin, top + 0.6 * kTitleHeight, kTitleSize, kTitleGrey);
   const int cellTop = top + kTitleHeight;
   for (std::size_t i = 0; i < group.cells.size(); ++i) {
     const int column = static_cast<int>(i) % columns_;
     const int row = static_cast<int>(i) / columns_;
-    const int x = kMargin + column * (cellWidth_ + kGap);
+    const int x = kSheetMargin + column * (cellWidth_ + kGap);
     const int y = cellTop + row * (cellHeight(group) + kCaptionHeight + kGap);
     cairo_set_source_surface(cairo, group.cells[i].picture.get(), x, y);
     cairo_paint(cairo);
@@ -112,17 +112,17 @@ void ContactSheet::drawGroup(cairo_t* cairo, const Group& group, int top) const 
 }
 
 Frame ContactSheet::picture() const {
-  const int width = 2 * kMargin + columns_ * (cellWidth_ + kGap) - kGap;
-  int height = 2 * kMargin;
+  const int width = 2 * kSheetMargin + columns_ * (cellWidth_ + kGap) - kGap;
+  int height = 2 * kSheetMargin;
   for (const Group& group : groups_) height += groupHeight(group);
 
   const CairoSurface sheet = newSurface(CAIRO_FORMAT_RGB24, width, height);
   const Cairo cairo(cairo_create(sheet.get()));
-  setGrey(cairo.get(), kGround);
+  setGrey(cairo.get(), kSheetGround);
   cairo_paint(cairo.get());
   cairo_select_font_face(cairo.get(), "sans-serif", CAIRO_FONT_SLANT_NORMAL,
                          CAIRO_FONT_WEIGHT_NORMAL);
-  int top = kMargin;
+  int top = kSheetMargin;
   for (const Group& group : groups_) {
     drawGroup(cairo.get(), group, top);
     top += groupHeight(group);

@@ -19,14 +19,13 @@ constexpr int kIndent = 18;
 constexpr int kTwirlyWidth = 16;
 constexpr int kValueLeft = 330;
 constexpr int kControlGap = 8;  // below a control of the module
-constexpr double kTextSize = 12;
 constexpr double kTitleTextSize = 13;
 
 constexpr double kGround = 0.137;
 constexpr double kTitleBarGrey = 0.19;
 constexpr double kGroupGrey = 0.16;
 constexpr double kSeparatorGrey = 0.105;
-constexpr double kTextGrey = 0.78;
+constexpr double kNameGrey = 0.78;
 constexpr double kTitleTextGrey = 0.93;
 constexpr double kDisabledOpacity = 0.36;
 
@@ -43,7 +42,7 @@ void fillBand(cairo_t* cairo, double top, double height, double width, double gr
 
 // The triangle of a group, pointing down when the group is open.
 void drawTwirly(cairo_t* cairo, double x, double middle, bool open) {
-  setGrey(cairo, kTextGrey);
+  setGrey(cairo, kNameGrey);
   cairo_save(cairo);
   cairo_translate(cairo, x + 4, middle);
   if (open) cairo_rotate(cairo, 1.5707963267948966);
@@ -136,8 +135,8 @@ void Panel::paintLine(cairo_t* cairo, const Line& line) const {
   cairo_push_group(cairo);
   const double left = kMargin + parameter.groupDepth * kIndent;
   if (isGroup) drawTwirly(cairo, left, middle, (shown.flags & PF_ParamFlag_COLLAPSE_TWIRLY) == 0);
-  drawText(cairo, shown.name, left + kTwirlyWidth, middle + 0.36 * kTextSize, kTextSize,
-           isGroup ? kTitleTextGrey : kTextGrey);
+  drawText(cairo, shown.name, left + kTwirlyWidth, middle + 0.36 * kPanelTextSize, kPanelTextSize,
+           isGroup ? kTitleTextGrey : kNameGrey);
   drawPanelValue(cairo, parameter, shown, kValueLeft, middle);
   cairo_pop_group_to_source(cairo);
   cairo_paint_with_alpha(cairo, (shown.ui_flags & PF_PUI_DISABLED) != 0 ? kDisabledOpacity : 1);

@@ -9,9 +9,6 @@
 namespace cli {
 namespace {
 
-constexpr double kFixedOne = 65536;
-constexpr double kTextSize = 12;
-
 // Pixels.
 constexpr double kSymbolLeft = 110;  // of a dial or track, from the value's left
 constexpr double kTrackLength = 240;
@@ -32,14 +29,14 @@ void setAccent(cairo_t* cairo) {
 }
 
 void writeText(cairo_t* cairo, const std::string& text, double x, double middle) {
-  drawText(cairo, text, x, middle + 0.36 * kTextSize, kTextSize, kTextGrey);
+  drawText(cairo, text, x, middle + 0.36 * kPanelTextSize, kPanelTextSize, kTextGrey);
 }
 
 // Numbers that a person may drag.
 void writeNumber(cairo_t* cairo, const std::string& text, double x, double middle) {
-  cairo_set_font_size(cairo, kTextSize);
+  cairo_set_font_size(cairo, kPanelTextSize);
   setAccent(cairo);
-  cairo_move_to(cairo, x, middle + 0.36 * kTextSize);
+  cairo_move_to(cairo, x, middle + 0.36 * kPanelTextSize);
   cairo_show_text(cairo, text.c_str());
 }
 
@@ -152,17 +149,18 @@ void drawPanelValue(cairo_t* cairo, const hostkit::Parameter& parameter, const P
       return drawTrack(cairo, *hostkit::sliderRange(parameter), u.sd.value, left + kSymbolLeft,
                        middle);
     case PF_Param_FIX_SLIDER:
-      writeNumber(cairo, decimals(u.fd.value / kFixedOne, u.fd.precision), left, middle);
-      return drawTrack(cairo, *hostkit::sliderRange(parameter), u.fd.value / kFixedOne,
+      writeNumber(cairo, decimals(u.fd.value / hostkit::kFixedOne, u.fd.precision), left, middle);
+      return drawTrack(cairo, *hostkit::sliderRange(parameter), u.fd.value / hostkit::kFixedOne,
                        left + kSymbolLeft, middle);
     case PF_Param_ANGLE:
-      writeNumber(cairo, decimals(u.ad.value / kFixedOne, 1) + "°", left, middle);
-      return drawDial(cairo, u.ad.value / kFixedOne, left + kSymbolLeft + kDialRadius, middle);
+      writeNumber(cairo, decimals(u.ad.value / hostkit::kFixedOne, 1) + "°", left, middle);
+      return drawDial(cairo, u.ad.value / hostkit::kFixedOne, left + kSymbolLeft + kDialRadius,
+                      middle);
     case PF_Param_POINT:
-      return writeNumber(
-          cairo,
-          decimals(u.td.x_value / kFixedOne, 1) + ", " + decimals(u.td.y_value / kFixedOne, 1),
-          left, middle);
+      return writeNumber(cairo,
+                         decimals(u.td.x_value / hostkit::kFixedOne, 1) + ", " +
+                             decimals(u.td.y_value / hostkit::kFixedOne, 1),
+                         left, middle);
     case PF_Param_POPUP:
       return drawChoice(cairo, itemText(parameter, u.pd.value), left, middle);
     case PF_Param_PATH:

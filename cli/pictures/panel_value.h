@@ -7,6 +7,8 @@
 
 namespace cli {
 
+inline constexpr double kPanelTextSize = 12;  // pixels
+
 // Draws into the line around `middle`, from `left` on; nothing for kinds that have no value.
 void drawPanelValue(cairo_t* cairo, const hostkit::Parameter& parameter, const PF_ParamDef& value,
                     double left, double middle);

@@ -64,7 +64,7 @@ struct Distance {
   std::size_t inexact;  // letters of those that it has only something alike for
   std::size_t edits;
 
-  auto operator<=>(const Distance&) const = default;
+  auto operator<=>(const Distance&) const = default;  // NOLINT(modernize-use-nullptr): its own zero
 };
 
 Distance distanceBetween(const Words& wanted, const Words& candidate) {

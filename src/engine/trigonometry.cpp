@@ -15,7 +15,7 @@ struct Pair {
 };
 
 constexpr Pair kHalfPi{1.5707963267948966, 6.123233995736766e-17};
-constexpr Pair kPi{3.141592653589793, 1.2246467991473532e-16};
+constexpr Pair kPiPair{3.141592653589793, 1.2246467991473532e-16};
 
 /// An angle as a number of quarter turns and what is left, within an eighth of a turn.
 struct Reduced {
@@ -172,7 +172,7 @@ float arcTangent2(float y, float x) {
   }
   if (greater == 0.0) greater = 1.0;
   const bool behind = std::signbit(x);
-  const Pair base = steep ? kHalfPi : behind ? kPi : Pair{0.0, 0.0};
+  const Pair base = steep ? kHalfPi : behind ? kPiPair : Pair{0.0, 0.0};
   const double angle = addArcTangent(base, steep == behind ? 1.0 : -1.0, lesser, greater);
   return std::copysign(static_cast<float>(angle), y);
 }

@@ -44,7 +44,7 @@ std::vector<Entry> readIndex() {
   for (std::size_t i = 1; i < lines.size(); ++i) {  // the first is a title
     if (lines[i].starts_with('[')) section = lines[i];
     if (lines[i].starts_with('[') || lines[i].starts_with(';')) continue;
-    Entry& entry = entries.emplace_back(section);
+    Entry& entry = entries.emplace_back(Entry{section, {}, {}});
     std::istringstream(lines[i]) >> entry.parameters >> entry.thumbnail;
   }
   return entries;

@@ -73,7 +73,8 @@ constexpr DRAWBOT_ColorRGBA kPressedStroke{0.25f, 0.1f, 0.5f, 1.0f};
 
 // The red of a pixel of the strip; thumbnail i is grey of level i.
 int stripRed(const Drawing& strip, int x, int y) {
-  return strip.image.pixels[static_cast<std::size_t>(3 * (y * strip.image.width + x))];
+  const int at = 3 * (y * strip.image.width + x);
+  return strip.image.pixels[static_cast<std::size_t>(at)];
 }
 
 TEST_F(PanelTest, TheRowIsDrawnInOrder) {

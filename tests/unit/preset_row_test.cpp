@@ -91,8 +91,8 @@ std::array<int, 3> expectedAt(const PresetList& list, int x, int y) {
     const int inCell = x - list.pixelOffset - 94 * cell;
     const int column = inCell - 3, row = y - (hot ? 2 : 3);
     if (column >= 0 && column < preset.width && row >= 0 && row < preset.height) {
-      const std::uint8_t* rgb =
-          &preset.pixels[static_cast<std::size_t>(row * preset.rowBytes + 3 * column)];
+      const int at = row * preset.rowBytes + 3 * column;
+      const std::uint8_t* rgb = &preset.pixels[static_cast<std::size_t>(at)];
       return {rgb[2], rgb[1], rgb[0]};
     }
     if (inCell >= 0 && inCell < 94) {
@@ -115,7 +115,8 @@ TEST(PresetRow, StripShowsCellsAndThumbnails) {
         brisel::Preset& preset = list.items[i];
         std::tie(preset.width, preset.height) = sizes[i];
         preset.rowBytes = preset.width * 3;
-        const auto bytes = static_cast<std::size_t>(preset.rowBytes * preset.height);
+        const auto bytes =
+            static_cast<std::size_t>(preset.rowBytes) * static_cast<std::size_t>(preset.height);
         if (bytes > 0) preset.pixels = std::make_unique<std::uint8_t[]>(bytes);
         std::generate_n(preset.pixels.get(), bytes, [&] { return dice.bits() & 0xFF; });
       }

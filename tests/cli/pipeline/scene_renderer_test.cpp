@@ -84,7 +84,8 @@ cli::Frame shrunk(const cli::Frame& frame, int by) {
         int sum = 0;
         for (int i = 0; i < by * by; ++i) {
           const int pixel = (y * by + i / by) * frame.size.width + x * by + i % by;
-          sum += flat[static_cast<std::size_t>(3 * pixel + channel)];
+          const int at = 3 * pixel + channel;
+          sum += flat[static_cast<std::size_t>(at)];
         }
         small.row(y)[4 * x + channel] = static_cast<std::uint8_t>(sum / (by * by));
       }

@@ -141,7 +141,8 @@ TEST_F(ValuesTest, WhatIsRefusedIsExplained) {
       {"Shape=4", "an item's text or its number from 1 to 3, not 4"},
       {"Path=1", "a scene file gives as [mask]"},
       {"Size", "LABEL=VALUE"}};
-  for (const auto& [text, expected] : cases) {
+  for (const auto& [setting, expected] : cases) {
+    const std::string& text = setting;
     const auto message = clitest::errorOf<cli::UsageError>([&] { option(text); });
     EXPECT_TRUE(message.starts_with("--set \"" + text + "\": ")) << message;
     EXPECT_NE(message.find(expected), std::string::npos) << text << ": " << message;
