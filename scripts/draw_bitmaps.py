@@ -27,6 +27,7 @@ GOLD = (1.0, 0.78, 0.36)
 AMBER = (1.0, 0.52, 0.16)
 ROSE = (0.86, 0.36, 0.56)
 VIOLET = (0.48, 0.38, 0.98)
+INDIGO = (0.16, 0.10, 0.36)
 
 
 def lettering(text, x, baseline, size, spacing):
@@ -200,18 +201,20 @@ def draw_button(header, hover):
     header.fill(print_lines, lambda px, py: (0.62, 0.30, 0.06) if hover else (0.33, 0.31, 0.48))
 
 
-def draw_arrow(name, background, colour, pointing):
+def draw_arrow(name, background, ink, light, pointing):
+    """One point of a hollow-sided star, as the logo's, with its light where the star would be."""
     arrow = Picture(ARROW, lambda x, y: background)
 
-    def chevron(context):
-        context.set_line_width(4)
-        context.set_line_cap(cairo.LINE_CAP_ROUND)
-        context.set_line_join(cairo.LINE_JOIN_ROUND)
-        for dx, dy in ((1, -12), (0, 0), (1, 12)):
-            context.line_to(8 + pointing * (4 - 8 * dx), 25 + dy)
-        context.stroke()
+    def at(across, down):
+        return 8 + pointing * across, 25 + down
 
-    arrow.fill(chevron, lambda x, y: colour)
+    def point(context):
+        context.move_to(*at(-6, -17))
+        for middle, end in (((-2, -5), (7, 0)), ((-2, 5), (-6, 17)), ((-3, 0), (-6, -17))):
+            context.curve_to(*at(*middle), *at(*middle), *at(*end))
+        context.fill()
+
+    arrow.fill(point, lambda x, y: mix(ink, light, max(0.0, 1 - math.hypot(x - 8, y - 25) / 15)))
     arrow.save(FOLDER / name)
 
 
@@ -238,10 +241,10 @@ def main():
         header.save(FOLDER / f"logo{suffix}.bmp", LOGO)
         header.save(FOLDER / f"documentation{suffix}.bmp", BUTTON)
     for side, pointing in (("left", -1), ("right", 1)):
-        draw_arrow(f"arrow_{side}.bmp", (1.0, 1.0, 64 / 255), (0.42, 0.26, 0.02), pointing)
-        draw_arrow(f"arrow_{side}_pressed.bmp", (0.0, 210 / 255, 1.0), (0.05, 0.10, 0.36), pointing)
-        draw_arrow(f"arrow_{side}_disabled.bmp", (1.0, 192 / 255, 32 / 255), (0.62, 0.36, 0.10),
-                   pointing)
+        draw_arrow(f"arrow_{side}.bmp", (1.0, 1.0, 64 / 255), INDIGO, VIOLET, pointing)
+        draw_arrow(f"arrow_{side}_pressed.bmp", (0.0, 210 / 255, 1.0), INDIGO, CREAM, pointing)
+        draw_arrow(f"arrow_{side}_disabled.bmp", (1.0, 192 / 255, 32 / 255),
+                   *(mix(ink, GOLD, 0.35) for ink in (INDIGO, VIOLET)), pointing)
     draw_texture()
 
 
