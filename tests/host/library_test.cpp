@@ -96,8 +96,9 @@ class PresetLibrary : public EffectTest {
 
 TEST_F(PresetLibrary, EveryLookIsCompleteAndEveryChoiceHasOne) {
   hosttest::openWithDefaults(session);
-  const auto emitter = valuesBetween("Standard path", "Frequency of oscillation");
   const auto star = valuesBetween("Type", "Add mode");
+  auto emitter = valuesBetween("Standard path", "Frequency of oscillation");
+  emitter.insert(star.begin(), star.end());
   for (const Entry& entry : readIndex()) {
     SCOPED_TRACE(entry.parameters);
     EXPECT_EQ(apply(entry.parameters), entry.section == "[Emmiter]" ? emitter : star);
@@ -107,8 +108,9 @@ TEST_F(PresetLibrary, EveryLookIsCompleteAndEveryChoiceHasOne) {
   }
   for (const char* popup : {"Standard path", "Orientation", "Terminate type", "Oscillation", "Type",
                             "Type of halo", "Type of blink", "Color schema", "Add mode"}) {
-    const Parameter* declared = session.parameters().find(popup);
-    EXPECT_EQ(used[popup].size(), declared->items.size()) << popup;
+    const std::size_t items = session.parameters().find(popup)->items.size();
+    const bool hasDots = popup == std::string_view("Type");  // pixels too small to be seen
+    EXPECT_EQ(used[popup].size(), items - (hasDots ? 1 : 0)) << popup;
   }
 }
 
