@@ -14,7 +14,7 @@ export cell=160:90
 drawCells() {
   local scene=emitter part=1920:1080:0:0 label frame
   if [ "$3" != emitter ]; then
-    scene=room part=640:360:640:360
+    scene=room part=480:270:720:405
   fi
   for frame in 30 100 300; do
     drawPreset "library/thumbnails/$scene.toml" "$2" $frame $part $cell "$scratch/$2.bmp"
