@@ -46,7 +46,9 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
   showProgress();
   const double seconds = progress.elapsedSeconds();
   progress.finish(static_cast<int>(frames.size()));
-  for (const std::string& warning : renderer.warnings()) warn(ofScene(scene, warning));
+  if (there == 0) {  // else stars may be in the frames that were there
+    for (const std::string& warning : renderer.warnings()) warn(ofScene(scene, warning));
+  }
   if (const std::string text = output.warning(); !text.empty()) warn(ofScene(scene, text));
   if (options.stats) {
     printRenderStats(target.isStandardOutput() ? stderr : stdout,

@@ -83,9 +83,9 @@ Json maskTable() {
 }
 
 Json easeSchema() {
-  const Json share = numbers(0, 1);
-  const Json any = {{"type", "number"}};
-  Json handles = listOf({share, any, share, any}, 4);
+  const Json time = numbers(0, 1);
+  const Json share = numbers(-kMostShare, kMostShare);
+  Json handles = listOf({time, share, time, share}, 4);
   return {{"anyOf", {{{"enum", easeNames()}}, handles}}};
 }
 

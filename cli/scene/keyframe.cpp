@@ -15,7 +15,7 @@ const std::array<std::pair<const char*, Ease>, 5> kEases{{{"linear", {}},
                                                           {"out", {false, 0, 0, 0.58, 1}},
                                                           {"in-out", {false, 0.42, 0, 0.58, 1}}}};
 
-// Of the curve from 0 to 1 with the inner control points a and b.
+// One coordinate of the curve from 0 to 1 with the inner control points a and b, at t.
 double bezier(double a, double b, double t) {
   const double u = 1 - t;
   return 3 * u * u * t * a + 3 * u * t * t * b + t * t * t;

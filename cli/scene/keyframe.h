@@ -13,6 +13,9 @@
 
 namespace cli {
 
+// How far the handles of a curve may lead, either way; curves beyond look like jumps.
+inline constexpr double kMostShare = 1000;
+
 // From one key to the next: straight, not at all, or along a cubic Bezier curve from (0, 0) to
 // (1, 1), whose handles are those of CSS: time across, from 0 to 1, and value up.
 struct Ease {
@@ -58,7 +61,7 @@ struct KeySpan {
   double share;
 };
 
-// Of keys in order, one at least, their times frames.
+// `keys` are one or more, in the order of their times, which are frames.
 template <typename Key>
 KeySpan<Key> keysAround(const std::vector<Key>& keys, double frame) {
   const auto after = std::ranges::upper_bound(keys, frame, {}, &Key::time);

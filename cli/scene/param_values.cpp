@@ -70,19 +70,25 @@ bool isColorChannel(double number) {
   return number >= 0 && number <= 255 && number == std::floor(number);
 }
 
+// What a text that is no colour may stand for: the end of a message.
+std::string colorMeant(const std::string& text) {
+  if (colorFromText('#' + text)) return "; such digits follow a #: " + inQuotes('#' + text);
+  if (text.starts_with('#')) return "";
+  return "; the nearest name is " + inQuotes(nearestName(text, colorNames()));
+}
+
 ParamValue colorValue(const UserValue& value) {
-  std::string nearest;
+  std::string meant;
   if (const auto* text = std::get_if<std::string>(&value)) {
     if (const auto color = colorFromText(*text)) return *color;
-    if (!text->starts_with('#'))
-      nearest = "; the nearest name is " + inQuotes(nearestName(*text, colorNames()));
+    meant = colorMeant(*text);
   } else if (const auto* list = std::get_if<std::vector<double>>(&value)) {
     if (list->size() == 3 && std::ranges::all_of(*list, isColorChannel)) {
       return {(*list)[0], (*list)[1], (*list)[2]};
     }
   }
   throw ValueError("takes a colour such as \"#ffcc66\", \"gold\" or [255, 204, 102], not " +
-                   shown(value) + nearest);
+                   shown(value) + meant);
 }
 
 // Four digits are enough for a tenth of a pixel.

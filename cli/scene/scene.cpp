@@ -1,5 +1,7 @@
 #include "cli/scene/scene.h"
 
+#include <algorithm>
+
 #include "cli/scene/scene_keys.h"
 #include "cli/scene/scene_mask.h"
 #include "cli/scene/toml_reader.h"
@@ -15,6 +17,7 @@ class SceneReader {
 
   Scene read() {
     const toml::table root = toml_.parse();
+    const std::vector<std::string> sceneKeys = namesOf(kSceneKeys);
     for (const TomlEntry& entry : inFileOrder(root)) {
       if (entry.key == "scene") {
         readSceneTable(toml_.tableOf(entry));
@@ -22,6 +25,8 @@ class SceneReader {
         readParams(toml_.tableOf(entry));
       } else if (entry.key == "mask") {
         takeMask(entry, readMaskTable(toml_, entry));
+      } else if (std::ranges::find(sceneKeys, entry.key) != sceneKeys.end()) {
+        toml_.fail(*entry.node, inQuotes(entry.key) + " belongs under [scene]");
       } else {
         toml_.unknownKey(entry, "table", namesOf(kTables));
       }

@@ -30,7 +30,7 @@ FrameRate rateFromOption(const std::string& text) {
   return *rate;
 }
 
-// Begun pixels count.
+// Rounded up: a host gives the rest of a side a pixel, too.
 FrameSize reduced(FrameSize size, int reduction) {
   return {(size.width + reduction - 1) / reduction, (size.height + reduction - 1) / reduction};
 }

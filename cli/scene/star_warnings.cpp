@@ -10,18 +10,21 @@
 namespace cli {
 namespace {
 
-// A value that takes something from the input, and what comes of it without one.
+enum class Trait { kPath, kSize, kColor };
+
+// A value that takes a trait of stars from the input, and what comes of it without one.
 struct InputUse {
+  Trait trait;
   const char* label;
   const char* value;  // a popup's item, or "true"
-  bool isPath;        // without effect when there is a mask
   const char* withoutInput;
 };
 constexpr InputUse kInputUses[] = {
-    {"Standard path", "Source as raster mask", true, "nothing is bright enough for a star"},
-    {"Standard path", "Contour alpha channel", true, "stars follow the border of the frame"},
-    {"Size depend on source", "true", false, "stars have no size"},
-    {"Color schema", "Source", false, "stars start out black"}};
+    {Trait::kPath, "Standard path", "Source as raster mask", "nothing is bright enough for a star"},
+    {Trait::kPath, "Standard path", "Contour alpha channel",
+     "stars follow the border of the frame"},
+    {Trait::kSize, "Size depend on source", "true", "stars have no size"},
+    {Trait::kColor, "Color schema", "Source", "stars start out black"}};
 
 // None can be seen when one of these is 0.
 constexpr const char* kNeededNumbers[] = {"Intensity", "Maximum number of stars",
@@ -46,11 +49,24 @@ std::string textOf(const hostkit::ParameterSet& parameters, const char* label) {
   }
 }
 
+bool hasEffect(const InputUse& use, const ScenePlan& plan,
+               const hostkit::ParameterSet& parameters) {
+  if (textOf(parameters, use.label) != use.value) return false;
+  switch (use.trait) {
+    case Trait::kPath:
+      return !plan.scene.mask;
+    case Trait::kSize:
+      return textOf(parameters, "Type") != "Dots";  // always one pixel
+    default:
+      return true;
+  }
+}
+
 std::string sizeText(FrameSize size) {
   return std::to_string(size.width) + "x" + std::to_string(size.height);
 }
 
-// With its handles, at frame 0.
+// The box around its vertices and their handles at frame 0 does.
 bool liesOutside(const Mask& mask, FrameSize layer) {
   constexpr double kFar = std::numeric_limits<double>::max();
   double left = kFar, top = kFar, right = -kFar, bottom = -kFar;
@@ -72,13 +88,17 @@ std::string likeliestReason(const ScenePlan& plan, const hostkit::ParameterSet& 
   }
   if (plan.input) {
     for (const InputUse& use : kInputUses) {
-      if (textOf(parameters, use.label) != use.value || (use.isPath && plan.scene.mask)) continue;
+      if (!hasEffect(use, plan, parameters)) continue;
       return inQuotes(use.label) + " is " + inQuotes(use.value) +
              ", and the input may be too dark or too transparent for that";
     }
   }
-  return "they may be too small, too dark, outside the frame, or not born yet (then --preroll "
-         "helps)";
+  if (plan.scene.reduction > 1 && textOf(parameters, "Oscillation") != "None") {
+    return inQuotes("Amplitude of oscillation") +
+           " does not shrink with --scale, so they may swing outside the frame";
+  }
+  return std::string("they may be too small, too dark, outside the frame, ") +
+         (plan.input ? "lost on a bright input, " : "") + "or not born yet (then --preroll helps)";
 }
 
 }  // namespace
@@ -87,8 +107,7 @@ std::vector<std::string> starWarnings(const ScenePlan& plan,
                                       const hostkit::ParameterSet& parameters, bool starsSeen) {
   std::vector<std::string> warnings;
   for (const InputUse& use : kInputUses) {
-    if (plan.input || textOf(parameters, use.label) != use.value) continue;
-    if (use.isPath && plan.scene.mask) continue;
+    if (plan.input || !hasEffect(use, plan, parameters)) continue;
     warnings.push_back(inQuotes(use.label) + " is " + inQuotes(use.value) +
                        ", but there is no input, so that " + use.withoutInput +
                        "; give one with -i");

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <fstream>
 
+#include "cli/scene/scene.h"
 #include "cli/scene/scene_keys.h"
 #include "cli/support/errors.h"
 #include "cli/support/nearest_name.h"
@@ -26,7 +27,7 @@ std::string lastKey(std::string_view text) {
   return std::string(text.substr(text.find_last_of(" \t{,") + 1));
 }
 
-// Of what stands on that line: the parser's own words garble keys in quotes.
+// Taken from the line itself, as the parser's message garbles keys in quotes.
 std::string keyGivenTwice(const std::filesystem::path& file, toml::source_position position) {
   std::ifstream stream(file);
   std::string line;
@@ -164,15 +165,18 @@ void TomlReader::setTime(Keyframe& key, const std::string& label, const toml::no
   const auto number = node.value<double>();
   const auto text = node.value_exact<std::string>();
   const auto seconds = text ? secondsFromText(*text) : std::nullopt;
-  if (!seconds && !(number && std::isfinite(*number))) {
-    fail(node, inQuotes(label) + ": frame is a number, or a time such as \"1.5s\"");
+  const auto time = seconds ? seconds : number;
+  if (!time || !(std::abs(*time) <= kMaxFrames)) {  // not-a-number is no time either
+    fail(node, inQuotes(label) + ": frame is a number, or a time such as \"1.5s\", at most " +
+                   std::to_string(kMaxFrames));
   }
-  key.time = seconds ? *seconds : *number;
+  key.time = *time;
   key.inSeconds = seconds.has_value();
 }
 
 Ease TomlReader::easeOf(const std::string& label, const toml::node& node) const {
-  const auto isShare = [](double x) { return x >= 0 && x <= 1; };
+  const auto isTime = [](double x) { return x >= 0 && x <= 1; };
+  const auto isShare = [](double y) { return std::abs(y) <= kMostShare; };
   if (const auto name = node.value_exact<std::string>()) {
     if (const auto ease = easeByName(*name)) return *ease;
     fail(node, inQuotes(label) + ": there is no ease " + inQuotes(*name) + "; the nearest is " +
@@ -182,11 +186,12 @@ Ease TomlReader::easeOf(const std::string& label, const toml::node& node) const 
     std::array<double, 4> handles{};
     for (std::size_t i = 0; i < 4; ++i) handles[i] = finiteOf(label, (*array)[i]);
     const auto [x1, y1, x2, y2] = handles;
-    if (isShare(x1) && isShare(x2)) return {false, x1, y1, x2, y2};
+    if (isTime(x1) && isTime(x2) && isShare(y1) && isShare(y2)) return {false, x1, y1, x2, y2};
   }
   fail(node, inQuotes(label) +
                  ": ease is a name such as \"in-out\", or the handles [x1, y1, x2, y2] of a curve, "
-                 "x1 and x2 from 0 to 1");
+                 "x1 and x2 from 0 to 1, y1 and y2 from " +
+                 numberText(-kMostShare) + " to " + numberText(kMostShare));
 }
 
 double TomlReader::finiteOf(const std::string& key, const toml::node& node) const {

@@ -229,6 +229,7 @@ TEST_F(RenderTest, StarsThatCannotBeSeenAreExplained) {
   };
   const std::string no = "no frame shows a star: ";
   EXPECT_EQ(warnings({"s.toml"}), "");
+  EXPECT_EQ(warnings({"s.toml", "--set", "Size depend on source=true", "--set", "Type=Dots"}), "");
   EXPECT_EQ(warnings({"s.toml", "--set", "Intensity=0"}), no + "\"Intensity\" is 0\n");
   EXPECT_EQ(warnings({"far.toml"}), no + "the mask lies outside the layer of 64x36 pixels\n");
   const std::string raster = "Standard path=Source as raster mask";

@@ -111,6 +111,7 @@ TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
   const clitest::Complaints cases = {
       {"[scene]\nsizes = [1, 2]", "s.toml:2: unknown key \"sizes\"; the nearest is \"size\""},
       {"[parms]\n", "s.toml:1: unknown table \"parms\"; the nearest is \"params\""},
+      {"size = [1, 2]", "s.toml:1: \"size\" belongs under [scene]"},
       {"scene = 3", "s.toml:1: \"scene\" is a table"},
       {"[scene]\nsize = [0, 2]", "s.toml:2: size is [WIDTH, HEIGHT], each from 1 to 30000"},
       {"[scene]\nframes = 1.5", "s.toml:2: frames is a whole number from 1 to 1000000"},
@@ -128,6 +129,11 @@ TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
        "s.toml:2: unknown key of a keyframe \"eas\"; the nearest is \"ease\""},
       {"[params]\n\"Size\" = [{frame=\"1.5\",value=1}]",
        "s.toml:2: \"Size\": frame is a number, or a time such as \"1.5s\""},
+      {"[params]\n\"Size\" = [{frame=-1e308,value=1}]",
+       "s.toml:2: \"Size\": frame is a number, or a time such as \"1.5s\", at most 1000000"},
+      {"[params]\n\"Size\" = [{frame=0,value=1,ease=[0,1e308,1,0]}]",
+       "s.toml:2: \"Size\": ease is a name such as \"in-out\", or the handles [x1, y1, x2, y2] of "
+       "a curve, x1 and x2 from 0 to 1, y1 and y2 from -1000 to 1000"},
       {"[params]\n\"Size\" = [{frame=0,value=1,ease=\"inout\"}]",
        "s.toml:2: \"Size\": there is no ease \"inout\"; the nearest is \"in-out\""},
       {"[params]\n\"Size\" = [{frame=0,value=1,ease=[0,0,1.1,1]}]",

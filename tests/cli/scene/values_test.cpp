@@ -136,6 +136,7 @@ TEST_F(ValuesTest, WhatIsRefusedIsExplained) {
       {"Tint=1,2,300", "takes a colour such as"},
       {"Tint=#ffcc6", "takes a colour such as"},
       {"Tint=limegren", "not \"limegren\"; the nearest name is \"limegreen\""},
+      {"Tint=FFCC6b", "not \"FFCC6b\"; such digits follow a #: \"#FFCC6b\""},
       {"On=1", "takes true or false, not 1"},
       {"Shape=Cirle", "has no item \"Cirle\"; the nearest is \"Circle\""},
       {"Shape=4", "an item's text or its number from 1 to 3, not 4"},
