@@ -79,12 +79,16 @@ void appendSoundOutput(std::vector<std::string>& command, const Soundtrack& soun
     const std::string codec = "-c" + stream;
     if (takesAsItIs(format, sound.codecs[i])) {
       command.insert(command.end(), {codec, "copy"});
-    } else if (format == OutputFormat::kWebm) {
+      continue;
+    }
+    // ffmpeg's -t counts from a stream's first sample, however late that is.
+    const std::string cut = "atrim=end=" + secondsText(sound.seconds);
+    if (format == OutputFormat::kWebm) {
       // The encoder knows these layouts only.
       command.insert(command.end(), {codec, "libopus", "-b" + stream, "192k", "-filter" + stream,
-                                     "aformat=channel_layouts=7.1|5.1|stereo|mono"});
+                                     cut + ",aformat=channel_layouts=7.1|5.1|stereo|mono"});
     } else {
-      command.insert(command.end(), {codec, "aac", "-b" + stream, "256k"});
+      command.insert(command.end(), {codec, "aac", "-b" + stream, "256k", "-filter" + stream, cut});
     }
   }
 }
