@@ -56,15 +56,15 @@ void ClipWriter::finish() {
   const std::string complaint = encoder_.firstComplaint();
   if (!complaint.empty()) {
     // Of frames there is nothing to complain about, of the sound there may be.
-    if (!sound_ || ranOutOfSpace()) fail();
+    if (!sound_ || couldNotWrite()) fail();
     warning_ = "the sound of " + inQuotes(sound_->name) + " is damaged: " + complaint;
   }
   if (temporary_) temporary_->commit();
 }
 
 // Which an encoder may call success when it concerns its last bytes.
-bool ClipWriter::ranOutOfSpace() const {
-  for (const int error : {ENOSPC, EDQUOT, EFBIG, EIO}) {
+bool ClipWriter::couldNotWrite() const {
+  for (const int error : {ENOSPC, EDQUOT, EFBIG, EIO, EPIPE}) {
     if (encoder_.complainedOf(std::strerror(error))) return true;
   }
   return false;

@@ -24,7 +24,7 @@ class ClipWriter : public FrameWriter {
   std::string warning() const override { return warning_; }
 
  private:
-  bool ranOutOfSpace() const;
+  bool couldNotWrite() const;
   [[noreturn]] void fail();
 
   OutputTarget target_;

@@ -14,15 +14,21 @@
 namespace cli {
 namespace {
 
+void checkThatItHoldsSomething(const std::string& name, std::uintmax_t size) {
+  if (size == 0) throw WorkError("the input " + inQuotes(name) + " is empty");
+}
+
 // One that is opened twice would wait for a second writer, or start in the middle.
 MediaSource spooled(MediaSource source, FileDescriptor pipe) {
   const auto content = std::make_shared<NamelessFile>();
   std::array<char, 1 << 16> buffer;
+  std::uintmax_t size = 0;
   for (;;) {
     const ssize_t count = read(pipe.get(), buffer.data(), buffer.size());
     if (count == 0) break;
     if (count > 0) {
       content->append({buffer.data(), static_cast<std::size_t>(count)});
+      size += static_cast<std::uintmax_t>(count);
     } else if (errno == EINTR) {
       throwIfInterrupted();
     } else {
@@ -30,6 +36,7 @@ MediaSource spooled(MediaSource source, FileDescriptor pipe) {
                       std::strerror(errno));
     }
   }
+  checkThatItHoldsSomething(source.name, size);
   source.file = mediaArgument(content->path());
   source.content = content;
   return source;
@@ -120,6 +127,9 @@ MediaSource findSource(const std::filesystem::path& path, InputChoices choices) 
   if (std::filesystem::is_fifo(status)) {
     FileDescriptor pipe = openPipe(source.name);
     return spooled(std::move(source), std::move(pipe));
+  }
+  if (std::filesystem::is_regular_file(status)) {
+    checkThatItHoldsSomething(source.name, std::filesystem::file_size(path));
   }
   if (!choices.still) {
     if (const auto sequence = picturesFrom(path)) {

@@ -186,7 +186,13 @@ std::string outputOf(const std::vector<std::string>& command, const std::string&
     count = process.read(buffer);
     output.append(buffer.begin(), buffer.begin() + count);
   } while (count == buffer.size());
-  if (!process.finish()) throw WorkError(failure + ": " + process.firstComplaint());
+  if (!process.finish()) {
+    // About the file that ends the command, which the failure names already.
+    std::string complaint = process.firstComplaint();
+    const std::string file = command.back() + ": ";
+    if (complaint.starts_with(file)) complaint.erase(0, file.size());
+    throw WorkError(failure + ": " + complaint);
+  }
   return output;
 }
 

@@ -105,6 +105,8 @@ TEST_F(InputTest, WhatComesThroughAPipeIsReadOnce) {
     ASSERT_EQ(frames.size(), 6u);
     for (std::size_t i = 0; i < 6; ++i) EXPECT_EQ(frames[i].bytes, expected[i].bytes) << command;
   }
+  EXPECT_EQ(run({"sh", "-c", "echo no clip | $0 render s.toml -i - -o o.mov", BRISEL_PROGRAM}).err,
+            "brisel: cannot read the input \"-\": Invalid data found when processing input\n");
 }
 
 // Random colours and the ends of the range, those outside of RGB too, against the definition.
@@ -183,7 +185,9 @@ TEST_F(InputTest, InterlacedClipsAreDeinterlaced) {
   const MediaInfo info = probe("a.mp4");
   ASSERT_EQ(info.notes.size(), 1u);
   EXPECT_NE(info.notes[0].find("--keep-fields"), std::string::npos);
-  EXPECT_NEAR(comb(picturesOf(info)), 0, 2);
+  const std::vector<Frame> frames = picturesOf(info);
+  EXPECT_NEAR(comb(frames), 0, 2);
+  EXPECT_NEAR(frames.at(2).row(20)[80], (40 + 2 * 40 - 16) * 255 / 219, 2) << "the first field";
   EXPECT_NEAR(comb(picturesOf(probe("a.mp4", {.keepFields = true}))), 23, 1);
 }
 
