@@ -82,8 +82,7 @@ void paintPanel(const PanelOptions& options) {
 
 void addPanelCommand(CLI::App& app) {
   const auto options = std::make_shared<PanelOptions>();
-  CLI::App* command =
-      app.add_subcommand("panel", "Show the effect's controls on a picture, as a host does");
+  CLI::App* command = app.add_subcommand("panel", "Show the effect's controls as a picture");
   command
       ->add_option("SCENE", options->scene,
                    "A scene file, TOML, whose values at frame 0 are\n"

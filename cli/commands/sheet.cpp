@@ -88,7 +88,7 @@ void makeSheet(const SheetOptions& options) {
 void addSheetCommand(CLI::App& app) {
   const auto options = std::make_shared<SheetOptions>();
   CLI::App* command =
-      app.add_subcommand("sheet", "Show evenly spaced frames of one or more scenes on one picture");
+      app.add_subcommand("sheet", "Show evenly spaced frames of scenes on one picture");
   command->add_option("SCENE", options->scenes, "The scene files, TOML")->type_name("")->required();
   command->add_option("-o,--output", options->output, "The picture to write")
       ->type_name("FILE.png")
