@@ -395,10 +395,12 @@ TEST_F(RenderTest, StandardOutputGetsTheOutputAlone) {
   const CommandResult unread =
       run({"sh", "-c", "(" BRISEL_PROGRAM " render s.toml -o - --format png; echo $? >&2) | true"});
   EXPECT_EQ(unread.err, "brisel: cannot write standard output: Broken pipe\n1\n");
-  ffmpeg("-f lavfi -i testsrc2=s=64x36:d=1 -f lavfi -i sine=d=1 a.mp4");
-  const CommandResult unheard = run(
-      {"sh", "-c",
-       "(" BRISEL_PROGRAM " render s.toml -i a.mp4 -o - --format mp4; echo $? >&2) | head -c 100"});
+  // More than a pipe holds.
+  ffmpeg("-f lavfi -i testsrc2=s=640x360:d=1,noise=alls=60:allf=t -f lavfi -i sine=d=1 a.mp4");
+  const CommandResult unheard =
+      run({"sh", "-c",
+           "(" BRISEL_PROGRAM " render s.toml -i a.mp4 --size 640x360 -o - --format mp4;"
+           " echo $? >&2) | head -c 100"});
   EXPECT_NE(unheard.err.find("Broken pipe\n1\n"), std::string::npos) << unheard.err;
 }
 

@@ -187,7 +187,7 @@ TEST_F(InputTest, InterlacedClipsAreDeinterlaced) {
   EXPECT_NE(info.notes[0].find("--keep-fields"), std::string::npos);
   const std::vector<Frame> frames = picturesOf(info);
   EXPECT_NEAR(comb(frames), 0, 2);
-  EXPECT_NEAR(frames.at(2).row(20)[80], (40 + 2 * 40 - 16) * 255 / 219, 2) << "the first field";
+  EXPECT_NEAR(frames.at(2).row(20)[80], (40 + 2 * 40 - 16) * 255 / 219.0, 2) << "the first field";
   EXPECT_NEAR(comb(picturesOf(probe("a.mp4", {.keepFields = true}))), 23, 1);
 }
 

@@ -74,8 +74,9 @@ Picture reduce(const cli::Frame& frame, const Cut& cut, double scale) {
   const double cell = scale * cut.width / kWidth;
   Picture picture(kWidth * kHeight);
   for (int i = 0; i < kWidth * kHeight; ++i) {
+    const int row = i / kWidth;
     const double left = scale * cut.left + cell * (i % kWidth);
-    const double top = scale * cut.top + cell * (i / kWidth);
+    const double top = scale * cut.top + cell * row;
     Color light{};
     double count = 0;
     for (int y = static_cast<int>(top); y < std::max(top + cell, std::floor(top) + 1); ++y) {
@@ -128,8 +129,9 @@ Light lightOf(const Picture& picture) {
       above += difference;
       most = std::max(most, difference);
     }
+    const std::size_t row = i / kWidth;
     const auto x = static_cast<double>(i % kWidth);
-    const auto y = static_cast<double>(i / kWidth);
+    const auto y = static_cast<double>(row);
     light.coverage += most > 30 ? 1 / static_cast<double>(picture.size()) : 0;
     light.x += above * x;
     light.y += above * y;
