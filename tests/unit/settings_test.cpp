@@ -25,8 +25,8 @@ class Settings : public testing::Test {
     fixed(kCompletenessOfPath, 100.0);
   }
 
-  void fixed(ParamIndex i, double value) { params[i].u.fd.value = toFixed(value); }
-  void degrees(ParamIndex i, double value) { params[i].u.ad.value = toFixed(value); }
+  void fixed(std::size_t i, double value) { params[i].u.fd.value = toFixed(value); }
+  void degrees(std::size_t i, double value) { params[i].u.ad.value = toFixed(value); }
   static PF_Fixed toFixed(double value) { return static_cast<PF_Fixed>(value * 65536.0); }
   RenderSettings read() { return readSettings(in, pointers.data(), output); }
 
@@ -38,7 +38,7 @@ class Settings : public testing::Test {
 
 TEST_F(Settings, SlidersHaveTheirUnitsAtHalfTheResolution) {
   using S = RenderSettings;
-  const std::tuple<ParamIndex, float S::*, float> sliders[] = {
+  const std::tuple<std::size_t, float S::*, float> sliders[] = {
       {kInitialSpeed, &S::initialSpeed, 0.5f / 10},
       {kGravity, &S::gravity, 0.5f / 100},
       {kWind, &S::wind, 0.5f / 30},
