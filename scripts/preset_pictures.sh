@@ -1,6 +1,10 @@
 # For scripts that draw presets with the effect itself. Sourced; the working folder is the
 # repository's root.
 
+scratch=$(mktemp -d)  # gone when the script ends
+export scratch
+trap 'rm -rf "$scratch"' EXIT
+
 buildEffect() {
   cmake --preset release >/dev/null
   cmake --build --preset release -j "$(nproc)" --target brisel module library
@@ -8,7 +12,7 @@ buildEffect() {
 
 # drawPreset SCENE PRESET FRAME WIDTH:HEIGHT:LEFT:TOP SIZE FILE: writes that part of a frame of
 # 1920 x 1080 pixels over one backdrop, reduced in linear light, so that small lights stay as bright
-# as they are seen in the frame. Needs a folder for its work in $scratch.
+# as they are seen in the frame.
 drawPreset() {
   local frame=$scratch/$2-$3.png
   build/release/bin/brisel render "$1" --preset "$2" --frames "$3-$3" -o "$frame" \

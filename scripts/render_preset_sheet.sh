@@ -5,9 +5,6 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/preset_pictures.sh
 buildEffect
-scratch=$(mktemp -d)
-export scratch
-trap 'rm -rf "$scratch"' EXIT
 export cell=160:90
 
 # drawCells NUMBER PRESET SCENE

@@ -7,9 +7,6 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/preset_pictures.sh
 buildEffect
-scratch=$(mktemp -d)
-export scratch
-trap 'rm -rf "$scratch"' EXIT
 
 # drawThumbnail PRESET SCENE FRAME LEFT TOP WIDTH
 drawThumbnail() {
