@@ -172,7 +172,17 @@ SVG
   encode -i "$work/nebula.svg" -frames:v 1 -q:v 4 nebula.jpg
 }
 
+# The plates of the recipes: NAME.py prints a picture as SVG, which becomes NAME.jpg.
+plates() {
+  for script in *.py; do
+    name=${script%.py}
+    python3 "$script" > "$work/$name.svg"
+    encode -i "$work/$name.svg" -frames:v 1 -vf format=yuvj420p -q:v 4 "$name.jpg"
+  done
+}
+
 title
 logo
 dusk
 nebula
+plates
