@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and renders every example scene into out/: a clip and a still of
-# each, and one contact sheet of all. What is newer than everything it is made from stays.
+# Installs what is missing, builds, and renders every example scene into out/: a clip of each, and one
+# contact sheet of frames out of the clips. What is newer than everything it is made from stays.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install_dependencies.sh
@@ -19,16 +19,33 @@ isFresh() {
   return 0
 }
 
+# writeRow CLIP PICTURE: the middles of five equal parts of the clip side by side, under its name.
+writeRow() {
+  local frames
+  frames=$(ffprobe -v error -select_streams v -show_entries stream=nb_frames -of csv=p=0 "$1")
+  ffmpeg -nostdin -v error -y -i "$1" -vf "
+    select='gt(floor(5*n/$frames+0.5),floor(5*(n-1)/$frames+0.5))',scale=384:-2:flags=area,
+    tile=5x1:padding=2,pad=iw:ih+20:0:20,
+    drawtext=text='$(basename "$1" .mp4)':x=4:y=3:fontsize=14:fontcolor=white" \
+    -frames:v 1 -update 1 "$2"
+}
+
 mkdir -p out
-tools=("$bin/brisel" "$bin/VellixDrizzen_64.AEX")
+clips=()
 for scene in examples/*.toml; do
-  name=$(basename "$scene" .toml)
-  sources=("$scene" "${tools[@]}" examples/media/*)
-  isFresh "out/$name.mp4" "${sources[@]}" ||
-    "$bin/brisel" render "$scene" -o "out/$name.mp4" --overwrite
-  isFresh "out/$name.png" "${sources[@]}" ||
-    "$bin/brisel" render "$scene" -o "out/$name.png" --frames 60-60 --overwrite
+  clip=out/$(basename "$scene" .toml).mp4
+  clips+=("$clip")
+  isFresh "$clip" "$scene" examples/media/* "$bin/brisel" "$bin/VellixDrizzen_64.AEX" ||
+    "$bin/brisel" render "$scene" -o "$clip" --overwrite
 done
-isFresh out/examples.png examples/*.toml examples/media/* "${tools[@]}" ||
-  "$bin/brisel" sheet examples/*.toml -o out/examples.png --overwrite
-echo "Clips, stills and the contact sheet are in out/; start with out/examples.png."
+
+if ! isFresh out/examples.png "${clips[@]}"; then
+  scratch=$(mktemp -d)
+  trap 'rm -rf "$scratch"' EXIT
+  for i in "${!clips[@]}"; do
+    writeRow "${clips[i]}" "$scratch/$(printf '%03d' "$i").png"
+  done
+  ffmpeg -nostdin -v error -y -i "$scratch/%03d.png" -vf "tile=1x${#clips[@]}" -frames:v 1 -update 1 \
+    out/examples.png
+fi
+echo "The clips and a contact sheet of them are in out/; start with out/examples.png."
