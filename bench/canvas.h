@@ -5,8 +5,8 @@
 #include <functional>
 #include <vector>
 
-#include "engine/random.h"
-#include "engine/render_settings.h"
+#include "core/random.h"
+#include "core/render_settings.h"
 #include "render/drawing.h"
 
 namespace bench {

@@ -6,9 +6,9 @@
 #include <fstream>
 #include <string>
 
+#include "plugin/controls/preset_row_layout.h"
+#include "plugin/controls/thumbnail_strip.h"
 #include "presets/preset_index.h"
-#include "ui/preset_row_layout.h"
-#include "ui/thumbnail_strip.h"
 
 namespace {
 

@@ -14,7 +14,7 @@ else()
   set(CPACK_GENERATOR TGZ)
   set(CPACK_SYSTEM_NAME linux-x64)
 endif()
-install(TARGETS module LIBRARY DESTINATION ${module_folder})
+install(TARGETS brisel_module LIBRARY DESTINATION ${module_folder})
 install(DIRECTORY library/Corvane DESTINATION ${module_folder})
 install(FILES ${readme} DESTINATION ${readme_folder} RENAME README.txt)
 

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <utility>
 
-#include "sdk/codes.h"
+#include "plugin/sdk/codes.h"
 
 namespace hostkit {
 

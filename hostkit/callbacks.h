@@ -9,8 +9,8 @@
 #include "hostkit/masks.h"
 #include "hostkit/parameters.h"
 #include "hostkit/suites.h"
-#include "sdk/in_out_data.h"
-#include "sdk/suites.h"
+#include "plugin/sdk/in_out_data.h"
+#include "plugin/sdk/suites.h"
 
 namespace hostkit {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "hostkit/painter.h"
-#include "sdk/suites.h"
+#include "plugin/sdk/suites.h"
 
 namespace hostkit {
 

@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "sdk/base_types.h"
+#include "plugin/sdk/base_types.h"
 
 namespace hostkit {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "sdk/codes.h"
+#include "plugin/sdk/codes.h"
 
 namespace hostkit {
 

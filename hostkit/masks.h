@@ -6,7 +6,7 @@
 #include <map>
 #include <vector>
 
-#include "sdk/suites.h"
+#include "plugin/sdk/suites.h"
 
 namespace hostkit {
 

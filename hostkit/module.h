@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <utility>
 
-#include "sdk/entry_point.h"
+#include "plugin/sdk/entry_point.h"
 
 namespace hostkit {
 

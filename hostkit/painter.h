@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "sdk/drawbot.h"
+#include "plugin/sdk/drawbot.h"
 
 namespace hostkit {
 

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "sdk/codes.h"
-#include "sdk/params.h"
+#include "plugin/sdk/codes.h"
+#include "plugin/sdk/params.h"
 
 namespace hostkit {
 

@@ -1,7 +1,7 @@
 #include "hostkit/path_suites.h"
 
 #include "hostkit/callbacks.h"
-#include "sdk/codes.h"
+#include "plugin/sdk/codes.h"
 
 namespace hostkit {
 

@@ -2,7 +2,7 @@
 // the host that is current on this thread.
 #pragma once
 
-#include "sdk/suites.h"
+#include "plugin/sdk/suites.h"
 
 namespace hostkit {
 

@@ -10,7 +10,7 @@
 #include "hostkit/error.h"
 #include "hostkit/module.h"
 #include "hostkit/world.h"
-#include "sdk/codes.h"
+#include "plugin/sdk/codes.h"
 
 namespace hostkit {
 

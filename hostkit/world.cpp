@@ -5,7 +5,7 @@
 #include <string>
 
 #include "hostkit/error.h"
-#include "sdk/codes.h"
+#include "plugin/sdk/codes.h"
 
 namespace hostkit {
 

@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "sdk/pixel.h"
+#include "plugin/sdk/pixel.h"
 
 namespace hostkit {
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Draws the bitmaps of the effect's own controls into src/resources/bitmaps.
+"""Draws the bitmaps of the effect's own controls into src/plugin/resources/bitmaps.
 
 The logo and the documentation button are cut out of the header they lie on, so no edge shows
 around them. Needs Debian's python3-cairo and fonts-dejavu-core; a second run writes the same bytes.
@@ -13,7 +13,7 @@ import cairo
 
 from picture import WHITE, Picture, mix, ramp
 
-FOLDER = Path(__file__).resolve().parent.parent / "src/resources/bitmaps"
+FOLDER = Path(__file__).resolve().parent.parent / "src/plugin/resources/bitmaps"
 FONT = "DejaVu Sans"
 
 HEADER = (445, 100)

@@ -7,7 +7,7 @@ trap 'rm -rf "$scratch"' EXIT
 
 buildEffect() {
   cmake --preset release >/dev/null
-  cmake --build --preset release -j "$(nproc)" --target brisel module library
+  cmake --build --preset release -j "$(nproc)" --target brisel
 }
 
 # drawPreset SCENE PRESET FRAME WIDTH:HEIGHT:LEFT:TOP SIZE FILE: writes that part of a frame of

@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 scripts/install_dependencies.sh
 
 cmake --preset release >/dev/null
-cmake --build --preset release -j "$(nproc)" --target brisel module
+cmake --build --preset release -j "$(nproc)" --target brisel
 bin=build/release/bin
 
 # Whether OUTPUT is there and nothing among the other arguments is newer.

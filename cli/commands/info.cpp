@@ -7,7 +7,7 @@
 
 #include "cli/commands/commands.h"
 #include "cli/scene/effect.h"
-#include "sdk/codes.h"
+#include "plugin/sdk/codes.h"
 
 namespace cli {
 namespace {

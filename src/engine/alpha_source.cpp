@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "engine/numbers.h"
+#include "core/numbers.h"
 
 namespace brisel {
 namespace {

@@ -1,7 +1,7 @@
 // Cubic Bézier curves: points, derivatives, approximate length and arc-length parameters.
 #pragma once
 
-#include "engine/render_settings.h"
+#include "core/render_settings.h"
 
 namespace brisel {
 

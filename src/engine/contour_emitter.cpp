@@ -7,8 +7,8 @@
 
 #include "contour/contour_error.h"
 #include "contour/mesh_builder.h"
-#include "engine/numbers.h"
-#include "engine/trigonometry.h"
+#include "core/numbers.h"
+#include "core/trigonometry.h"
 #include "platform/page_array.h"
 
 namespace brisel {

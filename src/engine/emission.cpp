@@ -4,9 +4,9 @@
 #include <cmath>
 #include <cstddef>
 
-#include "engine/numbers.h"
+#include "core/numbers.h"
+#include "core/trigonometry.h"
 #include "engine/source_pixel.h"
-#include "engine/trigonometry.h"
 
 namespace brisel {
 namespace {

@@ -1,10 +1,10 @@
 // Birth of a star: place, direction, speed, looks and fate, in a fixed order of random draws.
 #pragma once
 
+#include "core/random.h"
+#include "core/render_settings.h"
 #include "engine/emitter.h"
 #include "engine/particle.h"
-#include "engine/random.h"
-#include "engine/render_settings.h"
 
 namespace brisel {
 

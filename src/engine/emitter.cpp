@@ -2,10 +2,10 @@
 
 #include <cmath>
 
+#include "core/numbers.h"
+#include "core/trigonometry.h"
 #include "engine/contour_emitter.h"
 #include "engine/mask_outline.h"
-#include "engine/numbers.h"
-#include "engine/trigonometry.h"
 
 namespace brisel {
 namespace {

@@ -1,9 +1,9 @@
 // Where stars come from: the emitter's shape, and the point on it that belongs to a path parameter.
 #pragma once
 
+#include "core/render_settings.h"
 #include "engine/bezier.h"
 #include "engine/emitter_point.h"
-#include "engine/render_settings.h"
 
 namespace brisel {
 

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <utility>
 
-#include "engine/numbers.h"
-#include "engine/trigonometry.h"
+#include "core/numbers.h"
+#include "core/trigonometry.h"
 
 namespace brisel {
 namespace {

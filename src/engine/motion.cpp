@@ -1,6 +1,6 @@
 #include "engine/motion.h"
 
-#include "engine/trigonometry.h"
+#include "core/trigonometry.h"
 
 namespace brisel {
 namespace {

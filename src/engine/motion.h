@@ -1,8 +1,8 @@
 // Where a star is: its position follows from its birth values and its age, never by integration.
 #pragma once
 
+#include "core/render_settings.h"
 #include "engine/particle.h"
-#include "engine/render_settings.h"
 
 namespace brisel {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "engine/options.h"
+#include "core/options.h"
 
 namespace brisel {
 

@@ -1,10 +1,10 @@
 // One step of the star population: the dead leave, new stars are born, all of them move.
 #pragma once
 
+#include "core/random.h"
+#include "core/render_settings.h"
 #include "engine/emitter.h"
 #include "engine/particle.h"
-#include "engine/random.h"
-#include "engine/render_settings.h"
 
 namespace brisel {
 

@@ -1,7 +1,7 @@
 // The pixel of the input layer that a star is born on.
 #pragma once
 
-#include "engine/render_settings.h"
+#include "core/render_settings.h"
 
 namespace brisel {
 

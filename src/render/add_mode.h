@@ -1,7 +1,7 @@
 // Which blend rule each "Add mode" gives to an element.
 #pragma once
 
-#include "engine/options.h"
+#include "core/options.h"
 #include "render/blend.h"
 
 namespace brisel {

@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "engine/trigonometry.h"
+#include "core/trigonometry.h"
 #include "render/simd.h"
 
 namespace brisel {

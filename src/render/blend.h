@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "engine/render_settings.h"
+#include "core/render_settings.h"
 #include "render/layer.h"
 
 namespace brisel {

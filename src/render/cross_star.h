@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "engine/trigonometry.h"
+#include "core/trigonometry.h"
 #include "render/cross_texture.h"
 #include "render/recolour.h"
 #include "render/simd.h"

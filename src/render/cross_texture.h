@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "engine/numbers.h"
+#include "core/numbers.h"
 #include "render/arc_tangent_lanes.h"
 #include "render/drawing.h"
 #include "render/simd.h"

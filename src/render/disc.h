@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "engine/numbers.h"
+#include "core/numbers.h"
 #include "render/pixel_grid.h"
 #include "render/row_block.h"
 #include "render/simd.h"

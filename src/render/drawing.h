@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "engine/random.h"
-#include "engine/render_settings.h"
+#include "core/random.h"
+#include "core/render_settings.h"
 #include "render/blend.h"
 #include "render/kernels.h"
 #include "render/layer.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "engine/numbers.h"
+#include "core/numbers.h"
 #include "render/add_mode.h"
 #include "render/sprites.h"
 

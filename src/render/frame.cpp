@@ -2,7 +2,7 @@
 
 #include <span>
 
-#include "engine/numbers.h"
+#include "core/numbers.h"
 #include "render/star_fate.h"
 
 namespace brisel {

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "engine/render_settings.h"
+#include "core/render_settings.h"
 
 namespace brisel {
 

@@ -3,8 +3,8 @@
 
 #include <span>
 
-#include "engine/options.h"
-#include "engine/render_settings.h"
+#include "core/options.h"
+#include "core/render_settings.h"
 
 namespace brisel {
 

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "engine/numbers.h"
-#include "engine/render_settings.h"
+#include "core/numbers.h"
+#include "core/render_settings.h"
 
 namespace brisel {
 

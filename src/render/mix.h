@@ -1,7 +1,7 @@
 // The last step of a frame: the input under the stars.
 #pragma once
 
-#include "engine/render_settings.h"
+#include "core/render_settings.h"
 #include "render/kernels.h"
 
 namespace brisel {

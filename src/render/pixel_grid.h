@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "engine/numbers.h"
+#include "core/numbers.h"
 #include "render/layer.h"
 #include "render/simd.h"
 

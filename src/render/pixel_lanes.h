@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "engine/numbers.h"
+#include "core/numbers.h"
 #include "render/simd.h"
 
 namespace brisel {

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <span>
 
-#include "engine/trigonometry.h"
+#include "core/trigonometry.h"
 #include "render/drawing.h"
 
 namespace brisel {

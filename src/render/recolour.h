@@ -1,7 +1,7 @@
 // The per-pixel "rainbow": the pen's hue turns with the distance from the sprite's centre.
 #pragma once
 
-#include "engine/numbers.h"
+#include "core/numbers.h"
 #include "render/hls_lanes.h"
 #include "render/pixel_lanes.h"
 

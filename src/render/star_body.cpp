@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "engine/numbers.h"
-#include "engine/trigonometry.h"
+#include "core/numbers.h"
+#include "core/trigonometry.h"
 #include "render/elements.h"
 #include "render/sprites.h"
 

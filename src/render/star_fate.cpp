@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "engine/numbers.h"
-#include "engine/trigonometry.h"
+#include "core/numbers.h"
+#include "core/trigonometry.h"
 #include "render/add_mode.h"
 #include "render/star_body.h"
 

@@ -6,8 +6,8 @@
 #include "hostkit/path_suites.h"
 #include "hostkit/ui_suites.h"
 #include "hostkit/world.h"
+#include "plugin/sdk/codes.h"
 #include "recording_painter.h"
-#include "sdk/codes.h"
 
 namespace {
 

@@ -8,13 +8,13 @@
 #include <map>
 #include <string>
 
-#include "ui/resource_image.h"
+#include "plugin/controls/resource_image.h"
 
 namespace {
 
 #define BITMAP_FILE(identifier, file) {identifier, file},
 const std::map<int, std::string> kFiles = {
-#include "resources/bitmap_list.inc"
+#include "plugin/resources/bitmap_list.inc"
 };
 
 std::string fileOf(int identifier) {

@@ -7,10 +7,10 @@
 #include <tuple>
 #include <vector>
 
+#include "core/numbers.h"
 #include "engine/emission.h"
 #include "engine/emitter.h"
 #include "engine/motion.h"
-#include "engine/numbers.h"
 #include "engine/simulation.h"
 
 namespace {

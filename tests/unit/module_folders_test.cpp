@@ -1,5 +1,5 @@
 // Where the module looks for its presets.
-#include "host/module_folders.h"
+#include "plugin/module_folders.h"
 
 #include <gtest/gtest.h>
 

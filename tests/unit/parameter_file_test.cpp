@@ -6,10 +6,10 @@
 #include <limits>
 #include <string_view>
 
+#include "plugin/controls/parameter_file.h"
+#include "plugin/sdk/codes.h"
+#include "plugin/sdk/suites.h"
 #include "preset_files.h"
-#include "presets/parameter_file.h"
-#include "sdk/codes.h"
-#include "sdk/suites.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <array>
 #include <tuple>
 
+#include "plugin/controls/preset_row_layout.h"
+#include "plugin/controls/thumbnail_strip.h"
 #include "support.h"
-#include "ui/preset_row_layout.h"
-#include "ui/thumbnail_strip.h"
 
 namespace {
 

@@ -1,14 +1,14 @@
 // From the host's parameter values to the settings of a frame, as far as no known frame shows it:
 // those are of full resolution, and leave some values at 0.
-#include "host/read_settings.h"
+#include "plugin/read_settings.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <tuple>
 
-#include "host/parameter_table.h"
-#include "sdk/codes.h"
+#include "plugin/parameter_table.h"
+#include "plugin/sdk/codes.h"
 
 namespace {
 

@@ -3,11 +3,11 @@
 #include <cmath>
 #include <vector>
 
+#include "core/numbers.h"
+#include "core/trigonometry.h"
 #include "engine/contour_emitter.h"
 #include "engine/emission.h"
 #include "engine/mask_outline.h"
-#include "engine/numbers.h"
-#include "engine/trigonometry.h"
 #include "support.h"
 
 namespace {

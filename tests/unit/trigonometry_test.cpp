@@ -1,4 +1,4 @@
-#include "engine/trigonometry.h"
+#include "core/trigonometry.h"
 
 #include <bit>
 #include <cmath>

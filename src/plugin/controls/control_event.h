@@ -1,0 +1,69 @@
+// One event of a custom control, as the handlers share it.
+#pragma once
+
+#include <algorithm>
+
+#include "plugin/sdk/codes.h"
+#include "plugin/sdk/events.h"
+#include "plugin/sdk/in_out_data.h"
+
+namespace brisel {
+
+/// The parameters that are custom controls.
+inline constexpr PF_ParamIndex kInformationControl = 1;
+inline constexpr PF_ParamIndex kEmitterPresetsControl = 3;
+inline constexpr PF_ParamIndex kStarPresetsControl = 38;
+
+struct ControlEvent {
+  PF_InData& in;
+  PF_OutData& out;
+  PF_ParamDef* const* params;  // `paramCount` records, of which some may be null
+  std::int32_t paramCount;
+  PF_EventExtra& extra;
+};
+
+/// Holds a coordinate that the host gives to what layout arithmetic can carry.
+inline std::int32_t boundedCoordinate(A_long coordinate) {
+  constexpr A_long kFarthest = 1 << 20;
+  return std::clamp(coordinate, -kFarthest, kFarthest);
+}
+
+struct ControlRect {
+  std::int32_t left;
+  std::int32_t top;
+  std::int32_t right;
+  std::int32_t bottom;
+};
+
+inline ControlRect boundedRect(const PF_LRect& rect) {
+  return {boundedCoordinate(rect.left), boundedCoordinate(rect.top), boundedCoordinate(rect.right),
+          boundedCoordinate(rect.bottom)};
+}
+
+struct ControlPoint {
+  std::int32_t x;
+  std::int32_t y;
+};
+
+inline ControlPoint boundedPoint(const PF_Point& point) {
+  return {boundedCoordinate(point.h), boundedCoordinate(point.v)};
+}
+
+inline ControlRect updateRect(const ControlEvent& event) {
+  return boundedRect(event.extra.u.draw.update_rect);
+}
+inline ControlRect currentFrame(const ControlEvent& event) {
+  return boundedRect(event.extra.effect_win.current_frame);
+}
+inline ControlPoint hoverPoint(const ControlEvent& event) {
+  return boundedPoint(event.extra.u.adjust_cursor.screen_point);
+}
+inline ControlPoint clickPoint(const ControlEvent& event) {
+  return boundedPoint(event.extra.u.do_click.screen_point);
+}
+
+inline void markHandled(ControlEvent& event) {
+  event.extra.evt_out_flags |= PF_EO_HANDLED_EVENT;
+}
+
+}  // namespace brisel

@@ -1,0 +1,24 @@
+// Applying a preset: a parameter file's values become those of the effect's parameters.
+#pragma once
+
+#include <cstdint>
+
+#include "plugin/sdk/in_out_data.h"
+
+namespace brisel {
+
+/// Pixels.
+struct FrameSize {
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+};
+
+/// Stores the values that the file at `path` gives to parameters of the first `parameterCount`
+/// records of `params` (null records are passed over), marks them changed, and asks the host to
+/// refresh its controls. Points are fractions of `frame`, which becomes the layer's size when the
+/// host tells it. A file that cannot be read or has another header, or a host without the
+/// parameter suite, changes nothing.
+void ApplyParameterFile(const char* path, std::int32_t parameterCount, const PF_InData& in,
+                        PF_OutData& out, PF_ParamDef* const* params, FrameSize& frame);
+
+}  // namespace brisel

@@ -1,0 +1,106 @@
+// The module's one exported function: takes the host's commands to their handlers.
+#include "plugin/sdk/entry_point.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "plugin/floating_point_guard.h"
+#include "plugin/greying.h"
+#include "plugin/identity.h"
+#include "plugin/module_state.h"
+#include "plugin/panel_events.h"
+#include "plugin/params_setup.h"
+#include "plugin/render_driver.h"
+#include "plugin/sdk/codes.h"
+#include "plugin/sequence_data.h"
+#include "plugin/supplied_parameters.h"
+#include "render/kernels.h"
+
+#if defined(_WIN32)
+#define BRISEL_EXPORT __declspec(dllexport)
+#else
+#define BRISEL_EXPORT __attribute__((visibility("default")))
+#endif
+
+namespace brisel {
+namespace {
+
+// The instruction set is what drawing uses, or would use before global set-up.
+PF_Err showAbout(PF_OutData& out) {
+  std::snprintf(out.return_msg, sizeof out.return_msg,
+                "Corvane - Brisel 2.0\r"
+                "Stars that leave points, paths and circles, shine, drift, fade and burst.\r"
+                "Instruction set: %s",
+                activeKernels().name);
+  return PF_Err_NONE;
+}
+
+PF_Err setUpGlobally(PF_OutData& out) {
+  ModuleState& module = moduleState();
+  module.folders = findFolders();
+  LoadGreyTexture(module.greyTexture, 999, 30, 30, 1.0f);
+  chooseKernels(kernelsNamed(std::getenv("BRISEL_INSTRUCTIONS")));
+  out.my_version = kEffectVersion;
+  out.out_flags = kOutFlags;
+  out.out_flags2 = kOutFlags2;
+  return PF_Err_NONE;
+}
+
+PF_Err updateChangedParameter(const PF_InData& in, PF_ParamDef* const* params, const void* extra) {
+  if (extra != nullptr && hasAllParameters(in, params)) {
+    const auto& changed = *static_cast<const PF_UserChangedParamExtra*>(extra);
+    updateParameterUI(in, params, changed.param_index);
+  }
+  return PF_Err_NONE;
+}
+
+PF_Err updateParameters(const PF_InData& in, PF_ParamDef* const* params) {
+  if (hasAllParameters(in, params)) updateAllParameterUI(in, params);
+  return PF_Err_NONE;
+}
+
+PF_Err dispatch(PF_Cmd command, PF_InData& in, PF_OutData& out, PF_ParamDef* params[],
+                PF_LayerDef* output, void* extra) {
+  switch (command) {
+    case PF_Cmd_ABOUT:
+      return showAbout(out);
+    case PF_Cmd_GLOBAL_SETUP:
+      return setUpGlobally(out);
+    case PF_Cmd_PARAMS_SETUP:
+      return setUpParameters(in, out);
+    case PF_Cmd_SEQUENCE_SETUP:
+      return createSequence(in, out);
+    case PF_Cmd_SEQUENCE_RESETUP:
+      return in.sequence_data == nullptr ? createSequence(in, out) : PF_Err_NONE;
+    case PF_Cmd_SEQUENCE_FLATTEN:
+    case PF_Cmd_SEQUENCE_SETDOWN:
+      return releaseSequence(in, out);
+    case PF_Cmd_RENDER:
+      return output == nullptr ? PF_Err_NONE : renderFrame(in, out, params, *output);
+    case PF_Cmd_USER_CHANGED_PARAM:
+      return updateChangedParameter(in, params, extra);
+    case PF_Cmd_UPDATE_PARAMS_UI:
+      return updateParameters(in, params);
+    case PF_Cmd_EVENT:
+      if (extra == nullptr) return PF_Err_NONE;
+      return handleEvent(in, out, params, *static_cast<PF_EventExtra*>(extra));
+    default:
+      return PF_Err_NONE;
+  }
+}
+
+}  // namespace
+}  // namespace brisel
+
+extern "C" BRISEL_EXPORT PF_Err EntryPointFunc(PF_Cmd command, PF_InData* in, PF_OutData* out,
+                                               PF_ParamDef* params[], PF_LayerDef* output,
+                                               void* extra) {
+  if (in == nullptr || out == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
+  const brisel::FloatingPointGuard floatingPoint;
+  try {
+    return brisel::dispatch(command, *in, *out, params, output, extra);
+  } catch (...) {
+    // Only memory can run out here, and a render is not to report that.
+    return command == PF_Cmd_RENDER ? PF_Err_NONE : PF_Err_OUT_OF_MEMORY;
+  }
+}

@@ -1,0 +1,36 @@
+#include "plugin/module_folders.h"
+
+#include <cstring>
+#include <string>
+
+#include "platform/module_folder.h"
+#include "plugin/identity.h"
+
+namespace brisel {
+namespace {
+
+void copyPath(const std::string& path, char (&to)[ModuleFolders::kCapacity]) {
+  std::memcpy(to, path.c_str(), path.size() + 1);
+}
+
+}  // namespace
+
+ModuleFolders deriveFolders(const std::string& moduleFolder) {
+  ModuleFolders folders;
+  if (moduleFolder.empty()) return folders;
+  const std::string presetRootFolder = moduleFolder + "Corvane";
+  const std::string presetFolder = presetRootFolder + kPathSeparator + "Drizzen" + kPathSeparator;
+  const std::string presetFilePath = presetFolder + "Drizzen.prs";
+  if (presetFilePath.size() >= ModuleFolders::kCapacity) return folders;
+  copyPath(moduleFolder, folders.moduleFolder);
+  copyPath(presetRootFolder, folders.presetRootFolder);
+  copyPath(presetFolder, folders.presetFolder);
+  copyPath(presetFilePath, folders.presetFilePath);
+  return folders;
+}
+
+ModuleFolders findFolders() {
+  return deriveFolders(moduleFolder(kModuleFileName));
+}
+
+}  // namespace brisel

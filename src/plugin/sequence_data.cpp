@@ -1,0 +1,81 @@
+#include "plugin/sequence_data.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "platform/pages.h"
+#include "plugin/locked_handle.h"
+#include "plugin/module_state.h"
+#include "plugin/sdk/codes.h"
+#include "presets/preset_index.h"
+
+namespace brisel {
+namespace {
+
+std::size_t arrayBytes(std::int32_t capacity) {
+  return static_cast<std::size_t>(capacity) * sizeof(Particle);
+}
+
+std::unique_ptr<PresetList[]> readPresetLists() {
+  const ModuleFolders& folders = moduleState().folders;
+  const PresetFolders paths{folders.presetFilePath, folders.presetFolder};
+  auto lists = std::make_unique<PresetList[]>(kPresetListCount);
+  ReadPresetIndex(paths, "Emmiter", lists[kEmitterPresetList]);
+  ReadPresetIndex(paths, "Geometry", lists[kStarPresetList]);
+  return lists;
+}
+
+}  // namespace
+
+PF_Err createSequence(PF_InData& in, PF_OutData& out) {
+  if (!hasHandleCallbacks(in)) return kNoSequenceHandle;
+  auto presetLists = readPresetLists();
+  const PF_Handle handle = in.utils->host_new_handle(sizeof(SequenceState));
+  if (handle == nullptr) return kNoSequenceHandle;
+  {
+    const LockedHandle locked(*in.utils, handle);
+    if (locked.get() != nullptr) {
+      auto* state = new (locked.get()) SequenceState;
+      state->presetListCount = kPresetListCount;
+      state->presetLists = presetLists.release();
+    }
+  }
+  if (presetLists != nullptr) {
+    in.utils->host_dispose_handle(handle);
+    return kNoSequenceHandle;
+  }
+  out.sequence_data = handle;
+  out.flat_sdata_size = sizeof(SequenceState);
+  return PF_Err_NONE;
+}
+
+PF_Err releaseSequence(PF_InData& in, PF_OutData& out) {
+  if (in.sequence_data == nullptr || !hasHandleCallbacks(in)) return PF_Err_NONE;
+  {
+    const LockedHandle locked(*in.utils, out.sequence_data);
+    if (auto* state = static_cast<SequenceState*>(locked.get())) {
+      releasePages(state->stars, arrayBytes(state->capacity));
+      delete[] state->presetLists;
+      *state = SequenceState{};
+    }
+  }
+  in.utils->host_dispose_handle(in.sequence_data);
+  out.sequence_data = nullptr;
+  return PF_Err_NONE;
+}
+
+bool resizeStars(SequenceState& state, std::int32_t capacity) {
+  if (capacity <= 0) return false;
+  auto* stars = static_cast<Particle*>(allocatePages(arrayBytes(capacity)));
+  if (stars == nullptr) return false;
+  state.starCount = std::min(state.starCount, capacity);
+  if (state.starCount > 0) std::memcpy(stars, state.stars, arrayBytes(state.starCount));
+  releasePages(state.stars, arrayBytes(state.capacity));
+  state.stars = stars;
+  state.capacity = capacity;
+  return true;
+}
+
+}  // namespace brisel
