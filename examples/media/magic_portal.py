@@ -1,0 +1,98 @@
+"""The plate of magic_portal.toml: a round gate of stone in a wood, as SVG on standard output."""
+
+import math
+import random
+
+random.seed(21)
+X, Y, INNER, OUTER = 960, 500, 318, 424
+
+
+def at(radius, turn):
+    angle = 2 * math.pi * turn
+    return f"{X + radius * math.cos(angle):.0f} {Y + radius * math.sin(angle):.0f}"
+
+
+def block(first, last):
+    """A wedge of the gate, worn at its outer edge, with a rune."""
+    gap, out = 0.0016, OUTER + random.uniform(-12, 12)
+    middle = (first + last) / 2
+    outline = (f"M{at(INNER, first + gap)} L{at(out, first + gap)} "
+               f"L{at(out + random.uniform(0, 7), middle)} L{at(out, last - gap)} "
+               f"L{at(INNER, last - gap)} L{at(INNER - 3, middle)} Z")
+    rune = (f'<path d="M{at(352, middle - 0.006)} L{at(386, middle + random.uniform(-0.01, 0.01))} '
+            f'L{at(368, middle + 0.008)} L{at(350, middle + 0.004)}" fill="none" stroke="#7ae8ff" '
+            f'stroke-width="4" opacity="0.7" filter="url(#rune)"/>')
+    shade = random.uniform(0, 0.35)
+    return (f'<path d="{outline}" fill="url(#stone)"/><path d="{outline}" fill="#05060c" '
+            f'opacity="{shade:.2f}"/>{rune}')
+
+
+def trunk(x, wide, fill):
+    lean, foot = random.uniform(-50, 50), 930 if wide < 30 else 1010
+    return (f'<path fill="{fill}" d="M{x - wide * 2:.0f} {foot} Q{x - wide:.0f} {foot - 60} '
+            f'{x - wide * 0.9:.0f} {foot - 260} L{x + lean - wide * 0.6:.0f} 0 '
+            f'H{x + lean + wide * 0.6:.0f} L{x + wide * 0.9:.0f} {foot - 260} '
+            f'Q{x + wide:.0f} {foot - 60} {x + wide * 2:.0f} {foot} Z"/>')
+
+
+def arm(turn):
+    """One arm of the whirl inside the gate."""
+    points = " L".join(at(INNER * (1 - k / 40) ** 0.8, turn + 0.9 * (k / 40) ** 1.3)
+                       for k in range(38))
+    colour = random.choice(["#38d8ff", "#8a5cff", "#d070ff"])
+    return (f'<path d="M{points}" fill="none" stroke="{colour}" stroke-width='
+            f'"{random.uniform(5, 26):.0f}" opacity="{random.uniform(0.15, 0.5):.2f}"/>')
+
+
+turns = [k / 23 + random.uniform(-0.006, 0.006) for k in range(23)]
+blocks = "".join(block(a, b) for a, b in zip(turns, turns[1:] + [turns[0] + 1]))
+far = "".join(trunk(random.uniform(0, 1920), random.uniform(9, 22), "#0e1a30") for _ in range(34))
+rim = "".join(f"M{X - r} {Y} a{r} {r} 0 1 0 {2 * r} 0 a{r} {r} 0 1 0 {-2 * r} 0 Z"
+              for r in (INNER, OUTER - 10))
+near = "".join(trunk(x, w, "url(#bole)") for x, w in ((70, 74), (330, 42), (1610, 50), (1850, 84)))
+steps = "".join(f'<path d="M{X - w} {y} H{X + w} l26 44 H{X - w - 26} Z" fill="url(#step)" '
+                f'stroke="#05060c" stroke-width="4"/>'
+                for w, y in ((300, 862), (380, 906), (470, 950)))
+print(f"""<svg xmlns="http://www.w3.org/2000/svg" width="1920" height="1080">
+<linearGradient id="sky" x2="0" y2="1"><stop offset="0" stop-color="#040816"/>
+<stop offset="0.75" stop-color="#14284a"/><stop offset="1" stop-color="#0a1020"/></linearGradient>
+<linearGradient id="ground" x2="0" y2="1"><stop offset="0" stop-color="#060914" stop-opacity="0"/>
+<stop offset="0.45" stop-color="#060914"/></linearGradient>
+<radialGradient id="stone" gradientUnits="userSpaceOnUse" cx="{X}" cy="{Y}" r="{OUTER + 14}">
+<stop offset="0.73" stop-color="#8ac8f8"/><stop offset="0.82" stop-color="#4a5c8c"/>
+<stop offset="1" stop-color="#161a2c"/></radialGradient>
+<radialGradient id="bole" gradientUnits="userSpaceOnUse" cx="{X}" cy="{Y}" r="1000">
+<stop offset="0.45" stop-color="#141d38"/><stop offset="0.8" stop-color="#060812"/></radialGradient>
+<radialGradient id="step" gradientUnits="userSpaceOnUse" cx="{X}" cy="840" r="560">
+<stop offset="0" stop-color="#5a8cc0"/><stop offset="0.5" stop-color="#243050"/>
+<stop offset="1" stop-color="#0a0d1a"/></radialGradient>
+<radialGradient id="air"><stop offset="0.2" stop-color="#6a80ff" stop-opacity="0.75"/>
+<stop offset="0.55" stop-color="#4a3ad0" stop-opacity="0.32"/>
+<stop offset="1" stop-color="#1a1060" stop-opacity="0"/></radialGradient>
+<radialGradient id="gate"><stop offset="0" stop-color="#b8f0ff"/>
+<stop offset="0.16" stop-color="#4aa8ff"/><stop offset="0.5" stop-color="#3a2ac0"/>
+<stop offset="0.85" stop-color="#180a50"/><stop offset="1" stop-color="#2a50c0"/></radialGradient>
+<filter id="soft"><feGaussianBlur stdDeviation="9"/></filter>
+<filter id="haze"><feGaussianBlur stdDeviation="3"/></filter>
+<filter id="rune" x="-1" y="-1" width="3" height="3"><feGaussianBlur stdDeviation="1.6"/></filter>
+<filter id="grain" x="0" y="0" width="1" height="1">
+<feTurbulence type="fractalNoise" baseFrequency="0.04 0.05" numOctaves="4" seed="8"/>
+<feColorMatrix values="0 0 0 0 0  0 0 0 0 0  0 0 0 0 0.03  0 0 0 3 -1.3"/></filter>
+<filter id="mist" x="0" y="0" width="1" height="1">
+<feTurbulence type="fractalNoise" baseFrequency="0.003 0.012" numOctaves="4" seed="3"/>
+<feColorMatrix values="0 0 0 0 0.35  0 0 0 0 0.5  0 0 0 0 0.9  0 0 0 2.6 -1.2"/></filter>
+<linearGradient id="fade" x2="0" y2="1"><stop offset="0.5"/>
+<stop offset="0.85" stop-color="#fff"/></linearGradient>
+<mask id="low"><rect width="1920" height="1080" fill="url(#fade)"/></mask>
+<clipPath id="rim"><path d="{rim}" clip-rule="evenodd"/></clipPath>
+<clipPath id="hole"><circle cx="{X}" cy="{Y}" r="{INNER + 4}"/></clipPath>
+<rect width="1920" height="1080" fill="url(#sky)"/><g filter="url(#haze)">{far}</g>
+<ellipse cx="{X}" cy="{Y + 40}" rx="1000" ry="700" fill="url(#air)"/>
+<rect y="780" width="1920" height="300" fill="url(#ground)"/>{near}
+<ellipse cx="{X}" cy="960" rx="760" ry="110" fill="url(#air)"/>
+<g mask="url(#low)"><rect width="1920" height="1080" filter="url(#mist)" opacity="0.4"/></g>
+{steps}<circle cx="{X}" cy="{Y}" r="{OUTER}" fill="#07080f"/>{blocks}
+<g clip-path="url(#hole)"><circle cx="{X}" cy="{Y}" r="{INNER + 4}" fill="url(#gate)"/>
+<g filter="url(#soft)">{"".join(arm(k / 14) for k in range(14))}</g></g>
+<g clip-path="url(#rim)"><rect width="1920" height="1080" filter="url(#grain)" opacity="0.7"/></g>
+</svg>""")
