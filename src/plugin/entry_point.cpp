@@ -6,11 +6,11 @@
 
 #include "plugin/floating_point_guard.h"
 #include "plugin/greying.h"
-#include "plugin/identity.h"
 #include "plugin/module_state.h"
 #include "plugin/panel_events.h"
 #include "plugin/params_setup.h"
 #include "plugin/render_driver.h"
+#include "plugin/resources/identity.h"
 #include "plugin/sdk/codes.h"
 #include "plugin/sequence_data.h"
 #include "plugin/supplied_parameters.h"

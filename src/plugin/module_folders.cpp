@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/module_folder.h"
-#include "plugin/identity.h"
+#include "plugin/resources/identity.h"
 
 namespace brisel {
 namespace {

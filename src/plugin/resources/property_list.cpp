@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "plugin/identity.h"
+#include "plugin/resources/identity.h"
 
 namespace brisel {
 namespace {
