@@ -12,6 +12,20 @@ def at(radius, turn):
     return f"{X + radius * math.cos(angle):.0f} {Y + radius * math.sin(angle):.0f}"
 
 
+def gradient(kind, name, *stops, place=""):
+    """A gradient of stops "OFFSET COLOUR [OPACITY]"; a linear one runs from top to bottom."""
+    place = place or ('x2="0" y2="1"' if kind == "linear" else "")
+    inner = "".join('<stop offset="{}" stop-color="{}" stop-opacity="{}"/>'.format(
+        *(stop + " 1").split()[:3]) for stop in stops)
+    return f'<{kind}Gradient id="{name}" {place}>{inner}</{kind}Gradient>'
+
+
+def lit(name, y, radius, *stops):
+    """What a thing looks like by its distance from the light at X, y."""
+    return gradient("radial", name, *stops,
+                    place=f'gradientUnits="userSpaceOnUse" cx="{X}" cy="{y}" r="{radius}"')
+
+
 def block(first, last):
     """A wedge of the gate, worn at its outer edge, with a rune."""
     gap, out = 0.0016, OUTER + random.uniform(-12, 12)
@@ -54,24 +68,15 @@ steps = "".join(f'<path d="M{X - w} {y} H{X + w} l26 44 H{X - w - 26} Z" fill="u
                 f'stroke="#05060c" stroke-width="4"/>'
                 for w, y in ((300, 862), (380, 906), (470, 950)))
 print(f"""<svg xmlns="http://www.w3.org/2000/svg" width="1920" height="1080">
-<linearGradient id="sky" x2="0" y2="1"><stop offset="0" stop-color="#040816"/>
-<stop offset="0.75" stop-color="#14284a"/><stop offset="1" stop-color="#0a1020"/></linearGradient>
-<linearGradient id="ground" x2="0" y2="1"><stop offset="0" stop-color="#060914" stop-opacity="0"/>
-<stop offset="0.45" stop-color="#060914"/></linearGradient>
-<radialGradient id="stone" gradientUnits="userSpaceOnUse" cx="{X}" cy="{Y}" r="{OUTER + 14}">
-<stop offset="0.73" stop-color="#8ac8f8"/><stop offset="0.82" stop-color="#4a5c8c"/>
-<stop offset="1" stop-color="#161a2c"/></radialGradient>
-<radialGradient id="bole" gradientUnits="userSpaceOnUse" cx="{X}" cy="{Y}" r="1000">
-<stop offset="0.45" stop-color="#141d38"/><stop offset="0.8" stop-color="#060812"/></radialGradient>
-<radialGradient id="step" gradientUnits="userSpaceOnUse" cx="{X}" cy="840" r="560">
-<stop offset="0" stop-color="#5a8cc0"/><stop offset="0.5" stop-color="#243050"/>
-<stop offset="1" stop-color="#0a0d1a"/></radialGradient>
-<radialGradient id="air"><stop offset="0.2" stop-color="#6a80ff" stop-opacity="0.75"/>
-<stop offset="0.55" stop-color="#4a3ad0" stop-opacity="0.32"/>
-<stop offset="1" stop-color="#1a1060" stop-opacity="0"/></radialGradient>
-<radialGradient id="gate"><stop offset="0" stop-color="#b8f0ff"/>
-<stop offset="0.16" stop-color="#4aa8ff"/><stop offset="0.5" stop-color="#3a2ac0"/>
-<stop offset="0.85" stop-color="#180a50"/><stop offset="1" stop-color="#2a50c0"/></radialGradient>
+{gradient("linear", "sky", "0 #040816", "0.75 #14284a", "1 #0a1020")}
+{gradient("linear", "ground", "0 #060914 0", "0.45 #060914")}
+{gradient("linear", "fade", "0.5 #000", "0.85 #fff")}
+{gradient("radial", "air", "0.2 #6a80ff 0.75", "0.55 #4a3ad0 0.32", "1 #1a1060 0")}
+{gradient("radial", "gate", "0 #b8f0ff", "0.16 #4aa8ff", "0.5 #3a2ac0", "0.85 #180a50",
+          "1 #2a50c0")}
+{lit("stone", Y, OUTER + 14, "0.73 #8ac8f8", "0.82 #4a5c8c", "1 #161a2c")}
+{lit("bole", Y, 1000, "0.45 #141d38", "0.8 #060812")}
+{lit("step", 840, 560, "0 #5a8cc0", "0.5 #243050", "1 #0a0d1a")}
 <filter id="soft"><feGaussianBlur stdDeviation="9"/></filter>
 <filter id="haze"><feGaussianBlur stdDeviation="3"/></filter>
 <filter id="rune" x="-1" y="-1" width="3" height="3"><feGaussianBlur stdDeviation="1.6"/></filter>
@@ -81,8 +86,6 @@ print(f"""<svg xmlns="http://www.w3.org/2000/svg" width="1920" height="1080">
 <filter id="mist" x="0" y="0" width="1" height="1">
 <feTurbulence type="fractalNoise" baseFrequency="0.003 0.012" numOctaves="4" seed="3"/>
 <feColorMatrix values="0 0 0 0 0.35  0 0 0 0 0.5  0 0 0 0 0.9  0 0 0 2.6 -1.2"/></filter>
-<linearGradient id="fade" x2="0" y2="1"><stop offset="0.5"/>
-<stop offset="0.85" stop-color="#fff"/></linearGradient>
 <mask id="low"><rect width="1920" height="1080" fill="url(#fade)"/></mask>
 <clipPath id="rim"><path d="{rim}" clip-rule="evenodd"/></clipPath>
 <clipPath id="hole"><circle cx="{X}" cy="{Y}" r="{INNER + 4}"/></clipPath>
