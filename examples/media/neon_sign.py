@@ -1,6 +1,6 @@
-#!/usr/bin/env python3
-# A brick wall at night with the tubes of a sign, as SVG: the plate of neon_sign.toml. The tubes are
-# the lines of that scene's mask, so that light and glass lie in one place; the wall is lit by them.
+"""A brick wall at night with the tubes of a sign, as SVG: the plate of neon_sign.toml. The tubes are
+the lines of that scene's mask, so that light and glass lie in one place; the wall is lit by them."""
+
 import pathlib
 import random
 import tomllib

@@ -1,6 +1,6 @@
-#!/usr/bin/env python3
-# A golden title on dark velvet, as SVG: the plate of sparkling_title.toml. Nothing but the letters is
-# bright, so that the size of a star tells whether it lies on one. Needs the fonts of make_media.sh.
+"""A golden title on dark velvet, as SVG: the plate of sparkling_title.toml. Nothing but the letters is
+bright, so that the size of a star tells whether it lies on one. Needs the fonts of make_media.sh."""
+
 import random
 
 random.seed(21)

@@ -1,5 +1,5 @@
-#!/usr/bin/env python3
-# A castle on its hill by a lake, in the last light: the plate of wand_trail.toml, as SVG.
+"""A castle on its hill by a lake, in the last light: the plate of wand_trail.toml, as SVG."""
+
 import random
 
 random.seed(11)
