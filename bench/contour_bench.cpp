@@ -5,8 +5,8 @@
 #include <string>
 
 #include "contour/mesh_builder.h"
-#include "mask_shapes.h"
 #include "platform/pages.h"
+#include "tests/contour/mask_shapes.h"
 
 namespace {
 

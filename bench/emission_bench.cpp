@@ -8,7 +8,7 @@
 #include "engine/contour_emitter.h"
 #include "engine/emission.h"
 #include "engine/mask_outline.h"
-#include "mask_shapes.h"
+#include "tests/contour/mask_shapes.h"
 
 namespace {
 

@@ -14,8 +14,8 @@ mkdir -p "$frames"/{before,after,difference}
 # Builds the sources in $1 into $2 and renders the known frames into $3.
 render() {
   cmake -S "$1" -B "$2" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
-  cmake --build "$2" --target unit_tests -j "$(nproc)" >/dev/null
-  BRISEL_UPDATE_HASHES=1 BRISEL_FRAMES_DIR=$3 "$2/bin/unit_tests" --gtest_brief=1 \
+  cmake --build "$2" --target plugin_tests -j "$(nproc)" >/dev/null
+  BRISEL_UPDATE_HASHES=1 BRISEL_FRAMES_DIR=$3 "$2/bin/plugin_tests" --gtest_brief=1 \
     --gtest_filter='KnownFrames.*' >/dev/null
 }
 
@@ -35,4 +35,4 @@ for after in "$frames"/after/*.ppm; do
     echo "changed: build/frames/difference/$name.png"
   fi
 done
-git diff --stat -- tests/unit/known_frames.txt
+git diff --stat -- tests/plugin/known_frames.txt

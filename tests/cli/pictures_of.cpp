@@ -2,7 +2,7 @@
 
 #include "cli/media/frame_reader.h"
 
-namespace clitest {
+namespace tests {
 
 cli::MediaInfo infoOf(const std::filesystem::path& file) {
   return cli::probeMedia(cli::findSource(file, {.still = true}));
@@ -21,4 +21,4 @@ std::vector<cli::Frame> picturesOf(const cli::MediaInfo& info, cli::Depth depth,
   return pictures;
 }
 
-}  // namespace clitest
+}  // namespace tests

@@ -8,7 +8,7 @@
 #include "cli/media/media_info.h"
 #include "cli/pictures/frame.h"
 
-namespace clitest {
+namespace tests {
 
 // Of the file alone, numbered or not.
 cli::MediaInfo infoOf(const std::filesystem::path& file);
@@ -22,4 +22,4 @@ inline std::vector<cli::Frame> picturesOf(const std::filesystem::path& file,
   return picturesOf(infoOf(file), depth);
 }
 
-}  // namespace clitest
+}  // namespace tests

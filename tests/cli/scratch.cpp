@@ -1,4 +1,4 @@
-#include "scratch.h"
+#include "tests/cli/scratch.h"
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -10,7 +10,7 @@
 #include <fstream>
 #include <sstream>
 
-namespace clitest {
+namespace tests {
 namespace {
 
 constexpr char kOut[] = ".stdout";
@@ -97,4 +97,4 @@ std::vector<std::string> words(const std::string& text) {
   return found;
 }
 
-}  // namespace clitest
+}  // namespace tests

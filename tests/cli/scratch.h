@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace clitest {
+namespace tests {
 
 struct CommandResult {
   int exitCode;
@@ -73,4 +73,4 @@ void expectComplaints(const Complaints& cases, const Complain& complain) {
   }
 }
 
-}  // namespace clitest
+}  // namespace tests

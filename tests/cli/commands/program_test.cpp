@@ -10,9 +10,9 @@
 
 namespace {
 
-using clitest::CommandResult;
+using tests::CommandResult;
 
-using ProgramTest = clitest::ScratchTest;
+using ProgramTest = tests::ScratchTest;
 
 TEST_F(ProgramTest, HelpSucceedsAndMisuseDoesNot) {
   for (const std::string command :
@@ -158,8 +158,8 @@ TEST_F(ProgramTest, SheetsShowEveryScene) {
       brisel({"sheet", "a.toml", "b.toml", "-o", "two.png", "--cell-width", "64", "--count", "3"})
           .exitCode,
       0);
-  const cli::FrameSize one = clitest::infoOf(path("one.png")).size;
-  const cli::FrameSize two = clitest::infoOf(path("two.png")).size;
+  const cli::FrameSize one = tests::infoOf(path("one.png")).size;
+  const cli::FrameSize two = tests::infoOf(path("two.png")).size;
   EXPECT_EQ(one.width - two.width, 64 + 8) << "four columns and three, gaps between";
   EXPECT_GT(two.height, 2 * 36);
   EXPECT_EQ(brisel({"sheet", "a.toml", "-o", "one.png"}).exitCode, 1) << "exists";

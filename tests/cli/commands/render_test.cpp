@@ -17,7 +17,7 @@ namespace {
 
 using cli::Depth;
 using cli::Frame;
-using clitest::CommandResult;
+using tests::CommandResult;
 using Names = std::vector<std::string>;
 
 constexpr char kScene[] = R"([scene]
@@ -29,13 +29,13 @@ frames = 6
 "Mix with original" = "Replace"
 )";
 
-class RenderTest : public clitest::ScratchTest {
+class RenderTest : public tests::ScratchTest {
  protected:
   RenderTest() { write("s.toml", kScene); }
 
   // "render" and the words.
   CommandResult render(const std::string& text) const {
-    Names arguments = clitest::words(text);
+    Names arguments = tests::words(text);
     arguments.insert(arguments.begin(), "render");
     return brisel(arguments);
   }
@@ -46,7 +46,7 @@ class RenderTest : public clitest::ScratchTest {
 
   // All frames of a clip or still at its own size.
   std::vector<Frame> frames(const std::string& name, Depth depth = Depth::k8) const {
-    return clitest::picturesOf(path(name), depth);
+    return tests::picturesOf(path(name), depth);
   }
   static bool isBlank(const Frame& frame) {
     return std::ranges::all_of(frame.bytes, [](std::uint8_t byte) { return byte == 0; });
@@ -136,7 +136,7 @@ TEST_F(RenderTest, SizeLengthAndRateComeFromTheInput) {
   ffmpeg("-f lavfi -i testsrc=s=80x46:r=30000/1001 -frames:v 7 -pix_fmt yuv420p in.mp4");
   write("open.toml", "[scene]\ninput = \"in.mp4\"\n");
   renders("open.toml -o out.mov");
-  const cli::MediaInfo info = clitest::infoOf(path("out.mov"));
+  const cli::MediaInfo info = tests::infoOf(path("out.mov"));
   EXPECT_EQ(info.size, (cli::FrameSize{80, 46}));
   EXPECT_EQ(info.frameCount, 7);
   EXPECT_EQ(info.rate, (cli::FrameRate{30000, 1001}));
@@ -243,7 +243,7 @@ TEST_F(RenderTest, StarsThatCannotBeSeenAreExplained) {
 
 TEST_F(RenderTest, OptionsWinOverTheScene) {
   renders("s.toml -o out.mov --codec png --size 40x20 --fps 50 --set Intensity=0 --quality low");
-  const cli::MediaInfo info = clitest::infoOf(path("out.mov"));
+  const cli::MediaInfo info = tests::infoOf(path("out.mov"));
   EXPECT_EQ(info.size, (cli::FrameSize{40, 20}));
   EXPECT_EQ(info.rate, (cli::FrameRate{50, 1}));
   for (const Frame& frame : frames("out.mov")) EXPECT_TRUE(isBlank(frame));
@@ -390,7 +390,7 @@ TEST_F(RenderTest, StandardOutputGetsTheOutputAlone) {
     const CommandResult clip = render("s.toml -o - --format " + format);
     EXPECT_EQ(clip.exitCode, 0) << clip.err;
     write("piped." + format, clip.out);
-    EXPECT_EQ(clitest::infoOf(path("piped." + format)).frameCount, 6) << format;
+    EXPECT_EQ(tests::infoOf(path("piped." + format)).frameCount, 6) << format;
   }
   const CommandResult unread =
       run({"sh", "-c", "(" BRISEL_PROGRAM " render s.toml -o - --format png; echo $? >&2) | true"});

@@ -14,9 +14,9 @@ using cli::Depth;
 using cli::Frame;
 using cli::FrameRate;
 using cli::MediaInfo;
-using clitest::picturesOf;
+using tests::picturesOf;
 
-class InputTest : public clitest::ScratchTest {
+class InputTest : public tests::ScratchTest {
  protected:
   MediaInfo probe(const std::string& name, cli::InputChoices choices = {}) const {
     return cli::probeMedia(cli::findSource(path(name), choices), choices);
@@ -80,13 +80,13 @@ TEST_F(InputTest, NumberedPicturesStartAnywhere) {
 
   std::filesystem::remove(path("f.1002.png"));
   std::filesystem::remove(path("f.1003.png"));
-  EXPECT_NE(clitest::errorOf<cli::WorkError>([&] {
+  EXPECT_NE(tests::errorOf<cli::WorkError>([&] {
               probe("f.####.png");
             }).find("lacks the numbers 1002-1003; with --tolerate-damage"),
             std::string::npos);
   EXPECT_EQ(numbersOf(picturesOf(probe("f.*.png", {.tolerateDamage = true}))),
             (std::vector<int>{0, 0, 0, 3, 4}));
-  EXPECT_NE(clitest::errorOf<cli::WorkError>([&] { probe("g.####.png"); }).find("g.####.png"),
+  EXPECT_NE(tests::errorOf<cli::WorkError>([&] { probe("g.####.png"); }).find("g.####.png"),
             std::string::npos);
 }
 

@@ -41,11 +41,11 @@ void encodeAndWrite(cli::FrameWriter& writer, const Frame& frame, int number) {
   writer.write(writer.encode(frame, buffer), number);
 }
 
-class MediaTest : public clitest::ScratchTest {
+class MediaTest : public tests::ScratchTest {
  protected:
   // The first frame at its own size.
   Frame firstFrame(const std::string& name, Depth depth = Depth::k8) const {
-    return clitest::picturesOf(path(name), depth).front();
+    return tests::picturesOf(path(name), depth).front();
   }
 
   void writeClip(const std::string& name, FrameSize size, Depth depth, int frames) const {
@@ -64,7 +64,7 @@ TEST_F(MediaTest, LosslessOutputsComeBackToTheBitWithTheirAlpha) {
   for (const Depth depth : {Depth::k8, Depth::k16}) {
     for (const std::string name : {"a.mov", "a.apng", "a_%03d.png"}) {
       writeClip(name, odd, depth, 3);
-      const auto frames = clitest::picturesOf(cli::probeMedia(cli::findSource(path(name))), depth);
+      const auto frames = tests::picturesOf(cli::probeMedia(cli::findSource(path(name))), depth);
       ASSERT_EQ(frames.size(), 3u) << name;
       for (int i = 0; i < 3; ++i) {
         hostkit::World world(odd.width, odd.height, depth);
@@ -117,7 +117,7 @@ TEST_F(MediaTest, FlattenedOutputsShowColoursOverBlack) {
                                              FrameRate{25, 1}, Depth::k8);
     for (int i = 0; i < 3; ++i) encodeAndWrite(*writer, frame, i);
     writer->finish();
-    const MediaInfo info = clitest::infoOf(path(name));
+    const MediaInfo info = tests::infoOf(path(name));
     EXPECT_EQ(info.frameCount, 3);
     const FrameSize even{32, 16};
     EXPECT_EQ(info.size, name == "a.mp4" ? even : frame.size);
@@ -139,8 +139,7 @@ TEST_F(MediaTest, WebpAnimatesWithAlpha) {
 
 TEST_F(MediaTest, AnotherRateRepeatsOrSkipsFrames) {
   writeClip("a.mov", {16, 16}, Depth::k8, 4);
-  const auto twice =
-      clitest::picturesOf(clitest::infoOf(path("a.mov")), Depth::k8, FrameRate{50, 1});
+  const auto twice = tests::picturesOf(tests::infoOf(path("a.mov")), Depth::k8, FrameRate{50, 1});
   ASSERT_EQ(twice.size(), 8u);
   for (int i = 0; i < 8; ++i) {
     EXPECT_EQ(twice[static_cast<std::size_t>(i)].bytes,
@@ -155,7 +154,7 @@ TEST_F(MediaTest, SizeIsAsSeen) {
   ffmpeg("-i flat.mp4 -c copy -metadata:s:v rotate=90 phone.mp4");
   for (const auto& [name, size] :
        {std::pair{"wide.mp4", FrameSize{128, 48}}, {"phone.mp4", FrameSize{48, 64}}}) {
-    EXPECT_EQ(clitest::infoOf(path(name)).size, size);
+    EXPECT_EQ(tests::infoOf(path(name)).size, size);
     EXPECT_EQ(firstFrame(name).size, size);
   }
 }
@@ -166,9 +165,9 @@ TEST_F(MediaTest, AnotherSizeFitsOnTransparentWithoutFringes) {
       "-f lavfi -i color=red:s=40x20,format=rgba,"
       "geq=r='255*lt(X,20)':g='255*gte(X,20)':b=0:a='255*lt(X,20)' -frames:v 1 a.png");
   for (const Depth depth : {Depth::k8, Depth::k16}) {
-    const Frame frame = clitest::picturesOf(clitest::infoOf(path("a.png")), depth, FrameRate{25, 1},
-                                            FrameSize{60, 60})
-                            .front();
+    const Frame frame =
+        tests::picturesOf(tests::infoOf(path("a.png")), depth, FrameRate{25, 1}, FrameSize{60, 60})
+            .front();
     EXPECT_EQ(pixelAt(frame, 15, 14).a, 0) << "above the picture";
     EXPECT_EQ(pixelAt(frame, 15, 45).a, 0) << "below the picture";
     EXPECT_EQ(pixelAt(frame, 15, 30).a, 255);

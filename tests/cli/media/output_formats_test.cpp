@@ -31,7 +31,7 @@ Frame rampFrame(Depth depth) {
   return inDepth(frame, depth);
 }
 
-class OutputFormatsTest : public clitest::ScratchTest {
+class OutputFormatsTest : public tests::ScratchTest {
  protected:
   void writeClip(const std::string& name, Depth depth, const Frame& frame) const {
     const auto writer = cli::openFrameWriter(cli::parseOutputTarget(path(name)), frame.size,
@@ -47,7 +47,7 @@ class OutputFormatsTest : public clitest::ScratchTest {
   }
 
   Frame firstFrame(const std::string& name, Depth depth) const {
-    return clitest::picturesOf(path(name), depth).front();
+    return tests::picturesOf(path(name), depth).front();
   }
 };
 

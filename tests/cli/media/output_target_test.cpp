@@ -43,7 +43,7 @@ TEST(OutputTargets, FollowTheOptions) {
     given.name = name;
     given.codec = codec;
     given.startNumber = start;
-    return clitest::errorOf<cli::UsageError>([&] { cli::parseOutputTarget(given); });
+    return tests::errorOf<cli::UsageError>([&] { cli::parseOutputTarget(given); });
   };
   EXPECT_EQ(complaint("a.mp4", "qtrle", {}), "--codec is for .mov clips, not for \"a.mp4\"");
   EXPECT_TRUE(complaint("a.png", "", 1001).starts_with("--start-number is for numbered frames"));

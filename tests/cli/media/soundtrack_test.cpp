@@ -8,9 +8,9 @@
 
 namespace {
 
-using clitest::CommandResult;
+using tests::CommandResult;
 
-class SoundtrackTest : public clitest::ScratchTest {
+class SoundtrackTest : public tests::ScratchTest {
  protected:
   SoundtrackTest() {
     write("s.toml", "[params]\n\"Mix with original\" = \"Normal\"\n\"Intensity\" = 0\n");
@@ -22,13 +22,13 @@ class SoundtrackTest : public clitest::ScratchTest {
   }
 
   CommandResult render(const std::string& text) const {
-    std::vector<std::string> arguments = clitest::words("render s.toml " + text);
+    std::vector<std::string> arguments = tests::words("render s.toml " + text);
     return brisel(arguments);
   }
 
   // Of each stream with sound.
   std::vector<std::string> codecs(const std::string& name) const {
-    return clitest::words(
+    return tests::words(
         run({"ffprobe", "-v", "error", "-select_streams", "a", "-show_entries", "stream=codec_name",
              "-of", "default=nokey=1:noprint_wrappers=1", path(name)})
             .out);

@@ -6,7 +6,7 @@
 
 namespace {
 
-class SceneRendererTest : public clitest::ScratchTest {
+class SceneRendererTest : public tests::ScratchTest {
  protected:
   // The picture of one frame, at a --scale and a --size.
   cli::Frame picture(const std::string& text, int frame, const std::string& scale = {},

@@ -34,7 +34,7 @@ TEST(Eases, NamesAreThoseOfStyleSheets) {
   EXPECT_FALSE(cli::easeByName("ease"));
 }
 
-class KeyframeTest : public clitest::ScratchTest {
+class KeyframeTest : public tests::ScratchTest {
  protected:
   cli::ScenePlan plan(const std::string& text) const {
     write("s.toml", text);
@@ -66,10 +66,10 @@ path = [ { frame = 0, value = "M 0 0", ease = "hold" },
 
 TEST_F(KeyframeTest, KeysAreInOrder) {
   const auto complaint = [this](const std::string& text) {
-    const auto message = clitest::errorOf<cli::WorkError>([&] { plan(text); });
+    const auto message = tests::errorOf<cli::WorkError>([&] { plan(text); });
     return message.substr(std::min(message.size(), path("").string().size()));
   };
-  clitest::expectComplaints(
+  tests::expectComplaints(
       {{"[params]\n\"Size\" = [{frame=26,value=1},\n{frame=\"1s\",value=1}]",
         "s.toml:3: \"Size\": the keyframe at frame 25 (1s) does not come after the one at frame "
         "26"},

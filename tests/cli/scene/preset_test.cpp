@@ -10,7 +10,7 @@
 
 namespace {
 
-using clitest::CommandResult;
+using tests::CommandResult;
 using Bytes = std::vector<std::uint8_t>;
 using Strings = std::vector<std::string>;
 
@@ -23,7 +23,7 @@ constexpr int kRowHeight = 75;
 constexpr int kStripLeft = kRowLeft + 24;
 constexpr int kCellWidth = 94;
 
-class PresetTest : public clitest::ScratchTest {
+class PresetTest : public tests::ScratchTest {
  protected:
   PresetTest() {
     const auto module = std::filesystem::path(BRISEL_PROGRAM).parent_path() / cli::kModuleName;
@@ -72,7 +72,7 @@ class PresetTest : public clitest::ScratchTest {
     options.insert(options.begin(), {"panel", "-o", "panel.png", "--overwrite"});
     const CommandResult result = withModule(options);
     EXPECT_EQ(result.exitCode, 0) << result.err;
-    return clitest::picturesOf(path("panel.png")).front();
+    return tests::picturesOf(path("panel.png")).front();
   }
 
   static std::string inCell(int cell) {

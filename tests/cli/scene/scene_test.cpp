@@ -8,7 +8,7 @@
 
 namespace {
 
-class SceneTest : public clitest::ScratchTest {
+class SceneTest : public tests::ScratchTest {
  protected:
   cli::Scene scene(const std::string& text) const {
     write("s.toml", text);
@@ -18,7 +18,7 @@ class SceneTest : public clitest::ScratchTest {
 
   // The message without the folder in front: "s.toml:2: ...".
   std::string complaint(const std::string& text) const {
-    std::string message = clitest::errorOf<cli::WorkError>([&] { scene(text); });
+    std::string message = tests::errorOf<cli::WorkError>([&] { scene(text); });
     const std::string folder = path("");
     for (std::size_t at; (at = message.find(folder)) != std::string::npos;) {
       message.erase(at, folder.size());
@@ -108,7 +108,7 @@ TEST(MaskTime, AWholeFrameIsFoundExactly) {
 
 TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
   write("f.svg", "<svg>\n<path id='bad' d='M 0 0 L 1'/><path id='ok' d='M0 0'/></svg>");
-  const clitest::Complaints cases = {
+  const tests::Complaints cases = {
       {"[scene]\nsizes = [1, 2]", "s.toml:2: unknown key \"sizes\"; the nearest is \"size\""},
       {"[parms]\n", "s.toml:1: unknown table \"parms\"; the nearest is \"params\""},
       {"size = [1, 2]", "s.toml:1: \"size\" belongs under [scene]"},
@@ -160,7 +160,7 @@ TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
        "s.toml:2: mask: \"f.svg\" has no path with the id \"bat\""},
       {"[scene]\nmask = \"f.svg#bad\"", "s.toml:2: mask: f.svg:2: \"L\" takes 2 numbers"},
       {"[mask]\npath = \"M0 0\"\n[scene]\nmask = \"f.svg#ok\"", "s.toml:4: the scene has a mask"}};
-  clitest::expectComplaints(cases, [this](const std::string& text) { return complaint(text); });
+  tests::expectComplaints(cases, [this](const std::string& text) { return complaint(text); });
 }
 
 TEST_F(SceneTest, StarsFollowTheMasksKeyframes) {
@@ -178,13 +178,13 @@ path = [ { frame = 1, value = "M 2 1" }, { frame = 5, value = "M 10 1" } ]
 )");
   // Before frame 0 the mask stands as at frame 0.
   for (const char* arguments : {"-o f_%d.png", "-o rolled_%d.png --preroll 2"}) {
-    const auto result = brisel(clitest::words("render s.toml " + std::string(arguments)));
+    const auto result = brisel(tests::words("render s.toml " + std::string(arguments)));
     ASSERT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(result.err.find("warning"), std::string::npos) << result.err;
   }
   const auto dotsOf = [&](const std::string& file) {
-    std::string row = run(clitest::words("ffmpeg -v error -i " + file +
-                                         " -vf alphaextract,crop=16:1:0:1 -f rawvideo -"))
+    std::string row = run(tests::words("ffmpeg -v error -i " + file +
+                                       " -vf alphaextract,crop=16:1:0:1 -f rawvideo -"))
                           .out;
     for (char& alpha : row) alpha = alpha == 0 ? '.' : '*';
     return row;

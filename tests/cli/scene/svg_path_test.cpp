@@ -66,7 +66,7 @@ TEST(PathData, BecomesAnOutline) {
 }
 
 TEST(PathData, WhatIsWrongIsSaidWithItsPlace) {
-  const clitest::Complaints cases = {
+  const tests::Complaints cases = {
       {"", "the path data is empty"},
       {"L 1 2", "path data begins with M, not \"L\" (character 1)"},
       {"10 20", "\"1\" is no command; they are M, L, H, V, C, S, Q, T and Z (character 1)"},
@@ -85,8 +85,8 @@ TEST(PathData, WhatIsWrongIsSaidWithItsPlace) {
       {"M 0 0 Q -5e5 0 9e5 0 T 0 0", "\"T\" reaches further"},
       {"M 0 0 L 1 1 M 2 2", "a second outline begins; a mask is a single one (character 13)"},
       {"M 0 0 L 1 1 z Z", "a second outline begins"}};
-  clitest::expectComplaints(cases, [](const std::string& data) {
-    return clitest::errorOf<cli::PathDataError>([&] { maskShapeFromPathData(data); });
+  tests::expectComplaints(cases, [](const std::string& data) {
+    return tests::errorOf<cli::PathDataError>([&] { maskShapeFromPathData(data); });
   });
 }
 
@@ -110,7 +110,7 @@ TEST(PathData, RandomTextIsReadOrRefused) {
   EXPECT_GT(readCount, 100) << "the text must not be too wild; seed " << seed;
 }
 
-using SvgFileTest = clitest::ScratchTest;
+using SvgFileTest = tests::ScratchTest;
 
 TEST_F(SvgFileTest, AnyPathOfTheFileCanBeTaken) {
   write("f.svg",
@@ -124,7 +124,7 @@ TEST_F(SvgFileTest, AnyPathOfTheFileCanBeTaken) {
 }
 
 TEST_F(SvgFileTest, WhatIsWrongIsSaid) {
-  const clitest::Complaints cases = {
+  const tests::Complaints cases = {
       {"no XML at all", ":1: not an SVG file: "},
       {"<svg>\n<path", ":2: not an SVG file: "},
       {"<svg><path id='stir' d=''/></svg>", "\" has no path with the id \"star\"; the nearest is"},
@@ -132,9 +132,9 @@ TEST_F(SvgFileTest, WhatIsWrongIsSaid) {
       {"<svg><g transform='scale(2)'>\n<path id='star' d='M0 0'/></g></svg>",
        ":2: a transform moves \"star\""}};
   const auto readStar = [this] { cli::readSvgPath(path("f.svg"), "star"); };
-  clitest::expectComplaints(cases, [&](const std::string& svg) {
+  tests::expectComplaints(cases, [&](const std::string& svg) {
     write("f.svg", svg);
-    const std::string message = clitest::errorOf<cli::WorkError>(readStar);
+    const std::string message = tests::errorOf<cli::WorkError>(readStar);
     return message.substr(message.find("f.svg") + 5);
   });
   EXPECT_THROW(cli::readSvgPath(path(""), "star"), cli::WorkError);

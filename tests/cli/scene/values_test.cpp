@@ -121,7 +121,7 @@ TEST_F(ValuesTest, OptionsAreReadAsTheirParameterNeedsThem) {
 }
 
 TEST_F(ValuesTest, WhatIsRefusedIsExplained) {
-  const clitest::Complaints cases = {
+  const tests::Complaints cases = {
       {"Sise=1", "the nearest is \"Size\""},
       {"Size=1000.5", "takes a number from 0 to 1000, not 1000.5"},
       {"Size=nan", "takes a number from 0 to 1000, not \"nan\""},
@@ -144,7 +144,7 @@ TEST_F(ValuesTest, WhatIsRefusedIsExplained) {
       {"Size", "LABEL=VALUE"}};
   for (const auto& [setting, expected] : cases) {
     const std::string& text = setting;
-    const auto message = clitest::errorOf<cli::UsageError>([&] { option(text); });
+    const auto message = tests::errorOf<cli::UsageError>([&] { option(text); });
     EXPECT_TRUE(message.starts_with("--set \"" + text + "\": ")) << message;
     EXPECT_NE(message.find(expected), std::string::npos) << text << ": " << message;
   }

@@ -1,0 +1,152 @@
+// Stars born from the input layer: on its visible pixels, anywhere, along the outlines of its
+// alpha. Stars are single pixels that stay where they were born.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <functional>
+
+#include "tests/plugin/hosted_effect.h"
+
+namespace {
+
+using hostkit::Depth;
+using hostkit::World;
+using tests::FrameShape;
+using tests::isBlank;
+using tests::litPixels;
+
+constexpr int kRasterMask = 6;
+constexpr int kWholeField = 7;
+constexpr int kContour = 8;
+
+// Alpha and colour on the scale of 255.
+struct Colour {
+  int alpha, red, green, blue;
+};
+
+constexpr Colour kClear{0, 0, 0, 0};
+constexpr Colour kWhite{255, 255, 255, 255};
+
+using ColourAt = std::function<Colour(A_long x, A_long y)>;
+
+World painted(const FrameShape& shape, const ColourAt& colourAt) {
+  World world(shape.width, shape.height, shape.depth, shape.input);
+  for (A_long y = 0; y < shape.height; ++y) {
+    for (A_long x = 0; x < shape.width; ++x) {
+      const Colour c = colourAt(x, y);
+      const auto at = static_cast<std::size_t>(x);
+      if (shape.depth == Depth::k16) {
+        // The least value of a channel stays the least.
+        const auto deep = [](int v) {
+          return static_cast<A_u_short>(v == 1 ? 1 : v * 32768 / 255);
+        };
+        world.row16(y)[at] = {deep(c.alpha), deep(c.red), deep(c.green), deep(c.blue)};
+      } else {
+        const auto byte = [](int v) { return static_cast<A_u_char>(v); };
+        world.row8(y)[at] = {byte(c.alpha), byte(c.red), byte(c.green), byte(c.blue)};
+      }
+    }
+  }
+  return world;
+}
+
+ColourAt disc(double centreX, double centreY, double radius) {
+  return [=](A_long x, A_long y) {
+    const double distance = std::hypot(static_cast<double>(x) - centreX, y - centreY);
+    return distance <= radius ? kWhite : kClear;
+  };
+}
+
+class EmittersTest : public tests::DepthTest {
+ protected:
+  void emit(int standardPath, int stars, const FrameShape& frame) {
+    tests::openWithDefaults(session, frame);
+    tests::set(session, "Standard path", standardPath);
+    tests::emitDots(session, stars);
+  }
+
+  World firstFrame(const ColourAt& colourAt, const FrameShape& frame) {
+    World input = painted(frame, colourAt);
+    return renderOver(input, session, frame);
+  }
+
+  const FrameShape shape{.depth = GetParam(), .input{.rowPadding = 6}};
+};
+
+INSTANTIATE_TEST_SUITE_P(, EmittersTest, ::testing::Values(hostkit::Depth::k8, hostkit::Depth::k16),
+                         tests::depthName);
+
+TEST_P(EmittersTest, TheRasterMaskEmitsOnVisiblePixelsOnly) {
+  // Columns of six kinds; two of them show nothing, and no star misses the others eleven times.
+  const Colour kinds[] = {kWhite,         {255, 0, 0, 0},     {1, 1, 0, 0},
+                          {255, 0, 0, 1}, {0, 255, 255, 255}, {40, 9, 200, 7}};
+  const auto shows = [](std::size_t kind) { return kind != 1 && kind != 4; };
+  const auto kindAt = [](A_long x) { return static_cast<std::size_t>(x) / 4 % 6; };
+  emit(kRasterMask, 3000, shape);
+  const World frame = firstFrame([&](A_long x, A_long) { return kinds[kindAt(x)]; }, shape);
+  std::vector<bool> litColumns(64);
+  for (const PF_Point& p : litPixels(frame)) {
+    ASSERT_TRUE(shows(kindAt(p.h))) << p.h << ", " << p.v;
+    litColumns[static_cast<std::size_t>(p.h)] = true;
+  }
+  for (std::size_t x = 0; x < 64; ++x) {
+    EXPECT_EQ(litColumns[x], shows(x / 4 % 6)) << "column " << x;
+  }
+}
+
+// Deaths put births off by more than a step, so that even stars of short life are young for long.
+TEST_P(EmittersTest, StarsThatFindNoPlaceAreNeverSeen) {
+  for (const int type : {1, 2}) {  // Dots and Type1
+    emit(kRasterMask, 20, shape);
+    tests::set(session, "Type", type);
+    tests::set(session, "Terminate type", 2);
+    tests::set(session, "Initial speed", 10);
+    World black = painted(shape, [](A_long, A_long) { return Colour{255, 0, 0, 0}; });
+    for (A_long frame = 0; frame < 12; ++frame) {
+      EXPECT_TRUE(isBlank(renderOver(black, session, shape, {.frame = frame})));
+    }
+    session.close();
+  }
+}
+
+TEST_P(EmittersTest, WhatLiesOutsideTheInputShowsNothing) {
+  const FrameShape corner{.width = 41, .height = 31, .depth = GetParam()};
+  World small = painted(corner, disc(24, 20, 14));
+  World extended(64, 48, GetParam());
+  for (A_long y = 0; y < corner.height; ++y) {
+    const auto row = small.rowPixelBytes(y);
+    std::memcpy(extended.row8(y).data(), row.data(), row.size());
+  }
+  for (const int path : {kRasterMask, kWholeField, kContour}) {
+    emit(path, 500, shape);
+    tests::set(session, "Color schema", 2);
+    tests::set(session, "Size depend on source", 1);
+    tests::set(session, "Mix with original", 2);
+    const World overSmall = renderOver(small, session, shape);
+    const World overExtended = renderOver(extended, session, shape);
+    EXPECT_TRUE(samePixels(overSmall, overExtended)) << "item " << path;
+    EXPECT_FALSE(isBlank(overSmall));
+    session.close();
+  }
+}
+
+TEST_P(EmittersTest, AContourIsTracedAnewEveryFrame) {
+  emit(kContour, 100, shape);
+  const auto starsOn = [](const World& frame, double centreX) {
+    return std::ranges::count_if(litPixels(frame), [=](const PF_Point& p) {
+      return std::abs(std::hypot(p.h - centreX, p.v - 24.0) - 8) <= 2;
+    });
+  };
+  const World before = firstFrame(disc(15, 24, 8), shape);
+  const auto onTheLeft = starsOn(before, 15);
+  EXPECT_EQ(onTheLeft, std::ssize(litPixels(before)));
+  World right = painted(shape, disc(48, 24, 8));
+  const World after = renderOver(right, session, shape, {.frame = 1});
+  EXPECT_GT(starsOn(after, 48), 20);
+  EXPECT_EQ(starsOn(after, 15), onTheLeft) << "the stars that are there stay";
+  EXPECT_EQ(starsOn(after, 48) + onTheLeft, std::ssize(litPixels(after)));
+}
+
+}  // namespace

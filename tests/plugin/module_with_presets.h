@@ -1,0 +1,25 @@
+// A copy of the module with presets of the tests' own beside it.
+#pragma once
+
+#include <filesystem>
+
+namespace tests {
+
+// Ten emitter presets, of which number i sets the intensity 20 + i and shows a thumbnail of the
+// grey level i, and a star preset whose files are missing. Must outlive the loaded module: Windows
+// removes no library that is in use.
+class ModuleWithPresets {
+ public:
+  ModuleWithPresets();
+  ~ModuleWithPresets();
+  ModuleWithPresets(const ModuleWithPresets&) = delete;
+  ModuleWithPresets& operator=(const ModuleWithPresets&) = delete;
+
+  const std::filesystem::path& folder() const { return folder_; }
+  std::filesystem::path module() const;
+
+ private:
+  std::filesystem::path folder_;
+};
+
+}  // namespace tests

@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "tests/plugin/hosted_effect.h"
+
+namespace {
+
+using tests::EffectTest;
+using tests::instanceRecord;
+using tests::InstanceRecord;
+using tests::renderFrame;
+
+constexpr PF_Err kNoSequenceHandle = -108;
+
+class SequenceTest : public EffectTest {
+ protected:
+  void SetUp() override {
+    ASSERT_EQ(session.call(PF_Cmd_GLOBAL_SETUP), PF_Err_NONE);
+    ASSERT_EQ(session.call(PF_Cmd_PARAMS_SETUP), PF_Err_NONE);
+    session.parameters().resetToDefaults(64, 48);
+  }
+
+  void expectFreshInstance() {
+    ASSERT_NE(session.inData().sequence_data, nullptr);
+    EXPECT_EQ(handles().size(session.inData().sequence_data), 40u);
+    EXPECT_EQ(session.outData().flat_sdata_size, 40);
+    EXPECT_EQ(handles().liveHandles(), 1);
+    EXPECT_EQ(handles().outstandingLocks(), 0);
+    InstanceRecord record = instanceRecord(session);
+    record.presetListCount = 0;
+    record.presetLists = nullptr;
+    EXPECT_EQ(record, InstanceRecord{});
+  }
+
+  void expectNoInstance() {
+    EXPECT_EQ(session.inData().sequence_data, nullptr);
+    EXPECT_EQ(handles().liveHandles(), 0);
+  }
+
+  hostkit::HandleTable& handles() { return session.records().handles; }
+};
+
+TEST_F(SequenceTest, SetupMakesAnEmptyInstanceAndSetdownTakesItBack) {
+  ASSERT_EQ(session.call(PF_Cmd_SEQUENCE_SETUP), PF_Err_NONE);
+  expectFreshInstance();
+  ASSERT_EQ(session.call(PF_Cmd_SEQUENCE_SETDOWN), PF_Err_NONE);
+  expectNoInstance();
+  ASSERT_EQ(session.call(PF_Cmd_SEQUENCE_SETDOWN), PF_Err_NONE) << "nothing to take back";
+}
+
+TEST_F(SequenceTest, ResetupMakesAnInstanceOnlyWhereThereIsNone) {
+  ASSERT_EQ(session.call(PF_Cmd_SEQUENCE_RESETUP), PF_Err_NONE);
+  expectFreshInstance();
+
+  renderFrame(session, {}, 0);
+  const PF_Handle handle = session.inData().sequence_data;
+  const InstanceRecord before = instanceRecord(session);
+  ASSERT_EQ(session.call(PF_Cmd_SEQUENCE_RESETUP), PF_Err_NONE);
+  EXPECT_EQ(session.inData().sequence_data, handle);
+  EXPECT_EQ(instanceRecord(session), before);
+}
+
+TEST_F(SequenceTest, FlatteningKeepsNothing) {
+  ASSERT_EQ(session.call(PF_Cmd_SEQUENCE_SETUP), PF_Err_NONE);
+  const auto first = renderFrame(session, {}, 0);
+  renderFrame(session, {}, 1);
+  session.flatten();
+  expectNoInstance();
+  session.flatten();
+  session.resetup();
+  expectFreshInstance();
+  EXPECT_TRUE(samePixels(renderFrame(session, {}, 0), first));
+}
+
+TEST_F(SequenceTest, SurvivesRefusedHandlesAndLocks) {
+  for (const PF_Cmd cmd : {PF_Cmd_SEQUENCE_SETUP, PF_Cmd_SEQUENCE_RESETUP}) {
+    handles().refuseAllocation(1);
+    EXPECT_EQ(session.call(cmd), kNoSequenceHandle);
+    expectNoInstance();
+  }
+  handles().refuseLocks(true);
+  session.call(PF_Cmd_SEQUENCE_SETUP);
+  session.call(PF_Cmd_SEQUENCE_SETDOWN);
+  handles().refuseLocks(false);
+  EXPECT_TRUE(handles().balanced());
+  session.call(PF_Cmd_SEQUENCE_SETDOWN);
+  expectNoInstance();
+}
+
+// Pages of address space, 0 where the system does not tell.
+std::size_t pagesInUse() {
+  std::size_t pages = 0;
+  std::ifstream("/proc/self/statm") >> pages;
+  return pages;
+}
+
+TEST_F(SequenceTest, StarsThatAreLetGoAreGivenBack) {
+  if (pagesInUse() == 0) GTEST_SKIP() << "the system does not tell how much memory is in use";
+  const auto oneLife = [&](PF_Cmd end) {
+    ASSERT_EQ(session.call(PF_Cmd_SEQUENCE_SETUP), PF_Err_NONE);
+    for (const A_long maximum : {29999, 30000}) {
+      tests::set(session, "Maximum number of stars", maximum);
+      renderFrame(session, {}, 0);
+    }
+    ASSERT_EQ(session.call(end), PF_Err_NONE);
+  };
+  oneLife(PF_Cmd_SEQUENCE_SETDOWN);
+  const std::size_t before = pagesInUse();
+  for (int life = 0; life < 50; ++life) {
+    oneLife(life % 2 == 0 ? PF_Cmd_SEQUENCE_SETDOWN : PF_Cmd_SEQUENCE_FLATTEN);
+  }
+  EXPECT_LT(pagesInUse(), before + 20 * 703) << "30000 stars are 703 pages of 4 KiB";
+}
+
+TEST_F(SequenceTest, InstancesAreIndependent) {
+  ASSERT_EQ(session.call(PF_Cmd_SEQUENCE_SETUP), PF_Err_NONE);
+  for (A_long frame = 0; frame < 3; ++frame) renderFrame(session, {}, frame);
+  {
+    hostkit::Session other(tests::theModule());
+    tests::openWithDefaults(other);
+    renderFrame(other, {}, 0);
+    EXPECT_EQ(instanceRecord(other).stepCounter, 1);
+    EXPECT_NE(instanceRecord(other).stars, instanceRecord(session).stars);
+  }
+  renderFrame(session, {}, 3);
+  EXPECT_EQ(instanceRecord(session).stepCounter, 4);
+}
+
+}  // namespace

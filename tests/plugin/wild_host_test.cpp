@@ -1,0 +1,163 @@
+// Hosts that do what no host should: nothing crashes, nothing is written outside the output.
+#include <gtest/gtest.h>
+
+#include <cfenv>
+#include <random>
+#include <vector>
+
+#include "tests/plugin/hosted_effect.h"
+#include "tests/plugin/recording_painter.h"
+#include "tests/support/seed.h"
+
+namespace {
+
+using hostkit::World;
+using tests::EffectTest;
+using tests::expectHarmlessRender;
+using tests::isBlank;
+using tests::renderFrame;
+
+class WildHostTest : public EffectTest {
+ protected:
+  void SetUp() override {
+    tests::openWithDefaults(session);
+    for (A_long frame = 0; frame < 3; ++frame) renderFrame(session, {}, frame);
+    output.fill(0xFF);
+    session.prepareFrame(input, output, {.frame = 3});
+  }
+
+  World input = tests::patternedInput({});
+  World output{64, 48, hostkit::Depth::k8};
+};
+
+TEST_F(WildHostTest, WithoutAnInstanceTheFrameIsEmptyAndNoStarLost) {
+  const auto before = tests::instanceRecord(session);
+  const PF_Handle handle = std::exchange(session.inData().sequence_data, nullptr);
+  expectHarmlessRender(session, output);
+  EXPECT_TRUE(isBlank(output));
+
+  session.inData().sequence_data = handle;
+  session.records().handles.refuseLocks(true);
+  output.fill(0xFF);
+  expectHarmlessRender(session, output);
+  EXPECT_TRUE(isBlank(output));
+
+  session.records().handles.refuseLocks(false);
+  expectHarmlessRender(session, output);
+  EXPECT_FALSE(isBlank(output));
+  EXPECT_EQ(tests::instanceRecord(session).stepCounter, before.stepCounter + 1);
+}
+
+TEST_F(WildHostTest, WorldsWithoutPixels) {
+  for (const auto& [width, height] : {std::pair<A_long, A_long>{0, 0}, {0, 5}, {5, 0}}) {
+    World empty(width, height, hostkit::Depth::k8);
+    session.prepareFrame(input, empty, {.frame = 0});
+    expectHarmlessRender(session, empty);
+    empty.record().data = nullptr;
+    expectHarmlessRender(session, empty);
+  }
+  for (const auto& [width, height] : {std::pair<A_long, A_long>{-4, 4}, {4, -4}}) {
+    World spoilt(4, 4, hostkit::Depth::k8);
+    spoilt.record().width = width;
+    spoilt.record().height = height;
+    session.prepareFrame(input, spoilt, {.frame = 0});
+    expectHarmlessRender(session, spoilt);
+  }
+}
+
+TEST_F(WildHostTest, AnInputWithoutPixels) {
+  tests::set(session, "Mix with original", 3);
+  tests::set(session, "Color schema", 2);
+  for (const A_long path : {2, 6, 8}) {
+    tests::set(session, "Standard path", path);
+    session.parameters().value(0).u.ld = {};
+    expectHarmlessRender(session, output);
+  }
+}
+
+TEST_F(WildHostTest, ALayerWidthOfZeroCountsAsFullResolution) {
+  expectHarmlessRender(session, output);
+  const World expected = renderFrame(session, {}, 0);
+  session.prepareFrame(input, output, {.frame = 0});
+  session.inData().width = 0;
+  expectHarmlessRender(session, output);
+  EXPECT_TRUE(samePixels(output, expected));
+  session.inData().width = -64;
+  expectHarmlessRender(session, output);
+}
+
+TEST_F(WildHostTest, ItsRoundingModeIsNeitherUsedNorLost) {
+  const tests::FrameShape deep{.depth = hostkit::Depth::k16};  // shows the last bits
+  const auto sixthFrame = [&] {
+    for (A_long frame = 0; frame < 5; ++frame) renderFrame(session, deep, frame);
+    return renderFrame(session, deep, 5);
+  };
+  const World expected = sixthFrame();
+  std::fesetround(FE_UPWARD);
+  const World rendered = sixthFrame();
+  const int modeAfter = std::fegetround();
+  std::fesetround(FE_TONEAREST);
+  EXPECT_EQ(modeAfter, FE_UPWARD);
+  EXPECT_TRUE(samePixels(rendered, expected));
+}
+
+TEST_F(WildHostTest, MissingParameters) {
+  std::vector<PF_ParamDef*> holes(session.parameters().pointers(),
+                                  session.parameters().pointers() + 82);
+  PF_UserChangedParamExtra changedType{40};
+  const auto expectHarmless = [&] {
+    for (const PF_Cmd cmd : {PF_Cmd_UPDATE_PARAMS_UI, PF_Cmd_USER_CHANGED_PARAM, PF_Cmd_RENDER}) {
+      EXPECT_EQ(session.callWith(cmd, holes.data(), &output.record(), &changedType), PF_Err_NONE);
+    }
+    EXPECT_TRUE(output.guardsIntact());
+  };
+  for (PF_ParamDef*& hole : holes) {
+    PF_ParamDef* kept = std::exchange(hole, nullptr);
+    expectHarmless();
+    hole = kept;
+  }
+  for (const std::size_t count : {81u, 41u, 5u, 2u, 1u}) {
+    holes.resize(count);
+    holes.shrink_to_fit();
+    session.inData().num_params = static_cast<A_long>(count);
+    expectHarmless();
+  }
+  session.inData().num_params = 82;
+}
+
+TEST_F(WildHostTest, UncountedParametersAreServed) {
+  session.inData().num_params = 0;
+  expectHarmlessRender(session, output);
+  EXPECT_FALSE(isBlank(output));
+  tests::RecordingPainter painter;
+  EXPECT_EQ(session.draw(1, {0, 0, 470, 125}, &painter).eventFlags, PF_EO_HANDLED_EVENT);
+}
+
+TEST_F(WildHostTest, NothingButTheCommand) {
+  for (PF_Cmd cmd = -2; cmd <= 20; ++cmd) {
+    if (cmd == PF_Cmd_SEQUENCE_SETUP) continue;  // it would orphan the instance there is
+    session.callWith(cmd, nullptr, nullptr, nullptr);
+  }
+  EXPECT_EQ(session.records().handles.outstandingLocks(), 0);
+}
+
+TEST(WildHost, CommandsInAnyOrder) {
+  std::mt19937 random(tests::seed());
+  const PF_Cmd commands[] = {PF_Cmd_GLOBAL_SETUP,     PF_Cmd_PARAMS_SETUP,     PF_Cmd_RENDER,
+                             PF_Cmd_SEQUENCE_RESETUP, PF_Cmd_SEQUENCE_FLATTEN, PF_Cmd_RENDER,
+                             PF_Cmd_SEQUENCE_SETDOWN, PF_Cmd_GLOBAL_SETDOWN,   77};
+  World input = tests::patternedInput({});
+  World output(64, 48, hostkit::Depth::k8);
+  hostkit::Session session(tests::theModule());
+  for (int step = 0; step < 2000; ++step) {
+    const PF_Cmd cmd = commands[random() % std::size(commands)];
+    session.prepareFrame(input, output, {.frame = step % 7});
+    ASSERT_EQ(session.call(cmd), PF_Err_NONE) << hostkit::commandName(cmd);
+    ASSERT_TRUE(output.guardsIntact());
+  }
+  session.call(PF_Cmd_SEQUENCE_SETDOWN);
+  EXPECT_EQ(session.records().handles.liveHandles(), 0);
+  EXPECT_TRUE(session.records().handles.balanced());
+}
+
+}  // namespace

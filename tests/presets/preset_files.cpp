@@ -1,0 +1,69 @@
+#include "tests/presets/preset_files.h"
+
+#include <fstream>
+
+namespace tests {
+
+FolderTest::FolderTest() {
+  const auto base = std::filesystem::temp_directory_path();
+  for (std::random_device random; folder_.empty();) {
+    const auto folder = base / ("brisel-presets-" + std::to_string(random()));
+    if (std::filesystem::create_directory(folder)) folder_ = (folder / "").string();
+  }
+}
+
+FolderTest::~FolderTest() {
+  std::error_code ignored;
+  std::filesystem::remove_all(folder_, ignored);
+}
+
+void FolderTest::write(const std::string& name, const std::string& bytes) const {
+  std::filesystem::remove(path(name));  // some file systems are slow to truncate
+  std::ofstream(path(name), std::ios::binary) << bytes;
+}
+
+std::string littleEndian(std::uint32_t number, int bytes) {
+  std::string text;
+  for (int i = 0; i < bytes; ++i) text += static_cast<char>(number >> 8 * i & 0xFF);
+  return text;
+}
+
+std::string bitmap(int bits, std::int32_t width, std::int32_t height, const std::string& data,
+                   std::uint32_t offset) {
+  std::string file = "BM" + std::string(8, '\0') + littleEndian(offset, 4) + littleEndian(40, 4) +
+                     littleEndian(static_cast<std::uint32_t>(width), 4) +
+                     littleEndian(static_cast<std::uint32_t>(height), 4) + littleEndian(1, 2) +
+                     littleEndian(static_cast<std::uint32_t>(bits), 2) + std::string(24, '\0');
+  for (std::uint32_t entry = 0; bits == 8 && entry < 256; ++entry) {
+    file += littleEndian(entry | (entry ^ 0x55) << 8 | (255 - entry) << 16, 4);
+  }
+  if (offset >= file.size() && offset < 4096) file.resize(offset, '\xEE');
+  return file + data;
+}
+
+std::string damaged(std::string bytes, Dice& dice) {
+  for (int times = dice.integer(1, 5); times > 0 && !bytes.empty(); --times) {
+    const auto size = static_cast<std::int32_t>(bytes.size());
+    const auto at = static_cast<std::size_t>(dice.integer(0, size - 1));
+    const auto length = static_cast<std::size_t>(dice.integer(1, 20));
+    switch (dice.integer(0, 4)) {
+      case 0:
+        bytes[at] = static_cast<char>(dice.integer(0, 255));
+        break;
+      case 1:
+        bytes[at] = dice.oneOf({'\r', '\n', '[', ']', ';', ' ', '\t', '-', 'e', '9', '\0', '\xFF'});
+        break;
+      case 2:
+        bytes.erase(at, length);
+        break;
+      case 3:
+        bytes.insert(at, bytes.substr(at, length * 20));
+        break;
+      default:
+        if (dice.integer(0, 3) == 0) bytes.resize(at);
+    }
+  }
+  return bytes;
+}
+
+}  // namespace tests

@@ -1,0 +1,210 @@
+// The index of presets and their thumbnails: what is read of good files, and that no file does
+// harm.
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "presets/bmp_file.h"
+#include "presets/preset_index.h"
+#include "tests/presets/preset_files.h"
+
+namespace {
+
+using brisel::BmpImage;
+using brisel::PresetList;
+using tests::bitmap;
+
+using Row = std::vector<std::string>;
+
+// An image in the folder that is `width` pixels wide, so that an entry shows which it has.
+std::string wide(int width) {
+  return bitmap(8, width, 1, std::string(8, '\1'), 1078);
+}
+
+// Every byte of it, so that a sanitizer sees a size that is not the buffer's.
+int sum(const std::uint8_t* pixels, std::int64_t width, std::int64_t height) {
+  int total = 0;
+  for (std::int64_t i = 0; i < width * height * 3; ++i) total += pixels[i];
+  return total;
+}
+
+void expectSound(const std::uint8_t* pixels, std::int32_t width, std::int32_t height) {
+  EXPECT_EQ(pixels != nullptr, width > 0 && height > 0) << width << " x " << height;
+  EXPECT_TRUE(pixels != nullptr || (width == 0 && height == 0)) << width << " x " << height;
+  EXPECT_GE(sum(pixels, width, height), 0);
+}
+
+class PresetIndexTest : public tests::FolderTest {
+ protected:
+  PresetIndexTest() {
+    for (int width = 1; width <= 4; ++width) write(std::to_string(width), wide(width));
+  }
+
+  // Entries as "parameter file:thumbnail's width"; a missing file name is "".
+  Row row(const std::string& section) {
+    brisel::ReadPresetIndex({path("index").c_str(), folder().c_str()}, section.c_str(), list);
+    Row entries;
+    EXPECT_EQ(list.items != nullptr, list.count > 0);
+    EXPECT_GE(list.count, 0);
+    for (std::int32_t i = 0; i < list.count; ++i) {
+      const brisel::Preset& preset = list.items[static_cast<std::size_t>(i)];
+      EXPECT_NE(std::memchr(preset.path, 0, sizeof preset.path), nullptr);
+      EXPECT_EQ(preset.rowBytes, preset.width * 3);
+      expectSound(preset.pixels.get(), preset.width, preset.height);
+      const std::string whole(preset.path, strnlen(preset.path, sizeof preset.path));
+      EXPECT_TRUE(whole.empty() || whole.starts_with(folder())) << whole;
+      entries.push_back((whole.empty() ? "" : whole.substr(folder().size())) + ":" +
+                        std::to_string(preset.width));
+      EXPECT_TRUE(whole.empty() || preset.index == i);
+    }
+    return entries;
+  }
+
+  Row rowOf(const std::string& index, const std::string& section = "Emmiter") {
+    write("index", index);
+    return row(section);
+  }
+
+  PresetList list;
+};
+
+const std::string kBoth = "title\r\n[Emmiter]\r\na 1\r\nb 2\r\n[Geometry]\r\nc 3\r\n";
+
+TEST_F(PresetIndexTest, SectionsAreFoundByTheBeginningOfTheirHeaders) {
+  EXPECT_EQ(rowOf(kBoth), (Row{"a:1", "b:2"}));
+  EXPECT_EQ(rowOf(kBoth, "Geometry"), (Row{"c:3"}));
+  const std::string turned = "\r\n[Geometry]\r\nc 3\r\n[Emmiter]\r\na 1\r\nb 2\r\n";
+  EXPECT_EQ(rowOf(turned), (Row{"a:1", "b:2"}));
+  EXPECT_EQ(rowOf(turned, "Geometry"), (Row{"c:3"}));
+  EXPECT_EQ(rowOf("[Emmiter]\r\na 1\r\n[Geometry]\r\nc 3\r\n"), Row{}) << "the first line";
+  EXPECT_EQ(rowOf("[Emmiter]\r\na 1\r\n[Geometry]\r\nc 3\r\n", "Geometry"), (Row{"c:3"}));
+  EXPECT_EQ(rowOf("t\r\n[EmmiterOld]\r\na 1\r\n[Emmiter]\r\nb 2\r\n"), (Row{"a:1"}));
+  EXPECT_EQ(rowOf("t\r\n[Emmite]\r\na 1\r\n[emmiter]\r\nb 2\r\n[ Emmiter]\r\nb 2\r\n"), Row{});
+  EXPECT_EQ(rowOf("t\r\n[Emmiter]\r\n[Geometry]\r\nc 3\r\n"), Row{}) << "no entries";
+  EXPECT_EQ(rowOf("t\r\n[Emmiter]"), Row{});
+}
+
+TEST_F(PresetIndexTest, EveryListStartsEmpty) {
+  ASSERT_EQ(rowOf(kBoth).size(), 2u);
+  EXPECT_EQ(rowOf(""), Row{});
+  ASSERT_EQ(rowOf(kBoth).size(), 2u);
+  EXPECT_EQ(row("Nothing"), Row{});
+  ASSERT_EQ(rowOf(kBoth).size(), 2u);
+  std::filesystem::remove(path("index"));
+  EXPECT_EQ(row("Emmiter"), Row{});
+  std::filesystem::create_directory(path("index"));
+  EXPECT_EQ(row("Emmiter"), Row{});
+}
+
+TEST_F(PresetIndexTest, EntriesAreTwoWordsOfALine) {
+  const std::string start = "t\r\n;c\r\n[Emmiter]\r\n";
+  EXPECT_EQ(rowOf(start + ";x 1\r\na 1\r\n;[Geometry]\r\n\r\n\r\n;y 2\r\nb 2\r\n; z 3"),
+            (Row{"a:1", "b:2"}));
+  EXPECT_EQ(rowOf(start + " a\t 1 rest 2\r\nb   2  \r\n"), (Row{"a:1", "b:2"}));
+  EXPECT_EQ(rowOf(start + "\xE9\x80 1\r\n"), (Row{"\xE9\x80:1"})) << "bytes, not signed characters";
+  EXPECT_EQ(rowOf(start + "a none\r\nb 2\r\n"), (Row{"a:0", "b:2"})) << "no such thumbnail";
+  for (const std::string end : {"", "\r", "\r\n", "\n"}) {
+    EXPECT_EQ(rowOf(start + "a 1\r\nb 2" + end), (Row{"a:1", "b:2"}));
+  }
+  EXPECT_EQ(rowOf(start + "a 1\r\nb"), (Row{"a:1", "b:0"}));
+  EXPECT_EQ(rowOf(start + "a\r\nb 2\r\nc 3\r\n"), (Row{"a:0", "c:3", ":0"})) << "a lone word";
+  EXPECT_EQ(rowOf(start + "a\r\n2 b\r\nc 3\r\n"), (Row{"a:2", "c:3", ":0"}));
+  EXPECT_EQ(rowOf(start + "a]b 1\r\nc 3\r\n"), (Row{":0", "c:3"}));
+  EXPECT_EQ(rowOf(start + "a 1]\r\nc 3\r\n").back(), "c:3");
+  EXPECT_EQ(rowOf("t\n[Emmiter]\na 1\nb 2\nc 3\n[Geometry]\n"), (Row{"b:2", ":0"}))
+      << "bare line feeds lose the line after the header, and that after each entry";
+}
+
+TEST_F(PresetIndexTest, WhatIsTooLongIsRefused) {
+  const std::string start = "t\r\n[Emmiter]\r\n";
+  const std::string longest(255 - folder().size(), 'p');
+  EXPECT_EQ(rowOf(start + longest + " 1\r\nb 2\r\n"), (Row{longest + ":1", "b:2"}));
+  for (const std::size_t more : {1u, 20u, 300u}) {
+    const std::string tooLong(longest.size() + more, 'p');
+    EXPECT_EQ(rowOf(start + tooLong + " 1\r\nb 2\r\n"), (Row{":0", "b:2"})) << more;
+    const Row entries = rowOf(start + "a " + tooLong + "\r\nb 2\r\n");
+    EXPECT_TRUE(entries[0].ends_with(":0") && entries[1] == "b:2") << more;
+  }
+  const std::string fits = "[Emmiter" + std::string(248, 'x') + "\r\n";
+  EXPECT_EQ(rowOf("t\r\n" + fits + "a 1\r\n"), (Row{"a:1"}));
+  EXPECT_EQ(rowOf("t\r\n[Emmiter" + std::string(249, 'x') + "\r\na 1\r\n[Emmiter]\r\nb 2\r\n"),
+            (Row{"b:2"}));
+}
+
+TEST_F(PresetIndexTest, DamagedFilesDoNoHarm) {
+  tests::Dice dice(31);
+  for (int round = 0; round < 400; ++round) {
+    const std::string file = tests::damaged(kBoth + "d 4\r\n;e\r\nf\r\ng 1\r\n", dice);
+    SCOPED_TRACE(::testing::Message() << "round " << round << ", index:\n" << file);
+    rowOf(file);
+    row("Geometry");
+  }
+}
+
+class BmpFileTest : public tests::FolderTest {
+ protected:
+  BmpImage load(const std::string& file) {
+    write("image", file);
+    BmpImage image = brisel::LoadBmpFile(path("image").c_str());
+    expectSound(image.pixels.get(), image.width, image.height);
+    return image;
+  }
+
+  // As in a file, and padding that would show.
+  static std::string rows(int bits) {
+    return bits == 24 ? "abcdefghi\xEE\xEE\xEEjklmnopqr\xEE\xEE\xEE"
+                      : std::string("\0\1\2\3\4\xFF\xEE\xEE\6\7\x8\x9\xA\xB\xEE\xEE", 16);
+  }
+};
+
+TEST_F(BmpFileTest, TurnsRowsUprightAndPixelsToRedGreenBlue) {
+  for (const std::uint32_t gap : {0u, 100u}) {
+    const BmpImage full = load(bitmap(24, 3, 2, rows(24), 54 + gap));
+    ASSERT_TRUE(full.width == 3 && full.height == 2);
+    EXPECT_EQ(std::string(full.pixels.get(), full.pixels.get() + 18), "lkjonmrqpcbafedihg");
+
+    const BmpImage indexed = load(bitmap(8, 6, 2, rows(8), 1078 + gap));
+    ASSERT_TRUE(indexed.width == 6 && indexed.height == 2);
+    std::string expected;
+    for (const int index : {6, 7, 8, 9, 10, 11, 0, 1, 2, 3, 4, 255}) {
+      expected += static_cast<char>(255 - index);
+      expected += static_cast<char>(index ^ 0x55);
+      expected += static_cast<char>(index);
+    }
+    EXPECT_EQ(std::string(indexed.pixels.get(), indexed.pixels.get() + 36), expected);
+  }
+}
+
+TEST_F(BmpFileTest, RefusesWhatItCannotHold) {
+  for (const int bits : {32, 16, 4, 1, 0}) {
+    EXPECT_FALSE(load(bitmap(bits, 3, 2, std::string(64, 'x'), 54)).pixels) << bits;
+  }
+  for (const int bits : {24, 8}) {
+    const std::uint32_t data = bits == 24 ? 54 : 1078;
+    EXPECT_FALSE(load(bitmap(bits, 3, 0, rows(bits), data)).pixels) << "no rows";
+    EXPECT_FALSE(load(bitmap(bits, 3, 2, rows(bits), data | 1u << 31)).pixels) << "pixels beyond";
+    const std::string whole = bitmap(bits, bits == 24 ? 3 : 6, 2, rows(bits), data);
+    const std::size_t padding = bits == 24 ? 3 : 2;
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+      const BmpImage image = load(whole.substr(0, length));
+      EXPECT_TRUE(!image.pixels || length >= whole.size() - padding) << length;
+    }
+  }
+  EXPECT_FALSE(brisel::LoadBmpFile(path("none").c_str()).pixels);
+  EXPECT_FALSE(brisel::LoadBmpFile(folder().c_str()).pixels);
+}
+
+TEST_F(BmpFileTest, DamagedFilesDoNoHarm) {
+  tests::Dice dice(32);
+  for (int round = 0; round < 400; ++round) {
+    SCOPED_TRACE(round);
+    const int bits = dice.oneOf({24, 8});
+    std::string file = bitmap(bits, bits == 24 ? 3 : 6, 2, rows(bits), bits == 24 ? 54 : 1078);
+    for (int i = dice.integer(0, 2); i > 0; --i) {
+      file[static_cast<std::size_t>(dice.integer(10, 29))] = static_cast<char>(dice.bits());
+    }
+    load(round % 2 == 0 ? file : tests::damaged(file, dice));
+  }
+}
+
+}  // namespace

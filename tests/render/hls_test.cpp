@@ -1,0 +1,111 @@
+// The hue-lightness-saturation model: the integer conversions by known colours and by a digest of
+// all of them, and the vectors that sprites recolour with against the integers.
+#include "render/hls.h"
+
+#include <gtest/gtest.h>
+
+#include "render/hls_lanes.h"
+#include "render/isa/sse2.h"
+#include "tests/render/frames.h"
+
+namespace {
+
+using brisel::Hls;
+using brisel::Rgb;
+using Lanes = brisel::HlsLanes<brisel::Sse2>;
+
+bool equals(const Rgb& color, float red, float green, float blue) {
+  return static_cast<float>(color.red) == red && static_cast<float>(color.green) == green &&
+         static_cast<float>(color.blue) == blue;
+}
+
+TEST(Hls, KnownColours) {
+  struct Case {
+    Rgb color;
+    Hls hls;
+    Rgb back;
+  };
+  for (const auto& [color, hls, back] : {Case{{255, 0, 0}, {0, 120, 240}, {255, 0, 0}},
+                                         {{0, 255, 0}, {80, 120, 240}, {0, 255, 0}},
+                                         {{0, 0, 255}, {160, 120, 240}, {0, 0, 255}},
+                                         {{255, 0, 255}, {200, 120, 240}, {255, 0, 255}},
+                                         {{100, 100, 100}, {160, 94, 0}, {99, 99, 99}},
+                                         {{0, 0, 0}, {160, 0, 0}, {0, 0, 0}},
+                                         {{255, 255, 255}, {160, 240, 0}, {255, 255, 255}}}) {
+    SCOPED_TRACE(testing::Message() << color.red << ' ' << color.green << ' ' << color.blue);
+    const Hls found = brisel::rgbToHls(color);
+    EXPECT_EQ(found.hue, hls.hue);
+    EXPECT_EQ(found.lightness, hls.lightness);
+    EXPECT_EQ(found.saturation, hls.saturation);
+    const Rgb again = brisel::hlsToRgb(found);
+    EXPECT_EQ(again.red, back.red);
+    EXPECT_EQ(again.green, back.green);
+    EXPECT_EQ(again.blue, back.blue);
+  }
+}
+
+TEST(Hls, EveryColour) {
+  tests::Digest digest;
+  std::int64_t wrong = 0;
+  for (std::int32_t red = 0; red < 256; ++red) {
+    for (std::int32_t green = 0; green < 256; ++green) {
+      for (std::int32_t blue = 0; blue < 256; blue += 4) {
+        const auto r = static_cast<float>(red);
+        const auto g = static_cast<float>(green);
+        const auto b = static_cast<float>(blue);
+        const Lanes lanes = Lanes::fromRgb(Lanes::Float{r, r, r, r}, Lanes::Float{g, g, g, g},
+                                           Lanes::Float{b, b + 1, b + 2, b + 3});
+        for (int i = 0; i < 4; ++i) {
+          const auto [hue, lightness, saturation] = brisel::rgbToHls({red, green, blue + i});
+          for (const std::int32_t n : {hue, lightness, saturation}) digest.add(n);
+          wrong += lanes.hue[i] != static_cast<float>(hue) ||
+                   lanes.lightness[i] != static_cast<float>(lightness) ||
+                   lanes.saturation[i] != static_cast<float>(saturation);
+        }
+      }
+    }
+  }
+  EXPECT_EQ(wrong, 0);
+  EXPECT_EQ(digest.value, 13838609440264878033u);
+}
+
+TEST(Hls, EveryTripleAndBack) {
+  tests::Digest digest;
+  std::int64_t wrong = 0;
+  for (std::int32_t lightness = 0; lightness <= 240; ++lightness) {
+    for (std::int32_t saturation = 0; saturation <= 240; ++saturation) {
+      const auto l = static_cast<float>(lightness);
+      const auto s = static_cast<float>(saturation);
+      for (std::int32_t hue = -4; hue <= 240; hue += 4) {
+        const auto h = static_cast<float>(hue);
+        Lanes::Float red, green, blue;
+        Lanes{{h, h + 1, h + 2, h + 3}, {l, l, l, l}, {s, s, s, s}}.toRgb(red, green, blue);
+        for (int i = 0; i < 4; ++i) {
+          const Rgb color = brisel::hlsToRgb({hue + i, lightness, saturation});
+          for (const std::int32_t n : {color.red, color.green, color.blue}) digest.add(n);
+          wrong += !equals(color, red[i], green[i], blue[i]);
+        }
+      }
+    }
+  }
+  EXPECT_EQ(wrong, 0);
+  EXPECT_EQ(digest.value, 4168093936202900677u);
+}
+
+TEST(Hls, FarHuesAreFolded) {
+  const Hls rest[] = {{0, 90, 1}, {0, 90, 240}, {0, 150, 77}, {0, 150, 0}};
+  for (std::int32_t hue = -4000000; hue < 4000000; hue += 43) {
+    const auto h = static_cast<float>(hue);
+    Lanes::Float red, green, blue;
+    Lanes{{h, h, h, h}, {90, 90, 150, 150}, {1, 240, 77, 0}}.toRgb(red, green, blue);
+    for (int i = 0; i < 4; ++i) {
+      const auto [none, lightness, saturation] = rest[i];
+      const Rgb near = brisel::hlsToRgb({(hue % 240 + 240) % 240, lightness, saturation});
+      EXPECT_TRUE(equals(near, red[i], green[i], blue[i])) << hue;
+      const Rgb far = brisel::hlsToRgb({hue, lightness, saturation});
+      EXPECT_TRUE(equals(far, red[i], green[i], blue[i])) << hue;
+    }
+  }
+}
+
+}  // namespace
