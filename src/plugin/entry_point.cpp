@@ -6,6 +6,7 @@
 
 #include "plugin/floating_point_guard.h"
 #include "plugin/greying.h"
+#include "plugin/host_parameters.h"
 #include "plugin/module_state.h"
 #include "plugin/panel_events.h"
 #include "plugin/params_setup.h"
@@ -13,7 +14,6 @@
 #include "plugin/resources/identity.h"
 #include "plugin/sdk/codes.h"
 #include "plugin/sequence_data.h"
-#include "plugin/supplied_parameters.h"
 #include "render/kernels.h"
 
 #if defined(_WIN32)
@@ -49,13 +49,13 @@ PF_Err setUpGlobally(PF_OutData& out) {
 PF_Err updateChangedParameter(const PF_InData& in, PF_ParamDef* const* params, const void* extra) {
   if (extra != nullptr && hasAllParameters(in, params)) {
     const auto& changed = *static_cast<const PF_UserChangedParamExtra*>(extra);
-    updateParameterUI(in, params, changed.param_index);
+    updateParameterUI(in, params, readValues(params), changed.param_index);
   }
   return PF_Err_NONE;
 }
 
 PF_Err updateParameters(const PF_InData& in, PF_ParamDef* const* params) {
-  if (hasAllParameters(in, params)) updateAllParameterUI(in, params);
+  if (hasAllParameters(in, params)) updateAllParameterUI(in, params, readValues(params));
   return PF_Err_NONE;
 }
 

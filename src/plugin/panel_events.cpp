@@ -1,10 +1,10 @@
 #include "plugin/panel_events.h"
 
 #include "plugin/controls/panel.h"
+#include "plugin/host_parameters.h"
 #include "plugin/locked_handle.h"
 #include "plugin/module_state.h"
 #include "plugin/sequence_data.h"
-#include "plugin/supplied_parameters.h"
 
 namespace brisel {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "plugin/parameter_table.h"
+#include "effect/parameters.h"
 #include "plugin/sdk/codes.h"
 
 namespace brisel {
@@ -38,33 +38,66 @@ void fillPopup(const ParameterSpec& spec, PF_PopupDef& def) {
   def.names = spec.items;
 }
 
+PF_ParamType typeOf(ParamKind kind) {
+  switch (kind) {
+    case ParamKind::Number:
+      return PF_Param_FIX_SLIDER;
+    case ParamKind::WholeNumber:
+      return PF_Param_SLIDER;
+    case ParamKind::Angle:
+      return PF_Param_ANGLE;
+    case ParamKind::Checkbox:
+      return PF_Param_CHECKBOX;
+    case ParamKind::Popup:
+      return PF_Param_POPUP;
+    case ParamKind::Color:
+      return PF_Param_COLOR;
+    case ParamKind::Point:
+      return PF_Param_POINT;
+    case ParamKind::Mask:
+      return PF_Param_PATH;
+    case ParamKind::GroupStart:
+      return PF_Param_GROUP_START;
+    case ParamKind::GroupEnd:
+      return PF_Param_GROUP_END;
+    case ParamKind::Panel:
+      break;
+  }
+  return PF_Param_NO_DATA;
+}
+
+PF_Pixel colorOf(const ParameterSpec& spec) {
+  const auto byte = [](std::int32_t channel) { return static_cast<A_u_char>(channel); };
+  return {spec.colorAlpha, byte(spec.color.red), byte(spec.color.green), byte(spec.color.blue)};
+}
+
 PF_ParamDef definitionOf(const ParameterSpec& spec) {
   PF_ParamDef def{};
-  def.param_type = spec.type;
-  switch (spec.type) {
-    case PF_Param_FIX_SLIDER:
+  def.param_type = typeOf(spec.kind);
+  switch (spec.kind) {
+    case ParamKind::Number:
       fillFixedSlider(spec, def.u.fd);
       break;
-    case PF_Param_SLIDER:
+    case ParamKind::WholeNumber:
       fillSlider(spec, def.u.sd);
       break;
-    case PF_Param_ANGLE:
+    case ParamKind::Angle:
       def.u.ad.value = def.u.ad.dephault = toFixed(spec.initial);
       break;
-    case PF_Param_POINT:
+    case ParamKind::Point:
       def.u.td.x_value = def.u.td.x_dephault = toFixed(spec.initial);
       def.u.td.y_value = def.u.td.y_dephault = toFixed(spec.initialY);
       break;
-    case PF_Param_POPUP:
+    case ParamKind::Popup:
       fillPopup(spec, def.u.pd);
       break;
-    case PF_Param_COLOR:
-      def.u.cd.value = def.u.cd.dephault = spec.color;
+    case ParamKind::Color:
+      def.u.cd.value = def.u.cd.dephault = colorOf(spec);
       break;
-    case PF_Param_CHECKBOX:
+    case ParamKind::Checkbox:
       def.u.bd.text = "";
       break;
-    case PF_Param_NO_DATA:
+    case ParamKind::Panel:
       def.ui_flags = PF_PUI_CONTROL;
       def.ui_width = spec.panelWidth;
       def.ui_height = spec.panelHeight;

@@ -4,16 +4,16 @@
 #include <cstddef>
 #include <cstring>
 
+#include "effect/settings.h"
 #include "engine/alpha_source.h"
 #include "engine/contour_emitter.h"
 #include "engine/simulation.h"
+#include "plugin/host_parameters.h"
 #include "plugin/locked_handle.h"
 #include "plugin/mask_path.h"
 #include "plugin/module_state.h"
-#include "plugin/read_settings.h"
 #include "plugin/sdk/codes.h"
 #include "plugin/sequence_data.h"
-#include "plugin/supplied_parameters.h"
 #include "render/frame.h"
 #include "render/mix.h"
 
@@ -25,6 +25,24 @@ bool isSound(const PF_LayerDef& world) {
   const bool deep = (world.world_flags & PF_WorldFlag_DEEP) != 0;
   return world.data != nullptr && world.width > 0 && world.height > 0 &&
          world.rowbytes / (deep ? 8 : 4) >= world.width;
+}
+
+/// Both layers are taken at the output's depth.
+void readLayers(RenderSettings& s, const PF_LayerDef& input, const PF_LayerDef& output) {
+  s.deepColor = (output.world_flags & PF_WorldFlag_DEEP) != 0;
+  s.outputRowStride = s.deepColor ? output.rowbytes / 2 : output.rowbytes;
+  s.inputRowStride = s.deepColor ? input.rowbytes / 2 : input.rowbytes;
+  if (s.deepColor) {
+    s.outputPixels16 = reinterpret_cast<std::uint16_t*>(output.data);
+    s.inputPixels16 = reinterpret_cast<const std::uint16_t*>(input.data);
+  } else {
+    s.outputPixels = reinterpret_cast<std::uint8_t*>(output.data);
+    s.inputPixels = reinterpret_cast<const std::uint8_t*>(input.data);
+  }
+  if (input.data != nullptr) {
+    s.inputWidth = std::clamp(input.width, 0, std::max(s.inputRowStride / 4, 0));
+    s.inputHeight = std::max(input.height, 0);
+  }
 }
 
 void clear(PF_LayerDef& world) {
@@ -75,8 +93,11 @@ PF_Err renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
   clear(output);
   if (!hasAllParameters(in, params)) return PF_Err_NONE;
 
-  RenderSettings settings = readSettings(in, params, output);
-  moduleState().frameSize = {settings.frameWidth, settings.frameHeight};
+  const FrameSize size{output.width, output.height};
+  RenderSettings settings =
+      settingsOf(readValues(params), {size, in.width, in.quality == PF_Quality_HI});
+  readLayers(settings, params[kInputLayer]->u.ld, output);
+  moduleState().frameSize = size;
   PageArray<float> sourceIntensityMap;
   PageArray<std::uint8_t> alphaMask;
   if (settings.standardPath == StandardPath::SourceAsRasterMask) {

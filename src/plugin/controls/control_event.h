@@ -9,11 +9,6 @@
 
 namespace brisel {
 
-/// The parameters that are custom controls.
-inline constexpr PF_ParamIndex kInformationControl = 1;
-inline constexpr PF_ParamIndex kEmitterPresetsControl = 3;
-inline constexpr PF_ParamIndex kStarPresetsControl = 38;
-
 struct ControlEvent {
   PF_InData& in;
   PF_OutData& out;

@@ -3,15 +3,10 @@
 
 #include <cstdint>
 
+#include "effect/values.h"
 #include "plugin/sdk/in_out_data.h"
 
 namespace brisel {
-
-/// Pixels.
-struct FrameSize {
-  std::int32_t width = 0;
-  std::int32_t height = 0;
-};
 
 /// Stores the values that the file at `path` gives to parameters of the first `parameterCount`
 /// records of `params` (null records are passed over), marks them changed, and asks the host to

@@ -1,5 +1,7 @@
 #include "plugin/controls/redraw.h"
 
+#include "effect/parameters.h"
+
 #include "plugin/controls/reported_suite.h"
 
 namespace brisel {
@@ -15,8 +17,8 @@ PF_Err requestRedraw(ControlEvent& event) {
   }
   if (error != PF_Err_NONE) return error;
   event.extra.evt_out_flags |= PF_EO_HANDLED_EVENT | PF_EO_UPDATE_NOW;
-  if (event.paramCount > kInformationControl && event.params[kInformationControl] != nullptr) {
-    event.params[kInformationControl]->uu.change_flags |= PF_ChangeFlag_CHANGED_VALUE;
+  if (event.paramCount > kInformation && event.params[kInformation] != nullptr) {
+    event.params[kInformation]->uu.change_flags |= PF_ChangeFlag_CHANGED_VALUE;
   }
   return PF_Err_NONE;
 }

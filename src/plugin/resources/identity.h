@@ -1,13 +1,12 @@
-// Who the effect is: what it reports at global set-up, and what the plug-in property list repeats.
+// Who the module is to its host: what it reports at global set-up, and what the plug-in property
+// list repeats. The effect's names are where its parameters are.
 #pragma once
 
+#include "effect/parameters.h"
 #include "plugin/sdk/codes.h"
 
 namespace brisel {
 
-inline constexpr char kDisplayName[] = "Corvane - Brisel";
-inline constexpr char kCategory[] = "Tessaro";
-inline constexpr char kMatchName[] = "Vellix (Drizzen)";
 inline constexpr char kEntryPointName[] = "EntryPointFunc";
 inline constexpr char kModuleFileName[] = "VellixDrizzen_64.AEX";
 

@@ -1,0 +1,20 @@
+// From parameter values to what engine and renderer work with.
+#pragma once
+
+#include "core/render_settings.h"
+#include "effect/values.h"
+
+namespace brisel {
+
+/// What of a frame's surroundings the settings depend on, besides the pixels.
+struct FrameFacts {
+  FrameSize size;               // of the output
+  std::int32_t layerWidth = 0;  // of the layer at full resolution, pixels; 0: that of the output
+  bool highQuality = false;
+};
+
+/// The settings of one frame, but for its pixels, which the caller fills in. Counts that bound
+/// loops and memory are held to their declared ranges; a popup's item beyond 0 .. 255 becomes 0.
+RenderSettings settingsOf(const Values& values, const FrameFacts& frame);
+
+}  // namespace brisel
