@@ -14,7 +14,7 @@ encode() { ffmpeg -v error -nostdin -y "$@"; }
 # A title card on transparent, golden from light to dark.
 title() {
   cat > "$work/title.svg" <<'SVG'
-<svg xmlns="http://www.w3.org/2000/svg" width="960" height="540">
+<svg xmlns="http://www.w3.org/2000/svg" width="1920" height="1080" viewBox="0 0 960 540">
   <linearGradient id="gold" x1="0" y1="0" x2="0" y2="1">
     <stop offset="0.25" stop-color="#fff4d6"/>
     <stop offset="0.55" stop-color="#f2c063"/>
@@ -32,7 +32,7 @@ SVG
 # An emblem on transparent: a star inside a tilted orbit, which is dim at one end.
 logo() {
   cat > "$work/logo.svg" <<'SVG'
-<svg xmlns="http://www.w3.org/2000/svg" width="960" height="540">
+<svg xmlns="http://www.w3.org/2000/svg" width="1920" height="1080" viewBox="0 0 960 540">
   <linearGradient id="sweep">
     <stop offset="0" stop-color="#2a1c8c"/>
     <stop offset="0.3" stop-color="#7a35d8"/>
@@ -100,7 +100,7 @@ conifers() {  # WIDTH HEIGHT
 # A camera gliding past mountains at dusk: layers that move the faster the nearer they are.
 dusk() {
   cat > "$work/sky.svg" <<SVG
-<svg xmlns="http://www.w3.org/2000/svg" width="1040" height="540">
+<svg xmlns="http://www.w3.org/2000/svg" width="2080" height="1080" viewBox="0 0 1040 540">
   <linearGradient id="sky" x1="0" y1="0" x2="0" y2="1">
     <stop offset="0" stop-color="#050818"/>
     <stop offset="0.4" stop-color="#131c47"/>
@@ -129,25 +129,25 @@ SVG
   layer near 1320 '#0b0a1c' "$(conifers 1320 540)"
   encode -loop 1 -i "$work/sky.png" -loop 1 -i "$work/far.png" -loop 1 -i "$work/mid.png" \
     -loop 1 -i "$work/near.png" -filter_complex "
-      [0]crop=960:540:'10*t':0[sky];
-      [sky][1]overlay=x='-22*t':eval=frame[a];
-      [a][2]overlay=x='-46*t':eval=frame[b];
-      [b][3]overlay=x='-84*t':eval=frame,
+      [0]crop=1920:1080:'20*t':0[sky];
+      [sky][1]overlay=x='-44*t':eval=frame[a];
+      [a][2]overlay=x='-92*t':eval=frame[b];
+      [b][3]overlay=x='-168*t':eval=frame,
       scale=out_color_matrix=bt709:out_range=tv,format=yuv420p" \
     -t 4 -r 25 -c:v libx264 -preset veryslow -crf 26 -colorspace bt709 -color_primaries bt709 \
     -color_trc bt709 -color_range tv -movflags +faststart dusk.mp4
 }
 
 layer() {  # NAME WIDTH COLOUR PATH
-  printf '<svg xmlns="http://www.w3.org/2000/svg" width="%d" height="540"><path fill="%s" d="%s"/></svg>' \
-    "$2" "$3" "$4" > "$work/$1.svg"
+  printf '<svg xmlns="http://www.w3.org/2000/svg" width="%d" height="1080" viewBox="0 0 %d 540">
+    <path fill="%s" d="%s"/></svg>' $(($2 * 2)) "$2" "$3" "$4" > "$work/$1.svg"
   encode -i "$work/$1.svg" -frames:v 1 "$work/$1.png"
 }
 
 # A cloud of coloured gas, to take star colours from.
 nebula() {
   cat > "$work/nebula.svg" <<'SVG'
-<svg xmlns="http://www.w3.org/2000/svg" width="960" height="540">
+<svg xmlns="http://www.w3.org/2000/svg" width="1920" height="1080" viewBox="0 0 960 540">
   <filter id="rose" x="0" y="0" width="1" height="1">
     <feTurbulence type="fractalNoise" baseFrequency="0.0045 0.0075" numOctaves="6" seed="5"/>
     <feColorMatrix values="0 0 0 0 1  0 0.9 0 0 -0.22  0 0 0 0 0.55  0 0 0 4.2 -1.75"/>
