@@ -6,10 +6,10 @@
 namespace bench {
 namespace {
 
-brisel::Layer layerOn(std::vector<std::uint16_t>& pixels, bool deep) {
-  return {reinterpret_cast<std::uint8_t*>(pixels.data()),
-          static_cast<std::ptrdiff_t>(Canvas::kWidth) * (deep ? 8 : 4), Canvas::kWidth,
-          Canvas::kHeight, deep};
+brisel::MutableImageView viewOf(std::vector<std::uint16_t>& pixels, bool deep) {
+  return {reinterpret_cast<std::uint8_t*>(pixels.data()), Canvas::kWidth, Canvas::kHeight,
+          static_cast<std::ptrdiff_t>(Canvas::kWidth) * (deep ? 8 : 4),
+          deep ? brisel::PixelFormat::Argb16 : brisel::PixelFormat::Argb8};
 }
 
 }  // namespace
@@ -18,12 +18,11 @@ Canvas::Canvas(bool deep, const brisel::Kernels& kernels)
     : pixels_(static_cast<std::size_t>(kWidth) * kHeight * 4), drawing_{settings_,
                                                                         random_,
                                                                         state_,
-                                                                        layerOn(pixels_, deep),
+                                                                        viewOf(pixels_, deep),
                                                                         brisel::BlendRule::Over,
                                                                         &kernels} {
   settings_.frameWidth = kWidth;
   settings_.frameHeight = kHeight;
-  settings_.deepColor = deep;
   settings_.highQuality = true;
   state_.rainbowOn = false;
 }
@@ -35,7 +34,7 @@ void Canvas::clear() {
 std::int64_t Canvas::coveredPixels(const std::function<void(brisel::Drawing&)>& draw) {
   clear();
   draw(drawing_);
-  const brisel::Layer& layer = drawing_.layer;
+  const brisel::MutableImageView& layer = drawing_.layer;
   const auto bytes = static_cast<std::size_t>(layer.pixelBytes());
   static constexpr std::uint8_t kEmpty[8] = {};
   std::int64_t covered = 0;

@@ -40,8 +40,8 @@ void emit(benchmark::State& state, const brisel::RenderSettings& settings,
 void onContour(benchmark::State& state) {
   const auto side = static_cast<int>(state.range(0));
   const reference::Mask mask = reference::notchedSpiral(side * 16 / 9, side);
-  const brisel::ContourEmitter contour =
-      brisel::buildContourEmitter(mask.width, mask.height, mask.cells.data(), 1.0f);
+  const brisel::ContourEmitter contour = brisel::buildContourEmitter(
+      {mask.cells.data(), mask.width, mask.height, mask.width, brisel::PixelFormat::Mask8}, 1.0f);
   brisel::Emitter emitter;
   emitter.contour = &contour;
   emit(state, settingsFor(brisel::StandardPath::ContourAlphaChannel), emitter);

@@ -131,8 +131,6 @@ struct Crowd {
   Crowd() : pixels(std::size_t{1920} * 1080 * 4) {
     settings.frameWidth = 1920;
     settings.frameHeight = 1080;
-    settings.outputPixels = pixels.data();
-    settings.outputRowStride = 1920 * 4;
     settings.highQuality = true;
     settings.standardPath = brisel::StandardPath::Line;
     settings.start = {0.0f, 540.0f};
@@ -165,7 +163,8 @@ void simulateCrowd(benchmark::State& state) {
 void drawCrowd(benchmark::State& state) {
   Crowd crowd;
   brisel::DrawingState drawingState;
-  brisel::Drawing drawing{crowd.settings, crowd.random, drawingState, outputLayer(crowd.settings),
+  const brisel::MutableImageView output{crowd.pixels.data(), 1920, 1080, 1920 * 4};
+  brisel::Drawing drawing{crowd.settings, crowd.random, drawingState, output,
                           brisel::BlendRule::Over};
   for ([[maybe_unused]] auto _ : state) {
     drawAllStars(drawing, crowd.population.stars, crowd.population.starCount);

@@ -162,17 +162,15 @@ void runMix(benchmark::State& state, const brisel::Kernels& kernels, brisel::Mix
   for (std::size_t i = 0; i < layers.stars.size(); ++i) {
     layers.stars[i] = i / 512 % 2 == 0 ? static_cast<std::uint16_t>(i * 37 % 256) : 0;
   }
-  brisel::RenderSettings s;
-  s.frameWidth = s.inputWidth = 1920;
-  s.frameHeight = s.inputHeight = 1080;
-  s.deepColor = deep;
-  s.outputPixels = reinterpret_cast<std::uint8_t*>(layers.stars.data());
-  s.outputPixels16 = layers.stars.data();
-  s.inputPixels = reinterpret_cast<std::uint8_t*>(layers.input.data());
-  s.inputPixels16 = layers.input.data();
-  s.outputRowStride = s.inputRowStride = 1920 * 4;
+  const auto view = [&](std::vector<std::uint16_t>& pixels) {
+    return brisel::MutableImageView{
+        reinterpret_cast<std::uint8_t*>(pixels.data()), 1920, 1080, 1920 * (deep ? 8 : 4),
+        deep ? brisel::PixelFormat::Argb16 : brisel::PixelFormat::Argb8};
+  };
+  const brisel::MutableImageView stars = view(layers.stars);
+  const brisel::ImageView input = view(layers.input);
   for ([[maybe_unused]] auto _ : state) {
-    kernels.mix(s, mode);
+    kernels.mix(stars, input, mode);
     benchmark::ClobberMemory();
   }
   state.SetItemsProcessed(state.iterations() * Layers::kPixels);

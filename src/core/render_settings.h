@@ -4,43 +4,22 @@
 
 #include <cstdint>
 
+#include "core/color.h"
+#include "core/geometry.h"
 #include "core/options.h"
 
 namespace brisel {
 
-struct PointF {
-  float x = 0.0f;
-  float y = 0.0f;
-};
-
-/// A colour on the 8-bit scale, whatever the depth of the layer it is drawn on.
-struct Rgb {
-  std::int32_t red = 0;
-  std::int32_t green = 0;
-  std::int32_t blue = 0;
-};
-
 /// Lengths are pixels of the output frame, times are steps (one per render), angles radians with 0
 /// to the right, growing clockwise on screen. Percentages are fractions unless said otherwise.
 struct RenderSettings {
-  // Frame and buffers. Pixels are four channels: alpha, red, green, blue. Strides count channel
-  // values, not bytes. The pointers are borrowed from the host for one render.
+  // Frame. Its pixels are no settings: they come as image views.
   std::int32_t frameWidth = 0;
   std::int32_t frameHeight = 0;
   float centerX = 0.0f;
   float centerY = 0.0f;
   float resolutionScale = 1.0f;  // frame width over the layer's width at full resolution
-  bool deepColor = false;        // 16-bit channels, full scale 32768
   bool highQuality = false;
-  std::uint8_t* outputPixels = nullptr;
-  std::uint16_t* outputPixels16 = nullptr;
-  std::int32_t outputRowStride = 0;
-  const std::uint8_t* inputPixels = nullptr;
-  const std::uint16_t* inputPixels16 = nullptr;
-  std::int32_t inputRowStride = 0;
-  std::int32_t inputWidth = 0;  // the input is read only inside its own bounds
-  std::int32_t inputHeight = 0;
-  const float* sourceIntensityMap = nullptr;  // Source as raster mask: 0 where there is no source
 
   // Emitter.
   std::int32_t pathMaskId = 0;  // 0: no mask chosen

@@ -13,7 +13,7 @@ struct FrameFacts {
   bool highQuality = false;
 };
 
-/// The settings of one frame, but for its pixels, which the caller fills in. Counts that bound
+/// The settings of one frame, whose pixels come as image views. Counts that bound
 /// loops and memory are held to their declared ranges; a popup's item beyond 0 .. 255 becomes 0.
 RenderSettings settingsOf(const Values& values, const FrameFacts& frame);
 

@@ -2,58 +2,70 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 
 #include "core/numbers.h"
 
 namespace brisel {
 namespace {
 
-/// Calls `write` with the map's index and the input's channels for every pixel of the frame that
-/// the input reaches. The rest keeps the fresh map's zeros.
+template <class Channel>
+struct Argb {
+  Channel alpha, red, green, blue;
+};
+
+/// Calls `write` with the map's index and the input's pixel for every pixel of the frame that the
+/// input reaches. The rest keeps the fresh map's zeros.
 template <class Channel, class Write>
-void forInputPixels(const RenderSettings& s, const Channel* input, Write write) {
-  const std::int32_t width = std::min(s.frameWidth, s.inputWidth);
-  const std::int32_t height = std::min(s.frameHeight, s.inputHeight);
+void forChannels(const ImageView& input, std::int32_t frameWidth, std::int32_t frameHeight,
+                 Write write) {
+  const std::int32_t width = std::min(frameWidth, input.width);
+  const std::int32_t height = std::min(frameHeight, input.height);
   for (std::int32_t y = 0; y < height; ++y) {
-    const Channel* pixel = input + std::ptrdiff_t{y} * s.inputRowStride;
-    const std::size_t row = static_cast<std::size_t>(y) * static_cast<std::size_t>(s.frameWidth);
-    for (std::int32_t x = 0; x < width; ++x, pixel += 4) {
+    const std::size_t row = static_cast<std::size_t>(y) * static_cast<std::size_t>(frameWidth);
+    for (std::int32_t x = 0; x < width; ++x) {
+      Argb<Channel> pixel;
+      std::memcpy(&pixel, input.at(x, y), sizeof pixel);
       write(row + static_cast<std::size_t>(x), pixel);
     }
   }
 }
 
 template <class Write>
-void forInputPixels(const RenderSettings& s, Write write) {
-  if (s.deepColor) {
-    forInputPixels(s, s.inputPixels16, write);
+void forInputPixels(const ImageView& input, std::int32_t frameWidth, std::int32_t frameHeight,
+                    Write write) {
+  if (input.isDeep()) {
+    forChannels<std::uint16_t>(input, frameWidth, frameHeight, write);
   } else {
-    forInputPixels(s, s.inputPixels, write);
+    forChannels<std::uint8_t>(input, frameWidth, frameHeight, write);
   }
 }
 
-std::size_t framePixels(const RenderSettings& s) {
-  return static_cast<std::size_t>(s.frameWidth) * static_cast<std::size_t>(s.frameHeight);
+std::size_t pixelCount(std::int32_t width, std::int32_t height) {
+  return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
 }
 
 }  // namespace
 
-PageArray<float> buildSourceIntensityMap(const RenderSettings& s) {
-  PageArray<float> map = allocatePageArray<float>(framePixels(s));
+PageArray<float> buildSourceIntensityMap(const ImageView& input, std::int32_t frameWidth,
+                                         std::int32_t frameHeight) {
+  PageArray<float> map = allocatePageArray<float>(pixelCount(frameWidth, frameHeight));
   if (map == nullptr) return map;
-  const float scale = s.deepColor ? kDeepPerByte : 1.0f;
-  forInputPixels(s, [&](std::size_t index, const auto* pixel) {
-    const float mean = static_cast<float>(pixel[1] + pixel[2] + pixel[3]) / 3.0f;
-    if (pixel[0] != 0 && mean > 0.0f) map[index] = mean / scale;
+  const float scale = input.isDeep() ? kDeepPerByte : 1.0f;
+  forInputPixels(input, frameWidth, frameHeight, [&](std::size_t index, const auto& pixel) {
+    const float mean = static_cast<float>(pixel.red + pixel.green + pixel.blue) / 3.0f;
+    if (pixel.alpha != 0 && mean > 0.0f) map[index] = mean / scale;
   });
   return map;
 }
 
-PageArray<std::uint8_t> buildAlphaMask(const RenderSettings& s) {
-  PageArray<std::uint8_t> mask = allocatePageArray<std::uint8_t>(framePixels(s));
+PageArray<std::uint8_t> buildAlphaMask(const ImageView& input, std::int32_t frameWidth,
+                                       std::int32_t frameHeight) {
+  PageArray<std::uint8_t> mask =
+      allocatePageArray<std::uint8_t>(pixelCount(frameWidth, frameHeight));
   if (mask == nullptr) return mask;
-  forInputPixels(s, [&](std::size_t index, const auto* pixel) {
-    if (pixel[0] != 0) mask[index] = 255;
+  forInputPixels(input, frameWidth, frameHeight, [&](std::size_t index, const auto& pixel) {
+    if (pixel.alpha != 0) mask[index] = 255;
   });
   return mask;
 }

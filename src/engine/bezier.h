@@ -1,7 +1,7 @@
 // Cubic Bézier curves: points, derivatives, approximate length and arc-length parameters.
 #pragma once
 
-#include "core/render_settings.h"
+#include "core/geometry.h"
 
 namespace brisel {
 

@@ -28,8 +28,7 @@ PageArray<T> takePages(T* records, std::int32_t count) {
   return PageArray<T>(records, PageRelease{static_cast<std::size_t>(count) * sizeof(T)});
 }
 
-TracedOutlines trace(std::int32_t width, std::int32_t height, const std::uint8_t* alphaMask,
-                     float resolutionScale) {
+TracedOutlines trace(const ImageView& mask, float resolutionScale) {
   constexpr float kTolerance = 1.0f;
   constexpr float kLongestSegment = 30.0f;
   TracedOutlines traced;
@@ -37,9 +36,10 @@ TracedOutlines trace(std::int32_t width, std::int32_t height, const std::uint8_t
   ContourSegment* segments = nullptr;
   try {
     CMeshBuilder builder;
-    traced.failed = !builder.LoadMask(width, height, width, alphaMask, kTolerance,
-                                      truncToInt(kLongestSegment / resolutionScale),
-                                      traced.pointCount, traced.segmentCount, points, segments);
+    traced.failed =
+        !builder.LoadMask(mask.width, mask.height, static_cast<std::int32_t>(mask.rowBytes),
+                          mask.bytes, kTolerance, truncToInt(kLongestSegment / resolutionScale),
+                          traced.pointCount, traced.segmentCount, points, segments);
   } catch (const ContourError&) {
     traced.pointCount = 0;  // an outline that cannot be followed counts as none
   }
@@ -118,13 +118,12 @@ void sumLengths(ContourEmitter& contour) {
 
 }  // namespace
 
-ContourEmitter buildContourEmitter(std::int32_t width, std::int32_t height,
-                                   const std::uint8_t* alphaMask, float resolutionScale) try {
-  if (alphaMask == nullptr) return {};
-  const TracedOutlines traced = trace(width, height, alphaMask, resolutionScale);
+ContourEmitter buildContourEmitter(const ImageView& mask, float resolutionScale) try {
+  if (mask.bytes == nullptr) return {};
+  const TracedOutlines traced = trace(mask, resolutionScale);
   if (traced.failed || (traced.pointCount > 0 && traced.segmentCount == 0)) return {};
   ContourEmitter contour =
-      traced.pointCount == 0 ? frameBorder(width, height) : emitterFrom(traced);
+      traced.pointCount == 0 ? frameBorder(mask.width, mask.height) : emitterFrom(traced);
   sumLengths(contour);
   return contour;
 } catch (const std::bad_alloc&) {

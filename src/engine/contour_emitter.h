@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "core/image_view.h"
 #include "engine/emitter_point.h"
 
 namespace brisel {
@@ -31,10 +32,9 @@ struct ContourEmitter {
   std::vector<float> lengthBefore;  // sum of the lengths before each edge, and of all at the end
 };
 
-/// Traces the outlines of `alphaMask` (`width` x `height` bytes, 0 where transparent). A mask
-/// without an outline gives the frame's border; a mask that cannot be traced gives no contour.
-ContourEmitter buildContourEmitter(std::int32_t width, std::int32_t height,
-                                   const std::uint8_t* alphaMask, float resolutionScale);
+/// Traces the outlines of `mask`, a Mask8 image of the frame's size. A mask without an outline
+/// gives the frame's border; a mask without pixels, or one that cannot be traced, no contour.
+ContourEmitter buildContourEmitter(const ImageView& mask, float resolutionScale);
 
 /// The contour at `t` in [0, 1].
 EmitterPoint evaluateContour(const ContourEmitter& contour, float t);

@@ -153,10 +153,11 @@ void drawTerminateColor(const Emission& e, Particle& p) {
 }
 
 /// Whether the input shows anything where the star stands.
-bool isOnSource(const RenderSettings& s, const Particle& p) {
+bool isOnSource(const Emission& e, const Particle& p) {
+  const RenderSettings& s = e.settings;
   const std::int32_t column = truncToInt(p.startX * static_cast<float>(s.frameWidth));
   const std::int32_t row = truncToInt(p.startY * static_cast<float>(s.frameHeight));
-  return s.sourceIntensityMap[std::ptrdiff_t{row} * s.frameWidth + column] != 0.0f;
+  return e.emitter.sourceIntensityMap[std::ptrdiff_t{row} * s.frameWidth + column] != 0.0f;
 }
 
 void tryInitialise(const Emission& e, Particle& p, float birthTime);
@@ -171,7 +172,7 @@ void placeInField(const Emission& e, Particle& p) {
   p.startX = e.random.unit();
   p.startY = e.random.unit();
   if (e.settings.standardPath != StandardPath::SourceAsRasterMask) return;
-  if (isOnSource(e.settings, p)) {
+  if (isOnSource(e, p)) {
     p.placementRetries = 0;
     return;
   }
@@ -203,7 +204,7 @@ void tryInitialise(const Emission& e, Particle& p, float birthTime) {
   }
   p.randomFactor = e.random.signedUnit();
   drawVelocity(e, p);
-  const SourcePixel source = sourcePixelAt(s, p.startX, p.startY);
+  const SourcePixel source = sourcePixelAt(e.emitter.source, s, p.startX, p.startY);
   drawSize(e, p);
   drawRaysAndAngle(e, p);
   if (s.sizeDependOnSource != 0.0f) {
@@ -219,9 +220,9 @@ void tryInitialise(const Emission& e, Particle& p, float birthTime) {
 
 }  // namespace
 
-bool canEmit(const RenderSettings& settings) {
+bool canEmit(const RenderSettings& settings, const Emitter& emitter) {
   return settings.standardPath != StandardPath::SourceAsRasterMask ||
-         settings.sourceIntensityMap != nullptr;
+         emitter.sourceIntensityMap != nullptr;
 }
 
 void initialiseParticle(const Emission& e, Particle& p, float birthTime) {

@@ -17,7 +17,7 @@ struct Emission {
 };
 
 /// Whether the chosen emitter can place stars: the source as raster mask needs its map.
-bool canEmit(const RenderSettings& settings);
+bool canEmit(const RenderSettings& settings, const Emitter& emitter);
 
 /// Fills every field of `particle` for a star born at `birthTime` (steps), except the position,
 /// which the update of the same step computes.

@@ -1,6 +1,7 @@
 // Where stars come from: the emitter's shape, and the point on it that belongs to a path parameter.
 #pragma once
 
+#include "core/image_view.h"
 #include "core/render_settings.h"
 #include "engine/bezier.h"
 #include "engine/emitter_point.h"
@@ -20,6 +21,8 @@ struct Emitter {
   float startPhase = 0.0f;                            // Circle: turns
   const MaskOutline* maskOutline = nullptr;           // takes the place of every shape; borrowed
   const ContourEmitter* contour = nullptr;            // Contour alpha channel; borrowed
+  const float* sourceIntensityMap = nullptr;          // Source as raster mask; borrowed
+  ImageView source;                                   // the input, which colors and sizes stars
 };
 
 /// Prepares the shape that `standardPath` chooses.

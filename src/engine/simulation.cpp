@@ -55,7 +55,7 @@ void simulationStep(const RenderSettings& settings, const Emitter& emitter, Rand
                     StarPopulation& population) {
   removeDead(settings, population);
   population.emissionAccumulator += settings.intensity;
-  if (canEmit(settings)) {
+  if (canEmit(settings, emitter)) {
     emitStars({settings, emitter, random, population.stepIndex}, population);
   }
   for (std::int32_t i = 0; i < population.starCount; ++i) {

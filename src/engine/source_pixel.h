@@ -1,6 +1,7 @@
 // The pixel of the input layer that a star is born on.
 #pragma once
 
+#include "core/image_view.h"
 #include "core/render_settings.h"
 
 namespace brisel {
@@ -15,6 +16,7 @@ struct SourcePixel {
 
 /// Reads the input under the point (`startX`, `startY`), given in fractions of the frame and moved
 /// into the frame when outside. Transparent black where the input does not reach.
-SourcePixel sourcePixelAt(const RenderSettings& settings, float startX, float startY);
+SourcePixel sourcePixelAt(const ImageView& input, const RenderSettings& settings, float startX,
+                          float startY);
 
 }  // namespace brisel

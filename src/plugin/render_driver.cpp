@@ -20,29 +20,31 @@
 namespace brisel {
 namespace {
 
-/// Whether the world's rows hold as many pixels as it claims.
-bool isSound(const PF_LayerDef& world) {
-  const bool deep = (world.world_flags & PF_WorldFlag_DEEP) != 0;
-  return world.data != nullptr && world.width > 0 && world.height > 0 &&
-         world.rowbytes / (deep ? 8 : 4) >= world.width;
+/// Both layers are taken at the output's depth.
+PixelFormat formatOf(const PF_LayerDef& output) {
+  return (output.world_flags & PF_WorldFlag_DEEP) != 0 ? PixelFormat::Argb16 : PixelFormat::Argb8;
 }
 
-/// Both layers are taken at the output's depth.
-void readLayers(RenderSettings& s, const PF_LayerDef& input, const PF_LayerDef& output) {
-  s.deepColor = (output.world_flags & PF_WorldFlag_DEEP) != 0;
-  s.outputRowStride = s.deepColor ? output.rowbytes / 2 : output.rowbytes;
-  s.inputRowStride = s.deepColor ? input.rowbytes / 2 : input.rowbytes;
-  if (s.deepColor) {
-    s.outputPixels16 = reinterpret_cast<std::uint16_t*>(output.data);
-    s.inputPixels16 = reinterpret_cast<const std::uint16_t*>(input.data);
-  } else {
-    s.outputPixels = reinterpret_cast<std::uint8_t*>(output.data);
-    s.inputPixels = reinterpret_cast<const std::uint8_t*>(input.data);
-  }
-  if (input.data != nullptr) {
-    s.inputWidth = std::clamp(input.width, 0, std::max(s.inputRowStride / 4, 0));
-    s.inputHeight = std::max(input.height, 0);
-  }
+MutableImageView outputView(PF_LayerDef& output) {
+  return {reinterpret_cast<std::uint8_t*>(output.data), output.width, output.height,
+          output.rowbytes, formatOf(output)};
+}
+
+/// Empty when the host gives no input; never wider than its rows.
+ImageView inputView(const PF_LayerDef& input, PixelFormat format) {
+  if (input.data == nullptr) return {};
+  ImageView view{reinterpret_cast<const std::uint8_t*>(input.data), 0, std::max(input.height, 0),
+                 input.rowbytes, format};
+  const auto widest = static_cast<std::int32_t>(input.rowbytes / view.pixelBytes());
+  view.width = std::clamp(input.width, 0, std::max(widest, 0));
+  return view;
+}
+
+/// Whether the world's rows hold as many pixels as it claims.
+bool isSound(const PF_LayerDef& world) {
+  const std::int32_t pixelBytes = formatOf(world) == PixelFormat::Argb16 ? 8 : 4;
+  return world.data != nullptr && world.width > 0 && world.height > 0 &&
+         world.rowbytes / pixelBytes >= world.width;
 }
 
 void clear(PF_LayerDef& world) {
@@ -61,7 +63,8 @@ void reset(SequenceState& state) {
 }
 
 /// Advances the instance's stars by one step and draws them.
-void renderStars(RenderSettings& settings, const Emitter& emitter, SequenceState& state) {
+void renderStars(RenderSettings& settings, const Emitter& emitter, const MutableImageView& output,
+                 SequenceState& state) {
   StarPopulation population;
   population.stepIndex = static_cast<float>(state.stepCounter);
   ++state.stepCounter;
@@ -80,8 +83,7 @@ void renderStars(RenderSettings& settings, const Emitter& emitter, SequenceState
 
   DrawingState& drawingState = moduleState().drawing;
   drawingState.rainbowShift = settings.colorRainbow;
-  Drawing drawing{settings, randomGenerator(), drawingState, outputLayer(settings),
-                  BlendRule::Over};
+  Drawing drawing{settings, randomGenerator(), drawingState, output, BlendRule::Over};
   drawAllStars(drawing, population.stars, population.starCount);
 }
 
@@ -96,36 +98,39 @@ PF_Err renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
   const FrameSize size{output.width, output.height};
   RenderSettings settings =
       settingsOf(readValues(params), {size, in.width, in.quality == PF_Quality_HI});
-  readLayers(settings, params[kInputLayer]->u.ld, output);
   moduleState().frameSize = size;
+  const MutableImageView outputImage = outputView(output);
+  const ImageView source = inputView(params[kInputLayer]->u.ld, outputImage.format);
   PageArray<float> sourceIntensityMap;
   PageArray<std::uint8_t> alphaMask;
   if (settings.standardPath == StandardPath::SourceAsRasterMask) {
-    sourceIntensityMap = buildSourceIntensityMap(settings);
-    settings.sourceIntensityMap = sourceIntensityMap.get();
+    sourceIntensityMap = buildSourceIntensityMap(source, settings.frameWidth, settings.frameHeight);
   } else if (settings.standardPath == StandardPath::ContourAlphaChannel) {
-    alphaMask = buildAlphaMask(settings);
+    alphaMask = buildAlphaMask(source, settings.frameWidth, settings.frameHeight);
   }
   const MaskPath mask(in, settings.pathMaskId);
   ContourEmitter contour;
   if (settings.standardPath == StandardPath::ContourAlphaChannel && mask.outline() == nullptr) {
-    contour = buildContourEmitter(settings.frameWidth, settings.frameHeight, alphaMask.get(),
-                                  settings.resolutionScale);
+    const ImageView mask{alphaMask.get(), settings.frameWidth, settings.frameHeight,
+                         settings.frameWidth, PixelFormat::Mask8};
+    contour = buildContourEmitter(mask, settings.resolutionScale);
   }
   // A mask takes the place of every shape, and the Bezier that of a mask that cannot be had.
   if (settings.pathMaskId != 0) settings.standardPath = StandardPath::Bezier;
   Emitter emitter = prepareEmitter(settings);
   emitter.maskOutline = mask.outline();
   emitter.contour = &contour;
+  emitter.source = source;
+  emitter.sourceIntensityMap = sourceIntensityMap.get();
 
   if (hasHandleCallbacks(in)) {
     const LockedHandle locked(*in.utils, out.sequence_data);
     if (auto* state = static_cast<SequenceState*>(locked.get())) {
       if (in.current_time < 1) reset(*state);
-      renderStars(settings, emitter, *state);
+      renderStars(settings, emitter, outputImage, *state);
     }
   }
-  mixWithInput(settings, settings.mixWithOriginal);
+  mixWithInput(outputImage, source, settings.mixWithOriginal);
   return PF_Err_NONE;
 }
 

@@ -7,11 +7,11 @@
 
 namespace brisel {
 
-void plotPixel(const Layer& layer, BlendRule rule, Rgb pen, std::int32_t x, std::int32_t y,
-               float value) {
-  if (x < 0 || y < 0 || x >= layer.width || y >= layer.height) return;
-  const float clamped = std::min(value, layer.fullScale());
-  plotValues<Plain>(layer, rule, pen, x, y, 1, &clamped);
+void plotPixel(const MutableImageView& image, BlendRule rule, Rgb pen, std::int32_t x,
+               std::int32_t y, float value) {
+  if (!image.contains(x, y)) return;
+  const float clamped = std::min(value, image.fullScale());
+  plotValues<Plain>(image, rule, pen, x, y, 1, &clamped);
 }
 
 }  // namespace brisel

@@ -3,16 +3,16 @@
 
 #include <cstdint>
 
-#include "core/render_settings.h"
-#include "render/layer.h"
+#include "core/color.h"
+#include "core/image_view.h"
 
 namespace brisel {
 
 enum class BlendRule : std::uint8_t { Over, AddScaled, AddSolid, AddGlow, Lighten };
 
-/// Blends `pen` into the pixel (x, y) with intensity `value`; does nothing outside the layer, or
+/// Blends `pen` into the pixel (x, y) with intensity `value`; does nothing outside the image, or
 /// when `value` is not above 0.
-void plotPixel(const Layer& layer, BlendRule rule, Rgb pen, std::int32_t x, std::int32_t y,
-               float value);
+void plotPixel(const MutableImageView& image, BlendRule rule, Rgb pen, std::int32_t x,
+               std::int32_t y, float value);
 
 }  // namespace brisel

@@ -87,13 +87,13 @@ void withRule(BlendRule rule, bool deep, const Paint& paint) {
 
 /// Plots the same pen with the values given, which are as many as whole vectors hold.
 template <class Isa>
-void plotValues(const Layer& layer, BlendRule rule, Rgb pen, std::int32_t x, std::int32_t y,
-                std::int32_t count, const float* values) {
+void plotValues(const MutableImageView& image, BlendRule rule, Rgb pen, std::int32_t x,
+                std::int32_t y, std::int32_t count, const float* values) {
   constexpr int kLanes = Lanes<Isa>::kCount;
   const Pens<Isa> pens = Pen(pen).inAllLanes<Isa>();
-  withRule<Isa>(rule, layer.deep, [&]<BlendRule kRule, class Pixels>() {
+  withRule<Isa>(rule, image.isDeep(), [&]<BlendRule kRule, class Pixels>() {
     for (std::int32_t i = 0; i < count; i += kLanes) {
-      std::uint8_t* pixels = layer.at(x + i, y);
+      std::uint8_t* pixels = image.at(x + i, y);
       const auto lanes = Lanes<Isa>::lanes(0, std::min(count - i, kLanes));
       typename Pixels::Raw before{};
       before.load(lanes, pixels);

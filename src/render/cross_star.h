@@ -32,7 +32,7 @@ class CrossShader {
         pen_(color),
         value_(value),
         fullScale_(drawing.layer.fullScale()),
-        byteScale_(drawing.layer.deep ? kDeepPerByte : 1.0f),
+        byteScale_(drawing.layer.isDeep() ? kDeepPerByte : 1.0f),
         rainbowShift_(drawing.state.rainbowShift),
         textureMix_(drawing.state.textureMix),
         texture_(drawing.state.textureScale),

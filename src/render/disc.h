@@ -21,7 +21,7 @@ class Disc {
         steps_(radius),
         radius_(static_cast<float>(radius)) {}
 
-  void placeOn(const Layer& layer, PixelGrid& grid) const {
+  void placeOn(const MutableImageView& layer, PixelGrid& grid) const {
     grid.place(layer, {-steps_, steps_}, {y_}, {x_});
   }
 

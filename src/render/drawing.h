@@ -5,11 +5,11 @@
 #include <cstdint>
 #include <vector>
 
+#include "core/image_view.h"
 #include "core/random.h"
 #include "core/render_settings.h"
 #include "render/blend.h"
 #include "render/kernels.h"
-#include "render/layer.h"
 #include "render/pixel_grid.h"
 
 namespace brisel {
@@ -37,7 +37,7 @@ struct Drawing {
   const RenderSettings& settings;
   RandomGenerator& random;
   DrawingState& state;
-  Layer layer;
+  MutableImageView layer;
   BlendRule blendRule = BlendRule::Over;
   const Kernels* kernels = &activeKernels();
   PixelGrid grid{};  // the current sprite's; kept here so that its memory is reused

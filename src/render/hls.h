@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "core/render_settings.h"
+#include "core/color.h"
 
 namespace brisel {
 

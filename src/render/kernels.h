@@ -3,13 +3,13 @@
 
 #include <span>
 
+#include "core/color.h"
+#include "core/image_view.h"
 #include "core/options.h"
-#include "core/render_settings.h"
 
 namespace brisel {
 
 struct Drawing;
-struct Layer;
 enum class BlendRule : std::uint8_t;
 enum class GlowProfile : std::uint8_t;
 enum class BlicsProfile : std::uint8_t;
@@ -28,9 +28,9 @@ struct Kernels {
                     BlicsProfile profile, float ringWidth);
   /// Blends `pen` into `count` neighbouring pixels, with the values given up to a whole number of
   /// lanes.
-  void (*values)(const Layer& layer, BlendRule rule, Rgb pen, std::int32_t x, std::int32_t y,
-                 std::int32_t count, const float* values);
-  void (*mix)(const RenderSettings& settings, MixMode mode);
+  void (*values)(const MutableImageView& image, BlendRule rule, Rgb pen, std::int32_t x,
+                 std::int32_t y, std::int32_t count, const float* values);
+  void (*mix)(const MutableImageView& output, const ImageView& input, MixMode mode);
 };
 
 /// Those that this processor can run, narrowest first; the first is the plain one.

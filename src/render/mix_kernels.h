@@ -4,7 +4,8 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "render/layer.h"
+#include "core/image_view.h"
+#include "core/options.h"
 #include "render/pixel_lanes.h"
 
 namespace brisel {
@@ -60,37 +61,34 @@ void mixRow(std::uint8_t* output, const std::uint8_t* input, std::ptrdiff_t inpu
 }
 
 template <MixMode kMode, class Pixels, class Isa>
-void mixFrame(const RenderSettings& s, const std::uint8_t* input) {
-  constexpr std::ptrdiff_t kChannelBytes = Pixels::kBytes / 4;
+void mixFrame(const MutableImageView& output, const ImageView& input) {
   static constexpr std::uint8_t kTransparent[Pixels::kBytes * Lanes<Isa>::kCount] = {};
-  const std::ptrdiff_t rowBytes = s.inputRowStride * kChannelBytes;
-  const Layer output = outputLayer(s);
-  for (std::int32_t y = 0; y < s.frameHeight; ++y) {
+  for (std::int32_t y = 0; y < output.height; ++y) {
     std::uint8_t* row = output.at(0, y);
-    const std::int32_t covered = y < s.inputHeight ? std::min(s.inputWidth, s.frameWidth) : 0;
+    const std::int32_t covered = y < input.height ? std::min(input.width, output.width) : 0;
     if (covered > 0) {
-      mixRow<kMode, Pixels, Isa>(row, input + y * rowBytes, Pixels::kBytes, covered);
+      mixRow<kMode, Pixels, Isa>(row, input.at(0, y), Pixels::kBytes, covered);
     }
     mixRow<kMode, Pixels, Isa>(row + covered * Pixels::kBytes, kTransparent, 0,
-                               s.frameWidth - covered);
+                               output.width - covered);
   }
 }
 
 template <MixMode kMode, class Isa>
-void mixByDepth(const RenderSettings& s) {
-  if (s.deepColor) {
-    mixFrame<kMode, Pixels16<Isa>, Isa>(s, reinterpret_cast<const std::uint8_t*>(s.inputPixels16));
+void mixByDepth(const MutableImageView& output, const ImageView& input) {
+  if (output.isDeep()) {
+    mixFrame<kMode, Pixels16<Isa>, Isa>(output, input);
   } else {
-    mixFrame<kMode, Pixels8<Isa>, Isa>(s, s.inputPixels);
+    mixFrame<kMode, Pixels8<Isa>, Isa>(output, input);
   }
 }
 
 template <class Isa>
-void mixLayers(const RenderSettings& settings, MixMode mode) {
+void mixLayers(const MutableImageView& output, const ImageView& input, MixMode mode) {
   if (mode == MixMode::Normal) {
-    mixByDepth<MixMode::Normal, Isa>(settings);
+    mixByDepth<MixMode::Normal, Isa>(output, input);
   } else if (mode == MixMode::Add) {
-    mixByDepth<MixMode::Add, Isa>(settings);
+    mixByDepth<MixMode::Add, Isa>(output, input);
   }
 }
 

@@ -60,7 +60,8 @@ void collectRuns(IndexRange range, const StepMap& map, std::vector<StepRun>& run
 
 }  // namespace
 
-void PixelGrid::place(const Layer& layer, IndexRange steps, StepMap rowMap, StepMap columnMap) {
+void PixelGrid::place(const MutableImageView& layer, IndexRange steps, StepMap rowMap,
+                      StepMap columnMap) {
   collectRuns(visibleSteps(steps, layer.height, rowMap), rowMap, rows);
   collectRuns(visibleSteps(steps, layer.width, columnMap), columnMap, columns);
 }

@@ -8,8 +8,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "core/image_view.h"
 #include "core/numbers.h"
-#include "render/layer.h"
 #include "render/simd.h"
 
 namespace brisel {
@@ -46,7 +46,7 @@ struct PixelGrid {
   bool empty() const { return rows.empty() || columns.empty(); }
 
   /// Places a sprite of `steps` on either axis.
-  void place(const Layer& layer, IndexRange steps, StepMap rowMap, StepMap columnMap);
+  void place(const MutableImageView& layer, IndexRange steps, StepMap rowMap, StepMap columnMap);
 };
 
 }  // namespace brisel

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
+#include "core/geometry.h"
 #include "core/options.h"
-#include "core/render_settings.h"
 
 namespace brisel {
 

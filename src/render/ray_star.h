@@ -41,14 +41,15 @@ class RayBandPlotter {
 
 /// Whether the ray cannot touch the frame's columns. A ray that ends less than a pixel above the
 /// frame is drawn on row 0 with its edges prolonged, so its box says nothing.
-[[gnu::always_inline]] inline bool liesBeside(const RayShape& ray, const Layer& layer) {
+[[gnu::always_inline]] inline bool liesBeside(const RayShape& ray, const MutableImageView& layer) {
   constexpr float kFarthestBand = 8.0f;
   if (ray.edges[0].start.y < 0.0f) return false;
   return ray.xMax < -kFarthestBand || ray.xMin > static_cast<float>(layer.width) + kFarthestBand;
 }
 
 template <BlendRule kRule, class Pixels, class Isa, bool kHighQuality, class Shader>
-[[gnu::flatten]] void paintRay(const Layer layer, const RayShape& ray, const Shader& shader) {
+[[gnu::flatten]] void paintRay(const MutableImageView layer, const RayShape& ray,
+                               const Shader& shader) {
   const std::int32_t top = std::min(truncToInt(ray.edges[0].start.y), layer.height - 1);
   if (top < 0 || !(static_cast<float>(top) > ray.yMin)) return;
   const std::int32_t last = ray.yMin < 0.0f ? 0 : truncToInt(ray.yMin) + 1;
@@ -84,8 +85,8 @@ template <BlendRule kRule, class Pixels, class Isa, bool kHighQuality, class Sha
 }
 
 /// Whether no ray of a star can touch the frame, whatever its angle.
-[[gnu::always_inline]] inline bool allLieOutside(const Layer& layer, float x, float y, float size,
-                                                 float width) {
+[[gnu::always_inline]] inline bool allLieOutside(const MutableImageView& layer, float x, float y,
+                                                 float size, float width) {
   // No corner and no band lies farther from the centre; the first corner of each ray is not above
   // it, so that only stars above the frame have rays that are prolonged to row 0.
   const float reach = 1.01f * (size + 1.5f * std::fabs(width)) + 16.0f;
@@ -98,7 +99,7 @@ void paintRayStar(Drawing& drawing, StarType type, float x, float y, float size,
                   float angleDegrees, float rays, Rgb color, float value) {
   if (!(rays > 0.0f) || !(size > 0.0f)) return;
   if (type < StarType::Type1 || type > StarType::Type5) return;
-  const Layer& layer = drawing.layer;
+  const MutableImageView& layer = drawing.layer;
   if (allLieOutside(layer, x, y, size, width)) return;
   const float shift = drawing.state.rainbowShift;
   bool rainbowOn = drawing.state.rainbowOn;
@@ -114,7 +115,7 @@ void paintRayStar(Drawing& drawing, StarType type, float x, float y, float size,
     RayShape ray;
     const float step = 360.0f / rays;
     float angle = angleDegrees;
-    withRule<Isa>(drawing.blendRule, layer.deep, [&]<BlendRule kRule, class Pixels>() {
+    withRule<Isa>(drawing.blendRule, layer.isDeep(), [&]<BlendRule kRule, class Pixels>() {
       for (std::int32_t i = 0; static_cast<float>(i) < rays; ++i, angle += step) {
         if (buildRay(ray, type, {x, y}, size, width, angle, drawing.state.currentRandomFactor) &&
             !liesBeside(ray, layer)) {

@@ -12,8 +12,8 @@ namespace brisel {
 
 /// A part of a sprite in which no two steps fall on the same pixel.
 template <BlendRule kRule, class Pixels, class Isa, class Shader>
-[[gnu::flatten]] void paintPart(const Layer& layer, const StepRun& rows, const StepRun& columns,
-                                const Shader& shader) {
+[[gnu::flatten]] void paintPart(const MutableImageView& layer, const StepRun& rows,
+                                const StepRun& columns, const Shader& shader) {
   RowBlock<Isa> block;
   RunPieces<Isa> pieces;
   RunPlotter<kRule, Pixels, Isa, Shader> plotter(shader, pieces);
@@ -38,8 +38,8 @@ template <BlendRule kRule, class Pixels, class Isa, class Shader>
 ///   findRows(Int rows, IndexRange visible, RowBlock<Isa>& block)   sets their row and stretches
 template <class Isa, class Shader>
 void paintSprite(const Drawing& drawing, const Shader& shader) {
-  const Layer& layer = drawing.layer;
-  withRule<Isa>(drawing.blendRule, layer.deep, [&]<BlendRule kRule, class Pixels>() {
+  const MutableImageView& layer = drawing.layer;
+  withRule<Isa>(drawing.blendRule, layer.isDeep(), [&]<BlendRule kRule, class Pixels>() {
     for (const StepRun& rows : drawing.grid.rows) {
       for (const StepRun& columns : drawing.grid.columns) {
         paintPart<kRule, Pixels, Isa>(layer, rows, columns, shader);

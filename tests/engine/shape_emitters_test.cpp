@@ -35,8 +35,8 @@ TEST(AlphaSource, AStarThatFindsNoVisiblePixelTriesElevenTimes) {
   s.terminateType = brisel::TerminateType::Fade;
   std::vector<float> map(5000);
   for (std::size_t i = 0; i < map.size(); ++i) map[i] = i % 100 < 12 ? 85.0f : 0.0f;
-  s.sourceIntensityMap = map.data();
-  const brisel::Emitter emitter;
+  brisel::Emitter emitter;
+  emitter.sourceIntensityMap = map.data();
   RandomGenerator random;
   int late = 0, lost = 0;
   for (int i = 0; i < 400; ++i) {
@@ -64,7 +64,8 @@ TEST(AlphaSource, AStarThatFindsNoVisiblePixelTriesElevenTimes) {
 
 TEST(ContourEmitter, AnEmptyMaskGivesTheFrameBorder) {
   const std::vector<std::uint8_t> mask(48 * 16, 0);
-  const ContourEmitter contour = brisel::buildContourEmitter(48, 16, mask.data(), 1.0f);
+  const ContourEmitter contour =
+      brisel::buildContourEmitter({mask.data(), 48, 16, 48, brisel::PixelFormat::Mask8}, 1.0f);
   EXPECT_EQ(contour.lengthBefore.back(), 128.0f);
   const EmitterPoint start = evaluateContour(contour, 0.0f);
   EXPECT_EQ(start.x, 0.0f);

@@ -14,7 +14,6 @@
 namespace {
 
 using brisel::BlendRule;
-using brisel::RenderSettings;
 using brisel::Rgb;
 
 const float kValues[] = {0.0f,   -1.0f,  1e-30f,   0.3f,   1.0f,   10.7f,        127.5f,
@@ -34,13 +33,11 @@ struct Palette {
       bytes[i + 2] = static_cast<std::uint8_t>(255 - d);
       bytes[i + 3] = static_cast<std::uint8_t>(d * 7);
     }
-    settings.frameWidth = kWidth;
-    settings.frameHeight = kHeight;
-    settings.outputRowStride = kWidth * 4;
   }
 
+  brisel::MutableImageView view() { return {bytes.data(), kWidth, kHeight, kWidth * 4}; }
+
   std::vector<std::uint8_t> bytes;
-  RenderSettings settings;
 };
 
 class BlendRules : public testing::TestWithParam<BlendRule> {};
@@ -49,9 +46,7 @@ TEST_P(BlendRules, EveryChannelUnderEveryPen) {
   Palette module;
   Palette expected;
   const std::vector<std::uint8_t> before = module.bytes;
-  module.settings.outputPixels = module.bytes.data();
-  expected.settings.outputPixels = expected.bytes.data();
-  const brisel::Layer layer = outputLayer(module.settings);
+  const brisel::MutableImageView layer = module.view();
   const auto sets = brisel::availableKernels();
   for (const float value : kValues) {
     const std::vector<float> values(Palette::kWidth, std::min(value, 255.0f));
@@ -60,7 +55,7 @@ TEST_P(BlendRules, EveryChannelUnderEveryPen) {
       const Rgb pen = {c, c / 2, 255 - c};
       for (std::int32_t y = 0; y < Palette::kHeight; ++y) {
         for (std::int32_t x = 0; x < Palette::kWidth; ++x) {
-          reference::plotPixel(expected.settings, GetParam(), pen, x, y, value);
+          reference::plotPixel(expected.view(), GetParam(), pen, x, y, value);
         }
       }
       for (const brisel::Kernels* kernels : sets) {
@@ -96,16 +91,12 @@ TEST(Mix, RandomLayersAreTheReferences) {
     }();
     input.fill(dice);
     tests::Frame expected = stars;
-    RenderSettings settings;
-    input.becomeInputOf(settings);
     const int mode = dice.integer(1, 4);
-    expected.becomeOutputOf(settings);
-    if (mode == 2 || mode == 3) reference::mixWithInput(settings, mode);
+    if (mode == 2 || mode == 3) reference::mixWithInput(expected.view(), input.view(), mode);
     for (const brisel::Kernels* kernels : brisel::availableKernels()) {
       SCOPED_TRACE(kernels->name);
       tests::Frame module = stars;
-      module.becomeOutputOf(settings);
-      kernels->mix(settings, static_cast<brisel::MixMode>(mode));
+      kernels->mix(module.view(), input.view(), static_cast<brisel::MixMode>(mode));
       expectSame(module, expected);
     }
   }

@@ -35,21 +35,9 @@ void Frame::fill(Dice& dice) {
   }
 }
 
-void Frame::becomeOutputOf(brisel::RenderSettings& s) {
-  s.frameWidth = width_;
-  s.frameHeight = height_;
-  s.deepColor = deep_;
-  s.outputPixels = pixels();
-  s.outputPixels16 = reinterpret_cast<std::uint16_t*>(pixels());
-  s.outputRowStride = static_cast<std::int32_t>(rowBytes_) / (deep_ ? 2 : 1);
-}
-
-void Frame::becomeInputOf(brisel::RenderSettings& s) {
-  s.inputWidth = width_;
-  s.inputHeight = height_;
-  s.inputPixels = pixels();
-  s.inputPixels16 = reinterpret_cast<std::uint16_t*>(pixels());
-  s.inputRowStride = static_cast<std::int32_t>(rowBytes_) / (deep_ ? 2 : 1);
+brisel::MutableImageView Frame::view() {
+  return {pixels(), width_, height_, static_cast<std::ptrdiff_t>(rowBytes_),
+          deep_ ? brisel::PixelFormat::Argb16 : brisel::PixelFormat::Argb8};
 }
 
 std::uint16_t Frame::channel(std::int32_t x, std::int32_t y, int c) const {
@@ -79,12 +67,9 @@ void drawWithAll(const Scene& scene, const Frame& frame,
   for (const brisel::Kernels* kernels : brisel::availableKernels()) {
     SCOPED_TRACE(kernels->name);
     Frame drawn = frame;
-    brisel::RenderSettings settings = scene.settings;
-    drawn.becomeOutputOf(settings);
     brisel::RandomGenerator random;
     brisel::DrawingState state = scene.state;
-    brisel::Drawing drawing{settings,   random, state, brisel::outputLayer(settings),
-                            scene.rule, kernels};
+    brisel::Drawing drawing{scene.settings, random, state, drawn.view(), scene.rule, kernels};
     draw(drawing);
     EXPECT_EQ(random.state(), 0u) << "sprites draw no chance";
     if (!first) {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <vector>
 
+#include "core/image_view.h"
 #include "render/drawing.h"
 #include "tests/support/dice.h"
 
@@ -18,8 +19,7 @@ class Frame {
   Frame(std::int32_t width, std::int32_t height, bool deep);
 
   void fill(Dice& dice);  // every kind of pixel, empty and full ones among them
-  void becomeOutputOf(brisel::RenderSettings& settings);
-  void becomeInputOf(brisel::RenderSettings& settings);
+  brisel::MutableImageView view();
   std::uint16_t channel(std::int32_t x, std::int32_t y, int c) const;
   std::int32_t width() const { return width_; }
   std::int32_t height() const { return height_; }

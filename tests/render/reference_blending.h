@@ -3,15 +3,15 @@
 
 #include <cstdint>
 
-#include "core/render_settings.h"
+#include "core/image_view.h"
 #include "render/blend.h"
 
 namespace reference {
 
-/// Blends one pixel of the frame into the output.
-void plotPixel(const brisel::RenderSettings& settings, brisel::BlendRule rule, brisel::Rgb pen,
+/// Blends one pixel of the frame of the image.
+void plotPixel(const brisel::MutableImageView& image, brisel::BlendRule rule, brisel::Rgb pen,
                std::int32_t x, std::int32_t y, float value);
 
-void mixWithInput(const brisel::RenderSettings& settings, int mode);
+void mixWithInput(const brisel::MutableImageView& stars, const brisel::ImageView& input, int mode);
 
 }  // namespace reference

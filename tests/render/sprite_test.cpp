@@ -147,10 +147,8 @@ TEST(Sprites, HugeRaysJustAboveTheFrame) {
     SCOPED_TRACE(kernels->name);
     tests::Frame frame = empty;
     tests::Scene scene;
-    frame.becomeOutputOf(scene.settings);
     brisel::RandomGenerator random;
-    Drawing d{scene.settings, random, scene.state, brisel::outputLayer(scene.settings),
-              scene.rule,     kernels};
+    Drawing d{scene.settings, random, scene.state, frame.view(), scene.rule, kernels};
     drawRayStar(d, StarType::Type1, 30.0f, -2.0f, 1.1f, 2e9f, 0.0f, 1.0f, {255, 0, 0}, 1.0f);
     expectSame(frame, empty);
   }
@@ -170,11 +168,9 @@ TEST(Sprites, AbsurdNumbersAreHarmless) {
         for (const float size : {20.0f, a, b}) {
           tests::Frame frame = empty;
           tests::Scene scene;
-          frame.becomeOutputOf(scene.settings);
           scene.settings.highQuality = true;
           brisel::RandomGenerator random;
-          Drawing d{scene.settings, random, scene.state, brisel::outputLayer(scene.settings),
-                    scene.rule};
+          Drawing d{scene.settings, random, scene.state, frame.view(), scene.rule};
           for (int type = 1; type <= 5; ++type) {
             drawRayStar(d, static_cast<StarType>(type), a, b, size, b, a, 4.0f, red, 1.0f);
           }

@@ -11,6 +11,8 @@ namespace {
 class Undrawn : public testing::Test {
  protected:
   Undrawn() {
+    settings.frameWidth = frame.width();
+    settings.frameHeight = frame.height();
     settings.type = brisel::StarType::Type1;
     state.rainbowOn = false;
     state.textureMix = 0.75f;
@@ -35,15 +37,11 @@ class Undrawn : public testing::Test {
   }
 
   tests::Frame frame{64, 48, false};
-  brisel::RenderSettings settings = [this] {
-    brisel::RenderSettings ofFrame;
-    frame.becomeOutputOf(ofFrame);
-    return ofFrame;
-  }();
+  brisel::RenderSettings settings;
   brisel::RandomGenerator random;
   brisel::DrawingState state;
   brisel::Particle star{};
-  brisel::Drawing drawing{settings, random, state, outputLayer(settings)};
+  brisel::Drawing drawing{settings, random, state, frame.view()};
 };
 
 TEST_F(Undrawn, StarsWithoutAPlaceWhateverTheirAgeAndFate) {
