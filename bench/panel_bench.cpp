@@ -6,9 +6,9 @@
 #include <fstream>
 #include <string>
 
+#include "plugin/controls/preset_list.h"
 #include "plugin/controls/preset_row_layout.h"
 #include "plugin/controls/thumbnail_strip.h"
-#include "presets/preset_index.h"
 
 namespace {
 
@@ -37,7 +37,7 @@ class Library {
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
 
-  brisel::PresetFolders folders() const { return {index_.c_str(), folder_.c_str()}; }
+  brisel::PresetFolders folders() const { return {index_, folder_}; }
 
  private:
   static void writeThumbnail(const std::string& path) {
@@ -59,17 +59,15 @@ class Library {
 void readLibrary(benchmark::State& state) {
   const Library library(static_cast<int>(state.range(0)));
   for ([[maybe_unused]] auto _ : state) {
-    brisel::PresetList lists[2];
-    ReadPresetIndex(library.folders(), "Emmiter", lists[0]);
-    ReadPresetIndex(library.folders(), "Geometry", lists[1]);
+    brisel::PresetList lists[] = {brisel::readPresetList(library.folders(), "Emmiter"),
+                                  brisel::readPresetList(library.folders(), "Geometry")};
     benchmark::DoNotOptimize(lists);
   }
 }
 
 void composeRow(benchmark::State& state) {
   const Library library(static_cast<int>(state.range(0)));
-  brisel::PresetList list;
-  ReadPresetIndex(library.folders(), "Geometry", list);
+  brisel::PresetList list = brisel::readPresetList(library.folders(), "Geometry");
   brisel::setFrame({0, 0, 1025, 75}, list);
   brisel::layOutRow(list);
   brisel::normalizeScroll(list);

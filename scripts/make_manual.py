@@ -30,14 +30,17 @@ def parse_arguments():
     return parser.parse_args()
 
 
+def listed(brisel, what):
+    listing = subprocess.run([brisel, what, "--json"], check=True, stdout=subprocess.PIPE)
+    return json.loads(listing.stdout)
+
+
 def main():
     arguments = parse_arguments()
-    listing = subprocess.run([arguments.brisel, "params", "--json"], check=True,
-                             stdout=subprocess.PIPE).stdout
-    declared = json.loads(listing)
+    declared, presets = (listed(arguments.brisel, what) for what in ("params", "presets"))
     with tempfile.TemporaryDirectory() as scratch:
         pictures = None if arguments.check else Pictures(arguments.brisel, ROOT, scratch)
-        page = make_page(ROOT, declared, pictures)
+        page = make_page(ROOT, declared, presets, pictures)
     found = faults(page)
     if arguments.check:
         committed = PAGE.read_text(encoding="utf-8") if PAGE.is_file() else ""

@@ -92,9 +92,8 @@ std::vector<PF_ParamIndex> applyPreset(hostkit::Session& session, const PresetIn
     }
   }
   if ((report.outFlags & PF_OutFlag_REFRESH_UI) == 0) {
-    const char* fault = std::filesystem::exists(preset.file)
-                            ? " is no parameter file, or the effect looks elsewhere"
-                            : " is missing";
+    std::string fault = presetFault(preset);
+    if (fault.empty()) fault = " is sound, but the effect looks elsewhere";
     throw WorkError("the effect does not take the preset " + inQuotes(preset.name) + ": " +
                     inQuotes(preset.file.string()) + fault);
   }

@@ -31,8 +31,12 @@ struct PresetIndex {
   std::array<int, kPresetRows.size()> cells{};  // in each row, those without a preset counted
 };
 
-// What the file's first comment says of the preset, in one line; empty when it says nothing.
+// What the first comment of the preset's file says, in one line; empty when it says nothing.
 std::string presetDescription(const Preset& preset);
+
+// What is wrong with the preset's file, as the end of a sentence that begins with its name; empty
+// when the effect can take it.
+std::string presetFault(const Preset& preset);
 
 // Has no presets when there is no index file that can be read.
 PresetIndex readPresetIndex(const std::filesystem::path& module);

@@ -1,12 +1,12 @@
 """Puts the page together from chapters, declared parameters, presets and pictures."""
 
 import html
+import itertools
 import re
 import string
 import tomllib
 
 from .parameters import ManualError, ParameterChapter
-from .presets import read_presets
 from .recipes import recipes_html
 
 CHAPTERS = ["about", "first_steps", "recipes", "command_line", "parameters", "presets", "files",
@@ -15,14 +15,14 @@ CHAPTERS = ["about", "first_steps", "recipes", "command_line", "parameters", "pr
 __all__ = ["ManualError", "make_page"]
 
 
-def make_page(root, declared, pictures):
-    """The page; without `pictures` its pictures are empty."""
+def make_page(root, declared, presets, pictures):
+    """The page from what `brisel params` and `brisel presets` list; without `pictures` its pictures
+    are empty."""
     folder = root / "docs/manual"
     with open(folder / "parameters.toml", "rb") as file:
         texts = tomllib.load(file)
     parameters = ParameterChapter(declared, texts, folder / "scenes", pictures)
-    sections = read_presets(root / "library/Corvane/Drizzen")
-    generated = {"parameters": parameters.html(), "presets": presets_html(sections, pictures),
+    generated = {"parameters": parameters.html(), "presets": presets_html(presets, pictures),
                  "recipes": recipes_html(root, parameters, pictures)}
 
     content = []
@@ -73,16 +73,16 @@ def fill_pictures(root, chapter, pictures):
     return re.sub(r'<img data-panel="(\d+)"', panel, chapter)
 
 
-def presets_html(sections, pictures):
-    titles = {"Emmiter": "Emmiter presets", "Geometry": "Stars presets"}
+def presets_html(presets, pictures):
+    anchors = {"Emmiter presets": "presets-emmiter", "Stars presets": "presets-geometry"}
     parts = []
-    for section, presets in sections.items():
+    for row, members in itertools.groupby(presets, lambda preset: preset["row"]):
         cards = []
-        for preset in presets:
-            source = pictures.thumbnail(preset.thumbnail) if pictures else ""
-            name = html.escape(preset.name)
+        for preset in members:
+            source = pictures.thumbnail(preset["thumbnail"]) if pictures else ""
+            name, description = html.escape(preset["name"]), html.escape(preset["description"])
             cards.append(f'<li><img src="{source}" width="88" height="65" alt="Thumbnail of {name}">'
-                         f"<div><strong>{name}</strong><p>{html.escape(preset.comment)}</p></div></li>")
-        parts.append(f'<h3 id="presets-{section.lower()}">{titles[section]}</h3>\n'
+                         f"<div><strong>{name}</strong><p>{description}</p></div></li>")
+        parts.append(f'<h3 id="{anchors[row]}">{row}</h3>\n'
                      '<ul class="presets">\n' + "\n".join(cards) + "\n</ul>")
     return "\n".join(parts)

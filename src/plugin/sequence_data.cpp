@@ -9,7 +9,6 @@
 #include "plugin/locked_handle.h"
 #include "plugin/module_state.h"
 #include "plugin/sdk/codes.h"
-#include "presets/preset_index.h"
 
 namespace brisel {
 namespace {
@@ -22,8 +21,8 @@ std::unique_ptr<PresetList[]> readPresetLists() {
   const ModuleFolders& folders = moduleState().folders;
   const PresetFolders paths{folders.presetFilePath, folders.presetFolder};
   auto lists = std::make_unique<PresetList[]>(kPresetListCount);
-  ReadPresetIndex(paths, "Emmiter", lists[kEmitterPresetList]);
-  ReadPresetIndex(paths, "Geometry", lists[kStarPresetList]);
+  lists[kEmitterPresetList] = readPresetList(paths, "Emmiter");
+  lists[kStarPresetList] = readPresetList(paths, "Geometry");
   return lists;
 }
 

@@ -4,8 +4,8 @@
 #include <cstdint>
 
 #include "engine/particle.h"
+#include "plugin/controls/preset_list.h"
 #include "plugin/sdk/in_out_data.h"
-#include "presets/preset_list.h"
 
 namespace brisel {
 

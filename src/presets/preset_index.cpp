@@ -1,13 +1,10 @@
 #include "presets/preset_index.h"
 
-#include <cstring>
+#include <cstdint>
 #include <limits>
 #include <new>
-#include <string>
-#include <utility>
 
 #include "platform/whole_file.h"
-#include "presets/bmp_file.h"
 #include "presets/text_reader.h"
 
 namespace brisel {
@@ -42,51 +39,42 @@ std::string pathOf(const PresetFolders& folders, const Token& token) {
   return path.size() <= kLongestText ? path : std::string();
 }
 
-void fillEntry(const PresetFolders& folders, const Token& parameterFile, const Token& image,
-               Preset& preset) {
-  const std::string path = pathOf(folders, parameterFile);
-  if (path.empty()) return;
-  std::memcpy(preset.path, path.c_str(), path.size() + 1);
-  const std::string imagePath = pathOf(folders, image);
-  if (imagePath.empty()) return;
-  BmpImage thumbnail = LoadBmpFile(imagePath.c_str());
-  preset.pixels = std::move(thumbnail.pixels);
-  preset.width = thumbnail.width;
-  preset.height = thumbnail.height;
-  preset.rowBytes = thumbnail.width * 3;
+PresetFiles filesOf(const PresetFolders& folders, const Token& parameters, const Token& image) {
+  PresetFiles files{pathOf(folders, parameters), {}};
+  if (!files.parameters.empty()) files.thumbnail = pathOf(folders, image);
+  return files;
 }
 
-void readSection(TextReader& reader, const PresetFolders& folders, const std::string& name,
-                 PresetList& list) {
-  if (!findSection(reader, name)) return;
+std::vector<PresetFiles> readSection(TextReader& reader, const PresetFolders& folders,
+                                     const std::string& name) {
+  if (!findSection(reader, name)) return {};
   const std::size_t start = reader.position();
-  std::int32_t count = 0;
+  std::size_t count = 0;
   while (count < std::numeric_limits<std::int32_t>::max() && nextEntry(reader)) ++count;
-  if (count == 0) return;
-  list.items.reset(new (std::nothrow) Preset[static_cast<std::size_t>(count)]);
-  if (list.items == nullptr) return;
-  list.count = count;
-  for (std::int32_t i = 0; i < count; ++i) list.items[static_cast<std::size_t>(i)].index = i;
+  std::vector<PresetFiles> entries(count);
 
   // Names are found across line ends, so that an entry with one name takes another one's and the
   // lines may run out before the entries do.
   reader.setPosition(start);
-  for (std::int32_t i = 0; i < count && nextEntry(reader); ++i) {
-    const Token parameterFile = reader.ReadToken();
+  for (std::size_t i = 0; i < count && nextEntry(reader); ++i) {
+    const Token parameters = reader.ReadToken();
     const Token image = reader.ReadToken();
-    fillEntry(folders, parameterFile, image, list.items[static_cast<std::size_t>(i)]);
+    entries[i] = filesOf(folders, parameters, image);
   }
+  return entries;
 }
 
 }  // namespace
 
-void ReadPresetIndex(const PresetFolders& folders, const char* sectionName, PresetList& list) {
-  list.items.reset();
-  list.count = 0;
-  const auto content = readWholeFile(folders.presetFilePath);
-  if (!content) return;
+std::vector<PresetFiles> ReadPresetIndex(const PresetFolders& folders, const char* sectionName) {
+  const auto content = readWholeFile(folders.presetFilePath.c_str());
+  if (!content) return {};
   TextReader reader(content->bytes());
-  readSection(reader, folders, sectionName, list);
+  try {
+    return readSection(reader, folders, sectionName);
+  } catch (const std::bad_alloc&) {
+    return {};
+  }
 }
 
 }  // namespace brisel

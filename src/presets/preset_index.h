@@ -1,19 +1,26 @@
 // The index of presets: which there are, in which row, with which files.
 #pragma once
 
-#include "presets/preset_list.h"
+#include <string>
+#include <vector>
 
 namespace brisel {
 
-/// Where the presets lie. Zero-terminated paths.
+/// Where the presets lie.
 struct PresetFolders {
-  const char* presetFilePath;  // the index
-  const char* presetFolder;    // with its trailing separator; the files that the index names
+  std::string presetFilePath;  // the index
+  std::string presetFolder;    // with its trailing separator; the files that the index names
 };
 
-/// Fills `list` with the entries of the index's first section whose header begins with
-/// `sectionName`, thumbnails included. The list is empty when there is no such index or section.
-/// An entry whose file names are broken or too long stays listed without them.
-void ReadPresetIndex(const PresetFolders& folders, const char* sectionName, PresetList& list);
+/// The files of one preset, as full paths of at most 255 characters; an empty one is not there.
+struct PresetFiles {
+  std::string parameters;
+  std::string thumbnail;
+};
+
+/// The entries of the index's first section whose header begins with `sectionName`. None when there
+/// is no such index or section, or no memory for them. An entry whose file names are broken or too
+/// long is listed without them, as it takes a place in the row.
+std::vector<PresetFiles> ReadPresetIndex(const PresetFolders& folders, const char* sectionName);
 
 }  // namespace brisel

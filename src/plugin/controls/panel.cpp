@@ -13,9 +13,7 @@ bool concernsPanel(const ControlEvent& event) {
     return false;
   }
   const PF_ParamIndex index = extra.effect_win.index;
-  if (index != kInformation && index != kEmitterPresets &&
-      index != kStarPresets)
-    return false;
+  if (index != kInformation && index != kEmitterPresets && index != kStarPresets) return false;
   if (index >= event.paramCount || event.params[index] == nullptr) return false;
   return (event.params[index]->flags & PF_ParamFlag_COLLAPSE_TWIRLY) == 0;
 }
@@ -55,8 +53,8 @@ PF_Err handleRow(ControlEvent& event, PresetList& list, FrameSize& frameSize) {
 PF_Err handlePanelEvent(ControlEvent& event, const PanelState& panel) {
   if (!concernsPanel(event)) return PF_Err_NONE;
   if (event.extra.effect_win.index == kInformation) return handleHeader(event, panel);
-  PresetList* list = event.extra.effect_win.index == kEmitterPresets ? panel.emitterPresets
-                                                                            : panel.starPresets;
+  PresetList* list =
+      event.extra.effect_win.index == kEmitterPresets ? panel.emitterPresets : panel.starPresets;
   return list == nullptr ? PF_Err_NONE : handleRow(event, *list, panel.frameSize);
 }
 

@@ -1,60 +1,15 @@
 #include "plugin/controls/parameter_file.h"
 
-#include <cmath>
-#include <limits>
-#include <string>
 #include <string_view>
 
-#include "platform/whole_file.h"
+#include "effect/presets.h"
 #include "plugin/sdk/codes.h"
 #include "plugin/sdk/suite_handle.h"
-#include "presets/text_reader.h"
 
 namespace brisel {
 namespace {
 
-constexpr std::string_view kHeader = "Tessaro parameters";
-constexpr float kFixedOne = 65536.0f;
-
-/// Truncates toward zero and saturates; not-a-number becomes the least integer.
-template <class Integer>
-Integer truncateTo(float value) {
-  constexpr float kLimit = -static_cast<float>(std::numeric_limits<Integer>::min());
-  if (value >= kLimit) return std::numeric_limits<Integer>::max();
-  if (!(value >= -kLimit)) return std::numeric_limits<Integer>::min();
-  return static_cast<Integer>(value);
-}
-
-std::int32_t lowWord(float value) {
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(truncateTo<std::int64_t>(value)));
-}
-
-A_u_char lowByte(float value) {
-  return static_cast<A_u_char>(static_cast<std::uint32_t>(truncateTo<std::int32_t>(value)));
-}
-
-PF_Fixed toFixed(float value) {
-  return truncateTo<std::int32_t>(value * kFixedOne);
-}
-
-PF_Fixed pointCoordinate(float part, std::int32_t extent) {
-  const std::int64_t pixels = std::int64_t{toFixed(part)} * extent;
-  if (pixels > std::numeric_limits<PF_Fixed>::max()) return std::numeric_limits<PF_Fixed>::max();
-  if (pixels < std::numeric_limits<PF_Fixed>::min()) return std::numeric_limits<PF_Fixed>::min();
-  return static_cast<PF_Fixed>(pixels);
-}
-
-void markChanged(PF_ParamDef& param) {
-  param.uu.change_flags = PF_ChangeFlag_CHANGED_VALUE;
-}
-
-void storeIfOther(PF_ParamDef& param, std::int32_t& stored, std::int32_t value) {
-  if (stored == value) return;
-  stored = value;
-  markChanged(param);
-}
-
-PF_ParamDef* findParameter(PF_ParamDef* const* params, std::int32_t count, std::string_view name) {
+PF_ParamDef* findRecord(PF_ParamDef* const* params, std::int32_t count, std::string_view name) {
   for (std::int32_t i = 0; i < count; ++i) {
     if (params[i] == nullptr) continue;
     const std::string_view field(params[i]->name, sizeof params[i]->name);
@@ -63,90 +18,74 @@ PF_ParamDef* findParameter(PF_ParamDef* const* params, std::int32_t count, std::
   return nullptr;
 }
 
-/// The numbers of one file, read on demand. A number that is missing repeats the one before.
-class NumberSource {
- public:
-  explicit NumberSource(TextReader& reader) : reader_(reader) {}
+int numberCountOf(const PF_ParamDef& param) {
+  if (param.param_type == PF_Param_COLOR) return numberCount(ParamKind::Color);
+  return numberCount(param.param_type == PF_Param_POINT ? ParamKind::Point : ParamKind::Number);
+}
 
-  float next() {
-    reader_.SkipToNumber();  // passes one "]" over, where ReadNumber alone would stop
-    reader_.ReadNumber(number_);
-    return number_;
-  }
+/// The kinds that count as changed only when they are.
+bool storeIfOther(std::int32_t& stored, std::int32_t value) {
+  if (stored == value) return false;
+  stored = value;
+  return true;
+}
 
- private:
-  TextReader& reader_;
-  float number_ = 0.0f;
-};
-
-void readValue(NumberSource& numbers, const FrameSize& frame, PF_ParamDef& param) {
-  const float first = numbers.next();
+/// Whether the record is to be marked as changed.
+bool store(const FileParameter& parameter, const FrameSize& frame, PF_ParamDef& param) {
+  const auto value = [&](ParamKind kind) {
+    return presetValue(kind, parameter, frame).value_or(Value{});
+  };
   PF_ParamDefUnion& u = param.u;
   switch (param.param_type) {
     case PF_Param_SLIDER:
-      storeIfOther(param, u.sd.value, truncateTo<std::int32_t>(first));
-      break;
+      return storeIfOther(u.sd.value, value(ParamKind::WholeNumber).number);
     case PF_Param_FIX_SLIDER:
-      storeIfOther(param, u.fd.value, toFixed(first));
-      break;
-    case PF_Param_ANGLE:
-      u.ad.value = toFixed(first);
-      markChanged(param);
-      break;
+      return storeIfOther(u.fd.value, value(ParamKind::Number).number);
     case PF_Param_CHECKBOX:
-      storeIfOther(param, u.bd.value, lowWord(first));
-      break;
-    case PF_Param_COLOR:
-      u.cd.value.red = lowByte(first);
-      u.cd.value.green = lowByte(numbers.next());
-      u.cd.value.blue = lowByte(numbers.next());
-      u.cd.value.alpha = lowByte(numbers.next());
-      markChanged(param);
-      break;
-    case PF_Param_POINT:
-      u.td.x_value = pointCoordinate(first, frame.width);
-      u.td.y_value = pointCoordinate(numbers.next(), frame.height);
-      markChanged(param);
-      break;
-    case PF_Param_POPUP:
-      u.pd.value = lowWord(first);
-      markChanged(param);
-      break;
-    case PF_Param_FLOAT_SLIDER:
-      u.fs_d.value = static_cast<double>(first);
-      markChanged(param);
-      break;
-    default:
-      break;
-  }
-}
-
-void ApplyParameters(TextReader& reader, std::int32_t parameterCount, const PF_InData& in,
-                     PF_OutData& out, PF_ParamDef* const* params, FrameSize& frame) {
-  if (in.width != 0) frame = {in.width, in.height};
-  if (reader.ReadChars(kHeader.size()) != kHeader || !reader.NextLine()) return;
-  const SuiteHandle<PF_ParamUtilsSuite2> suite(in, kPFParamUtilsSuite, kPFParamUtilsSuiteVersion2);
-  if (suite.get() == nullptr) return;
-
-  NumberSource numbers(reader);
-  do {
-    const auto name = reader.ReadLineText();
-    if (!name) break;
-    if (PF_ParamDef* param = findParameter(params, parameterCount, *name)) {
-      readValue(numbers, frame, *param);
+      return storeIfOther(u.bd.value, value(ParamKind::Checkbox).number);
+    case PF_Param_ANGLE:
+      u.ad.value = value(ParamKind::Angle).number;
+      return true;
+    case PF_Param_COLOR: {
+      const ByteColor color = toColor(value(ParamKind::Color));
+      u.cd.value = {color.alpha, color.red, color.green, color.blue};
+      return true;
     }
-  } while (reader.NextLine());
-  out.out_flags |= PF_OutFlag_REFRESH_UI;
+    case PF_Param_POINT: {
+      const Value point = value(ParamKind::Point);
+      u.td.x_value = point.number;
+      u.td.y_value = point.y;
+      return true;
+    }
+    case PF_Param_POPUP:
+      u.pd.value = value(ParamKind::Popup).number;
+      return true;
+    case PF_Param_FLOAT_SLIDER:  // none of the effect's own
+      u.fs_d.value = static_cast<double>(parameter.numbers[0]);
+      return true;
+    default:
+      return false;
+  }
 }
 
 }  // namespace
 
 void ApplyParameterFile(const char* path, std::int32_t parameterCount, const PF_InData& in,
                         PF_OutData& out, PF_ParamDef* const* params, FrameSize& frame) {
-  const auto content = readWholeFile(path);
-  if (!content) return;
-  TextReader reader(content->bytes());
-  ApplyParameters(reader, parameterCount, in, out, params, frame);
+  const ParameterFile file = ReadParameterFile(path, [&](std::string_view label) {
+    const PF_ParamDef* param = findRecord(params, parameterCount, label);
+    return param == nullptr ? 0 : numberCountOf(*param);
+  });
+  if (file.state == ParameterFile::State::Missing) return;
+  if (in.width != 0) frame = {in.width, in.height};
+  if (file.state == ParameterFile::State::OtherKind) return;
+  const SuiteHandle<PF_ParamUtilsSuite2> suite(in, kPFParamUtilsSuite, kPFParamUtilsSuiteVersion2);
+  if (suite.get() == nullptr) return;
+  for (const FileParameter& parameter : file.parameters) {
+    PF_ParamDef* param = findRecord(params, parameterCount, parameter.label);
+    if (store(parameter, frame, *param)) param->uu.change_flags = PF_ChangeFlag_CHANGED_VALUE;
+  }
+  out.out_flags |= PF_OutFlag_REFRESH_UI;
 }
 
 }  // namespace brisel

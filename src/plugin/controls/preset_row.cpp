@@ -89,10 +89,10 @@ bool hitsArrow(std::int32_t x, std::int32_t left, std::int32_t right) {
 
 /// The entry under a click on the strip, null when there is none. A click on an entry that is cut
 /// off at one end brings it into view.
-const Preset* hitEntry(PresetList& list, std::int32_t x) {
+const PresetCell* hitEntry(PresetList& list, std::int32_t x) {
   const std::int32_t cell = cellAt(list, x);
   const std::int32_t entry = cell + list.firstVisible;
-  if (entry < 0 || entry >= list.count) return nullptr;
+  if (entry < 0 || entry >= list.count()) return nullptr;
   if (entry == list.firstVisible && list.pixelOffset < 0 && list.firstVisible > 0) {
     list.pixelOffset = 0;
   }
@@ -148,9 +148,9 @@ PF_Err clickPresetRow(ControlEvent& event, PresetList& list, FrameSize& frameSiz
     list.rightArrowHot = hitsArrow(point.x, list.rightArrowLeft, list.rightArrowRight);
     if (list.rightArrowHot) ++list.firstVisible;
     if (overStrip(list, point.x)) {
-      if (const Preset* preset = hitEntry(list, point.x)) {
-        ApplyParameterFile(preset->path, event.paramCount, event.in, event.out, event.params,
-                           frameSize);
+      if (const PresetCell* preset = hitEntry(list, point.x)) {
+        ApplyParameterFile(preset->path.c_str(), event.paramCount, event.in, event.out,
+                           event.params, frameSize);
         markHandled(event);
       }
     }

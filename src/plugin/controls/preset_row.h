@@ -3,7 +3,7 @@
 
 #include "plugin/controls/control_event.h"
 #include "plugin/controls/parameter_file.h"
-#include "presets/preset_list.h"
+#include "plugin/controls/preset_list.h"
 
 namespace brisel {
 

@@ -27,26 +27,26 @@ void normalizeScroll(PresetList& list) {
   }
   const std::int32_t visible = list.stripWidth / kCellWidth + 1;
   list.endVisible = list.firstVisible + visible;
-  if (list.count < list.endVisible) {
-    list.firstVisible = list.count - visible;
+  if (list.count() < list.endVisible) {
+    list.firstVisible = list.count() - visible;
     if (list.firstVisible < 0) {
       list.firstVisible = 0;
       list.pixelOffset = 0;
     }
-    list.endVisible = list.count;
+    list.endVisible = list.count();
     if (list.pixelOffset == 0) list.pixelOffset = kAlignedRight;
-  } else if (list.endVisible < list.count && list.pixelOffset != 0) {
+  } else if (list.endVisible < list.count() && list.pixelOffset != 0) {
     list.pixelOffset = 0;
     ++list.firstVisible;
     ++list.endVisible;
   }
   if (list.pixelOffset != 0) list.pixelOffset = -(kCellWidth - list.stripWidth % kCellWidth);
-  if (list.count < visible) {
+  if (list.count() < visible) {
     list.pixelOffset = 0;
     list.firstVisible = 0;
     list.hiddenAfter = -1;
   } else {
-    list.hiddenAfter = list.count - list.endVisible;
+    list.hiddenAfter = list.count() - list.endVisible;
   }
   if (!list.mouseInside) list.leftArrowHot = list.rightArrowHot = false;
 }

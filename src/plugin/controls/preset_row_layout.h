@@ -2,7 +2,7 @@
 #pragma once
 
 #include "plugin/controls/control_event.h"
-#include "presets/preset_list.h"
+#include "plugin/controls/preset_list.h"
 
 namespace brisel {
 

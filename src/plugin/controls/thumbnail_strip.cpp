@@ -34,13 +34,13 @@ class StripPainter {
     }
   }
 
-  void copyThumbnail(const Preset& preset, std::int32_t left, std::int32_t top) {
+  void copyThumbnail(const BmpImage& thumbnail, std::int32_t left, std::int32_t top) {
     const std::int32_t begin = std::max(0, -left);
-    const std::int32_t end = std::min(preset.width, width_ - left);
-    const std::int32_t rows = std::min(preset.height, kStripHeight - top);
+    const std::int32_t end = std::min(thumbnail.width, width_ - left);
+    const std::int32_t rows = std::min(thumbnail.height, kStripHeight - top);
+    const std::size_t rowBytes = kPixelBytes * static_cast<std::size_t>(thumbnail.width);
     for (std::int32_t y = 0; y < rows; ++y) {
-      const std::uint8_t* row = preset.pixels.get() + static_cast<std::size_t>(y) *
-                                                          static_cast<std::size_t>(preset.rowBytes);
+      const std::uint8_t* row = thumbnail.pixels.get() + static_cast<std::size_t>(y) * rowBytes;
       for (std::int32_t x = begin; x < end; ++x) {
         const std::uint8_t* rgb = row + static_cast<std::size_t>(x) * kPixelBytes;
         store(at(left + x, top + y), {rgb[2], rgb[1], rgb[0]});
@@ -73,13 +73,13 @@ ThumbnailStrip composeStrip(const PresetList& list) {
   strip.pixels.reset(new (std::nothrow) std::uint8_t[strip.bytes]());
   if (strip.pixels == nullptr) return {};
   StripPainter painter(strip.pixels.get(), list.stripWidth);
-  const std::int32_t end = std::min(list.endVisible, list.count);
+  const std::int32_t end = std::min(list.endVisible, list.count());
   std::int32_t x = list.pixelOffset;
   for (std::int32_t i = std::max(list.firstVisible, 0); i < end; ++i, x += kCellWidth) {
     const bool hot = i - list.firstVisible == list.hotCell;
     painter.fillCell(x, hot ? kHotCellColor : kCellColor);
-    const Preset& preset = list.items[static_cast<std::size_t>(i)];
-    if (preset.pixels != nullptr) painter.copyThumbnail(preset, x + 3, hot ? 2 : 3);
+    const BmpImage& thumbnail = list.items[static_cast<std::size_t>(i)].thumbnail;
+    if (thumbnail.pixels != nullptr) painter.copyThumbnail(thumbnail, x + 3, hot ? 2 : 3);
   }
   return strip;
 }

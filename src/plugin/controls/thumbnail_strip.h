@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "presets/preset_list.h"
+#include "plugin/controls/preset_list.h"
 
 namespace brisel {
 

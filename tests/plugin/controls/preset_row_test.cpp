@@ -16,14 +16,9 @@ using brisel::PresetList;
 // First entry shown, one past the last, entries after it, offset.
 using Scroll = std::tuple<int, int, int, int>;
 
-void setCount(PresetList& list, std::int32_t count) {
-  list.count = count;
-  list.items = std::make_unique<brisel::Preset[]>(static_cast<std::size_t>(count));
-}
-
 PresetList rowOf(std::int32_t count, std::int32_t stripWidth) {
   PresetList list;
-  setCount(list, count);
+  list.items = std::vector<brisel::PresetCell>(static_cast<std::size_t>(count));
   setFrame({10, 20, 10 + stripWidth + 48, 95}, list);
   layOutRow(list);
   EXPECT_EQ(list.stripWidth, stripWidth);
@@ -62,20 +57,20 @@ TEST(PresetRow, AnyStateComesIntoRange) {
     list.mouseInside = dice.coin();
     list.leftArrowHot = list.rightArrowHot = true;
     SCOPED_TRACE(::testing::Message()
-                 << "round " << round << ": " << list.count << " entries in " << list.stripWidth
+                 << "round " << round << ": " << list.count() << " entries in " << list.stripWidth
                  << ", first " << list.firstVisible << ", offset " << list.pixelOffset);
     const Scroll scroll = drawn(list);
     EXPECT_TRUE(list.leftArrowHot == list.mouseInside && list.rightArrowHot == list.mouseInside);
-    EXPECT_LE(list.endVisible, list.count);
+    EXPECT_LE(list.endVisible, list.count());
     EXPECT_GE(list.firstVisible, 0);
     brisel::composeStrip(list);
     if (list.stripWidth < 0) continue;
     const int cells = list.endVisible - list.firstVisible;
-    EXPECT_EQ(cells, std::min(list.count, list.stripWidth / 94 + 1));
+    EXPECT_EQ(cells, std::min(list.count(), list.stripWidth / 94 + 1));
     EXPECT_EQ(list.hiddenAfter,
-              list.count < list.stripWidth / 94 + 1 ? -1 : list.count - list.endVisible);
+              list.count() < list.stripWidth / 94 + 1 ? -1 : list.count() - list.endVisible);
     if (list.pixelOffset != 0) {
-      EXPECT_EQ(list.endVisible, list.count);
+      EXPECT_EQ(list.endVisible, list.count());
       EXPECT_EQ(list.pixelOffset + 94 * cells, list.stripWidth) << "ends at the right edge";
     }
     EXPECT_EQ(drawn(list), scroll) << "and stays";
@@ -85,14 +80,14 @@ TEST(PresetRow, AnyStateComesIntoRange) {
 // The strip's pixel as its description has it: the last one drawn there.
 std::array<int, 3> expectedAt(const PresetList& list, int x, int y) {
   for (int i = list.endVisible - 1; i >= list.firstVisible; --i) {
-    const brisel::Preset& preset = list.items[static_cast<std::size_t>(i)];
+    const brisel::BmpImage& thumbnail = list.items[static_cast<std::size_t>(i)].thumbnail;
     const int cell = i - list.firstVisible;
     const bool hot = cell == list.hotCell;
     const int inCell = x - list.pixelOffset - 94 * cell;
     const int column = inCell - 3, row = y - (hot ? 2 : 3);
-    if (column >= 0 && column < preset.width && row >= 0 && row < preset.height) {
-      const int at = row * preset.rowBytes + 3 * column;
-      const std::uint8_t* rgb = &preset.pixels[static_cast<std::size_t>(at)];
+    if (column >= 0 && column < thumbnail.width && row >= 0 && row < thumbnail.height) {
+      const int at = 3 * (row * thumbnail.width + column);
+      const std::uint8_t* rgb = &thumbnail.pixels[static_cast<std::size_t>(at)];
       return {rgb[2], rgb[1], rgb[0]};
     }
     if (inCell >= 0 && inCell < 94) {
@@ -112,13 +107,12 @@ TEST(PresetRow, StripShowsCellsAndThumbnails) {
                                         << " clicks, hot " << hotCell);
       PresetList list = rowOf(count, width);
       for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
-        brisel::Preset& preset = list.items[i];
-        std::tie(preset.width, preset.height) = sizes[i];
-        preset.rowBytes = preset.width * 3;
-        const auto bytes =
-            static_cast<std::size_t>(preset.rowBytes) * static_cast<std::size_t>(preset.height);
-        if (bytes > 0) preset.pixels = std::make_unique<std::uint8_t[]>(bytes);
-        std::generate_n(preset.pixels.get(), bytes, [&] { return dice.bits() & 0xFF; });
+        brisel::BmpImage& thumbnail = list.items[i].thumbnail;
+        std::tie(thumbnail.width, thumbnail.height) = sizes[i];
+        const auto bytes = 3 * static_cast<std::size_t>(thumbnail.width) *
+                           static_cast<std::size_t>(thumbnail.height);
+        if (bytes > 0) thumbnail.pixels = std::make_unique<std::uint8_t[]>(bytes);
+        std::generate_n(thumbnail.pixels.get(), bytes, [&] { return dice.bits() & 0xFF; });
       }
       list.hotCell = static_cast<std::uint8_t>(hotCell);
       drawn(list, clicks);

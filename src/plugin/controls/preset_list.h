@@ -1,23 +1,21 @@
-// One row of presets in the effect controls.
+// One row of presets in the effect controls: what it shows, and how it lies and is scrolled.
 #pragma once
 
 #include <cstdint>
-#include <memory>
+#include <string>
+#include <vector>
+
+#include "presets/bmp_file.h"
+#include "presets/preset_index.h"
 
 namespace brisel {
 
-/// A preset: the parameter file it applies, and its thumbnail.
-struct Preset {
-  char path[256] = {};     // of the parameter file, zero-terminated; empty when it has none
-  std::int32_t index = 0;  // position in the list
-  std::unique_ptr<std::uint8_t[]> pixels;  // red, green, blue; top row first, without padding
-  std::int32_t width = 0;                  // pixels; 0 without an image
-  std::int32_t height = 0;
-  std::int32_t rowBytes = 0;  // width * 3
+struct PresetCell {
+  std::string path;    // of the parameter file; empty when it has none
+  BmpImage thumbnail;  // of size 0 when it has none
 };
 
-/// The entries, and how the row that shows them lies and is scrolled. Coordinates are the host's
-/// control coordinates; the layout is recomputed at every draw.
+/// Coordinates are the host's control coordinates; the layout is recomputed at every draw.
 struct PresetList {
   static constexpr std::uint8_t kNoCell = 255;
 
@@ -36,12 +34,16 @@ struct PresetList {
   std::int32_t stripWidth = 0;
   std::int32_t stripLeft = 0;
   std::int32_t stripTop = 0;
-  std::int32_t count = 0;
-  std::unique_ptr<Preset[]> items;  // `count` of them
+  std::vector<PresetCell> items;
   std::int32_t firstVisible = 0;
   std::int32_t hiddenAfter = 0;  // entries after the last shown one; -1 when all fit
   std::int32_t endVisible = 0;   // one past the last entry shown
   std::int32_t pixelOffset = 0;  // 0, or negative when the strip is right-aligned
+
+  std::int32_t count() const { return static_cast<std::int32_t>(items.size()); }
 };
+
+/// The presets of a section of the index, thumbnails included, scrolled to the first.
+PresetList readPresetList(const PresetFolders& folders, const char* section);
 
 }  // namespace brisel

@@ -1,0 +1,23 @@
+// Presets applied: from the numbers of a parameter file to parameter values.
+#pragma once
+
+#include <optional>
+
+#include "effect/values.h"
+#include "presets/parameter_file.h"
+
+namespace brisel {
+
+/// How many numbers a parameter file has for a parameter of that kind: red, green, blue and alpha
+/// of a color, x and y of a point, one of all others, even of those without a value.
+int numberCount(ParamKind kind);
+
+/// The value that the numbers are to a parameter of that kind; nothing of kinds without one. They
+/// are truncated and saturate, not held to any range. Points are fractions of `frame`.
+std::optional<Value> presetValue(ParamKind kind, const FileParameter& parameter, FrameSize frame);
+
+/// Gives `values` what the file at `path` (zero-terminated) sets; the others stay as they are.
+/// Returns whether it could be read and is a parameter file. Throws std::bad_alloc.
+ParameterFile::State applyParameterFile(const char* path, FrameSize frame, Values& values);
+
+}  // namespace brisel

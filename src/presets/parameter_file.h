@@ -1,0 +1,41 @@
+// Parameter files: what a preset sets, as a list of labels with their numbers. What these mean to
+// a parameter is for the effect to say.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace brisel {
+
+/// The first line of a parameter file begins with this.
+inline constexpr std::string_view kParameterFileHeader = "Tessaro parameters";
+
+/// What a file says of one parameter. A file may name a parameter more than once.
+struct FileParameter {
+  std::string label;
+  std::array<float, 4> numbers{};  // those behind the parameter's count are 0
+};
+
+struct ParameterFile {
+  enum class State {
+    Missing,    // there is no such file, or it cannot be read
+    OtherKind,  // it has another header, or nothing after it
+    Read
+  };
+  State state = State::Missing;
+  std::string description;  // the comment below the header, in one line
+  std::vector<FileParameter> parameters;
+};
+
+/// How many numbers, at most 4, belong to the parameter of that label; 0 when there is no such
+/// parameter, whose line is then passed over.
+using NumberCount = std::function<int(std::string_view label)>;
+
+/// Reads the file at `path` (zero-terminated). Numbers are found across line ends; one that is
+/// missing is the one before it, at first 0.
+ParameterFile ReadParameterFile(const char* path, const NumberCount& numberCount);
+
+}  // namespace brisel
