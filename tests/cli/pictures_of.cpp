@@ -1,6 +1,7 @@
 #include "tests/cli/pictures_of.h"
 
 #include "cli/media/frame_reader.h"
+#include "cli/media/frame_writer.h"
 
 namespace tests {
 
@@ -19,6 +20,21 @@ std::vector<cli::Frame> picturesOf(const cli::MediaInfo& info, cli::Depth depth,
     copyFromWorld(world, pictures.emplace_back(shown, depth));
   }
   return pictures;
+}
+
+void writePictures(const std::filesystem::path& file, const std::vector<cli::Frame>& pictures,
+                   const std::string& codec) {
+  cli::OutputOptions options;
+  options.name = file;
+  options.codec = codec;
+  const auto writer = cli::openFrameWriter(cli::parseOutputTarget(options), pictures[0].size,
+                                           cli::FrameRate{25, 1}, pictures[0].depth);
+  std::vector<std::uint8_t> buffer;
+  int number = 0;
+  for (const cli::Frame& picture : pictures) {
+    writer->write(writer->encode(picture, buffer), number++);
+  }
+  writer->finish();
 }
 
 }  // namespace tests

@@ -1,8 +1,9 @@
-// What stills and clips hold, read as the program reads its input.
+// Stills and clips, read as the program reads its input and written as it writes its output.
 #pragma once
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "cli/media/media_info.h"
@@ -21,5 +22,9 @@ inline std::vector<cli::Frame> picturesOf(const std::filesystem::path& file,
                                           cli::Depth depth = cli::Depth::k8) {
   return picturesOf(infoOf(file), depth);
 }
+
+// At 25 pictures per second; all are of the size and depth of the first.
+void writePictures(const std::filesystem::path& file, const std::vector<cli::Frame>& pictures,
+                   const std::string& codec = {});
 
 }  // namespace tests

@@ -28,7 +28,7 @@ RenderSettings lineFrom(PointF start, PointF end) {
   return s;
 }
 
-TEST(Path, CompletenessAndShiftMoveTheParameter) {
+TEST(Path, CompletenessAndShiftChooseThePartThatEmits) {
   struct Case {
     float completeness, shift;
     float atStart, atHalf;  // percent of the way
@@ -56,7 +56,7 @@ TEST(Path, CompletenessAndShiftMoveTheParameter) {
   }
 }
 
-TEST(Path, TangentsPointTheWayOfTheLine) {
+TEST(Path, TangentsPointAlongTheWay) {
   for (const double turn : {0.0, 0.1, 0.25, 0.4, 0.5, 0.6, 0.75, 0.9}) {
     const double angle = turn * 2 * kPi;
     const PointF end = {static_cast<float>(50 + 40 * std::cos(angle)),
@@ -104,7 +104,7 @@ Particle born(const RenderSettings& s) {
   return p;
 }
 
-TEST(Birth, DirectionsAreAddedToThePaths) {
+TEST(Birth, AddedAnglesTurnClockwiseFromThePathsOwn) {
   RenderSettings s = lineFrom({90, 25}, {10, 25});  // leftwards
   s.orientation = Orientation::AddAngle;
   s.initialSpeed = 3.0f;
@@ -112,33 +112,6 @@ TEST(Birth, DirectionsAreAddedToThePaths) {
   s.direction = kPi / 2.0f;  // clockwise from the left is up
   EXPECT_NEAR(born(s).velocityX, 0, 1e-5);
   EXPECT_NEAR(born(s).velocityY, -3, 1e-5);
-}
-
-TEST(Birth, LifeIsNeverNothing) {
-  EXPECT_EQ(born(lineFrom({0, 0}, {9, 0})).lifeTime, 1.0f);
-}
-
-TEST(Birth, DispersionStopsAtNothing) {
-  RenderSettings s = lineFrom({0, 0}, {9, 0});
-  s.size = 10.0f;
-  s.width = 2.0f;
-  s.value = 0.1f;
-  s.sizeDispersion = 4.0f;
-  s.valueDispersion = 1.0f;
-  const Emitter emitter = prepareEmitter(s);
-  RandomGenerator random;
-  Particle least{};
-  least.size = least.rayWidth = least.value = 1.0f;
-  for (int i = 0; i < 100; ++i) {
-    Particle p{};
-    initialiseParticle({s, emitter, random, 0.0f}, p, 0.0f);
-    least.size = std::min(least.size, p.size);
-    least.rayWidth = std::min(least.rayWidth, p.rayWidth);
-    least.value = std::min(least.value, p.value);
-  }
-  EXPECT_EQ(least.size, 0.0f);
-  EXPECT_EQ(least.rayWidth, 0.0f);
-  EXPECT_EQ(least.value, 0.0f);
 }
 
 class Population : public testing::Test {
@@ -161,7 +134,7 @@ class Population : public testing::Test {
   RenderSettings s = lineFrom({20, 25}, {80, 25});
 };
 
-TEST_F(Population, OwedFractionsAddUp) {
+TEST_F(Population, FractionsOfAStarAddUpToStars) {
   s.intensity = 0.4f;
   for (const int count : {0, 0, 1, 1, 2, 2, 2, 3}) EXPECT_EQ(starsAfterStep(), count);
   EXPECT_EQ(stars[2].birthTime, 7.0f);
@@ -176,14 +149,14 @@ TEST_F(Population, BirthsAreSpreadOverThreeQuartersOfAStep) {
   EXPECT_FLOAT_EQ(stars[2].age, -0.6f);
 }
 
-TEST_F(Population, AFullArrayKeepsTheFraction) {
+TEST_F(Population, AFullArrayKeepsOnlyTheFractionOwed) {
   s.intensity = 15.25f;
   EXPECT_EQ(starsAfterStep(), 15);
   EXPECT_EQ(starsAfterStep(), 20);
   EXPECT_EQ(population.emissionAccumulator, 0.5f);
 }
 
-TEST_F(Population, EveryDeathEarnsAStepsEmission) {
+TEST_F(Population, EveryDeathAddsOneStepsEmission) {
   s.intensity = 3.0f;
   s.timeLife = 1.0f;
   for (const int count : {3, 6, 9}) EXPECT_EQ(starsAfterStep(), count);
@@ -191,7 +164,7 @@ TEST_F(Population, EveryDeathEarnsAStepsEmission) {
   EXPECT_EQ(stars[6].birthTime, 3 + 0.75f * 11 / 3);
 }
 
-TEST_F(Population, UpToAStarAStepBirthsAreNotSpread) {
+TEST_F(Population, AtOneStarAStepOrLessBirthsAreNotSpread) {
   s.intensity = 1.0f;
   s.timeLife = 1.0f;
   for (const int count : {1, 2, 3, 4}) EXPECT_EQ(starsAfterStep(), count);
@@ -222,7 +195,7 @@ TEST_F(Population, StarsLeaveFiftyPixelsBeyondTheFrame) {
 
 // Of age 2, at speed (3, 4) from the middle; a frequency of a quarter turn puts the cosine to -1
 // and the sine to 0.
-TEST(Motion, FollowsFromBirthAndAge) {
+TEST(Motion, AddsSpeedWindGravityAndOscillation) {
   RenderSettings s = lineFrom({}, {});
   Particle p{};
   p.startX = p.startY = 0.5f;

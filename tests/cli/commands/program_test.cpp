@@ -63,24 +63,6 @@ TEST_F(ProgramTest, ParametersAreListedForPeopleAndScripts) {
       << "a description";
 }
 
-TEST_F(ProgramTest, OneParameterIsToldInFull) {
-  EXPECT_EQ(brisel({"params", "mix"}).out, R"(Mix with original
-
-How the stars join the layer. Where there is no star, "Normal" and "Add" leave
-the layer as it is.
-
-Kind      3 items
-Default   Replace
-Set by    "Mix with original" = "Replace" in a scene, --set "Mix with
-          original=Replace" on the command line
-
-Items
-  Replace  The stars alone, over transparency. Composite them yourself.
-  Normal   Over the layer.
-  Add      Added to the layer, like light.
-)");
-}
-
 TEST_F(ProgramTest, AFullStandardOutputIsAnError) {
   const CommandResult result = run({"sh", "-c", "exec " BRISEL_PROGRAM " params > /dev/full"});
   EXPECT_EQ(result.exitCode, 1);

@@ -1,7 +1,6 @@
 // Stills and clips in and out, through the files themselves.
 #include <gtest/gtest.h>
 
-#include "cli/media/frame_writer.h"
 #include "cli/media/media_info.h"
 #include "tests/cli/pictures_of.h"
 #include "tests/cli/scratch.h"
@@ -36,11 +35,6 @@ Frame patternFrame(FrameSize size, Depth depth, int number) {
   return frame;
 }
 
-void encodeAndWrite(cli::FrameWriter& writer, const Frame& frame, int number) {
-  std::vector<std::uint8_t> buffer;
-  writer.write(writer.encode(frame, buffer), number);
-}
-
 class MediaTest : public tests::ScratchTest {
  protected:
   // The first frame at its own size.
@@ -49,13 +43,10 @@ class MediaTest : public tests::ScratchTest {
   }
 
   void writeClip(const std::string& name, FrameSize size, Depth depth, int frames) const {
-    cli::OutputOptions options;
-    options.name = path(name);
-    if (name.ends_with(".mov")) options.codec = "png";  // the lossless one for both depths
-    const auto writer =
-        cli::openFrameWriter(cli::parseOutputTarget(options), size, FrameRate{25, 1}, depth);
-    for (int i = 0; i < frames; ++i) encodeAndWrite(*writer, patternFrame(size, depth, i), i);
-    writer->finish();
+    std::vector<Frame> pictures;
+    for (int i = 0; i < frames; ++i) pictures.push_back(patternFrame(size, depth, i));
+    // The lossless codec for both depths.
+    tests::writePictures(path(name), pictures, name.ends_with(".mov") ? "png" : "");
   }
 };
 
@@ -113,10 +104,7 @@ TEST_F(MediaTest, FlattenedOutputsShowColoursOverBlack) {
     frame.bytes[i + 3] = 128;
   }
   for (const std::string name : {"a.mp4", "a.gif"}) {
-    const auto writer = cli::openFrameWriter(cli::parseOutputTarget(path(name)), frame.size,
-                                             FrameRate{25, 1}, Depth::k8);
-    for (int i = 0; i < 3; ++i) encodeAndWrite(*writer, frame, i);
-    writer->finish();
+    tests::writePictures(path(name), std::vector(3, frame));
     const MediaInfo info = tests::infoOf(path(name));
     EXPECT_EQ(info.frameCount, 3);
     const FrameSize even{32, 16};

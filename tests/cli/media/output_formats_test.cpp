@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstring>
 
-#include "cli/media/frame_writer.h"
 #include "tests/cli/pictures_of.h"
 #include "tests/cli/scratch.h"
 
@@ -33,14 +32,6 @@ Frame rampFrame(Depth depth) {
 
 class OutputFormatsTest : public tests::ScratchTest {
  protected:
-  void writeClip(const std::string& name, Depth depth, const Frame& frame) const {
-    const auto writer = cli::openFrameWriter(cli::parseOutputTarget(path(name)), frame.size,
-                                             cli::FrameRate{25, 1}, depth);
-    std::vector<std::uint8_t> buffer;
-    for (int i = 0; i < 3; ++i) writer->write(writer->encode(frame, buffer), i);
-    writer->finish();
-  }
-
   // As "key=value" lines.
   std::string streamOf(const std::string& name) const {
     return run({"ffprobe", "-v", "error", "-count_packets", "-show_streams", path(name)}).out;
@@ -64,7 +55,7 @@ TEST_F(OutputFormatsTest, ClipsAreWhatTheirTagsSay) {
       {"a.mp4", Depth::k8, {"codec_name=h264", "pix_fmt=yuv420p\n"}},
       {"b.mp4", Depth::k16, {"codec_name=hevc", "pix_fmt=yuv420p10le", "codec_tag_string=hvc1"}}};
   for (const Case& c : cases) {
-    writeClip(c.name, c.depth, rampFrame(c.depth));
+    tests::writePictures(path(c.name), std::vector(3, rampFrame(c.depth)));
     const std::string stream = streamOf(c.name);
     std::vector<std::string> tags = {"color_range=tv", "color_space=bt709", "color_transfer=bt709",
                                      "color_primaries=bt709", "nb_read_packets=3"};
@@ -86,7 +77,7 @@ TEST_F(OutputFormatsTest, LossyClipsWithAlphaStayWithinAFewLevels) {
   for (const Case& c : {Case{"a.mov", Depth::k8, 2.5, 1}, Case{"b.mov", Depth::k16, 2.5, 0.5},
                         Case{"a.webm", Depth::k8, 8, 4}}) {
     const Frame frame = rampFrame(c.depth);
-    writeClip(c.name, c.depth, frame);
+    tests::writePictures(path(c.name), {frame});
     const Frame expected = inDepth(frame, Depth::k16);
     const Frame read = inDepth(firstFrame(c.name, c.depth), Depth::k16);
     double off[4] = {};
@@ -105,7 +96,7 @@ TEST_F(OutputFormatsTest, ExrFramesAreLinearAndPremultiplied) {
   for (const Depth depth : {Depth::k8, Depth::k16}) {
     Frame frame({1, 1}, Depth::k8);
     frame.bytes = {128, 255, 10, 51};
-    writeClip("a.exr", depth, inDepth(frame, depth));
+    tests::writePictures(path("a.exr"), {inDepth(frame, depth)});
     ffmpeg("-i a.exr -pix_fmt gbrapf32le -f rawvideo a.raw");
     const std::string raw = read("a.raw");
     float gbra[4];

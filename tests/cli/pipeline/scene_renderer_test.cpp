@@ -63,6 +63,23 @@ TEST_F(SceneRendererTest, PointsAndMasksAreReducedWithTheLayer) {
             "..*.\n");
 }
 
+// Before frame 0, during the pre-roll, the mask stands as at frame 0.
+TEST_F(SceneRendererTest, StarsAreBornWhereTheMaskIsAtTheTime) {
+  const std::string mask = R"([mask]
+path = [ { frame = 1, value = "M 2 0" }, { frame = 5, value = "M 10 0" } ]
+)";
+  for (const int preroll : {0, 2}) {
+    std::string scene = kDot + mask;
+    scene.insert(scene.find("[params]"), "preroll = " + std::to_string(preroll) + "\n");
+    const auto firstRow = [&](int frame) {
+      return dots(picture(scene, preroll + frame)).substr(0, 16);
+    };
+    EXPECT_EQ(firstRow(1), "..*.............");
+    EXPECT_EQ(firstRow(3), "..*.*.*.........");
+    EXPECT_EQ(firstRow(6), "..*.*.*.*.*.....");
+  }
+}
+
 double meanDifference(const cli::Frame& a, const cli::Frame& b) {
   std::vector<std::uint8_t> flatA, flatB;
   flattenOnBlack(a, flatA);

@@ -59,12 +59,6 @@ input = "media/title.png"
   EXPECT_EQ(std::get<std::vector<double>>(read.settings[3].keys[0].value), (std::vector{0.5, 1.0}));
 }
 
-TEST_F(SceneTest, AnEmptySceneLeavesAllOpen) {
-  const cli::Scene read = scene("");
-  EXPECT_FALSE(read.size || read.frames || read.rate || read.mask);
-  EXPECT_TRUE(read.input.empty() && read.highQuality && read.settings.empty());
-}
-
 TEST_F(SceneTest, AMaskIsReadFromItsTable) {
   const cli::Mask read = mask("[mask]\npath = \"M 1 2 L 3 4 Z\"\ninverted = true\n");
   ASSERT_EQ(read.keys.size(), 1u);
@@ -161,39 +155,6 @@ TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
       {"[scene]\nmask = \"f.svg#bad\"", "s.toml:2: mask: f.svg:2: \"L\" takes 2 numbers"},
       {"[mask]\npath = \"M0 0\"\n[scene]\nmask = \"f.svg#ok\"", "s.toml:4: the scene has a mask"}};
   tests::expectComplaints(cases, [this](const std::string& text) { return complaint(text); });
-}
-
-TEST_F(SceneTest, StarsFollowTheMasksKeyframes) {
-  // One lasting dot a frame, born on a single vertex that walks along the second row and stops.
-  write("s.toml", R"([scene]
-size = [16, 4]
-frames = 7
-[mask]
-path = [ { frame = 1, value = "M 2 1" }, { frame = 5, value = "M 10 1" } ]
-[params]
-"Type" = "Dots"
-"Initial speed" = 0
-"Intensity" = 2
-"Terminate type" = "Infinity"
-)");
-  // Before frame 0 the mask stands as at frame 0.
-  for (const char* arguments : {"-o f_%d.png", "-o rolled_%d.png --preroll 2"}) {
-    const auto result = brisel(tests::words("render s.toml " + std::string(arguments)));
-    ASSERT_EQ(result.exitCode, 0) << result.err;
-    EXPECT_EQ(result.err.find("warning"), std::string::npos) << result.err;
-  }
-  const auto dotsOf = [&](const std::string& file) {
-    std::string row = run(tests::words("ffmpeg -v error -i " + file +
-                                       " -vf alphaextract,crop=16:1:0:1 -f rawvideo -"))
-                          .out;
-    for (char& alpha : row) alpha = alpha == 0 ? '.' : '*';
-    return row;
-  };
-  for (const std::string name : {"f_", "rolled_"}) {
-    EXPECT_EQ(dotsOf(name + "1.png"), "..*.............");
-    EXPECT_EQ(dotsOf(name + "3.png"), "..*.*.*.........");
-    EXPECT_EQ(dotsOf(name + "6.png"), "..*.*.*.*.*.....");
-  }
 }
 
 }  // namespace
