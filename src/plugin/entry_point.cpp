@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "plugin/floating_point_guard.h"
+#include "effect/floating_point_guard.h"
 #include "plugin/greying.h"
 #include "plugin/host_parameters.h"
 #include "plugin/module_state.h"

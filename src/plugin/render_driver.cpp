@@ -3,19 +3,15 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <optional>
 
-#include "effect/settings.h"
-#include "engine/alpha_source.h"
-#include "engine/contour_emitter.h"
-#include "engine/simulation.h"
+#include "effect/frame.h"
 #include "plugin/host_parameters.h"
 #include "plugin/locked_handle.h"
 #include "plugin/mask_path.h"
 #include "plugin/module_state.h"
 #include "plugin/sdk/codes.h"
 #include "plugin/sequence_data.h"
-#include "render/frame.h"
-#include "render/mix.h"
 
 namespace brisel {
 namespace {
@@ -53,38 +49,14 @@ void clear(PF_LayerDef& world) {
   std::memset(world.data, 0, bytes);
 }
 
-/// A render from the start always gives the same stars.
-void reset(SequenceState& state) {
-  state.starCount = 0;
-  state.stepCounter = 0;
-  state.emissionAccumulator = 0.0f;
-  randomGenerator().seedRandom(0);
-  moduleState().drawing = DrawingState{};
-}
-
-/// Advances the instance's stars by one step and draws them.
-void renderStars(RenderSettings& settings, const Emitter& emitter, const MutableImageView& output,
-                 SequenceState& state) {
-  StarPopulation population;
-  population.stepIndex = static_cast<float>(state.stepCounter);
-  ++state.stepCounter;
-  if (settings.maximumNumberOfStars != state.capacity &&
-      !resizeStars(state, settings.maximumNumberOfStars)) {
-    settings.maximumNumberOfStars = std::min(settings.maximumNumberOfStars, state.capacity);
-  }
-  population.stars = state.stars;
-  population.capacity = state.capacity;
-  population.starCount = state.starCount;
-  population.emissionAccumulator = state.emissionAccumulator;
-
-  simulationStep(settings, emitter, randomGenerator(), population);
-  state.starCount = population.starCount;
-  state.emissionAccumulator = population.emissionAccumulator;
-
-  DrawingState& drawingState = moduleState().drawing;
-  drawingState.rainbowShift = settings.colorRainbow;
-  Drawing drawing{settings, randomGenerator(), drawingState, output, BlendRule::Over};
-  drawAllStars(drawing, population.stars, population.starCount);
+FrameState frameState(SequenceState& state) {
+  return {state.stars,
+          state.capacity,
+          state.starCount,
+          state.stepCounter,
+          state.emissionAccumulator,
+          randomGenerator(),
+          moduleState().drawing};
 }
 
 }  // namespace
@@ -95,42 +67,21 @@ PF_Err renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
   clear(output);
   if (!hasAllParameters(in, params)) return PF_Err_NONE;
 
-  const FrameSize size{output.width, output.height};
-  RenderSettings settings =
-      settingsOf(readValues(params), {size, in.width, in.quality == PF_Quality_HI});
-  moduleState().frameSize = size;
-  const MutableImageView outputImage = outputView(output);
-  const ImageView source = inputView(params[kInputLayer]->u.ld, outputImage.format);
-  PageArray<float> sourceIntensityMap;
-  PageArray<std::uint8_t> alphaMask;
-  if (settings.standardPath == StandardPath::SourceAsRasterMask) {
-    sourceIntensityMap = buildSourceIntensityMap(source, settings.frameWidth, settings.frameHeight);
-  } else if (settings.standardPath == StandardPath::ContourAlphaChannel) {
-    alphaMask = buildAlphaMask(source, settings.frameWidth, settings.frameHeight);
+  moduleState().frameSize = {output.width, output.height};
+  const Values values = readValues(params);
+  const FrameViews views{outputView(output), inputView(params[kInputLayer]->u.ld, formatOf(output)),
+                         in.width, in.quality == PF_Quality_HI};
+  const MaskPath mask(in, values[kPath].number);
+  std::optional<LockedHandle> locked;
+  if (hasHandleCallbacks(in)) locked.emplace(*in.utils, out.sequence_data);
+  auto* sequence = locked ? static_cast<SequenceState*>(locked->get()) : nullptr;
+  if (sequence == nullptr) {
+    renderFrame(values, views, mask.outline(), nullptr);
+  } else {
+    const FrameState state = frameState(*sequence);
+    if (in.current_time < 1) resetState(state);
+    renderFrame(values, views, mask.outline(), &state);
   }
-  const MaskPath mask(in, settings.pathMaskId);
-  ContourEmitter contour;
-  if (settings.standardPath == StandardPath::ContourAlphaChannel && mask.outline() == nullptr) {
-    const ImageView mask{alphaMask.get(), settings.frameWidth, settings.frameHeight,
-                         settings.frameWidth, PixelFormat::Mask8};
-    contour = buildContourEmitter(mask, settings.resolutionScale);
-  }
-  // A mask takes the place of every shape, and the Bezier that of a mask that cannot be had.
-  if (settings.pathMaskId != 0) settings.standardPath = StandardPath::Bezier;
-  Emitter emitter = prepareEmitter(settings);
-  emitter.maskOutline = mask.outline();
-  emitter.contour = &contour;
-  emitter.source = source;
-  emitter.sourceIntensityMap = sourceIntensityMap.get();
-
-  if (hasHandleCallbacks(in)) {
-    const LockedHandle locked(*in.utils, out.sequence_data);
-    if (auto* state = static_cast<SequenceState*>(locked.get())) {
-      if (in.current_time < 1) reset(*state);
-      renderStars(settings, emitter, outputImage, *state);
-    }
-  }
-  mixWithInput(outputImage, source, settings.mixWithOriginal);
   return PF_Err_NONE;
 }
 

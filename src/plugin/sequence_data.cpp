@@ -1,21 +1,15 @@
 #include "plugin/sequence_data.h"
 
-#include <algorithm>
-#include <cstring>
 #include <memory>
 #include <new>
 
-#include "platform/pages.h"
+#include "effect/frame.h"
 #include "plugin/locked_handle.h"
 #include "plugin/module_state.h"
 #include "plugin/sdk/codes.h"
 
 namespace brisel {
 namespace {
-
-std::size_t arrayBytes(std::int32_t capacity) {
-  return static_cast<std::size_t>(capacity) * sizeof(Particle);
-}
 
 std::unique_ptr<PresetList[]> readPresetLists() {
   const ModuleFolders& folders = moduleState().folders;
@@ -55,7 +49,7 @@ PF_Err releaseSequence(PF_InData& in, PF_OutData& out) {
   {
     const LockedHandle locked(*in.utils, out.sequence_data);
     if (auto* state = static_cast<SequenceState*>(locked.get())) {
-      releasePages(state->stars, arrayBytes(state->capacity));
+      releaseStars(state->stars, state->capacity);
       delete[] state->presetLists;
       *state = SequenceState{};
     }
@@ -63,18 +57,6 @@ PF_Err releaseSequence(PF_InData& in, PF_OutData& out) {
   in.utils->host_dispose_handle(in.sequence_data);
   out.sequence_data = nullptr;
   return PF_Err_NONE;
-}
-
-bool resizeStars(SequenceState& state, std::int32_t capacity) {
-  if (capacity <= 0) return false;
-  auto* stars = static_cast<Particle*>(allocatePages(arrayBytes(capacity)));
-  if (stars == nullptr) return false;
-  state.starCount = std::min(state.starCount, capacity);
-  if (state.starCount > 0) std::memcpy(stars, state.stars, arrayBytes(state.starCount));
-  releasePages(state.stars, arrayBytes(state.capacity));
-  state.stars = stars;
-  state.capacity = capacity;
-  return true;
 }
 
 }  // namespace brisel

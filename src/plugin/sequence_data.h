@@ -14,7 +14,7 @@ enum PresetListIndex : std::int32_t { kEmitterPresetList, kStarPresetList, kPres
 
 /// The handle's contents. Nothing of it survives flattening.
 struct SequenceState {
-  Particle* stars = nullptr;  // `capacity` records in pages of their own; owned
+  Particle* stars = nullptr;  // `capacity` records of resizeStars; owned
   std::int32_t capacity = 0;
   std::int32_t starCount = 0;    // living stars, at most capacity
   std::int32_t stepCounter = 0;  // steps since the last reset
@@ -35,9 +35,5 @@ PF_Err createSequence(PF_InData& in, PF_OutData& out);
 
 /// Releases the instance's state and its handle; without one, does nothing.
 PF_Err releaseSequence(PF_InData& in, PF_OutData& out);
-
-/// Gives the star array `capacity` records, keeping the oldest stars that fit. Returns false, and
-/// changes nothing, when `capacity` is not above 0 or the memory cannot be had.
-bool resizeStars(SequenceState& state, std::int32_t capacity);
 
 }  // namespace brisel

@@ -1,0 +1,129 @@
+#include "effect/frame.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+
+#include "effect/settings.h"
+#include "engine/alpha_source.h"
+#include "engine/contour_emitter.h"
+#include "engine/emitter.h"
+#include "engine/simulation.h"
+#include "platform/page_array.h"
+#include "platform/pages.h"
+#include "render/frame.h"
+#include "render/mix.h"
+
+namespace brisel {
+namespace {
+
+std::size_t arrayBytes(std::int32_t capacity) {
+  return static_cast<std::size_t>(capacity) * sizeof(Particle);
+}
+
+/// The settings of one frame and its emitter, with what the emitter points to.
+struct PreparedFrame {
+  RenderSettings settings;
+  PageArray<float> sourceIntensityMap;
+  ContourEmitter contour;
+  Emitter emitter;
+
+  PreparedFrame(const Values& values, const FrameViews& views, const MaskOutline* mask)
+      : settings(settingsOf(
+            values,
+            {{views.output.width, views.output.height}, views.layerWidth, views.highQuality})) {
+    const std::int32_t width = settings.frameWidth;
+    const std::int32_t height = settings.frameHeight;
+    if (settings.pathMaskId == 0) mask = nullptr;
+    if (settings.standardPath == StandardPath::SourceAsRasterMask) {
+      sourceIntensityMap = buildSourceIntensityMap(views.input, width, height);
+    } else if (settings.standardPath == StandardPath::ContourAlphaChannel && mask == nullptr) {
+      const auto alphaMask = buildAlphaMask(views.input, width, height);
+      contour = buildContourEmitter({alphaMask.get(), width, height, width, PixelFormat::Mask8},
+                                    settings.resolutionScale);
+    }
+    // A mask takes the place of every shape, and the Bezier that of a mask that cannot be had.
+    if (settings.pathMaskId != 0) settings.standardPath = StandardPath::Bezier;
+    emitter = prepareEmitter(settings);
+    emitter.maskOutline = mask;
+    emitter.contour = &contour;
+    emitter.source = views.input;
+    emitter.sourceIntensityMap = sourceIntensityMap.get();
+  }
+  PreparedFrame(const PreparedFrame&) = delete;
+  PreparedFrame& operator=(const PreparedFrame&) = delete;
+};
+
+void advance(PreparedFrame& frame, const FrameState& state) {
+  RenderSettings& settings = frame.settings;
+  StarPopulation population;
+  population.stepIndex = static_cast<float>(state.stepCounter);
+  ++state.stepCounter;
+  if (settings.maximumNumberOfStars != state.capacity &&
+      !resizeStars(state, settings.maximumNumberOfStars)) {
+    settings.maximumNumberOfStars = std::min(settings.maximumNumberOfStars, state.capacity);
+  }
+  population.stars = state.stars;
+  population.capacity = state.capacity;
+  population.starCount = state.starCount;
+  population.emissionAccumulator = state.emissionAccumulator;
+
+  simulationStep(settings, frame.emitter, state.random, population);
+  state.starCount = population.starCount;
+  state.emissionAccumulator = population.emissionAccumulator;
+}
+
+void paintStars(const PreparedFrame& frame, const MutableImageView& output,
+                const FrameState& state) {
+  state.drawing.rainbowShift = frame.settings.colorRainbow;
+  Drawing drawing{frame.settings, state.random, state.drawing, output, BlendRule::Over};
+  drawAllStars(drawing, state.stars, state.starCount);
+}
+
+}  // namespace
+
+bool resizeStars(const FrameState& state, std::int32_t capacity) {
+  if (capacity <= 0) return false;
+  auto* stars = static_cast<Particle*>(allocatePages(arrayBytes(capacity)));
+  if (stars == nullptr) return false;
+  state.starCount = std::min(state.starCount, capacity);
+  if (state.starCount > 0) std::memcpy(stars, state.stars, arrayBytes(state.starCount));
+  releaseStars(state.stars, state.capacity);
+  state.stars = stars;
+  state.capacity = capacity;
+  return true;
+}
+
+void releaseStars(Particle* stars, std::int32_t capacity) {
+  releasePages(stars, arrayBytes(capacity));
+}
+
+void resetState(const FrameState& state) {
+  state.starCount = 0;
+  state.stepCounter = 0;
+  state.emissionAccumulator = 0.0f;
+  state.random.seedRandom(0);
+  state.drawing = DrawingState{};
+}
+
+void renderFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
+                 const FrameState* state) {
+  PreparedFrame frame(values, views, mask);
+  if (state != nullptr) {
+    advance(frame, *state);
+    paintStars(frame, views.output, *state);
+  }
+  mixWithInput(views.output, views.input, frame.settings.mixWithOriginal);
+}
+
+void stepFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
+               const FrameState& state) {
+  PreparedFrame frame(values, views, mask);
+  advance(frame, state);
+  // Random draws and lasting changes of stars happen where stars are painted, however little of
+  // them there is to see.
+  std::uint8_t pixel[8] = {};
+  paintStars(frame, {pixel, 1, 1, sizeof pixel, views.output.format}, state);
+}
+
+}  // namespace brisel

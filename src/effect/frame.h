@@ -1,0 +1,57 @@
+// One frame, whoever hosts the effect and wherever the host keeps its state: the stars advance by a
+// step and are painted, the input is mixed in.
+#pragma once
+
+#include <cstdint>
+
+#include "core/image_view.h"
+#include "core/random.h"
+#include "effect/values.h"
+#include "engine/mask_outline.h"
+#include "engine/particle.h"
+#include "render/drawing.h"
+
+namespace brisel {
+
+/// The images of one frame, and what else of its surroundings it depends on. Borrowed.
+struct FrameViews {
+  MutableImageView output;      // Argb8 or Argb16
+  ImageView input;              // of the output's format; may be smaller or larger, or empty
+  std::int32_t layerWidth = 0;  // of the layer at full resolution, pixels; 0: that of the output
+  bool highQuality = true;      // smooth edges
+};
+
+/// What one frame leaves to the next, wherever it is kept.
+struct FrameState {
+  Particle*& stars;         // `capacity` records of resizeStars, or null
+  std::int32_t& capacity;   // changed by resizeStars and releaseStars alone
+  std::int32_t& starCount;  // living stars, at most capacity
+  std::int32_t& stepCounter;
+  float& emissionAccumulator;
+  RandomGenerator& random;
+  DrawingState& drawing;
+};
+
+/// Gives the star array `capacity` records, keeping the oldest stars that fit. Returns false, and
+/// changes nothing, when `capacity` is not above 0 or the memory cannot be had.
+bool resizeStars(const FrameState& state, std::int32_t capacity);
+
+/// Releases an array of resizeStars; null is ignored.
+void releaseStars(Particle* stars, std::int32_t capacity);
+
+/// Back to before the first frame: no stars, and the same ones come again. The array stays.
+void resetState(const FrameState& state);
+
+/// Advances `state` by one step and paints the stars into the output, which is cleared already,
+/// over or under which the input is mixed as "Mix with original" says. Without a state there are no
+/// stars. `mask` is the outline of the mask that `values` choose; null when there is none or it
+/// cannot be had, which leaves the Bezier in its place. Throws std::bad_alloc.
+void renderFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
+                 const FrameState* state);
+
+/// The same for the state alone: what follows is as if the frame had been painted. Of the output
+/// only size and format count.
+void stepFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
+               const FrameState& state);
+
+}  // namespace brisel

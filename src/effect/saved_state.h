@@ -1,0 +1,45 @@
+// The bytes of a saved instance: a mark, byte order, version, size, the state field by field, and a
+// checksum over all of it.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "engine/particle.h"
+#include "render/drawing.h"
+
+namespace brisel {
+
+/// What became of bytes that were to be restored.
+enum class RestoreResult : std::uint8_t {
+  Restored,
+  NoSavedInstance,  // they are something else
+  OtherByteOrder,   // saved on a machine that keeps numbers the other way round
+  OtherVersion,     // saved by a version of the effect that knows its stars differently
+  EndsEarly,
+  Damaged,
+  OutOfMemory
+};
+
+/// In words, as the end of a sentence: "ends early".
+std::string_view describe(RestoreResult result);
+
+/// The state that frames leave to the next ones.
+struct SavedState {
+  std::int32_t stepCounter = 0;
+  float emissionAccumulator = 0.0f;
+  std::uint32_t randomState = 0;
+  DrawingState drawing;
+  std::vector<Particle> stars;
+};
+
+/// Throws std::bad_alloc, as fromBytes does.
+std::vector<std::uint8_t> toBytes(const SavedState& state);
+
+/// Fills `state` when the result is Restored; else its content means nothing. Takes no byte for
+/// granted: nothing that bounds a loop or an index is larger than the effect itself makes it.
+RestoreResult fromBytes(std::span<const std::uint8_t> bytes, SavedState& state);
+
+}  // namespace brisel

@@ -1,0 +1,201 @@
+// Instances of the effect: that they never meet, and that copies, saved ones and steps without a
+// picture go on with the same bytes.
+#include "effect/instance.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <thread>
+
+namespace {
+
+using namespace brisel;
+using Bytes = std::vector<std::uint8_t>;
+
+constexpr std::int32_t kWidth = 72;
+constexpr std::int32_t kHeight = 54;
+
+/// A picture in memory, with a pixel of padding on each row.
+struct Picture {
+  explicit Picture(PixelFormat pixelFormat = PixelFormat::Argb8) : format(pixelFormat) {
+    bytes.resize(static_cast<std::size_t>(rowBytes() * kHeight), 0x5A);
+  }
+  std::ptrdiff_t rowBytes() const { return (kWidth + 1) * (format == PixelFormat::Argb16 ? 8 : 4); }
+  MutableImageView view() { return {bytes.data(), kWidth, kHeight, rowBytes(), format}; }
+  MutableImageView upsideDown() {
+    return {bytes.data() + rowBytes() * (kHeight - 1), kWidth, kHeight, -rowBytes(), format};
+  }
+
+  PixelFormat format;
+  Bytes bytes;
+};
+
+/// All that varies from star to star and frame to frame, of stars of that type.
+Values busyValues(int starType) {
+  Values values({kWidth, kHeight});
+  values.setNumber(kType, starType);
+  values.setNumber(kIntensity, 30);
+  values.setNumber(kTimeLife, 9);
+  values.setNumber(kTimeLifeDispersion, 50);
+  values.setNumber(kTerminateType, 9);
+  values.setNumber(kTimeOfExplode, 20);
+  values.setNumber(kTypeOfHalo, 1 + starType % 4);
+  values.setNumber(kTypeOfBlink, 5);
+  values.setNumber(kAngleJittering, 40);
+  values.setNumber(kMixWithOriginal, 1 + starType % 3);
+  return values;
+}
+
+/// One instance with its values; every frame over the same input.
+class Clip {
+ public:
+  explicit Clip(int starType, PixelFormat format = PixelFormat::Argb8)
+      : values_(busyValues(starType)), output_(format), input_(format) {}
+
+  Bytes render() {
+    EXPECT_TRUE(instance.render(values_, time_++, views()));
+    return output_.bytes;
+  }
+  void step() {
+    FrameViews unpainted = views();
+    unpainted.output.bytes = nullptr;
+    EXPECT_TRUE(instance.step(values_, time_++, unpainted));
+  }
+  std::vector<Bytes> renderMore(int frames) {
+    std::vector<Bytes> rendered;
+    for (int i = 0; i < frames; ++i) rendered.push_back(render());
+    return rendered;
+  }
+
+  Instance instance;
+
+ private:
+  FrameViews views() { return {output_.view(), input_.view(), 2 * kWidth, true}; }
+
+  Values values_;
+  Picture output_;
+  Picture input_;
+  std::int32_t time_ = 0;
+};
+
+TEST(Instance, MeetsNoOtherOneOnAnyThread) {
+  constexpr int kFrames = 12;
+  constexpr int kTypes[] = {2, 8, 11};
+  std::vector<std::vector<Bytes>> alone;
+  for (const int type : kTypes) alone.push_back(Clip(type).renderMore(kFrames));
+  EXPECT_NE(alone[0], alone[1]);
+
+  std::vector<Clip> inTurn;
+  for (const int type : kTypes) inTurn.emplace_back(type);
+  for (int frame = 0; frame < kFrames; ++frame) {
+    for (std::size_t i = 0; i < inTurn.size(); ++i) {
+      ASSERT_EQ(inTurn[i].render(), alone[i][static_cast<std::size_t>(frame)]) << frame;
+    }
+  }
+
+  std::vector<std::vector<Bytes>> together(std::size(kTypes));
+  std::vector<std::thread> threads;
+  for (std::size_t i = 0; i < together.size(); ++i) {
+    threads.emplace_back([&, i] { together[i] = Clip(kTypes[i]).renderMore(kFrames); });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_TRUE(together == alone);
+}
+
+TEST(Instance, GoesOnAsItWouldHaveAfterStepsCopiesAndRestoring) {
+  for (int type = 1; type <= 12; ++type) {
+    SCOPED_TRACE(type);
+    const PixelFormat format = type % 2 == 0 ? PixelFormat::Argb16 : PixelFormat::Argb8;
+    Clip original(type, format);
+    original.renderMore(7);
+
+    Clip stepped(type, format);
+    for (int i = 0; i < 7; ++i) stepped.step();
+    Clip copied = original;
+    Clip restored = original;
+    restored.instance = Instance();
+    ASSERT_EQ(restored.instance.restore(original.instance.save()), RestoreResult::Restored);
+    EXPECT_GT(restored.instance.starCount(), 0);
+    EXPECT_EQ(stepped.instance.save(), original.instance.save());
+
+    const std::vector<Bytes> next = original.renderMore(8);
+    EXPECT_TRUE(stepped.renderMore(8) == next);
+    EXPECT_TRUE(copied.renderMore(8) == next);
+    EXPECT_TRUE(restored.renderMore(8) == next);
+  }
+}
+
+/// Saved bytes with other ones at `offset`, and a checksum that says they are sound.
+Bytes forged(Bytes saved, std::size_t offset, const auto& number) {
+  std::memcpy(saved.data() + offset, &number, sizeof number);
+  std::uint64_t sum = 14695981039346656037u;
+  for (std::size_t i = 0; i + 8 < saved.size(); ++i) sum = (sum ^ saved[i]) * 1099511628211u;
+  std::memcpy(saved.data() + saved.size() - 8, &sum, 8);
+  return saved;
+}
+
+TEST(Instance, RefusesBytesThatAreNotWhatWasSavedAndStaysAsItWas) {
+  Clip clip(4);
+  clip.renderMore(3);
+  const Bytes before = clip.instance.save();
+  Clip other(5);
+  other.renderMore(5);
+  const Bytes saved = other.instance.save();
+
+  const auto refuses = [&](const Bytes& bytes, RestoreResult reason) {
+    EXPECT_EQ(describe(clip.instance.restore(bytes)), describe(reason));
+    EXPECT_EQ(clip.instance.save(), before);
+  };
+  for (std::size_t size = 1; size < saved.size(); ++size) {
+    refuses(Bytes(saved.begin(), saved.begin() + static_cast<std::ptrdiff_t>(size)),
+            RestoreResult::EndsEarly);
+  }
+  for (std::size_t i = 0; i < saved.size(); ++i) {
+    Bytes damaged = saved;
+    damaged[i] ^= 0x10;
+    EXPECT_NE(clip.instance.restore(damaged), RestoreResult::Restored) << "byte " << i;
+  }
+  Bytes longer = saved;
+  longer.push_back(0);
+  refuses(longer, RestoreResult::Damaged);
+  refuses(Bytes(400, 'x'), RestoreResult::NoSavedInstance);
+  refuses(forged(saved, 8, std::uint32_t{0x04030201}), RestoreResult::OtherByteOrder);
+  refuses(forged(saved, 12, std::uint32_t{2}), RestoreResult::OtherVersion);
+  refuses(forged(saved, 24, std::int32_t{-1}), RestoreResult::Damaged);  // steps
+  constexpr std::size_t kFirstStar = 24 + 12 + 22 + 8;
+  refuses(forged(saved, kFirstStar - 8, std::uint64_t{1} << 61), RestoreResult::Damaged);
+  refuses(forged(saved, kFirstStar, 1e30f), RestoreResult::Damaged);  // random factor
+  refuses(forged(saved, kFirstStar + 20, std::int32_t{1} << 30), RestoreResult::Damaged);  // rays
+  EXPECT_EQ(clip.instance.restore(forged(saved, kFirstStar + 4, 0.5f)), RestoreResult::Restored);
+}
+
+TEST(Instance, WritesThePixelsOfItsOutputAndNothingElse) {
+  const Values values = busyValues(3);
+  Picture upright, turned;
+  const Picture input;
+  ASSERT_TRUE(Instance().render(values, 0, {upright.view(), {}}));
+  ASSERT_TRUE(Instance().render(values, 0, {turned.upsideDown(), {}}));
+  for (std::int32_t y = 0; y < kHeight; ++y) {
+    const std::uint8_t* row = upright.view().at(0, y);
+    EXPECT_EQ(std::memcmp(row, turned.upsideDown().at(0, y), kWidth * 4), 0) << y;
+    EXPECT_EQ(row[kWidth * 4], 0x5A) << "padding of row " << y;
+  }
+
+  Picture deep(PixelFormat::Argb16);
+  MutableImageView narrow = upright.view();
+  narrow.rowBytes = 4 * kWidth - 1;
+  MutableImageView nowhere = upright.view();
+  nowhere.bytes = nullptr;
+  const Bytes before = upright.bytes;
+  Instance instance;
+  for (const FrameViews& views : {FrameViews{narrow, {}},
+                                  {nowhere, {}},
+                                  {upright.view(), deep.view()},
+                                  {upright.view(), narrow}}) {
+    EXPECT_FALSE(instance.render(values, 0, views));
+  }
+  EXPECT_EQ(upright.bytes, before);
+  EXPECT_EQ(instance.starCount(), 0);
+}
+
+}  // namespace
