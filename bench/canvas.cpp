@@ -15,12 +15,9 @@ brisel::MutableImageView viewOf(std::vector<std::uint16_t>& pixels, bool deep) {
 }  // namespace
 
 Canvas::Canvas(bool deep, const brisel::Kernels& kernels)
-    : pixels_(static_cast<std::size_t>(kWidth) * kHeight * 4), drawing_{settings_,
-                                                                        random_,
-                                                                        state_,
-                                                                        viewOf(pixels_, deep),
-                                                                        brisel::BlendRule::Over,
-                                                                        &kernels} {
+    : pixels_(static_cast<std::size_t>(kWidth) * kHeight * 4),
+      image_(viewOf(pixels_, deep)),
+      painter_(image_, kernels) {
   settings_.frameWidth = kWidth;
   settings_.frameHeight = kHeight;
   settings_.highQuality = true;
@@ -31,16 +28,15 @@ void Canvas::clear() {
   std::ranges::fill(pixels_, std::uint16_t{0});
 }
 
-std::int64_t Canvas::coveredPixels(const std::function<void(brisel::Drawing&)>& draw) {
+std::int64_t Canvas::coveredPixels(const std::function<void()>& paint) {
   clear();
-  draw(drawing_);
-  const brisel::MutableImageView& layer = drawing_.layer;
-  const auto bytes = static_cast<std::size_t>(layer.pixelBytes());
+  paint();
+  const auto bytes = static_cast<std::size_t>(image_.pixelBytes());
   static constexpr std::uint8_t kEmpty[8] = {};
   std::int64_t covered = 0;
-  for (std::int32_t y = 0; y < layer.height; ++y) {
-    for (std::int32_t x = 0; x < layer.width; ++x) {
-      covered += std::memcmp(layer.at(x, y), kEmpty, bytes) != 0;
+  for (std::int32_t y = 0; y < image_.height; ++y) {
+    for (std::int32_t x = 0; x < image_.width; ++x) {
+      covered += std::memcmp(image_.at(x, y), kEmpty, bytes) != 0;
     }
   }
   clear();

@@ -1,4 +1,4 @@
-// A frame to measure drawing on, and how many of its pixels a sprite really covers.
+// A frame to measure painting on, and how many of its pixels a sprite really covers.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 
 #include "core/random.h"
 #include "core/render_settings.h"
-#include "render/drawing.h"
+#include "render/stars/compose.h"
 
 namespace bench {
 
@@ -18,18 +18,20 @@ class Canvas {
 
   Canvas(bool deep, const brisel::Kernels& kernels);
 
-  brisel::Drawing& drawing() { return drawing_; }
+  const brisel::Composition& composition() const { return composition_; }
   void clear();
 
-  /// The pixels of the frame that `draw` changes on an empty frame.
-  std::int64_t coveredPixels(const std::function<void(brisel::Drawing&)>& draw);
+  /// The pixels that `paint` changes on an empty frame.
+  std::int64_t coveredPixels(const std::function<void()>& paint);
 
  private:
   std::vector<std::uint16_t> pixels_;
   brisel::RenderSettings settings_;
   brisel::RandomGenerator random_;
-  brisel::DrawingState state_;
-  brisel::Drawing drawing_;
+  brisel::SpriteState state_;
+  brisel::MutableImageView image_;
+  brisel::Painter painter_;
+  brisel::Composition composition_{settings_, random_, state_, painter_};
 };
 
 }  // namespace bench

@@ -1,5 +1,5 @@
 // Whole frames through the module's entry point, with the plain kernels and those chosen; how their
-// cost grows; one simulation step of 30,000 stars beside the drawing of them.
+// cost grows; one simulation step of 30,000 stars and the painting of them.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 #include "hostkit/module.h"
 #include "hostkit/session.h"
 #include "rates.h"
-#include "render/frame.h"
+#include "render/stars/compose.h"
 
 namespace {
 
@@ -160,14 +160,14 @@ void simulateCrowd(benchmark::State& state) {
   }
 }
 
-void drawCrowd(benchmark::State& state) {
+void paintCrowd(benchmark::State& state, const brisel::Kernels& kernels) {
   Crowd crowd;
-  brisel::DrawingState drawingState;
+  brisel::SpriteState sprites;
   const brisel::MutableImageView output{crowd.pixels.data(), 1920, 1080, 1920 * 4};
-  brisel::Drawing drawing{crowd.settings, crowd.random, drawingState, output,
-                          brisel::BlendRule::Over};
+  brisel::Painter painter(output, kernels);
+  const brisel::Composition composition{crowd.settings, crowd.random, sprites, painter};
   for ([[maybe_unused]] auto _ : state) {
-    drawAllStars(drawing, crowd.population.stars, crowd.population.starCount);
+    composeStars(composition, crowd.stars);
     benchmark::ClobberMemory();
   }
 }
@@ -186,7 +186,7 @@ void printTable(const bench::Rates& rates, const std::string& set,
                   bench::column(rates.ratio(name, "plain/" + frame.name)).c_str());
     }
   }
-  for (const std::string name : {"simulate_30000_stars", "draw_30000_stars"}) {
+  for (const std::string name : {"simulate_30000_stars", "paint_30000_stars"}) {
     std::printf("%-28s %s\n", name.c_str(), bench::column(milliseconds(name)).c_str());
   }
 }
@@ -197,8 +197,8 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   const char* wanted = std::getenv("BRISEL_INSTRUCTIONS");
-  const std::string set = brisel::kernelsNamed(wanted).name;
-  chooseKernels(brisel::kernelsNamed(wanted));
+  const brisel::Kernels& kernels = brisel::kernelsNamed(wanted);
+  const std::string set = kernels.name;
   const std::vector<Frame> grown = growth();
   for (const Frame& f : kScenes) {
     addFrames("plain", f.name, f.width, f.height, f.depth, f.prepare, f.warmUpFrames);
@@ -208,7 +208,8 @@ int main(int argc, char** argv) {
   for (const Frame& f : grown)
     addFrames(set, f.name, f.width, f.height, f.depth, f.prepare, f.warmUpFrames);
   benchmark::RegisterBenchmark("simulate_30000_stars", simulateCrowd);
-  benchmark::RegisterBenchmark("draw_30000_stars", drawCrowd);
+  benchmark::RegisterBenchmark("paint_30000_stars",
+                               [&](benchmark::State& state) { paintCrowd(state, kernels); });
   bench::Rates rates;
   benchmark::RunSpecifiedBenchmarks(&rates);
   printTable(rates, set, grown);

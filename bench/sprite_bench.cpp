@@ -13,90 +13,77 @@
 
 #include "canvas.h"
 #include "rates.h"
-#include "render/sprites.h"
+#include "render/stars/compose.h"
 
 namespace {
 
 using brisel::BlendRule;
-using brisel::Drawing;
+using brisel::Composition;
+using brisel::SpriteLook;
 using brisel::StarType;
 
-constexpr float kCentre = 512.3f;
+constexpr float kCenter = 512.3f;
 constexpr brisel::Rgb kColor{255, 180, 90};
 
-/// A sprite of `size` pixels across, as its star body draws it.
+/// Composes and paints a sprite of `size` pixels across, as its star body does.
 struct Sprite {
   const char* name;
-  std::function<void(Drawing&, float size)> draw;
+  std::function<void(const Composition&, const SpriteLook&)> paint;
 };
 
-void ray(Drawing& d, StarType type, float size) {
-  drawRayStar(d, type, kCentre, kCentre, size / 2.0f, size / 20.0f, 30.0f, 4.0f, kColor, 1.0f);
+void ray(const Composition& c, SpriteLook look, StarType type) {
+  look.size /= 2.0f;
+  composeRays(c, look, {type, look.size / 10.0f, 30.0f, 4.0f});
 }
 
-void cross(Drawing& d, float size, bool textured) {
-  d.state.crossVariant = textured ? brisel::kTexturedCross : brisel::kPlainCross;
-  d.state.textureScale = textured ? -0.5f : 0.0f;
-  d.state.textureMix = textured ? 0.75f : 0.0f;
-  drawCrossStar(d, size / 2.0f, kCentre, kCentre, 0.5f, kColor, 1.0f);
+void cross(const Composition& c, SpriteLook look, bool textured) {
+  c.state.crossVariant = textured ? brisel::kTexturedCross : brisel::kPlainCross;
+  c.state.textureScale = textured ? -0.5f : 0.0f;
+  c.state.textureMix = textured ? 0.75f : 0.0f;
+  look.size /= 2.0f;
+  composeCross(c, look, 0.5f);
 }
 
-void glow(Drawing& d, float size, float scale, brisel::GlowProfile profile) {
-  d.state.glowScale = scale;
-  drawGlowStar(d, kCentre, kCentre, size, kColor, 1.0f, profile);
+void glow(const Composition& c, const SpriteLook& look, brisel::GlowProfile profile) {
+  c.state.glowScale = 1.25f;
+  composeGlow(c, look, profile);
 }
 
-void blics(Drawing& d, float size, brisel::BlicsProfile profile) {
-  drawBlicsStar(d, kCentre, kCentre, size, kColor, 1.0f, profile, 0.1f);
+template <class Paint>
+void recolored(const Composition& c, Paint paint) {
+  c.state.rainbowOn = true;
+  c.state.rainbowShift = -250.0f;
+  paint();
+  c.state.rainbowOn = false;
+  c.state.rainbowShift = 0.0f;
 }
 
-template <class Draw>
-void recoloured(Drawing& d, Draw draw) {
-  d.state.rainbowOn = true;
-  d.state.rainbowShift = -250.0f;
-  draw();
-  d.state.rainbowOn = false;
-  d.state.rainbowShift = 0.0f;
-}
-
-template <class Draw>
-void lowQuality(Drawing& d, Draw draw) {
-  brisel::RenderSettings settings = d.settings;
+void lowQualityRay(const Composition& c, const SpriteLook& look) {
+  brisel::RenderSettings settings = c.settings;
   settings.highQuality = false;
-  Drawing low{settings, d.random, d.state, d.layer, d.blendRule, d.kernels};
-  draw(low);
+  ray({settings, c.random, c.state, c.painter}, look, StarType::Type2);
 }
+
+using brisel::GlowProfile;
 
 const Sprite kSprites[] = {
-    {"ray_type2", [](Drawing& d, float size) { ray(d, StarType::Type2, size); }},
-    {"ray_type5", [](Drawing& d, float size) { ray(d, StarType::Type5, size); }},
-    {"cross", [](Drawing& d, float size) { cross(d, size, false); }},
-    {"cross_textured", [](Drawing& d, float size) { cross(d, size, true); }},
-    {"glow1_body", [](Drawing& d, float size) { glow(d, size, 1.25f, brisel::GlowProfile::Full); }},
-    {"halo_simple",
-     [](Drawing& d, float size) { glow(d, size, 1.25f, brisel::GlowProfile::Simple); }},
-    {"blics_body", [](Drawing& d, float size) { blics(d, size, brisel::BlicsProfile::Disc); }},
-    {"blics_ring", [](Drawing& d, float size) { blics(d, size, brisel::BlicsProfile::Ring); }},
-    {"ray_low_quality",
-     [](Drawing& d, float size) {
-       lowQuality(d, [&](Drawing& low) { ray(low, StarType::Type2, size); });
-     }},
+    {"ray_type2", [](auto& c, auto& look) { ray(c, look, StarType::Type2); }},
+    {"ray_type5", [](auto& c, auto& look) { ray(c, look, StarType::Type5); }},
+    {"cross", [](auto& c, auto& look) { cross(c, look, false); }},
+    {"cross_textured", [](auto& c, auto& look) { cross(c, look, true); }},
+    {"glow1_body", [](auto& c, auto& look) { glow(c, look, GlowProfile::Full); }},
+    {"halo_simple", [](auto& c, auto& look) { glow(c, look, GlowProfile::Simple); }},
+    {"blics_body", [](auto& c, auto& look) { composeDisc(c, look); }},
+    {"blics_ring", [](auto& c, auto& look) { composeRing(c, look, 0.1f); }},
+    {"ray_low_quality", lowQualityRay},
     {"ray_rainbow",
-     [](Drawing& d, float size) { recoloured(d, [&] { ray(d, StarType::Type2, size); }); }},
-    {"cross_rainbow",
-     [](Drawing& d, float size) { recoloured(d, [&] { cross(d, size, false); }); }},
+     [](auto& c, auto& look) { recolored(c, [&] { ray(c, look, StarType::Type2); }); }},
+    {"cross_rainbow", [](auto& c, auto& look) { recolored(c, [&] { cross(c, look, false); }); }},
     {"glow1_rainbow",
-     [](Drawing& d, float size) {
-       recoloured(d, [&] { glow(d, size, 1.25f, brisel::GlowProfile::Full); });
-     }},
+     [](auto& c, auto& look) { recolored(c, [&] { glow(c, look, GlowProfile::Full); }); }},
     {"halo_rainbow",
-     [](Drawing& d, float size) {
-       recoloured(d, [&] { glow(d, size, 1.25f, brisel::GlowProfile::Simple); });
-     }},
-    {"blics_rainbow",
-     [](Drawing& d, float size) {
-       recoloured(d, [&] { blics(d, size, brisel::BlicsProfile::Disc); });
-     }},
+     [](auto& c, auto& look) { recolored(c, [&] { glow(c, look, GlowProfile::Simple); }); }},
+    {"blics_rainbow", [](auto& c, auto& look) { recolored(c, [&] { composeDisc(c, look); }); }},
 };
 
 struct Rule {
@@ -113,12 +100,11 @@ constexpr int kSizes[] = {16, 64, 256};
 void runSprite(benchmark::State& state, const brisel::Kernels& kernels, const Sprite& sprite,
                BlendRule rule, bool deep, int size) {
   bench::Canvas canvas(deep, kernels);
-  Drawing& drawing = canvas.drawing();
-  drawing.blendRule = rule;
-  const auto draw = [&](Drawing& d) { sprite.draw(d, static_cast<float>(size)); };
-  const std::int64_t pixels = canvas.coveredPixels(draw);
+  const SpriteLook look{{kCenter, kCenter}, static_cast<float>(size), kColor, 1.0f, rule};
+  const auto paint = [&] { sprite.paint(canvas.composition(), look); };
+  const std::int64_t pixels = canvas.coveredPixels(paint);
   for ([[maybe_unused]] auto _ : state) {
-    draw(drawing);
+    paint();
     benchmark::ClobberMemory();
   }
   state.SetItemsProcessed(state.iterations() * pixels);
@@ -130,12 +116,12 @@ void runCairo(benchmark::State& state, int size) {
   cairo_t* cr = cairo_create(surface);
   const double radius = size / 2.0;
   cairo_pattern_t* gradient =
-      cairo_pattern_create_radial(kCentre, kCentre, 0, kCentre, kCentre, radius);
+      cairo_pattern_create_radial(kCenter, kCenter, 0, kCenter, kCenter, radius);
   cairo_pattern_add_color_stop_rgba(gradient, 0, 1.0, 0.7, 0.35, 1.0);
   cairo_pattern_add_color_stop_rgba(gradient, 1, 1.0, 0.7, 0.35, 0.0);
   cairo_set_operator(cr, CAIRO_OPERATOR_ADD);
   cairo_set_source(cr, gradient);
-  const int corner = static_cast<int>(kCentre - radius);
+  const int corner = static_cast<int>(kCenter - radius);
   for ([[maybe_unused]] auto _ : state) {
     cairo_rectangle(cr, corner, corner, size + 1, size + 1);
     cairo_fill(cr);

@@ -7,8 +7,9 @@
 
 namespace brisel {
 
-/// Pi as settings and engine use it; the drawing code has a shorter one of its own.
+/// Pi as settings and engine use it, and as sprites do.
 inline constexpr float kPi = 3.14159265f;
+inline constexpr float kShortPi = 3.141592f;
 
 /// Full scale of a 16-bit channel, and how many of its levels make one of an 8-bit channel.
 inline constexpr float kDeepFullScale = 32768.0f;

@@ -11,8 +11,7 @@
 #include "engine/simulation.h"
 #include "platform/page_array.h"
 #include "platform/pages.h"
-#include "render/frame.h"
-#include "render/mix.h"
+#include "render/painter.h"
 
 namespace brisel {
 namespace {
@@ -73,11 +72,12 @@ void advance(PreparedFrame& frame, const FrameState& state) {
   state.emissionAccumulator = population.emissionAccumulator;
 }
 
-void paintStars(const PreparedFrame& frame, const MutableImageView& output,
+void paintStars(const PreparedFrame& frame, const MutableImageView& output, const Kernels& kernels,
                 const FrameState& state) {
-  state.drawing.rainbowShift = frame.settings.colorRainbow;
-  Drawing drawing{frame.settings, state.random, state.drawing, output, BlendRule::Over};
-  drawAllStars(drawing, state.stars, state.starCount);
+  state.sprites.rainbowShift = frame.settings.colorRainbow;
+  Painter painter(output, kernels);
+  composeStars({frame.settings, state.random, state.sprites, painter},
+               {state.stars, static_cast<std::size_t>(state.starCount)});
 }
 
 }  // namespace
@@ -103,7 +103,7 @@ void resetState(const FrameState& state) {
   state.stepCounter = 0;
   state.emissionAccumulator = 0.0f;
   state.random.seedRandom(0);
-  state.drawing = DrawingState{};
+  state.sprites = SpriteState{};
 }
 
 void renderFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
@@ -111,9 +111,9 @@ void renderFrame(const Values& values, const FrameViews& views, const MaskOutlin
   PreparedFrame frame(values, views, mask);
   if (state != nullptr) {
     advance(frame, *state);
-    paintStars(frame, views.output, *state);
+    paintStars(frame, views.output, *views.kernels, *state);
   }
-  mixWithInput(views.output, views.input, frame.settings.mixWithOriginal);
+  views.kernels->mix(views.output, views.input, frame.settings.mixWithOriginal);
 }
 
 void stepFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
@@ -123,7 +123,7 @@ void stepFrame(const Values& values, const FrameViews& views, const MaskOutline*
   // Random draws and lasting changes of stars happen where stars are painted, however little of
   // them there is to see.
   std::uint8_t pixel[8] = {};
-  paintStars(frame, {pixel, 1, 1, sizeof pixel, views.output.format}, state);
+  paintStars(frame, {pixel, 1, 1, sizeof pixel, views.output.format}, *views.kernels, state);
 }
 
 }  // namespace brisel

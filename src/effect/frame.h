@@ -9,7 +9,8 @@
 #include "effect/values.h"
 #include "engine/mask_outline.h"
 #include "engine/particle.h"
-#include "render/drawing.h"
+#include "render/kernels.h"
+#include "render/stars/compose.h"
 
 namespace brisel {
 
@@ -19,6 +20,7 @@ struct FrameViews {
   ImageView input;              // of the output's format; may be smaller or larger, or empty
   std::int32_t layerWidth = 0;  // of the layer at full resolution, pixels; 0: that of the output
   bool highQuality = true;      // smooth edges
+  const Kernels* kernels = &kernelsNamed(nullptr);  // the instruction set to paint with
 };
 
 /// What one frame leaves to the next, wherever it is kept.
@@ -29,7 +31,7 @@ struct FrameState {
   std::int32_t& stepCounter;
   float& emissionAccumulator;
   RandomGenerator& random;
-  DrawingState& drawing;
+  SpriteState& sprites;
 };
 
 /// Gives the star array `capacity` records, keeping the oldest stars that fit. Returns false, and

@@ -42,7 +42,7 @@ Instance::Instance(const Instance& other)
     : stepCounter_(other.stepCounter_),
       emissionAccumulator_(other.emissionAccumulator_),
       random_(other.random_),
-      drawing_(other.drawing_) {
+      sprites_(other.sprites_) {
   if (other.capacity_ == 0) return;
   if (!resizeStars(state(), other.capacity_)) throw std::bad_alloc();
   starCount_ = other.starCount_;
@@ -58,7 +58,7 @@ Instance::Instance(Instance&& other) noexcept
       stepCounter_(other.stepCounter_),
       emissionAccumulator_(other.emissionAccumulator_),
       random_(other.random_),
-      drawing_(other.drawing_) {}
+      sprites_(other.sprites_) {}
 
 Instance& Instance::operator=(Instance other) noexcept {
   std::swap(stars_, other.stars_);
@@ -67,7 +67,7 @@ Instance& Instance::operator=(Instance other) noexcept {
   stepCounter_ = other.stepCounter_;
   emissionAccumulator_ = other.emissionAccumulator_;
   random_ = other.random_;
-  drawing_ = other.drawing_;
+  sprites_ = other.sprites_;
   return *this;
 }
 
@@ -76,7 +76,7 @@ Instance::~Instance() {
 }
 
 FrameState Instance::state() {
-  return {stars_, capacity_, starCount_, stepCounter_, emissionAccumulator_, random_, drawing_};
+  return {stars_, capacity_, starCount_, stepCounter_, emissionAccumulator_, random_, sprites_};
 }
 
 bool Instance::render(const Values& values, std::int32_t time, const FrameViews& views,
@@ -104,7 +104,7 @@ bool Instance::step(const Values& values, std::int32_t time, const FrameViews& v
 }
 
 std::vector<std::uint8_t> Instance::save() const {
-  SavedState saved{stepCounter_, emissionAccumulator_, random_.state(), drawing_, {}};
+  SavedState saved{stepCounter_, emissionAccumulator_, random_.state(), sprites_, {}};
   saved.stars.assign(stars_, stars_ + starCount_);
   return toBytes(saved);
 }
@@ -124,7 +124,7 @@ RestoreResult Instance::restore(std::span<const std::uint8_t> bytes) try {
   restored.stepCounter_ = saved.stepCounter;
   restored.emissionAccumulator_ = saved.emissionAccumulator;
   restored.random_.seedRandom(saved.randomState);
-  restored.drawing_ = saved.drawing;
+  restored.sprites_ = saved.sprites;
   *this = std::move(restored);
   return result;
 } catch (const std::bad_alloc&) {

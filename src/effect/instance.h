@@ -9,7 +9,7 @@
 #include "effect/frame.h"
 #include "effect/saved_state.h"
 #include "effect/values.h"
-#include "render/drawing.h"
+#include "render/stars/compose.h"
 
 namespace brisel {
 
@@ -60,7 +60,7 @@ class Instance {
   std::int32_t stepCounter_ = 0;
   float emissionAccumulator_ = 0.0f;
   RandomGenerator random_;
-  DrawingState drawing_;
+  SpriteState sprites_;
 };
 
 }  // namespace brisel

@@ -30,15 +30,15 @@ void forFields(State& state, Each& each) {
   each(state.stepCounter);
   each(state.emissionAccumulator);
   each(state.randomState);
-  each(state.drawing.rainbowShift);
-  each(state.drawing.rainbowOn);
-  each(state.drawing.currentRandomFactor);
-  each(state.drawing.glowScale);
-  each(state.drawing.crossVariant);
-  each(state.drawing.textureScale);
-  each(state.drawing.textureMix);
+  each(state.sprites.rainbowShift);
+  each(state.sprites.rainbowOn);
+  each(state.sprites.currentRandomFactor);
+  each(state.sprites.glowScale);
+  each(state.sprites.crossVariant);
+  each(state.sprites.textureScale);
+  each(state.sprites.textureMix);
 }
-static_assert(sizeof(DrawingState) == 28, "a field was added or left: save those that there are");
+static_assert(sizeof(SpriteState) == 28, "a field was added or left: save those that there are");
 
 template <class Star, class Each>
 void forStarFields(Star& star, Each& each) {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "engine/particle.h"
-#include "render/drawing.h"
+#include "render/stars/compose.h"
 
 namespace brisel {
 
@@ -31,7 +31,7 @@ struct SavedState {
   std::int32_t stepCounter = 0;
   float emissionAccumulator = 0.0f;
   std::uint32_t randomState = 0;
-  DrawingState drawing;
+  SpriteState sprites;
   std::vector<Particle> stars;
 };
 

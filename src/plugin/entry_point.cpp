@@ -25,13 +25,12 @@
 namespace brisel {
 namespace {
 
-// The instruction set is what drawing uses, or would use before global set-up.
 PF_Err showAbout(PF_OutData& out) {
   std::snprintf(out.return_msg, sizeof out.return_msg,
                 "Corvane - Brisel 2.0\r"
                 "Stars that leave points, paths and circles, shine, drift, fade and burst.\r"
                 "Instruction set: %s",
-                activeKernels().name);
+                moduleState().kernels->name);
   return PF_Err_NONE;
 }
 
@@ -39,7 +38,7 @@ PF_Err setUpGlobally(PF_OutData& out) {
   ModuleState& module = moduleState();
   module.folders = findFolders();
   LoadGreyTexture(module.greyTexture, 999, 30, 30, 1.0f);
-  chooseKernels(kernelsNamed(std::getenv("BRISEL_INSTRUCTIONS")));
+  module.kernels = &kernelsNamed(std::getenv("BRISEL_INSTRUCTIONS"));
   out.my_version = kEffectVersion;
   out.out_flags = kOutFlags;
   out.out_flags2 = kOutFlags2;

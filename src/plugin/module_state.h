@@ -7,16 +7,18 @@
 #include "plugin/controls/parameter_file.h"
 #include "plugin/controls/resource_image.h"
 #include "plugin/module_folders.h"
-#include "render/drawing.h"
+#include "render/kernels.h"
+#include "render/stars/compose.h"
 
 namespace brisel {
 
 struct ModuleState {
   ModuleFolders folders;    // filled at global set-up, as the texture
   GreyTexture greyTexture;  // for star types that sample one; none of today's does
-  DrawingState drawing;     // shared by all instances, as one render leaves it to the next
+  SpriteState sprites;      // shared by all instances, as one render leaves it to the next
   FrameSize frameSize;      // of the last render; a preset's points are fractions of it
   HeaderState header;
+  const Kernels* kernels = &kernelsNamed(nullptr);  // chosen anew at global set-up
 };
 
 ModuleState& moduleState();

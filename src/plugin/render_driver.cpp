@@ -56,7 +56,7 @@ FrameState frameState(SequenceState& state) {
           state.stepCounter,
           state.emissionAccumulator,
           randomGenerator(),
-          moduleState().drawing};
+          moduleState().sprites};
 }
 
 }  // namespace
@@ -70,7 +70,7 @@ PF_Err renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
   moduleState().frameSize = {output.width, output.height};
   const Values values = readValues(params);
   const FrameViews views{outputView(output), inputView(params[kInputLayer]->u.ld, formatOf(output)),
-                         in.width, in.quality == PF_Quality_HI};
+                         in.width, in.quality == PF_Quality_HI, moduleState().kernels};
   const MaskPath mask(in, values[kPath].number);
   std::optional<LockedHandle> locked;
   if (hasHandleCallbacks(in)) locked.emplace(*in.utils, out.sequence_data);

@@ -2,8 +2,6 @@
 
 #include <cstring>
 
-#include "render/isa/kernel_tables.h"
-
 namespace brisel {
 namespace {
 
@@ -29,11 +27,6 @@ Available findAvailable() {
   return found;
 }
 
-const Kernels*& chosenKernels() {
-  static const Kernels* chosen = availableKernels().back();
-  return chosen;
-}
-
 }  // namespace
 
 std::span<const Kernels* const> availableKernels() {
@@ -46,14 +39,6 @@ const Kernels& kernelsNamed(const char* name) {
     if (name != nullptr && std::strcmp(name, kernels->name) == 0) return *kernels;
   }
   return *availableKernels().back();
-}
-
-const Kernels& activeKernels() {
-  return *chosenKernels();
-}
-
-void chooseKernels(const Kernels& kernels) {
-  chosenKernels() = &kernels;
 }
 
 }  // namespace brisel

@@ -1,36 +1,34 @@
-// The inner loops of drawing, once per instruction set. All of them give the same bytes.
+// The inner loops of painting, once per instruction set. All of them give the same bytes.
 #pragma once
 
+#include <cstdint>
 #include <span>
 
-#include "core/color.h"
 #include "core/image_view.h"
 #include "core/options.h"
+#include "render/raster/blend_rule.h"
+#include "render/raster/grid.h"
+#include "render/sprites/specs.h"
 
 namespace brisel {
 
-struct Drawing;
-enum class BlendRule : std::uint8_t;
-enum class GlowProfile : std::uint8_t;
-enum class BlicsProfile : std::uint8_t;
+/// The most pixels that any instruction set takes at a time.
+inline constexpr int kMostLanes = 16;
 
-/// What sprites.h and mix.h describe, compiled for one instruction set.
+/// Functions that read what they are given and write pixels of the image, and nothing else; they
+/// allocate nothing. A sprite's grid is where its own rows and columns fall on the image.
 struct Kernels {
   const char* name;  // of the instruction set
   int lanes;         // pixels at a time
-  void (*rayStar)(Drawing& drawing, StarType type, float x, float y, float size, float width,
-                  float angleDegrees, float rays, Rgb color, float value);
-  void (*crossStar)(Drawing& drawing, float radius, float x, float y, float angleRadians, Rgb color,
-                    float value);
-  void (*glowStar)(Drawing& drawing, float x, float y, float size, Rgb color, float value,
-                   GlowProfile profile);
-  void (*blicsStar)(Drawing& drawing, float x, float y, float size, Rgb color, float value,
-                    BlicsProfile profile, float ringWidth);
-  /// Blends `pen` into `count` neighbouring pixels, with the values given up to a whole number of
-  /// lanes.
-  void (*values)(const MutableImageView& image, BlendRule rule, Rgb pen, std::int32_t x,
-                 std::int32_t y, std::int32_t count, const float* values);
-  void (*mix)(const MutableImageView& output, const ImageView& input, MixMode mode);
+  void (*glow)(const MutableImageView& image, const PixelGrid& grid, const GlowSpec& glow);
+  void (*blics)(const MutableImageView& image, const PixelGrid& grid, const BlicsSpec& blics);
+  void (*cross)(const MutableImageView& image, const PixelGrid& grid, const CrossSpec& cross);
+  void (*rays)(const MutableImageView& image, const RaySpec& rays);
+  void (*run)(const MutableImageView& image, const RunSpec& run);
+  /// The last step of a frame: mixes the input under the stars by `mode` (Normal or Add; anything
+  /// else does nothing). Both images have the same format. The input counts as transparent black
+  /// outside its own bounds.
+  void (*mix)(const MutableImageView& stars, const ImageView& input, MixMode mode);
 };
 
 /// Those that this processor can run, narrowest first; the first is the plain one.
@@ -39,8 +37,11 @@ std::span<const Kernels* const> availableKernels();
 /// Those called `name`; the widest available when it is null or names none of them.
 const Kernels& kernelsNamed(const char* name);
 
-/// Those that frames are drawn with: the widest available, until others are chosen.
-const Kernels& activeKernels();
-void chooseKernels(const Kernels& kernels);
+/// Each defined in a file of its own, which is compiled for its instruction set. Not to be called
+/// unless available.
+extern const Kernels kPlainKernels;
+extern const Kernels kSse2Kernels;
+extern const Kernels kAvx2Kernels;
+extern const Kernels kAvx512Kernels;
 
 }  // namespace brisel

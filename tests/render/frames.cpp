@@ -49,42 +49,32 @@ std::uint16_t Frame::channel(std::int32_t x, std::int32_t y, int c) const {
   return v;
 }
 
-void expectSame(const Frame& drawn, const Frame& expected) {
-  const auto [a, b] = std::ranges::mismatch(drawn.bytes_, expected.bytes_);
-  if (a == drawn.bytes_.end()) return;
-  const auto offset = static_cast<std::size_t>(a - drawn.bytes_.begin());
-  const std::size_t row = offset / drawn.rowBytes_;
-  const std::size_t column = offset % drawn.rowBytes_ / (drawn.deep_ ? 8 : 4);
+void expectSame(const Frame& painted, const Frame& expected) {
+  const auto [a, b] = std::ranges::mismatch(painted.bytes_, expected.bytes_);
+  if (a == painted.bytes_.end()) return;
+  const auto offset = static_cast<std::size_t>(a - painted.bytes_.begin());
+  const std::size_t row = offset / painted.rowBytes_;
+  const std::size_t column = offset % painted.rowBytes_ / (painted.deep_ ? 8 : 4);
   ADD_FAILURE() << "bytes differ, first in row " << static_cast<int>(row) - 1 << " (of "
-                << drawn.height_ << "), column " << column << " (of " << drawn.width_
+                << painted.height_ << "), column " << column << " (of " << painted.width_
                 << "): " << +*a << ", expected " << +*b;
 }
 
-void drawWithAll(const Scene& scene, const Frame& frame,
-                 const std::function<void(brisel::Drawing&)>& draw, Digest& digest) {
+void paintWithAll(const Scene& scene, const Frame& frame, const Compose& compose, Digest& digest) {
   std::optional<Frame> first;
-  brisel::DrawingState stateOfFirst;
   for (const brisel::Kernels* kernels : brisel::availableKernels()) {
     SCOPED_TRACE(kernels->name);
-    Frame drawn = frame;
+    Frame painted = frame;
     brisel::RandomGenerator random;
-    brisel::DrawingState state = scene.state;
-    brisel::Drawing drawing{scene.settings, random, state, drawn.view(), scene.rule, kernels};
-    draw(drawing);
-    EXPECT_EQ(random.state(), 0u) << "sprites draw no chance";
+    brisel::SpriteState state = scene.state;
+    brisel::Painter painter(painted.view(), *kernels);
+    compose({scene.settings, random, state, painter});
+    EXPECT_EQ(random.state(), 0u) << "sprites need no random draw";
     if (!first) {
-      first = drawn;
-      stateOfFirst = state;
-      for (const std::uint8_t byte : drawn.bytes()) digest.add(byte);
+      first = painted;
+      for (const std::uint8_t byte : painted.bytes()) digest.add(byte);
     }
-    expectSame(drawn, *first);
-    EXPECT_EQ(state.rainbowShift, stateOfFirst.rainbowShift);
-    EXPECT_EQ(state.rainbowOn, stateOfFirst.rainbowOn);
-    EXPECT_EQ(state.currentRandomFactor, stateOfFirst.currentRandomFactor);
-    EXPECT_EQ(state.glowScale, stateOfFirst.glowScale);
-    EXPECT_EQ(state.crossVariant, stateOfFirst.crossVariant);
-    EXPECT_EQ(state.textureScale, stateOfFirst.textureScale);
-    EXPECT_EQ(state.textureMix, stateOfFirst.textureMix);
+    expectSame(painted, *first);
   }
 }
 

@@ -1,5 +1,5 @@
-// What the tests of drawing share: frames between guard bytes, and drawing with every instruction
-// set.
+// What the tests of painting share: frames between guard bytes, and painting with every
+// instruction set.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "core/image_view.h"
-#include "render/drawing.h"
+#include "render/stars/compose.h"
 #include "tests/support/dice.h"
 
 namespace tests {
@@ -26,7 +26,7 @@ class Frame {
   const std::vector<std::uint8_t>& bytes() const { return bytes_; }  // with padding and guards
 
   /// Fails the test at the first byte that differs.
-  friend void expectSame(const Frame& drawn, const Frame& expected);
+  friend void expectSame(const Frame& painted, const Frame& expected);
 
  private:
   std::uint8_t* pixels() { return bytes_.data() + rowBytes_; }
@@ -48,17 +48,17 @@ class Digest {
   std::uint64_t value = 14695981039346656037u;
 };
 
-/// The circumstances of one drawing.
+/// The circumstances in which a sprite is composed.
 struct Scene {
   brisel::RenderSettings settings;
-  brisel::DrawingState state;
-  brisel::BlendRule rule = brisel::BlendRule::Over;
+  brisel::SpriteState state;
 };
 
-/// Draws on copies of `frame` with every instruction set, expects equal bytes and drawing states,
-/// and adds the bytes to `digest`.
-void drawWithAll(const Scene& scene, const Frame& frame,
-                 const std::function<void(brisel::Drawing&)>& draw, Digest& digest);
+using Compose = std::function<void(const brisel::Composition&)>;
+
+/// Paints into copies of `frame` with every instruction set, expects equal bytes, and adds
+/// them to `digest`.
+void paintWithAll(const Scene& scene, const Frame& frame, const Compose& compose, Digest& digest);
 
 inline constexpr brisel::BlendRule kAllRules[] = {
     brisel::BlendRule::Over, brisel::BlendRule::AddScaled, brisel::BlendRule::AddSolid,

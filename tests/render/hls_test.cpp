@@ -1,11 +1,10 @@
 // The hue-lightness-saturation model: digests of the integer conversions of all colours, and the
 // vectors that sprites recolour with against the integers.
-#include "render/hls.h"
+#include "render/raster/recolor.h"
 
 #include <gtest/gtest.h>
 
-#include "render/hls_lanes.h"
-#include "render/isa/sse2.h"
+#include "render/simd/sse2.h"
 #include "tests/render/frames.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "core/image_view.h"
-#include "render/blend.h"
+#include "render/raster/blend_rule.h"
 
 namespace reference {
 

@@ -1,6 +1,6 @@
 // Every sprite with every instruction set: random calls under each rule and depth, on a frame that
 // is full of random pixels, and a digest of what they are known to draw.
-#include "render/sprites.h"
+#include "render/stars/compose.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,9 @@
 
 namespace {
 
-using brisel::Drawing;
+using brisel::BlendRule;
+using brisel::Composition;
+using brisel::SpriteLook;
 using brisel::StarType;
 using tests::Dice;
 
@@ -33,79 +35,73 @@ tests::Scene anyScene(Dice& dice) {
 
 struct Sprite {
   const char* name;
-  void (*draw)(Dice& dice, Drawing& d);  // rolls a call's arguments and makes it
-  int calls;                             // under each rule and depth
-  std::uint64_t digest;                  // of what they draw with the usual dice
+  void (*compose)(Dice& dice, const Composition& c, BlendRule rule);  // rolls what it is given
+  int calls;                                                          // under each rule and depth
+  std::uint64_t digest;  // of what they paint with the usual dice
 };
 
 void PrintTo(const Sprite& sprite, std::ostream* out) {
   *out << sprite.name;
 }
 
-/// What every sprite takes.
-struct Common {
-  explicit Common(Dice& dice)
-      : x(dice.position(kWidth)),
-        y(dice.position(kHeight)),
-        size(dice.logarithmic(0.2f, 5.0f * kWidth)),
-        color(dice.color()),
-        value(dice.value()) {}
+SpriteLook anyLook(Dice& dice, BlendRule rule) {
+  SpriteLook look;
+  look.center.x = dice.position(kWidth);
+  look.center.y = dice.position(kHeight);
+  look.size = dice.logarithmic(0.2f, 5.0f * kWidth);
+  look.color = dice.color();
+  look.value = dice.value();
+  look.rule = rule;
+  return look;
+}
 
-  float x, y, size;
-  brisel::Rgb color;
-  float value;
-};
-
-void drawRays(Dice& dice, Drawing& d) {
-  const Common c(dice);
+void composeAnyRays(Dice& dice, const Composition& c, BlendRule rule) {
+  const SpriteLook look = anyLook(dice, rule);
   const int type = dice.integer(0, 6);
-  const float width = c.size * dice.oneOf({0.0f, 0.001f, 0.05f, 0.05f, 0.2f, 1.0f, 3.0f});
+  const float width = look.size * dice.oneOf({0.0f, 0.001f, 0.05f, 0.05f, 0.2f, 1.0f, 3.0f});
   const float angle = dice.coin() ? dice.real(-400.0f, 400.0f)
                                   : dice.oneOf({0.0f, 90.0f, -45.0f, dice.real(88.0f, 92.0f)});
   const float rays = dice.oneOf({1.0f, 2.5f, 3.0f, 4.0f, 0.0f, 11.0f});
-  drawRayStar(d, static_cast<StarType>(type), c.x, c.y, c.size, width, angle, rays, c.color,
-              c.value);
+  composeRays(c, look, {static_cast<StarType>(type), width, angle, rays});
 }
 
-void drawCross(Dice& dice, Drawing& d) {
-  const Common c(dice);
-  const float angle = dice.coin() ? dice.real(-7.0f, 7.0f) : 0.0f;
-  drawCrossStar(d, c.size / 2.0f, c.x, c.y, angle, c.color, c.value);
+void composeAnyCross(Dice& dice, const Composition& c, BlendRule rule) {
+  SpriteLook look = anyLook(dice, rule);
+  look.size /= 2.0f;
+  composeCross(c, look, dice.coin() ? dice.real(-7.0f, 7.0f) : 0.0f);
 }
 
-void drawGlow(Dice& dice, Drawing& d) {
-  const Common c(dice);
-  drawGlowStar(d, c.x, c.y, c.size, c.color, c.value,
-               static_cast<brisel::GlowProfile>(dice.oneOf({2, 4, 4})));
+void composeAnyGlow(Dice& dice, const Composition& c, BlendRule rule) {
+  const SpriteLook look = anyLook(dice, rule);
+  composeGlow(c, look, static_cast<brisel::GlowProfile>(dice.oneOf({2, 4, 4})));
 }
 
-void drawBlics(Dice& dice, Drawing& d) {
-  const Common c(dice);
-  const auto profile = static_cast<brisel::BlicsProfile>(dice.oneOf({0, 4}));
+void composeAnyBlics(Dice& dice, const Composition& c, BlendRule rule) {
+  const SpriteLook look = anyLook(dice, rule);
+  const bool isRing = dice.oneOf({0, 4}) != 0;
   const float ringWidth = dice.oneOf({0.1f, 0.1f, 0.02f, 0.0f, 0.3f});
-  drawBlicsStar(d, c.x, c.y, c.size, c.color, c.value, profile, ringWidth);
+  isRing ? composeRing(c, look, ringWidth) : composeDisc(c, look);
 }
 
 class SpriteTest : public testing::TestWithParam<Sprite> {};
 
-TEST_P(SpriteTest, DrawsTheSameWithEveryInstructionSet) {
+TEST_P(SpriteTest, PaintsTheSameWithEveryInstructionSet) {
   std::uint32_t stream = 0;
   tests::Digest digest;
   for (const bool deep : {false, true}) {
-    for (const brisel::BlendRule rule : tests::kAllRules) {
+    for (const BlendRule rule : tests::kAllRules) {
       for (int call = 0; call < GetParam().calls && !HasFailure(); ++call) {
         Dice dice(stream++);
         SCOPED_TRACE(testing::Message() << "stream " << stream - 1 << (deep ? ", deep" : "")
                                         << ", rule " << static_cast<int>(rule));
         tests::Frame frame(kWidth, kHeight, deep);
         frame.fill(dice);
-        tests::Scene scene = anyScene(dice);
-        scene.rule = rule;
-        const auto draw = [&](Drawing& d) {
+        const tests::Scene scene = anyScene(dice);
+        const auto compose = [&](const Composition& c) {
           Dice same = dice;
-          GetParam().draw(same, d);
+          GetParam().compose(same, c, rule);
         };
-        tests::drawWithAll(scene, frame, draw, digest);
+        tests::paintWithAll(scene, frame, compose, digest);
       }
     }
   }
@@ -114,12 +110,13 @@ TEST_P(SpriteTest, DrawsTheSameWithEveryInstructionSet) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(, SpriteTest,
-                         testing::Values(Sprite{"Rays", drawRays, 80, 17934213040104600522u},
-                                         Sprite{"Cross", drawCross, 40, 12612527006229467039u},
-                                         Sprite{"Glow", drawGlow, 60, 17093073662934267775u},
-                                         Sprite{"Blics", drawBlics, 60, 7979716983307311055u}),
-                         [](const auto& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    , SpriteTest,
+    testing::Values(Sprite{"Rays", composeAnyRays, 80, 17934213040104600522u},
+                    Sprite{"Cross", composeAnyCross, 40, 12612527006229467039u},
+                    Sprite{"Glow", composeAnyGlow, 60, 17093073662934267775u},
+                    Sprite{"Blics", composeAnyBlics, 60, 7979716983307311055u}),
+    [](const auto& info) { return info.param.name; });
 
 // Row 0 shows rays that start less than a pixel above the frame, with their edges prolonged to it:
 // far beyond the ray's own box, and of full coverage where an edge's corners round to one point.
@@ -129,13 +126,15 @@ TEST(Sprites, RaysJustAboveTheFrame) {
   scene.settings.highQuality = true;
   const brisel::Rgb color = {255, 200, 100};
   const auto oneRay = [&](StarType type, float x, float y, float size, float angle) {
-    return [=](Drawing& d) { drawRayStar(d, type, x, y, size, 0.0f, angle, 1.0f, color, 1.0f); };
+    return [=](const Composition& c) {
+      composeRays(c, {{x, y}, size, color, 1.0f, BlendRule::Over}, {type, 0.0f, angle, 1.0f});
+    };
   };
-  tests::drawWithAll(scene, tests::Frame(kWidth, 5, false),
-                     oneRay(StarType::Type1, 69.1547546f, -0.477207839f, 310.915741f, 268.9133f),
-                     digest);
-  tests::drawWithAll(scene, tests::Frame(2200, 5, false),
-                     oneRay(StarType::Type5, 2181.38f, -0.05f, 90.0f, 180.0f), digest);
+  tests::paintWithAll(scene, tests::Frame(kWidth, 5, false),
+                      oneRay(StarType::Type1, 69.1547546f, -0.477207839f, 310.915741f, 268.9133f),
+                      digest);
+  tests::paintWithAll(scene, tests::Frame(2200, 5, false),
+                      oneRay(StarType::Type5, 2181.38f, -0.05f, 90.0f, 180.0f), digest);
   EXPECT_EQ(digest.value, 4690234236055119269u);
 }
 
@@ -148,8 +147,10 @@ TEST(Sprites, HugeRaysJustAboveTheFrame) {
     tests::Frame frame = empty;
     tests::Scene scene;
     brisel::RandomGenerator random;
-    Drawing d{scene.settings, random, scene.state, frame.view(), scene.rule, kernels};
-    drawRayStar(d, StarType::Type1, 30.0f, -2.0f, 1.1f, 2e9f, 0.0f, 1.0f, {255, 0, 0}, 1.0f);
+    brisel::Painter painter(frame.view(), *kernels);
+    brisel::composeRays({scene.settings, random, scene.state, painter},
+                        {{30.0f, -2.0f}, 1.1f, {255, 0, 0}, 1.0f, BlendRule::Over},
+                        {StarType::Type1, 2e9f, 0.0f, 1.0f});
     expectSame(frame, empty);
   }
 }
@@ -170,17 +171,19 @@ TEST(Sprites, AbsurdNumbersAreHarmless) {
           tests::Scene scene;
           scene.settings.highQuality = true;
           brisel::RandomGenerator random;
-          Drawing d{scene.settings, random, scene.state, frame.view(), scene.rule};
+          brisel::Painter painter(frame.view(), *brisel::availableKernels().back());
+          const Composition c{scene.settings, random, scene.state, painter};
+          const SpriteLook look{{a, b}, size, red, 1.0f, BlendRule::Over};
           for (int type = 1; type <= 5; ++type) {
-            drawRayStar(d, static_cast<StarType>(type), a, b, size, b, a, 4.0f, red, 1.0f);
+            composeRays(c, look, {static_cast<StarType>(type), b, a, 4.0f});
           }
-          d.state.crossVariant = brisel::kTexturedCross;
-          d.state.rainbowShift = 125.0f;
-          drawCrossStar(d, size, a, b, b, red, 1.0f);
-          drawGlowStar(d, a, b, size, red, 1.0f, brisel::GlowProfile::Full);
-          drawGlowStar(d, a, b, size, red, 1.0f, brisel::GlowProfile::Simple);
-          drawBlicsStar(d, a, b, size, red, 1.0f, brisel::BlicsProfile::Disc, 0.1f);
-          drawBlicsStar(d, a, b, size, red, 1.0f, brisel::BlicsProfile::Ring, 0.1f);
+          scene.state.crossVariant = brisel::kTexturedCross;
+          scene.state.rainbowShift = 125.0f;
+          composeCross(c, look, b);
+          composeGlow(c, look, brisel::GlowProfile::Full);
+          composeGlow(c, look, brisel::GlowProfile::Simple);
+          composeDisc(c, look);
+          composeRing(c, look, 0.1f);
           if (!(std::abs(a) < 1e3f) || !(std::abs(b) < 1e3f)) {
             if (size == 20.0f) expectSame(frame, empty);
           }

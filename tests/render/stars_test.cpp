@@ -1,16 +1,15 @@
-// Stars and elements that are not to be drawn leave the frame, the draws and the drawing's state
+// Stars and elements that do not show leave the frame, the random generator and the sprite state
 // alone.
 #include <gtest/gtest.h>
 
-#include "render/elements.h"
-#include "render/frame.h"
+#include "render/stars/compose.h"
 #include "tests/render/frames.h"
 
 namespace {
 
-class Undrawn : public testing::Test {
+class NothingToPaint : public testing::Test {
  protected:
-  Undrawn() {
+  NothingToPaint() {
     settings.frameWidth = frame.width();
     settings.frameHeight = frame.height();
     settings.type = brisel::StarType::Type1;
@@ -27,7 +26,7 @@ class Undrawn : public testing::Test {
     star.lifeTime = 9.0f;
   }
 
-  void draw() { drawAllStars(drawing, &star, 1); }
+  void compose() { composeStars(composition, {&star, 1}); }
 
   void expectNothingDone() const {
     expectSame(frame, tests::Frame(64, 48, false));
@@ -39,12 +38,13 @@ class Undrawn : public testing::Test {
   tests::Frame frame{64, 48, false};
   brisel::RenderSettings settings;
   brisel::RandomGenerator random;
-  brisel::DrawingState state;
+  brisel::SpriteState state;
   brisel::Particle star{};
-  brisel::Drawing drawing{settings, random, state, frame.view()};
+  brisel::Painter painter{frame.view(), *brisel::availableKernels().back()};
+  brisel::Composition composition{settings, random, state, painter};
 };
 
-TEST_F(Undrawn, StarsWithoutAPlaceWhateverTheirAgeAndFate) {
+TEST_F(NothingToPaint, StarsWithoutAPlaceWhateverTheirAgeAndFate) {
   settings.sizeJittering = 1.0f;
   star.lifeTime = brisel::kFailedPlacement;
   star.age = -5.0f;
@@ -52,26 +52,26 @@ TEST_F(Undrawn, StarsWithoutAPlaceWhateverTheirAgeAndFate) {
     settings.type = type;
     for (int fate = 1; fate <= 8; ++fate) {
       star.terminateType = static_cast<brisel::TerminateType>(fate);
-      draw();
+      compose();
     }
   }
   expectNothingDone();
 }
 
-TEST_F(Undrawn, StarsBeyondTheirLifeButNotAtItsEnd) {
+TEST_F(NothingToPaint, StarsBeyondTheirLifeButNotAtItsEnd) {
   star.age = 9.01f;
-  draw();
+  compose();
   expectNothingDone();
   star.age = 9.0f;
-  draw();
+  compose();
   EXPECT_GT(frame.channel(20, 20, 1), 0);
 }
 
-TEST_F(Undrawn, RandomBlinksThatPickNone) {
+TEST_F(NothingToPaint, RandomBlinksThatPickNone) {
   settings.typeOfBlink = brisel::BlinkType::Random;
   settings.sizeOfBlink = settings.volumeOfBlink = 1.0f;
   for (const std::int32_t seed : {-1, -2, -4, -131}) {  // negative, not divisible by three
-    drawAdditionalElements(drawing, {20, 20, 10, 0, {255, 200, 100}, 1, seed});
+    composeElements(composition, {{20, 20}, 10, 0, {255, 200, 100}, 1, seed});
   }
   expectNothingDone();
 }

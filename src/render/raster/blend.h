@@ -1,0 +1,89 @@
+// Blending the pixels of a sprite into those of the image, written once for every instruction set.
+#pragma once
+
+#include <algorithm>
+
+#include "core/image_view.h"
+#include "render/raster/blend_rule.h"
+#include "render/raster/pixels.h"
+#include "render/simd/lanes.h"
+
+namespace brisel {
+
+template <class Isa>
+using FloatOf = typename Lanes<Isa>::Float;
+
+/// The rule's result for pixels that are plotted. `value` lies in 0..M, M being full scale.
+template <BlendRule kRule, class Pixels, class Isa>
+Channels<Isa> blended(const Channels<Isa>& dst, FloatOf<Isa> value, const Channels<Isa>& pen) {
+  using L = Lanes<Isa>;
+  const auto full = L::splat(Pixels::kFullScale);
+  const auto t = value / Pixels::kFullScale;
+  if constexpr (kRule == BlendRule::Over) {
+    const auto replace = (dst.alpha == 0.0f) | (value == Pixels::kFullScale);
+    const auto over = [&](FloatOf<Isa> d, FloatOf<Isa> c) {
+      return replace ? c : t * c + (1.0f - t) * d;
+    };
+    return {L::maximum(dst.alpha, value), over(dst.red, pen.red), over(dst.green, pen.green),
+            over(dst.blue, pen.blue)};
+  } else if constexpr (kRule == BlendRule::AddScaled) {
+    const auto add = [&](FloatOf<Isa> d, FloatOf<Isa> c) { return L::minimum(d + c * t, full); };
+    return {L::minimum(dst.alpha + value, full), add(dst.red, pen.red), add(dst.green, pen.green),
+            add(dst.blue, pen.blue)};
+  } else if constexpr (kRule == BlendRule::AddSolid || kRule == BlendRule::AddGlow) {
+    const auto add = [&](FloatOf<Isa> d, FloatOf<Isa> c) { return L::minimum(d + c, full); };
+    Channels<Isa> out{L::minimum(dst.alpha + value, full), add(dst.red, pen.red),
+                      add(dst.green, pen.green), add(dst.blue, pen.blue)};
+    if constexpr (kRule == BlendRule::AddGlow) {
+      out.alpha = L::maximum(dst.alpha, L::maximum(L::maximum(out.red, out.green), out.blue));
+    }
+    return out;
+  } else {
+    const auto lighten = [&](FloatOf<Isa> d, FloatOf<Isa> c) {
+      return L::minimum(L::maximum(d, c * t), full);
+    };
+    Channels<Isa> out{dst.alpha, lighten(dst.red, pen.red), lighten(dst.green, pen.green),
+                      lighten(dst.blue, pen.blue)};
+    const auto brightest = L::maximum(L::maximum(out.red, out.green), out.blue);
+    out.alpha = L::maximum(L::maximum(dst.alpha, value), brightest);
+    return out;
+  }
+}
+
+/// Pixels that were `before`, with `plot` blended in.
+template <BlendRule kRule, class Pixels, class Isa>
+Pixels plotted(const Pixels& before, const Shaded<Isa>& plot) {
+  const Channels<Isa> pen{FloatOf<Isa>{}, Pixels::penScale(plot.pens.red),
+                          Pixels::penScale(plot.pens.green), Pixels::penScale(plot.pens.blue)};
+  const auto channels = blended<kRule, Pixels, Isa>(before.channels(), plot.value, pen);
+  const Pixels after = Pixels::pack(channels);
+  if constexpr (kRule == BlendRule::AddScaled) return after;  // nothing, scaled, adds nothing
+  return Pixels::select(plot.value > 0.0f, after, before);
+}
+
+/// Calls `paint.template operator()<rule, pixel type>()`, so that sprites choose both once.
+template <BlendRule kRule, class Isa, class Paint>
+void withPixels(bool deep, const Paint& paint) {
+  if (deep) {
+    paint.template operator()<kRule, Pixels16<Isa>>();
+  } else {
+    paint.template operator()<kRule, Pixels8<Isa>>();
+  }
+}
+template <class Isa, class Paint>
+void withRule(BlendRule rule, bool deep, const Paint& paint) {
+  switch (rule) {
+    case BlendRule::Over:
+      return withPixels<BlendRule::Over, Isa>(deep, paint);
+    case BlendRule::AddScaled:
+      return withPixels<BlendRule::AddScaled, Isa>(deep, paint);
+    case BlendRule::AddSolid:
+      return withPixels<BlendRule::AddSolid, Isa>(deep, paint);
+    case BlendRule::AddGlow:
+      return withPixels<BlendRule::AddGlow, Isa>(deep, paint);
+    default:
+      return withPixels<BlendRule::Lighten, Isa>(deep, paint);
+  }
+}
+
+}  // namespace brisel

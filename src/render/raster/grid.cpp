@@ -1,0 +1,69 @@
+#include "render/raster/grid.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace brisel {
+namespace {
+
+/// The first step of `range` whose pixel is at least `pixel`.
+std::int32_t firstAtOrBeyond(IndexRange range, std::int32_t pixel, const StepMap& map) {
+  while (range.begin < range.end) {
+    const std::int32_t middle = std::midpoint(range.begin, range.end);
+    if (map.pixelOf(middle) < pixel) {
+      range.begin = middle + 1;
+    } else {
+      range.end = middle;
+    }
+  }
+  return range.begin;
+}
+
+/// The steps of `range` whose pixels lie in 0 .. extent - 1.
+IndexRange visibleSteps(IndexRange range, std::int32_t extent, const StepMap& map) {
+  if (range.empty()) return {};
+  if (map.pixelOf(range.begin) < 0) range.begin = firstAtOrBeyond(range, 0, map);
+  if (map.pixelOf(range.end - 1) >= extent) range.end = firstAtOrBeyond(range, extent, map);
+  return range;
+}
+
+/// Whether rounding cannot move any step of `range` to another pixel than one next to its
+/// neighbour's.
+bool risesByOne(IndexRange range, const StepMap& map) {
+  const float first = map.positionOf(range.begin);
+  if (first < 0.0f) return false;
+  const float largest = std::max(std::fabs(static_cast<float>(range.begin) + map.origin),
+                                 std::fabs(static_cast<float>(range.end) + map.origin));
+  const float slack = (largest + std::fabs(map.reach)) * 0x1p-21f;
+  const float part = first - static_cast<float>(static_cast<std::int64_t>(first));
+  return part >= slack && part + slack <= 1.0f;
+}
+
+/// Replaces `runs` by the runs of the steps in `range`, all of which are visible.
+void collectRuns(IndexRange range, const StepMap& map, std::vector<StepRun>& runs) {
+  runs.clear();
+  if (range.empty()) return;
+  if (risesByOne(range, map)) {
+    runs.push_back({range.begin, map.pixelOf(range.begin), range.end - range.begin});
+    return;
+  }
+  for (std::int32_t step = range.begin; step < range.end; ++step) {
+    const std::int32_t pixel = map.pixelOf(step);
+    if (!runs.empty() && pixel == runs.back().pixel + runs.back().count) {
+      ++runs.back().count;
+    } else {
+      runs.push_back({step, pixel, 1});
+    }
+  }
+}
+
+}  // namespace
+
+void PixelGrid::place(const MutableImageView& image, IndexRange steps, StepMap rowMap,
+                      StepMap columnMap) {
+  collectRuns(visibleSteps(steps, image.height, rowMap), rowMap, rows);
+  collectRuns(visibleSteps(steps, image.width, columnMap), columnMap, columns);
+}
+
+}  // namespace brisel

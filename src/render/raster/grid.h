@@ -1,0 +1,51 @@
+// How a sprite's own rows and columns fall on the frame's. A sprite counts its pixels from its
+// center or corner in whole steps, and each step's float position is truncated to a frame pixel.
+// That map rises steadily but not by exactly one everywhere: columns (-1, 0) and [0, 1) both land
+// on column 0, and rounding may skip or repeat a column far from the sprite's center. It is
+// therefore found once per sprite, as a few runs of neighbouring pixels.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "core/image_view.h"
+#include "core/numbers.h"
+
+namespace brisel {
+
+/// Steps begin, begin + 1, ... end - 1.
+struct IndexRange {
+  std::int32_t begin = 0;
+  std::int32_t end = 0;
+  bool empty() const { return begin >= end; }
+};
+
+/// A sprite's steps along one axis of the frame: step 0 lies at `origin` - `reach`.
+struct StepMap {
+  float origin;
+  float reach = 0.0f;
+
+  float positionOf(std::int32_t step) const { return static_cast<float>(step) + origin - reach; }
+  std::int32_t pixelOf(std::int32_t step) const { return truncToInt(positionOf(step)); }
+};
+
+/// Steps step, step + 1 ... of a sprite on frame rows or columns pixel, pixel + 1 ...
+struct StepRun {
+  std::int32_t step;
+  std::int32_t pixel;
+  std::int32_t count;
+
+  IndexRange steps() const { return {step, step + count}; }
+};
+
+/// The steps of a sprite that fall on the image, in order.
+struct PixelGrid {
+  std::vector<StepRun> rows, columns;
+
+  bool empty() const { return rows.empty() || columns.empty(); }
+
+  /// Places a sprite of `steps` on either axis.
+  void place(const MutableImageView& image, IndexRange steps, StepMap rowMap, StepMap columnMap);
+};
+
+}  // namespace brisel

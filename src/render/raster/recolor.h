@@ -1,0 +1,123 @@
+// The "rainbow": the color of a pixel is turned in the hue-lightness-saturation model, by a measure
+// that grows with the distance from the sprite's center. Hue, lightness and saturation run from 0
+// to 240, red, green and blue from 0 to 255, all as whole numbers.
+#pragma once
+
+#include <cstdint>
+
+#include "core/color.h"
+#include "core/numbers.h"
+#include "render/raster/pixels.h"
+#include "render/simd/lanes.h"
+
+namespace brisel {
+
+struct Hls {
+  std::int32_t hue = 0;
+  std::int32_t lightness = 0;
+  std::int32_t saturation = 0;
+};
+
+Hls rgbToHls(Rgb color);
+
+/// The hue may lie outside 0..240 and is folded back.
+Rgb hlsToRgb(Hls color);
+
+/// The one color of a sprite that is recolored without a shift of hue: at least half light, and of
+/// at least `leastSaturation`.
+Rgb recoloredEvenly(Rgb color, std::int32_t leastSaturation);
+
+/// One channel of hlsToRgb between the bounds `m1` and `m2`, 0..240.
+std::int32_t hueToChannel(std::int32_t m1, std::int32_t m2, std::int32_t hue);
+
+/// The same conversions for several pixels at once. Values are whole numbers held as floats, where
+/// every product and quotient below is exact or truncates to the exact integer result; they equal
+/// the integer conversions for every color.
+template <class Isa>
+struct HlsLanes {
+  using L = Lanes<Isa>;
+  using Float = typename L::Float;
+
+  Float hue, lightness, saturation;
+
+  static HlsLanes fromRgb(Float red, Float green, Float blue) {
+    const Float most = L::maximum(L::maximum(red, green), blue);
+    const Float least = L::minimum(L::minimum(red, green), blue);
+    const Float sum = most + least;
+    const Float delta = most - least;
+    const Float lightness = truncated((sum * 240.0f + 255.0f) / 510.0f);
+    const auto gray = delta == 0.0f;
+    const Float range = lightness <= 120.0f ? sum : 510.0f - sum;
+    const Float safeRange = gray ? L::splat(1.0f) : range;
+    const Float saturation = truncated((delta * 240.0f + truncated(range * 0.5f)) / safeRange);
+
+    const Float safeDelta = gray ? L::splat(1.0f) : delta;
+    const Float half = truncated(delta * 0.5f);
+    const auto share = [&](Float channel) {
+      return truncated(((most - channel) * 40.0f + half) / safeDelta);
+    };
+    const Float r = share(red);
+    const Float g = share(green);
+    const Float b = share(blue);
+    Float hue = red == most ? b - g : (green == most ? 80.0f + r - b : 160.0f + g - r);
+    hue = hue < 0.0f ? hue + 240.0f : hue;
+    return {gray ? L::splat(160.0f) : hue, lightness, gray ? Float{} : saturation};
+  }
+
+  /// Any hue that is a whole number of magnitude below 2^22; lightness and saturation 0..240.
+  void toRgb(Float& red, Float& green, Float& blue) const {
+    // The channels lie `swing` around the lightness, at most.
+    const Float part = truncated((lightness * saturation + 120.5f) * kPer240);
+    const Float swing = lightness <= 120.0f ? part : saturation - part;
+    const Float least = lightness - swing;
+    // Whole turns change nothing, and 240 is as good as 0.
+    Float turn = hue - 240.0f * truncated(hue * kPer240);
+    turn = turn < 0.0f ? turn + 240.0f : turn;
+    const Float bias = saturation == 0.0f ? L::splat(0.5f) : L::splat(120.5f);
+    const auto channel = [&](Float x) {
+      // Rises over a sixth of the circle, holds for two, falls over one.
+      x = L::clamp(x, 0.0f, 40.0f);
+      const Float level = least + truncated((2.0f * swing * x + 20.5f) * 0.025f);
+      return truncated((level * 255.0f + bias) * kPer240);
+    };
+    red = channel(L::maximum(80.0f - turn, turn - 160.0f));
+    green = channel(80.0f - L::absolute(turn - 80.0f));
+    blue = channel(80.0f - L::absolute(turn - 160.0f));
+  }
+
+ private:
+  // Half a unit more in the numerator keeps a reciprocal's rounding away from the next integer.
+  static constexpr float kPer240 = 1.0f / 240.0f;
+
+  static Float truncated(Float v) { return L::truncated(v); }
+};
+
+/// The pens of hue `baseHue` + `hueShift`, `lightness` and `saturation`, all three truncated.
+/// Lightness and saturation lie in 0..240. Kept out of the loops it is called from, which there is
+/// one of for each rule and depth.
+template <class Isa>
+[[gnu::noinline]] Pens<Isa> recolored(typename Lanes<Isa>::Float baseHue,
+                                      typename Lanes<Isa>::Float hueShift,
+                                      typename Lanes<Isa>::Float lightness,
+                                      typename Lanes<Isa>::Float saturation) {
+  using L = Lanes<Isa>;
+  constexpr float kExactHue = 4194304.0f;
+  const typename L::Float hue = baseHue + hueShift;
+  Pens<Isa> pens;
+  if (L::any(!(L::absolute(hue) < kExactHue))) {
+    // A ray far shorter than a pixel: its hue wraps thousands of times.
+    for (int lane = 0; lane < L::kCount; ++lane) {
+      const Rgb pen = hlsToRgb(
+          {truncToInt(hue[lane]), truncToInt(lightness[lane]), truncToInt(saturation[lane])});
+      pens.red[lane] = static_cast<float>(pen.red);
+      pens.green[lane] = static_cast<float>(pen.green);
+      pens.blue[lane] = static_cast<float>(pen.blue);
+    }
+    return pens;
+  }
+  HlsLanes<Isa>{L::truncated(hue), L::truncated(lightness), L::truncated(saturation)}.toRgb(
+      pens.red, pens.green, pens.blue);
+  return pens;
+}
+
+}  // namespace brisel

@@ -1,0 +1,125 @@
+// Lanes: the few vector operations that shading and blending are written with. A kernel is written
+// once, as a template over an instruction set, and compiled in a file of its own for each of them
+// (plain.cpp, sse2.cpp ...). Every operation rounds exactly as its scalar counterpart, so the lanes
+// never change a byte.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+
+namespace brisel {
+
+template <class T, int kLanes>
+struct VectorOf {
+  typedef T Type __attribute__((vector_size(kLanes * sizeof(T))));
+};
+
+/// `Isa` gives the number of lanes and the operations that vector arithmetic alone does not
+/// express: minimum, maximum, squareRoot, any, and all that takes a mask.
+template <class Isa>
+struct Lanes {
+  static constexpr int kCount = Isa::kLanes;
+  using Float = typename VectorOf<float, kCount>::Type;
+  using Int = typename VectorOf<std::int32_t, kCount>::Type;
+  using Word = typename VectorOf<std::uint32_t, kCount>::Type;
+
+  static Float splat(float value) { return value - Float{}; }
+
+  /// first, first + 1, first + 2 ...
+  static Int steps(std::int32_t first) {
+    Int index{};
+    for (int i = 0; i < kCount; ++i) index[i] = i;
+    return index + first;
+  }
+
+  static Float load(const float* from) {
+    Float v;
+    std::memcpy(&v, from, sizeof v);
+    return v;
+  }
+
+  static void store(float* to, Float v) { std::memcpy(to, &v, sizeof v); }
+  static void store(std::int32_t* to, Int v) { std::memcpy(to, &v, sizeof v); }
+
+  static Word loadWords(const void* from) {
+    Word words;
+    std::memcpy(&words, from, sizeof words);
+    return words;
+  }
+  static void storeWords(void* to, Word words) { std::memcpy(to, &words, sizeof words); }
+
+  /// Some of the lanes.
+  using Mask = typename Isa::Mask;
+  using Words = typename Isa::Words;  // Word in the instruction set's own type
+
+  /// Lanes first, first + 1 ... first + count - 1, all of which there are.
+  static Mask lanes(int first, int count) { return Isa::lanes(first, count); }
+
+  /// `a` in the lanes of the mask, `b` elsewhere.
+  template <class Vector>
+  static Vector select(Mask mask, Vector a, Vector b) {
+    return reinterpret_cast<Vector>(
+        Isa::select(mask, reinterpret_cast<Words>(a), reinterpret_cast<Words>(b)));
+  }
+
+  /// The lanes of the mask from memory, and `words` elsewhere. `origin` is where lane 0 lies or
+  /// would lie; only the lanes of the mask are touched.
+  static Word loadWords(Mask mask, const void* origin, Word words) {
+    return reinterpret_cast<Word>(Isa::load(mask, origin, reinterpret_cast<Words>(words)));
+  }
+  static void storeWords(Mask mask, void* origin, Word words) {
+    Isa::store(mask, origin, reinterpret_cast<Words>(words));
+  }
+
+  /// The same where each lane has two words: for half of the lanes, the first (0) or second (1).
+  template <int kHalf>
+  static Word loadPairs(Mask mask, const void* origin, Word words) {
+    return reinterpret_cast<Word>(
+        Isa::template loadPairs<kHalf>(mask, origin, reinterpret_cast<Words>(words)));
+  }
+  template <int kHalf>
+  static void storePairs(Mask mask, void* origin, Word words) {
+    Isa::template storePairs<kHalf>(mask, origin, reinterpret_cast<Words>(words));
+  }
+
+  static Float squareRoot(Float v) { return Isa::squareRoot(v); }
+
+  /// Whether any lane of a comparison's result is set.
+  static bool any(Int mask) { return Isa::any(reinterpret_cast<Words>(mask)); }
+
+  /// The lesser; `b` when either is not a number. maximum likewise.
+  static Float minimum(Float a, Float b) { return Isa::minimum(a, b); }
+  static Float maximum(Float a, Float b) { return Isa::maximum(a, b); }
+
+  static Float absolute(Float v) {
+    const Int magnitude = reinterpret_cast<Int>(v) & 0x7fffffff;
+    return reinterpret_cast<Float>(magnitude);
+  }
+
+  static Float clamp(Float v, float low, float high) {
+    return minimum(maximum(v, splat(low)), splat(high));
+  }
+
+  static Int lesser(Int a, Int b) { return a < b ? a : b; }
+  static Int greater(Int a, Int b) { return a > b ? a : b; }
+  static Int clamp(Int v, std::int32_t low, std::int32_t high) {
+    return lesser(greater(v, Int{} + low), Int{} + high);
+  }
+
+  /// Clamps to [0, 1]; not-a-number becomes 0.
+  static Float clampUnit(Float v) { return minimum(maximum(v, Float{}), splat(1.0f)); }
+
+  static Float toFloat(Int v) { return __builtin_convertvector(v, Float); }
+
+  /// Truncates toward zero; every lane must lie within the range of a 32-bit integer.
+  static Int toInt(Float v) { return __builtin_convertvector(v, Int); }
+  static Float truncated(Float v) { return toFloat(toInt(v)); }
+
+  /// Truncates toward zero and saturates; not-a-number becomes the least integer.
+  static Int toIntSaturated(Float v) {
+    constexpr float kMost = 2147483520.0f;
+    return toInt(clamp(v, -kMost, kMost));
+  }
+};
+
+}  // namespace brisel

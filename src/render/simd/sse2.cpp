@@ -1,0 +1,9 @@
+#include "render/simd/sse2.h"
+
+#include "render/simd/kernel_table.h"
+
+namespace brisel {
+
+const Kernels kSse2Kernels = kernelTable<Sse2>("sse2");
+
+}  // namespace brisel

@@ -1,0 +1,122 @@
+#include "render/sprites/ray_shape.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <span>
+
+#include "core/numbers.h"
+#include "core/trigonometry.h"
+
+namespace brisel {
+namespace {
+
+struct HalfWidths {
+  float base;
+  float tip;
+};
+
+HalfWidths quadHalfWidths(StarType type, float width) {
+  switch (type) {
+    case StarType::Type2:
+      return {width / 2.0f, width / 2.0f};
+    case StarType::Type3:
+      return {width / 2.0f, width / 20.0f};
+    case StarType::Type4:
+      return {width / 5.0f, width * 1.5f};
+    default:
+      return {width, width};
+  }
+}
+
+RayEdge edgeBetween(PointF start, PointF end) {
+  const float alongX = end.x - start.x;
+  const float alongY = end.y - start.y;
+  return {start,
+          end,
+          alongX,
+          alongY,
+          alongX * alongX + alongY * alongY,
+          std::min(start.x, end.x),
+          std::max(start.x, end.x),
+          std::fabs(alongY) < 1.0f};
+}
+
+/// Lists the edges around `corners` from the corner with the greatest y on, the last such one if
+/// several.
+void listEdges(RayShape& ray, std::span<const PointF> corners) {
+  std::size_t next = 0;
+  ray.yMin = corners[0].y;
+  ray.xMin = ray.xMax = corners[0].x;
+  for (std::size_t i = 1; i < corners.size(); ++i) {
+    if (corners[i].y >= corners[next].y) next = i;
+    ray.yMin = std::min(ray.yMin, corners[i].y);
+    ray.xMin = std::min(ray.xMin, corners[i].x);
+    ray.xMax = std::max(ray.xMax, corners[i].x);
+  }
+  ray.edgeCount = static_cast<std::int32_t>(corners.size());
+  for (std::int32_t i = 0; i < ray.edgeCount; ++i) {
+    const PointF start = corners[next];
+    if (++next == corners.size()) next = 0;
+    ray.edges[i] = edgeBetween(start, corners[next]);
+  }
+}
+
+}  // namespace
+
+RayLine lineThrough(PointF p, PointF q) {
+  RayLine line;
+  line.a = q.y - p.y;
+  line.b = p.x - q.x;
+  line.c = -line.a * p.x - line.b * p.y;
+  line.norm = std::sqrt(line.a * line.a + line.b * line.b);
+  if (line.norm == 0.0f) line.norm = 1.0f;
+  return line;
+}
+
+bool buildRay(RayShape& ray, const RaySpec& rays, float angleDegrees) {
+  constexpr float kLeastHalfWidth = 0.0001f;
+  const PointF center = rays.center;
+  const float length = rays.length;
+  const float width = rays.width;
+  const float angle = angleDegrees * kShortPi / 180.0f;
+  const float c = cosine(angle);
+  const float s = sine(angle);
+  const auto placed = [&](float x, float y) {
+    return PointF{x * c - y * s + center.x, x * s + y * c + center.y};
+  };
+  const auto finite = [](PointF p) { return std::isfinite(p.x) && std::isfinite(p.y); };
+  ray.length = length;
+
+  if (rays.type == StarType::Type1) {
+    const PointF corners[3] = {placed(-width, 0.0f), placed(0.0f, length), placed(width, 0.0f)};
+    if (!std::all_of(corners, corners + 3, finite)) return false;
+    ray.shading = RayShading::Soft;
+    ray.baseHalfWidth = std::max(width, kLeastHalfWidth);
+    ray.base = lineThrough(corners[0], center);
+    ray.across = lineThrough(center, corners[1]);
+    listEdges(ray, std::array{corners[0], corners[2], corners[1]});
+    return true;
+  }
+
+  HalfWidths half = quadHalfWidths(rays.type, width);
+  half.base = std::max(half.base, kLeastHalfWidth);
+  half.tip = std::max(half.tip, kLeastHalfWidth);
+  const PointF corners[4] = {placed(half.base, 0.0f), placed(half.tip, length),
+                             placed(-half.tip, length), placed(-half.base, 0.0f)};
+  if (!std::all_of(corners, corners + 4, finite)) return false;
+  ray.baseHalfWidth = std::max(half.base, half.tip);
+  ray.base = lineThrough(corners[0], center);
+  if (rays.type == StarType::Type5) {
+    ray.shading = RayShading::Side;
+    ray.across = rays.isDarkOnLeft ? lineThrough(corners[2], corners[3])
+                                   : lineThrough(corners[0], corners[1]);
+  } else {
+    ray.shading = RayShading::Axis;
+    ray.across = lineThrough(center, {center.x + length * -s, center.y + length * c});
+  }
+  listEdges(ray, corners);
+  return true;
+}
+
+}  // namespace brisel

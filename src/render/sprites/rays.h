@@ -1,0 +1,237 @@
+// The fan of polygonal rays.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+#include "core/image_view.h"
+#include "core/numbers.h"
+#include "render/raster/recolor.h"
+#include "render/raster/runs.h"
+#include "render/simd/lanes.h"
+#include "render/sprites/ray_rows.h"
+#include "render/sprites/ray_shape.h"
+#include "render/sprites/specs.h"
+
+namespace brisel {
+
+/// Shades the pixels of a ray, whose steps are the frame's columns and whose rows are the frame's.
+template <class Isa, bool kRainbow>
+class RayShader {
+  using L = Lanes<Isa>;
+  using Float = typename L::Float;
+
+ public:
+  RayShader(const RaySpec& spec, float fullScale)
+      : pen_(spec.color),
+        value_(spec.value),
+        fullScale_(fullScale),
+        rainbowShift_(spec.rainbowShift) {
+    if (kRainbow) base_ = rgbToHls(spec.color);
+  }
+
+  /// The ray to shade from now on, which is borrowed.
+  void setRay(const RayShape& ray) { ray_ = &ray; }
+
+  Shaded<Isa> shade(typename L::Int columns, Float y) const {
+    return shade(L::toFloat(columns), y, L::splat(1.0f));
+  }
+
+  Shaded<Isa> shade(Float x, Float y, Float coverage) const {
+    const Float u = distance(ray_->base, x, y) / ray_->length;
+    const Float v = distance(ray_->across, x, y) / ray_->baseHalfWidth;
+    const Float shaped = L::clampUnit(shape(ray_->shading, u, v) * value_);
+    const Float value = shaped * coverage * fullScale_;
+    if constexpr (kRainbow) {
+      if (L::any(value > 0.0f)) return {value, rainbowPens(u)};
+    }
+    return {value, pen_.template inAllLanes<Isa>()};
+  }
+
+ private:
+  static Float distance(const RayLine& line, Float x, Float y) {
+    return L::absolute(line.a * x + line.b * y + line.c) / line.norm;
+  }
+
+  static Float shape(RayShading shading, Float u, Float v) {
+    switch (shading) {
+      case RayShading::Soft: {
+        const Float spread = v * (1.0f + 0.9f * u);
+        const Float across = 1.0f - L::minimum(spread * spread, L::splat(1.0f));
+        const Float along = 1.0f - 0.8f * u;
+        return across * across * (along * along);
+      }
+      case RayShading::Axis: {
+        const Float along = 1.0f - 0.8f * u;
+        const Float t = along * along;
+        return t * L::squareRoot(v / 2.0f + 1.25f * t);
+      }
+      default: {
+        const Float along = 1.0f - u;
+        const Float t = along * along;
+        return L::clampUnit((v * v + L::maximum(t * t - 0.1f, Float{})) * t);
+      }
+    }
+  }
+
+  Pens<Isa> rainbowPens(Float u) const {
+    const float strength = std::fabs(rainbowShift_);
+    const float start = 0.5f - std::min(0.5f, strength / 5000.0f);
+    const Float p = L::maximum(u - start, Float{});
+    const Float square = p * p;
+    const float gain = ray_->shading == RayShading::Axis ? 5.0f : 2.0f;
+    const Float saturation = static_cast<float>(base_.saturation) + gain * p * strength;
+    Float loss;
+    switch (ray_->shading) {
+      case RayShading::Soft:
+        loss = 4.0f * square * strength;
+        break;
+      case RayShading::Axis:
+        loss = 0.5f * square * strength;
+        break;
+      default:
+        loss = 4.0f * p * strength;
+        break;
+    }
+    const Float lightness = static_cast<float>(base_.lightness) - loss;
+    const Float turn = ray_->shading == RayShading::Side ? p : square;
+    return recolored<Isa>(L::splat(static_cast<float>(base_.hue)), turn * rainbowShift_,
+                          L::maximum(lightness, L::splat(120.0f)),
+                          L::minimum(saturation, L::splat(240.0f)));
+  }
+
+  Pen pen_;
+  float value_;
+  float fullScale_;
+  float rainbowShift_;
+  Hls base_;
+  const RayShape* ray_ = nullptr;
+};
+
+/// Shades the pixels along the outside of an edge of a ray.
+template <class Isa, class FullShader>
+class RayBandShader {
+ public:
+  explicit RayBandShader(const FullShader& ray) : ray_(ray) {}
+
+  void setBand(const EdgeBand& band) { band_ = &band; }
+
+  Shaded<Isa> shade(typename Lanes<Isa>::Int columns, typename Lanes<Isa>::Float y) const {
+    const auto x = Lanes<Isa>::toFloat(columns);
+    return ray_.shade(x, y, band_->coverage<Isa>(x, y));
+  }
+
+ private:
+  const FullShader& ray_;
+  const EdgeBand* band_ = nullptr;
+};
+
+/// Plots the bands on one side of a ray.
+template <BlendRule kRule, class Pixels, class Isa, class FullShader>
+class RayBandPlotter {
+ public:
+  RayBandPlotter(const FullShader& ray, const EdgeBand* bands, RunPieces<Isa>& pieces)
+      : bands_(bands), shader_(ray), plotter_(shader_, pieces) {}
+
+  void plot(std::int32_t edge, std::uint8_t* pixels, std::int32_t column, std::int32_t count,
+            float row) {
+    if (edge != edge_) {
+      plotter_.finish();
+      shader_.setBand(bands_[edge]);
+      edge_ = edge;
+    }
+    plotter_.plotShort(pixels, column, count, row);
+  }
+  void finish() { plotter_.finish(); }
+
+ private:
+  const EdgeBand* bands_;
+  RayBandShader<Isa, FullShader> shader_;
+  RunPlotter<kRule, Pixels, Isa, RayBandShader<Isa, FullShader>> plotter_;
+  std::int32_t edge_ = -1;
+};
+
+/// Whether the ray cannot touch the frame's columns. A ray that ends less than a pixel above the
+/// frame is painted on row 0 with its edges prolonged, so its box says nothing.
+[[gnu::always_inline]] inline bool liesBeside(const RayShape& ray, const MutableImageView& image) {
+  constexpr float kFarthestBand = 8.0f;
+  if (ray.edges[0].start.y < 0.0f) return false;
+  return ray.xMax < -kFarthestBand || ray.xMin > static_cast<float>(image.width) + kFarthestBand;
+}
+
+template <BlendRule kRule, class Pixels, class Isa, bool kSmooth, class Shader>
+[[gnu::flatten]] void paintRay(const MutableImageView image, const RayShape& ray,
+                               const Shader& shader) {
+  const std::int32_t top = std::min(truncToInt(ray.edges[0].start.y), image.height - 1);
+  if (top < 0 || !(static_cast<float>(top) > ray.yMin)) return;
+  const std::int32_t last = ray.yMin < 0.0f ? 0 : truncToInt(ray.yMin) + 1;
+  constexpr std::ptrdiff_t kBytes = Pixels::kBytes;
+  EdgeBand bands[std::size(ray.edges)];
+  if (kSmooth) {
+    for (std::int32_t i = 0; i < ray.edgeCount; ++i) bands[i].setEdge(ray.edges[i]);
+  }
+  RunPieces<Isa> pieces[3];
+  RunPlotter<kRule, Pixels, Isa, Shader> full(shader, pieces[0]);
+  RayBandPlotter<kRule, Pixels, Isa, Shader> left(shader, bands, pieces[1]),
+      right(shader, bands, pieces[2]);
+  const RayRows<Isa> rows(ray, kSmooth ? bands : nullptr, image.width);
+  RaySpans<Isa> spans;
+  std::uint8_t* pixels = image.at(0, top);
+  for (std::int32_t first = top; first >= last; first -= spans.kRows) {
+    rows.find(first - Lanes<Isa>::steps(0), spans);
+    const std::int32_t count = std::min(first - last + 1, spans.kRows);
+    for (std::int32_t i = 0; i < count; ++i, pixels -= image.rowBytes) {
+      const float row = static_cast<float>(first - i);
+      const auto at = [&](const ColumnSpans<Isa>& of) { return pixels + of.begin[i] * kBytes; };
+      full.plot(at(spans.full), spans.full.begin[i], spans.full.count(i), row);
+      if constexpr (kSmooth) {
+        left.plot(spans.leftEdge[i], at(spans.left), spans.left.begin[i], spans.left.count(i), row);
+        right.plot(spans.rightEdge[i], at(spans.right), spans.right.begin[i], spans.right.count(i),
+                   row);
+      }
+    }
+  }
+  full.finish();
+  left.finish();
+  right.finish();
+}
+
+/// Whether no ray of a star can touch the frame, whatever its angle.
+[[gnu::always_inline]] inline bool allLieOutside(const MutableImageView& image,
+                                                 const RaySpec& rays) {
+  // No corner and no band lies farther from the centre; the first corner of each ray is not above
+  // it, so that only stars above the frame have rays that are prolonged to row 0.
+  const float reach = 1.01f * (rays.length + 1.5f * std::fabs(rays.width)) + 16.0f;
+  const auto [x, y] = rays.center;
+  return y + reach < 0.0f || y - reach > static_cast<float>(image.height) ||
+         (y > 1.0f && (x + reach < 0.0f || x - reach > static_cast<float>(image.width)));
+}
+
+template <class Isa>
+void paintRays(const MutableImageView& image, const RaySpec& rays) {
+  if (allLieOutside(image, rays)) return;
+  const auto paint = [&]<bool kSmooth, bool kRainbow>() {
+    RayShader<Isa, kRainbow> shader(rays, image.fullScale());
+    RayShape ray;
+    const float step = 360.0f / rays.count;
+    float angle = rays.angleDegrees;
+    withRule<Isa>(rays.rule, image.isDeep(), [&]<BlendRule kRule, class Pixels>() {
+      for (std::int32_t i = 0; static_cast<float>(i) < rays.count; ++i, angle += step) {
+        if (buildRay(ray, rays, angle) && !liesBeside(ray, image)) {
+          shader.setRay(ray);
+          paintRay<kRule, Pixels, Isa, kSmooth>(image, ray, shader);
+        }
+      }
+    });
+  };
+  if (rays.isSmooth) {
+    rays.isRecolored ? paint.template operator()<true, true>()
+                     : paint.template operator()<true, false>();
+  } else {
+    rays.isRecolored ? paint.template operator()<false, true>()
+                     : paint.template operator()<false, false>();
+  }
+}
+
+}  // namespace brisel

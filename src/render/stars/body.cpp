@@ -1,0 +1,117 @@
+#include <algorithm>
+
+#include "core/numbers.h"
+#include "core/trigonometry.h"
+#include "render/stars/compose.h"
+
+namespace brisel {
+namespace {
+
+/// One draw: -0.5 to 0.4995.
+float drawJitter(RandomGenerator& random) {
+  return static_cast<float>(random.nextRandom() % 2000 - 1000) / 2000.0f;
+}
+
+void oscillateAngle(const RenderSettings& s, const Particle& p, float& angle) {
+  const float amplitude = s.angleAmplitudeOfOscillation;
+  if (amplitude == 0.0f) return;
+  const float phase = p.age * s.angleFrequencyOfOscillation;
+  switch (s.angleOscillation) {
+    case Oscillation::Swing:
+      angle += cosine(phase) * p.randomFactor * amplitude;
+      return;
+    case Oscillation::SwingSynchronous:
+      angle += cosine(phase) * amplitude;
+      return;
+    case Oscillation::Round:
+      angle += phase * p.randomFactor * amplitude;
+      return;
+    case Oscillation::RoundSynchronous:
+      angle += phase * amplitude;
+      return;
+    default:
+      return;
+  }
+}
+
+void jitterAngle(const Composition& composition, float& angle) {
+  const float jitter = composition.settings.angleJittering;
+  if (jitter != 0.0f) angle += drawJitter(composition.random) * jitter;
+}
+
+void varySize(const Composition& composition, const Particle& p, float& size) {
+  const RenderSettings& s = composition.settings;
+  if (s.sizeAmplitudeOfOscillation != 0.0f) {
+    size *= 1.0f + p.randomFactor * s.sizeAmplitudeOfOscillation *
+                       cosine(p.age * s.sizeFrequencyOfOscillation);
+  }
+  if (s.sizeJittering != 0.0f) {
+    const float factor = 1.0f + drawJitter(composition.random) * s.sizeJittering;
+    size *= std::max(factor, 0.1f);
+  }
+}
+
+std::int32_t toChannel(float value) {
+  return std::clamp(truncToInt(value), 0, 255);
+}
+
+void varyColor(const Composition& composition, const Particle& p, Rgb& color) {
+  const RenderSettings& s = composition.settings;
+  if (s.colorAmplitudeOfOscillation != 0.0f) {
+    const float k = p.randomFactor * s.colorAmplitudeOfOscillation;
+    const float f = s.colorFrequencyOfOscillation;
+    color.red = toChannel(static_cast<float>(color.red) + k * cosine(p.age * f));
+    color.green = toChannel(static_cast<float>(color.green) - k * sine(p.age * 1.5f * f));
+    color.blue = toChannel(static_cast<float>(color.blue) + k * sine(-p.age * 0.75f * f));
+  }
+  if (s.colorJittering != 0.0f) {
+    for (std::int32_t* channel : {&color.red, &color.green, &color.blue}) {
+      const float jitter = drawJitter(composition.random) * s.colorJittering;
+      *channel = toChannel(static_cast<float>(*channel) + jitter);
+    }
+  }
+}
+
+void composeBody(const Composition& composition, const Particle& p, const StarLook& look) {
+  SpriteState& state = composition.state;
+  if (look.type >= StarType::Type6 && look.type <= StarType::Blics) {
+    const bool textured = look.type == StarType::Type7;
+    state.crossVariant = textured ? kTexturedCross : kPlainCross;
+    state.textureScale = textured ? -0.5f : 0.0f;
+    state.textureMix = textured ? 0.75f : 0.0f;
+  }
+  const SpriteLook sprite{{p.x, p.y}, look.size, look.color, look.value, look.rule};
+  switch (look.type) {
+    case StarType::Type6:
+    case StarType::Type7:
+      return composeCross(composition, sprite, look.angle * kShortPi / 180.0f);
+    case StarType::Glow1:
+    case StarType::Glow2:
+      state.glowScale = look.type == StarType::Glow1 ? 1.25f : 0.75f;
+      return composeGlow(composition, sprite, GlowProfile::Full);
+    case StarType::Blics:
+      return composeDisc(composition, sprite);
+    default:
+      return composeRays(composition, sprite,
+                         {look.type, look.width, look.angle, static_cast<float>(look.rays)});
+  }
+}
+
+}  // namespace
+
+void composeStar(const Composition& composition, const Particle& star, StarLook look) {
+  composition.state.currentRandomFactor = star.randomFactor;
+  composeElements(composition, {{star.x, star.y},
+                                look.size,
+                                look.angle,
+                                look.color,
+                                look.value,
+                                truncToInt(star.randomFactor * 131.131f)});
+  oscillateAngle(composition.settings, star, look.angle);
+  jitterAngle(composition, look.angle);
+  varySize(composition, star, look.size);
+  varyColor(composition, star, look.color);
+  composeBody(composition, star, look);
+}
+
+}  // namespace brisel

@@ -1,0 +1,111 @@
+// From stars to sprites. A star's life decides how it looks in this frame (fate.cpp); it carries a
+// halo and a blink (elements.cpp) and has a body (body.cpp); each of these is a sprite, whose
+// record is made here as well (sprites.cpp). Every random draw of a frame's looks happens here, in
+// order, and so does all that one sprite leaves to the next.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "core/random.h"
+#include "core/render_settings.h"
+#include "engine/particle.h"
+#include "render/painter.h"
+
+namespace brisel {
+
+/// What sprites leave to later ones, of this frame and the next: each reads it as the last writer
+/// left it. These are its values when the effect is loaded.
+struct SpriteState {
+  float rainbowShift = 0.0f;  // of hue, pixel by pixel; 0 means none
+  bool rainbowOn = true;
+  float currentRandomFactor = 0.0f;  // of the star being composed
+  float glowScale = 0.0f;
+  std::uint8_t crossVariant = 0;  // kTexturedCross, or plain
+  float textureScale = 0.0f;
+  float textureMix = 0.0f;
+};
+
+inline constexpr std::uint8_t kPlainCross = 1;
+inline constexpr std::uint8_t kTexturedCross = 3;
+
+/// One frame's composing: what it reads, draws random numbers from, and hands its sprites to. All
+/// of it is borrowed.
+struct Composition {
+  const RenderSettings& settings;
+  RandomGenerator& random;
+  SpriteState& state;
+  Painter& painter;
+};
+
+/// Composes the stars of one frame, oldest first, each as its age and terminate type have it: not
+/// at all when its time is over, four times while it explodes, else once. An explosion or flash may
+/// change a star's type for good.
+void composeStars(const Composition& composition, std::span<Particle> stars);
+
+/// A star's looks at one moment.
+struct StarLook {
+  StarType type;
+  float size;   // pixels
+  float width;  // pixels
+  float angle;  // degrees
+  std::int32_t rays;
+  Rgb color;
+  float value;
+  BlendRule rule;  // of the body
+};
+
+/// One copy of a star at its position: its halo and blink, its oscillation and jitter of the
+/// moment, and its body.
+void composeStar(const Composition& composition, const Particle& star, StarLook look);
+
+/// The star that elements are composed for, as it stands before its oscillation and jitter.
+struct ElementStar {
+  PointF center;
+  float size;   // pixels
+  float angle;  // degrees
+  Rgb color;
+  float value;
+  std::int32_t seed;  // -131..131; gives the star its own colors, sizes and picks
+};
+
+/// The halo, then the blink, as "Type of halo" and "Type of blink" say.
+void composeElements(const Composition& composition, const ElementStar& star);
+
+/// The rule for a sprite that blends by `mode1` and `mode2` in the first two modes of "Add mode";
+/// the third lightens, whatever the sprite.
+BlendRule ruleFor(AddMode mode, BlendRule mode1, BlendRule mode2);
+
+/// What every sprite is given. The state adds the rest.
+struct SpriteLook {
+  PointF center;
+  float size;  // glow and blics: diameter; cross: radius; rays: length. Pixels
+  Rgb color;
+  float value;
+  BlendRule rule;
+};
+
+/// Reads glowScale, rainbowShift and textureMix; sets rainbowOn.
+void composeGlow(const Composition& composition, const SpriteLook& look, GlowProfile profile);
+
+/// Reads rainbowShift, crossVariant, textureScale and textureMix; sets rainbowOn.
+void composeCross(const Composition& composition, const SpriteLook& look, float angleRadians);
+
+/// Reads rainbowShift and rainbowOn.
+void composeDisc(const Composition& composition, const SpriteLook& look);
+
+/// A ring of `width`, a share of the radius. Reads rainbowShift and rainbowOn; sets textureScale.
+void composeRing(const Composition& composition, const SpriteLook& look, float width);
+
+/// What rays are given besides. Types other than Type1 to Type5 have no rays.
+struct RayFan {
+  StarType type;
+  float width;
+  float angleDegrees;
+  float count;
+};
+
+/// Reads rainbowShift, rainbowOn and currentRandomFactor.
+void composeRays(const Composition& composition, const SpriteLook& look, const RayFan& fan);
+
+}  // namespace brisel

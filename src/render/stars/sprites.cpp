@@ -1,0 +1,131 @@
+#include <algorithm>
+#include <cmath>
+
+#include "core/numbers.h"
+#include "core/trigonometry.h"
+#include "render/raster/recolor.h"
+#include "render/stars/compose.h"
+
+namespace brisel {
+namespace {
+
+/// The color and the shift of a sprite that is recolored while the rainbow is on: evenly where the
+/// hue does not shift.
+struct Recoloring {
+  Rgb color;
+  float shift;
+};
+
+Recoloring recoloringOf(const SpriteState& state, Rgb color, std::int32_t leastSaturation) {
+  if (!state.rainbowOn) return {color, 0.0f};
+  if (state.rainbowShift != 0.0f) return {color, state.rainbowShift};
+  return {recoloredEvenly(color, leastSaturation), 0.0f};
+}
+
+void composeBlics(const Composition& composition, const SpriteLook& look, BlicsProfile profile,
+                  std::int32_t radius, float rim) {
+  constexpr std::int32_t kLeastSaturation = 100;
+  const Recoloring recoloring = recoloringOf(composition.state, look.color, kLeastSaturation);
+  composition.painter.paint(BlicsSpec{.profile = profile,
+                                      .rule = look.rule,
+                                      .radius = radius,
+                                      .center = look.center,
+                                      .color = recoloring.color,
+                                      .value = look.value,
+                                      .rainbowShift = recoloring.shift,
+                                      .rim = rim});
+}
+
+}  // namespace
+
+BlendRule ruleFor(AddMode mode, BlendRule mode1, BlendRule mode2) {
+  if (mode == AddMode::Mode1) return mode1;
+  return mode == AddMode::Mode3 ? BlendRule::Lighten : mode2;
+}
+
+void composeGlow(const Composition& composition, const SpriteLook& look, GlowProfile profile) {
+  const std::int32_t radius = truncToInt(look.size / 2.0f);
+  if (radius <= 0) return;
+  SpriteState& state = composition.state;
+  state.rainbowOn = state.rainbowShift != 0.0f;
+  composition.painter.paint(GlowSpec{.profile = profile,
+                                     .rule = look.rule,
+                                     .radius = radius,
+                                     .center = look.center,
+                                     .color = look.color,
+                                     .value = look.value,
+                                     .rainbowShift = state.rainbowShift,
+                                     .textureMix = state.textureMix,
+                                     .glowScale = state.glowScale});
+}
+
+void composeCross(const Composition& composition, const SpriteLook& look, float angleRadians) {
+  if (!(look.size > 0.0f)) return;
+  SpriteState& state = composition.state;
+  state.rainbowOn = state.rainbowShift != 0.0f;
+  if (!(look.value > 0.0f)) return;
+  // So far out, rounding would fold billions of steps of a star as large onto single pixels.
+  constexpr float kFarthest = 2147483648.0f;
+  const auto [x, y] = look.center;
+  if (!(std::fabs(x) < kFarthest && std::fabs(y) < kFarthest)) return;
+  const bool isTextured = state.crossVariant == kTexturedCross && state.textureMix != 0.0f;
+  composition.painter.paint(CrossSpec{.isTextured = isTextured,
+                                      .rule = look.rule,
+                                      .radius = look.size,
+                                      .center = look.center,
+                                      .cos = cosine(angleRadians),
+                                      .sin = sine(angleRadians),
+                                      .color = look.color,
+                                      .value = look.value,
+                                      .rainbowShift = state.rainbowShift,
+                                      .textureScale = state.textureScale,
+                                      .textureMix = state.textureMix});
+}
+
+void composeDisc(const Composition& composition, const SpriteLook& look) {
+  const std::int32_t pixels = truncToInt(look.size / 2.0f);
+  if (pixels <= 0 || look.value <= 0.0f) return;
+  const float radius = static_cast<float>(pixels);
+  composeBlics(composition, look, BlicsProfile::Disc, pixels,
+               std::max(radius / 10.0f, 2.0f) / radius);
+}
+
+void composeRing(const Composition& composition, const SpriteLook& look, float width) {
+  constexpr float kLeastWidth = 0.03f;
+  const std::int32_t radius = truncToInt(look.size / 2.0f);
+  if (radius <= 0 || look.value <= 0.0f || width <= 0.0f) return;
+  SpriteLook ring = look;
+  if (width < kLeastWidth) {
+    // A thinner ring would break up into single pixels; it dims instead.
+    ring.value *= std::sqrt(1.0f - (kLeastWidth - width) / kLeastWidth);
+    width = kLeastWidth;
+  }
+  ring.value = std::min(ring.value, 1.0f);
+  composition.state.textureScale = 0.5f;
+  composeBlics(composition, ring, BlicsProfile::Ring, radius, width);
+}
+
+void composeRays(const Composition& composition, const SpriteLook& look, const RayFan& fan) {
+  if (!(fan.count > 0.0f) || !(look.size > 0.0f)) return;
+  if (fan.type < StarType::Type1 || fan.type > StarType::Type5) return;
+  const SpriteState& state = composition.state;
+  // Distances along much shorter rays overflow, and are recolored without a shift as well.
+  constexpr float kShortest = 1e-6f;
+  const bool isEven = state.rainbowShift == 0.0f && look.size > kShortest;
+  composition.painter.paint(
+      RaySpec{.type = fan.type,
+              .rule = look.rule,
+              .isSmooth = composition.settings.highQuality,
+              .isRecolored = state.rainbowOn && !isEven,
+              .isDarkOnLeft = state.currentRandomFactor <= 0.5f,
+              .center = look.center,
+              .length = look.size,
+              .width = fan.width,
+              .angleDegrees = fan.angleDegrees,
+              .count = fan.count,
+              .color = state.rainbowOn && isEven ? recoloredEvenly(look.color, 0) : look.color,
+              .value = look.value,
+              .rainbowShift = state.rainbowShift});
+}
+
+}  // namespace brisel
