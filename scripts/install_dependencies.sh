@@ -16,7 +16,7 @@ elif [ "$*" = browser ]; then
 elif [ $# -eq 0 ]; then
   packages=(
     g++ cmake ninja-build pkg-config git
-    libcli11-dev libtomlplusplus-dev nlohmann-json3-dev libdeflate-dev libopenexr-dev libcairo2-dev libpugixml-dev
+    libcli11-dev libtomlplusplus-dev nlohmann-json3-dev libdeflate-dev libopenexr-dev libcairo2-dev libpng-dev libpugixml-dev
     libgtest-dev libbenchmark-dev
     clang-format clang-tidy
     ffmpeg fonts-dejavu-core python3 python3-jsonschema

@@ -16,8 +16,8 @@ namespace brisel {
 
 /// The images of one frame, and what else of its surroundings it depends on. Borrowed.
 struct FrameViews {
-  MutableImageView output;      // Argb8 or Argb16
-  ImageView input;              // of the output's format; may be smaller or larger, or empty
+  MutableImageView output{};    // Argb8 or Argb16
+  ImageView input{};            // of the output's format; may be smaller or larger, or empty
   std::int32_t layerWidth = 0;  // of the layer at full resolution, pixels; 0: that of the output
   bool highQuality = true;      // smooth edges
   const Kernels* kernels = &kernelsNamed(nullptr);  // the instruction set to paint with
