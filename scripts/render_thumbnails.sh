@@ -5,13 +5,14 @@
 #   scripts/render_thumbnails.sh [PRESET...]
 set -euo pipefail
 cd "$(dirname "$0")/.."
-. scripts/preset_pictures.sh
-buildEffect
+. scripts/effect_pictures.sh
+cmake --preset release >/dev/null
+cmake --build --preset release -j "$(nproc)" --target brisel
 
 # drawThumbnail PRESET SCENE FRAME LEFT TOP WIDTH
 drawThumbnail() {
-  drawPreset "library/thumbnails/$2.toml" "$1" "$3" "$6:$(($6 * 65 / 88)):$4:$5" 88:65 \
-    "library/Corvane/Drizzen/$1.bmp"
+  drawFrame "library/thumbnails/$2.toml" "$3" "$6:$(($6 * 65 / 88)):$4:$5" 88:65 \
+    "library/Corvane/Drizzen/$1.bmp" --preset "$1"
 }
 export -f drawThumbnail
 
