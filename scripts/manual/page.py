@@ -59,17 +59,20 @@ def contents_html(content):
 
 
 def fill_pictures(root, chapter, pictures):
-    """Fills <img data-example="scene.toml" data-frame="n" ...> with that frame, and
-    <img data-panel="height" ...> with the top of the effect controls."""
+    """Fills <img data-example="scene.toml" data-frame="n" data-width="w" ...> with that frame, w pixels
+    wide, and <img data-panel="height" ...> with the top of the effect controls."""
     def example(match):
-        source = pictures.example(root / match[1], int(match[2])) if pictures else ""
+        source = ""
+        if pictures:
+            source = pictures.example(root / match[1], int(match[2]), int(match[3]))
         return f'<img src="{source}"'
 
     def panel(match):
         source = pictures.panel(int(match[1])) if pictures else ""
         return f'<img src="{source}"'
 
-    chapter = re.sub(r'<img data-example="([^"]+)" data-frame="(\d+)"', example, chapter)
+    chapter = re.sub(r'<img data-example="([^"]+)" data-frame="(\d+)" data-width="(\d+)"', example,
+                     chapter)
     return re.sub(r'<img data-panel="(\d+)"', panel, chapter)
 
 

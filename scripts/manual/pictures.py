@@ -36,11 +36,11 @@ class Pictures:
         self._render(scene, "-i", source, frame, png, options)
         return self._webp(png)
 
-    def example(self, scene, frame):
-        """One frame of a complete scene, over black where it is transparent."""
+    def example(self, scene, frame, width):
+        """One frame of a complete scene, reduced, over black where it is transparent."""
         png = self._new_path(".png")
         self._render(scene, None, None, frame, png, [])
-        return self._webp(png)
+        return self._webp(png, f"scale={width}:-2:flags=area,")
 
     def panel(self, height):
         """The top of the effect controls, with the presets."""
@@ -51,9 +51,10 @@ class Pictures:
         return data_uri("image/webp", webp)
 
     def thumbnail(self, path):
-        png = self._new_path(".png")
-        self._ffmpeg("-f", "image2", "-c:v", "bmp", "-i", path, png)  # not always recognised
-        return data_uri("image/png", png)
+        webp = self._new_path(".webp")
+        # A bitmap of this size is not always recognised as one.
+        self._ffmpeg("-f", "image2", "-c:v", "bmp", "-i", path, "-lossless", "1", webp)
+        return data_uri("image/webp", webp)
 
     def _input(self, scene, source):
         """The source, cut to the scene's proportions, or the backdrop in its size."""
@@ -76,11 +77,11 @@ class Pictures:
             command += [option, source]
         subprocess.run(command + options, check=True, stderr=subprocess.DEVNULL)
 
-    def _webp(self, png):
+    def _webp(self, png, reduction=""):
         webp = self._new_path(".webp")
         self._ffmpeg("-i", png, "-filter_complex",
-                     "split[a][b];[a]format=rgb24,lutrgb=r=0:g=0:b=0[black];"
-                     "[black][b]overlay=format=rgb,format=yuv420p", "-quality", "72", webp)
+                     f"{reduction}split[a][b];[a]format=rgb24,lutrgb=r=0:g=0:b=0[black];"
+                     "[black][b]overlay=format=rgb,format=yuv420p", "-quality", "68", webp)
         return data_uri("image/webp", webp)
 
     def _ffmpeg(self, *arguments):

@@ -1,9 +1,10 @@
-"""The chapter of recipes: example scenes, each with a large picture and what it sets."""
+"""The chapter of recipes: example scenes, each with a large picture and the scene to copy."""
 
 import html
+import re
 import tomllib
 
-from .parameters import value_text
+PICTURE_WIDTH = 800
 
 
 def recipes_html(root, parameters, pictures):
@@ -14,37 +15,17 @@ def recipes_html(root, parameters, pictures):
 
 
 def recipe_html(path, recipe, parameters, pictures):
-    with open(path, "rb") as file:
-        scene = tomllib.load(file)
-    source = pictures.example(path, recipe["frame"]) if pictures else ""
+    source = pictures.example(path, recipe["frame"], PICTURE_WIDTH) if pictures else ""
     anchor = "recipe-" + path.stem.replace("_", "-")
+    scene = path.read_text(encoding="utf-8").rstrip()
     return (f'<article class="recipe"><img src="{source}" alt="{html.escape(recipe["alt"])}">\n'
             f'<h3 id="{anchor}">{recipe["title"]}</h3>\n<p>{recipe["text"]}</p>\n'
-            f"{settings_html(scene, parameters)}\n"
-            f"<p>The whole scene: <code>examples/{path.name}</code></p></article>")
+            f"<details><summary>The scene, <code>examples/{path.name}</code></summary>\n"
+            f'<pre tabindex="0" role="region" aria-label="The scene {path.name}"><code>'
+            f"{scene_html(scene, parameters)}</code></pre></details></article>")
 
 
-def settings_html(scene, parameters):
-    """What the scene sets, in the order and under the groups of the effect controls."""
-    settings = dict(scene["params"])
-    if "mask" in scene:
-        settings["Path"] = "a mask"
-    groups = {}
-    for entry in parameters.declared:
-        if entry["label"] in settings:
-            title = (entry["groups"] or ["Mixing"])[0]
-            groups.setdefault(title, []).append(
-                f"<div><dt>{parameters.link(entry['label'])}</dt>"
-                f"<dd>{setting_html(entry, settings[entry['label']])}</dd></div>")
-    return '<div class="settings">' + "\n".join(
-        f"<section><h4>{title}</h4><dl>{''.join(lines)}</dl></section>"
-        for title, lines in groups.items()) + "</div>"
-
-
-def setting_html(entry, value):
-    if isinstance(value, list) and isinstance(value[0], dict):
-        return "<br>".join(f"{setting_html(entry, key['value'])} at {key['frame']}" for key in value)
-    text = html.escape(value_text(entry, value))
-    if entry["type"] == "colour":
-        return f'<span class="swatch" style="background: {text}"></span> {text}'
-    return text
+def scene_html(scene, parameters):
+    """The scene's text; the labels that it sets lead to their descriptions."""
+    return re.sub(r'^"([^"]+)"(?= = )', lambda label: f'"{parameters.link(label[1])}"',
+                  html.escape(scene, quote=False), flags=re.M)
