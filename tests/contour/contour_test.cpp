@@ -54,7 +54,7 @@ reference::Mask drawn(const std::vector<std::string>& rows) {
   return mask;
 }
 
-TEST(Contour, OfMasksTracedByHand) {
+TEST(Contour, TracesSmallMasksAsWorkedOutByHand) {
   struct Case {
     const char* why;
     std::vector<std::string> mask;
@@ -140,7 +140,7 @@ class Digest {
   void add(std::uint32_t number) { value = (value ^ number) * 1099511628211u; }
 };
 
-TEST(Contour, OfSmallMasksIsAsKnown) {
+TEST(Contour, TracesThousandsOfSmallMasksAsKnown) {
   Digest digest;
   for (std::uint32_t seed = 1; seed <= 5000; ++seed) {
     reference::Mask mask = reference::anyShape(64, seed);
@@ -153,7 +153,7 @@ TEST(Contour, OfSmallMasksIsAsKnown) {
   EXPECT_EQ(digest.value, 8211781799088675600u);
 }
 
-TEST(Contour, OfLongOutlinesIsAsKnown) {
+TEST(Contour, TracesLongOutlinesAsKnown) {
   Digest digest;
   for (const reference::Mask& mask :
        {reference::disc(500, 500), reference::title(600, 200), reference::noise(160, 160, 0.55, 1),

@@ -48,7 +48,7 @@ void releasePages(void* block, std::size_t) {
   release(block);
 }
 
-TEST(ContourMemory, MayRunOutAnywhere) {
+TEST(ContourMemory, EveryFailedAllocationIsReportedAndNothingIsKept) {
   constexpr int kSide = 60;
   std::vector<std::uint8_t> mask(kSide * kSide);
   for (int i = 0; i < kSide * kSide; ++i) {

@@ -38,7 +38,7 @@ TEST(Trigonometry, RoundsTheDoubleFunctionsOnce) {
   }
 }
 
-TEST(Trigonometry, ReducesAnyAngle) {
+TEST(Trigonometry, ReducesHugeAnglesExactly) {
   EXPECT_EQ(brisel::sine(0x1p100f), -0.872183621f);
   EXPECT_EQ(brisel::cosine(0x1p100f), 0.489178658f);
   EXPECT_EQ(brisel::sine(std::numeric_limits<float>::max()), -0.521876514f);

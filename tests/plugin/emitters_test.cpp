@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <functional>
 
 #include "tests/plugin/hosted_effect.h"
@@ -18,7 +17,6 @@ using tests::isBlank;
 using tests::litPixels;
 
 constexpr int kRasterMask = 6;
-constexpr int kWholeField = 7;
 constexpr int kContour = 8;
 
 // Alpha and colour on the scale of 255.
@@ -107,27 +105,6 @@ TEST_P(EmittersTest, StarsThatFindNoPlaceAreNeverSeen) {
     for (A_long frame = 0; frame < 12; ++frame) {
       EXPECT_TRUE(isBlank(renderOver(black, session, shape, {.frame = frame})));
     }
-    session.close();
-  }
-}
-
-TEST_P(EmittersTest, WhatLiesOutsideTheInputShowsNothing) {
-  const FrameShape corner{.width = 41, .height = 31, .depth = GetParam()};
-  World small = painted(corner, disc(24, 20, 14));
-  World extended(64, 48, GetParam());
-  for (A_long y = 0; y < corner.height; ++y) {
-    const auto row = small.rowPixelBytes(y);
-    std::memcpy(extended.row8(y).data(), row.data(), row.size());
-  }
-  for (const int path : {kRasterMask, kWholeField, kContour}) {
-    emit(path, 500, shape);
-    tests::set(session, "Color schema", 2);
-    tests::set(session, "Size depend on source", 1);
-    tests::set(session, "Mix with original", 2);
-    const World overSmall = renderOver(small, session, shape);
-    const World overExtended = renderOver(extended, session, shape);
-    EXPECT_TRUE(samePixels(overSmall, overExtended)) << "item " << path;
-    EXPECT_FALSE(isBlank(overSmall));
     session.close();
   }
 }

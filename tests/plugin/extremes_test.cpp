@@ -59,7 +59,7 @@ void setFrom(Session& session, const Parameter& parameter, const Pick& pick) {
   }
 }
 
-TEST_F(ExtremesTest, EachParameterAtEitherEndOfItsRange) {
+TEST_F(ExtremesTest, EachParameterRendersAtEitherEndOfItsRange) {
   tests::openWithDefaults(session);
   for (const Parameter& parameter : session.parameters().list()) {
     SCOPED_TRACE(parameter.label);
@@ -72,7 +72,7 @@ TEST_F(ExtremesTest, EachParameterAtEitherEndOfItsRange) {
   }
 }
 
-TEST_F(ExtremesTest, RandomValuesOfEveryParameter) {
+TEST_F(ExtremesTest, RandomValuesOfAllParametersRender) {
   std::mt19937 random(tests::seed());
   tests::openWithDefaults(session);
   const auto chance = [&](double probability) {

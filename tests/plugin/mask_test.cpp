@@ -42,7 +42,7 @@ std::array<bool, 4> litSides(const World& world) {
   return lit;
 }
 
-class MaskTest : public tests::DepthTest {
+class MaskTest : public tests::EffectTest {
  protected:
   void SetUp() override {
     tests::openWithDefaults(session, shape);
@@ -70,13 +70,10 @@ class MaskTest : public tests::DepthTest {
     EXPECT_TRUE(session.records().suites.balanced());
   }
 
-  const FrameShape shape{.depth = GetParam()};
+  const FrameShape shape;
 };
 
-INSTANTIATE_TEST_SUITE_P(, MaskTest, ::testing::Values(hostkit::Depth::k8, hostkit::Depth::k16),
-                         tests::depthName);
-
-TEST_P(MaskTest, RunsFromItsFirstVertexAndTheOtherWayWhenInverted) {
+TEST_F(MaskTest, StarsStartAtTheFirstVertexAndRunBackwardsWhenInverted) {
   struct Case {
     bool closed, inverted;
     int completeness;
@@ -94,7 +91,7 @@ TEST_P(MaskTest, RunsFromItsFirstVertexAndTheOtherWayWhenInverted) {
   }
 }
 
-TEST_P(MaskTest, IsFetchedAtTheTimeOfTheRender) {
+TEST_F(MaskTest, TheMaskIsFetchedForTheTimeOfTheRender) {
   MaskTime asked{};
   choose(session.records().masks.add([&](const MaskTime& time) {
     asked = time;
@@ -106,14 +103,14 @@ TEST_P(MaskTest, IsFetchedAtTheTimeOfTheRender) {
   EXPECT_EQ(asked.scale, 30000u);
 }
 
-TEST_P(MaskTest, WithoutOneTheHostIsNotAsked) {
+TEST_F(MaskTest, TheHostIsNotAskedWithoutAMask) {
   firstFrame();  // the values being new, the effect greys parameters, which takes another suite
   const int before = session.records().suites.acquisitions();
   firstFrame();
   EXPECT_EQ(session.records().suites.acquisitions(), before);
 }
 
-TEST_P(MaskTest, ItsNumbersMayBeNone) {
+TEST_F(MaskTest, VerticesMayHoldNaNsAndInfinities) {
   tests::set(session, "Type", 2);
   tests::set(session, "Initial speed", 50);
   tests::set(session, "Intensity", 40);
@@ -133,7 +130,7 @@ TEST_P(MaskTest, ItsNumbersMayBeNone) {
   }
 }
 
-TEST_P(MaskTest, WithoutASuiteTheBezierServes) {
+TEST_F(MaskTest, WithoutASuiteTheBezierCurveIsUsed) {
   choose(rectangle());
   const World bezier = bezierFrame();
   tests::set(session, "Standard path", 3);
@@ -147,7 +144,7 @@ TEST_P(MaskTest, WithoutASuiteTheBezierServes) {
   }
 }
 
-TEST_P(MaskTest, WhicheverCallFailsNothingIsKept) {
+TEST_F(MaskTest, EveryMaskIsGivenBackWhicheverCallFails) {
   choose(rectangle());
   const World bezier = bezierFrame();
   hostkit::MaskTable& masks = session.records().masks;
@@ -164,7 +161,7 @@ TEST_P(MaskTest, WhicheverCallFailsNothingIsKept) {
   }
 }
 
-TEST_P(MaskTest, ThatHasNoVerticesLeavesTheBezier) {
+TEST_F(MaskTest, WithoutVerticesTheBezierCurveIsUsed) {
   choose(rectangle());
   const World bezier = bezierFrame();
   choose({{}, true});

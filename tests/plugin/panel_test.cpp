@@ -77,7 +77,7 @@ int stripRed(const Drawing& strip, int x, int y) {
   return strip.image.pixels[static_cast<std::size_t>(at)];
 }
 
-TEST_F(PanelTest, TheRowIsDrawnInOrder) {
+TEST_F(PanelTest, ARowDrawsItsFrameArrowsAndThumbnails) {
   const std::vector<Drawing> row = drawn(kEmitterRow, kRowRect);
   ASSERT_EQ(row.size(), 9u);
   expectBox(row[0], row[1], {30, 400, 447, 74}, {1.0f, 0.5f, 0.0f, 1.0f}, {1.0f, 0.0f, 0.0f, 1.0f});
@@ -159,7 +159,7 @@ TEST_F(PanelTest, AClickAppliesThePreset) {
   EXPECT_EQ(number("Intensity"), 22.0);
 }
 
-TEST_F(PanelTest, HoveringHighlights) {
+TEST_F(PanelTest, HoveringHighlightsTheEntryUnderThePointer) {
   drawn(kEmitterRow, kRowRect);
   const auto hover = [&](PF_Point at) { return session.hover(kEmitterRow, kRowRect, at); };
   EXPECT_EQ(hover({kStripLeft + 94 * 2, 440}).eventFlags, PF_EO_HANDLED_EVENT | PF_EO_UPDATE_NOW);
@@ -175,7 +175,7 @@ TEST_F(PanelTest, HoveringHighlights) {
   EXPECT_EQ(session.send(titled).eventFlags, 0);
 }
 
-TEST_F(PanelTest, TheHeaderAnswersThePointer) {
+TEST_F(PanelTest, TheHeadersButtonsLightUpUnderThePointer) {
   const std::vector<Drawing> idle = drawn(kHeader, kHeaderRect);
   ASSERT_EQ(idle.size(), 3u);
   expectImage(idle[0], {30, 200, 445, 100}, 1.0f);

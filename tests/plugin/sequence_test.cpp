@@ -61,7 +61,7 @@ TEST_F(SequenceTest, ResetupMakesAnInstanceOnlyWhereThereIsNone) {
   EXPECT_EQ(instanceRecord(session), before);
 }
 
-TEST_F(SequenceTest, FlatteningKeepsNothing) {
+TEST_F(SequenceTest, FlatteningReleasesTheInstanceAndItsStars) {
   ASSERT_EQ(session.call(PF_Cmd_SEQUENCE_SETUP), PF_Err_NONE);
   const auto first = renderFrame(session, {}, 0);
   renderFrame(session, {}, 1);
@@ -73,7 +73,7 @@ TEST_F(SequenceTest, FlatteningKeepsNothing) {
   EXPECT_TRUE(samePixels(renderFrame(session, {}, 0), first));
 }
 
-TEST_F(SequenceTest, SurvivesRefusedHandlesAndLocks) {
+TEST_F(SequenceTest, RefusedHandlesAndLocksAreReportedAndLeakNothing) {
   for (const PF_Cmd cmd : {PF_Cmd_SEQUENCE_SETUP, PF_Cmd_SEQUENCE_RESETUP}) {
     handles().refuseAllocation(1);
     EXPECT_EQ(session.call(cmd), kNoSequenceHandle);
@@ -95,7 +95,7 @@ std::size_t pagesInUse() {
   return pages;
 }
 
-TEST_F(SequenceTest, StarsThatAreLetGoAreGivenBack) {
+TEST_F(SequenceTest, TheMemoryOfReleasedStarsIsGivenBack) {
   if (pagesInUse() == 0) GTEST_SKIP() << "the system does not tell how much memory is in use";
   const auto oneLife = [&](PF_Cmd end) {
     ASSERT_EQ(session.call(PF_Cmd_SEQUENCE_SETUP), PF_Err_NONE);

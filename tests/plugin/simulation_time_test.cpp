@@ -35,7 +35,7 @@ TEST_F(SimulationTimeTest, TimeZeroStartsOver) {
   EXPECT_TRUE(samePixels(renderFrame(session, {}, ntsc), first));
 }
 
-TEST_F(SimulationTimeTest, AJumpIsOneStep) {
+TEST_F(SimulationTimeTest, AJumpInTimeIsOneStep) {
   render(0);
   const World second = render(1);
   const World third = render(2);
@@ -46,7 +46,7 @@ TEST_F(SimulationTimeTest, AJumpIsOneStep) {
 }
 
 // Drawing keeps state from frame to frame; time 0 clears it.
-TEST_F(SimulationTimeTest, NothingIsLeftOfWhatWasRenderedBefore) {
+TEST_F(SimulationTimeTest, AStartOverForgetsWhatWasRenderedBefore) {
   const auto animation = [&] {
     std::vector<World> frames;
     for (A_long frame = 0; frame < 12; ++frame) frames.push_back(render(frame));

@@ -30,7 +30,7 @@ class WildHostTest : public EffectTest {
   World output{64, 48, hostkit::Depth::k8};
 };
 
-TEST_F(WildHostTest, WithoutAnInstanceTheFrameIsEmptyAndNoStarLost) {
+TEST_F(WildHostTest, WithoutAnInstanceTheFrameIsEmptyAndNoStarIsLost) {
   const auto before = tests::instanceRecord(session);
   const PF_Handle handle = std::exchange(session.inData().sequence_data, nullptr);
   expectHarmlessRender(session, output);
@@ -48,7 +48,7 @@ TEST_F(WildHostTest, WithoutAnInstanceTheFrameIsEmptyAndNoStarLost) {
   EXPECT_EQ(tests::instanceRecord(session).stepCounter, before.stepCounter + 1);
 }
 
-TEST_F(WildHostTest, WorldsWithoutPixels) {
+TEST_F(WildHostTest, WorldsWithoutPixelsAreLeftAlone) {
   for (const auto& [width, height] : {std::pair<A_long, A_long>{0, 0}, {0, 5}, {5, 0}}) {
     World empty(width, height, hostkit::Depth::k8);
     session.prepareFrame(input, empty, {.frame = 0});
@@ -65,7 +65,7 @@ TEST_F(WildHostTest, WorldsWithoutPixels) {
   }
 }
 
-TEST_F(WildHostTest, AnInputWithoutPixels) {
+TEST_F(WildHostTest, AnInputWithoutPixelsDoesNoHarm) {
   tests::set(session, "Mix with original", 3);
   tests::set(session, "Color schema", 2);
   for (const A_long path : {2, 6, 8}) {
@@ -86,7 +86,7 @@ TEST_F(WildHostTest, ALayerWidthOfZeroCountsAsFullResolution) {
   expectHarmlessRender(session, output);
 }
 
-TEST_F(WildHostTest, ItsRoundingModeIsNeitherUsedNorLost) {
+TEST_F(WildHostTest, TheHostsRoundingModeIsNeitherUsedNorLost) {
   const tests::FrameShape deep{.depth = hostkit::Depth::k16};  // shows the last bits
   const auto sixthFrame = [&] {
     for (A_long frame = 0; frame < 5; ++frame) renderFrame(session, deep, frame);
@@ -101,7 +101,7 @@ TEST_F(WildHostTest, ItsRoundingModeIsNeitherUsedNorLost) {
   EXPECT_TRUE(samePixels(rendered, expected));
 }
 
-TEST_F(WildHostTest, MissingParameters) {
+TEST_F(WildHostTest, MissingParametersDoNoHarm) {
   std::vector<PF_ParamDef*> holes(session.parameters().pointers(),
                                   session.parameters().pointers() + 82);
   PF_UserChangedParamExtra changedType{40};
@@ -125,7 +125,7 @@ TEST_F(WildHostTest, MissingParameters) {
   session.inData().num_params = 82;
 }
 
-TEST_F(WildHostTest, UncountedParametersAreServed) {
+TEST_F(WildHostTest, ParametersThatTheHostDoesNotCountAreUsed) {
   session.inData().num_params = 0;
   expectHarmlessRender(session, output);
   EXPECT_FALSE(isBlank(output));
@@ -133,7 +133,7 @@ TEST_F(WildHostTest, UncountedParametersAreServed) {
   EXPECT_EQ(session.draw(1, {0, 0, 470, 125}, &painter).eventFlags, PF_EO_HANDLED_EVENT);
 }
 
-TEST_F(WildHostTest, NothingButTheCommand) {
+TEST_F(WildHostTest, CommandsWithNothingElseDoNoHarm) {
   for (PF_Cmd cmd = -2; cmd <= 20; ++cmd) {
     if (cmd == PF_Cmd_SEQUENCE_SETUP) continue;  // it would orphan the instance there is
     session.callWith(cmd, nullptr, nullptr, nullptr);
@@ -141,7 +141,7 @@ TEST_F(WildHostTest, NothingButTheCommand) {
   EXPECT_EQ(session.records().handles.outstandingLocks(), 0);
 }
 
-TEST(WildHost, CommandsInAnyOrder) {
+TEST(WildHost, CommandsMayComeInAnyOrder) {
   std::mt19937 random(tests::seed());
   const PF_Cmd commands[] = {PF_Cmd_GLOBAL_SETUP,     PF_Cmd_PARAMS_SETUP,     PF_Cmd_RENDER,
                              PF_Cmd_SEQUENCE_RESETUP, PF_Cmd_SEQUENCE_FLATTEN, PF_Cmd_RENDER,

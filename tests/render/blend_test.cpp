@@ -41,7 +41,7 @@ struct Palette {
 
 class BlendRules : public testing::TestWithParam<BlendRule> {};
 
-TEST_P(BlendRules, EveryChannelUnderEveryPen) {
+TEST_P(BlendRules, BlendEveryChannelValueWithEveryPenAsTheReferenceDoes) {
   Palette module;
   Palette expected;
   const std::vector<std::uint8_t> before = module.bytes;
@@ -71,7 +71,7 @@ TEST_P(BlendRules, EveryChannelUnderEveryPen) {
 
 INSTANTIATE_TEST_SUITE_P(, BlendRules, testing::ValuesIn(tests::kAllRules));
 
-TEST(Mix, RandomLayersAreTheReferences) {
+TEST(Mix, MixesRandomLayersAsTheReferenceDoes) {
   for (std::uint32_t trial = 0; trial < 40; ++trial) {
     tests::Dice dice(40000 + trial);
     const bool deep = trial % 2 == 1;

@@ -85,7 +85,7 @@ void composeAnyBlics(Dice& dice, const Composition& c, BlendRule rule) {
 
 class SpriteTest : public testing::TestWithParam<Sprite> {};
 
-TEST_P(SpriteTest, PaintsTheSameWithEveryInstructionSet) {
+TEST_P(SpriteTest, PaintsTheKnownBytesWithEveryInstructionSet) {
   std::uint32_t stream = 0;
   tests::Digest digest;
   for (const bool deep : {false, true}) {
@@ -120,7 +120,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 // Row 0 shows rays that start less than a pixel above the frame, with their edges prolonged to it:
 // far beyond the ray's own box, and of full coverage where an edge's corners round to one point.
-TEST(Sprites, RaysJustAboveTheFrame) {
+TEST(Sprites, RaysJustAboveTheFrameShowInItsFirstRow) {
   tests::Digest digest;
   tests::Scene scene;
   scene.settings.highQuality = true;
@@ -140,7 +140,7 @@ TEST(Sprites, RaysJustAboveTheFrame) {
 
 // The edges of a ray as wide as this, prolonged to row 0, cross it in the wrong order and farther
 // apart than an integer can tell.
-TEST(Sprites, HugeRaysJustAboveTheFrame) {
+TEST(Sprites, HugeRaysJustAboveTheFrameLeaveItAlone) {
   const tests::Frame empty(kWidth, 5, false);
   for (const brisel::Kernels* kernels : brisel::availableKernels()) {
     SCOPED_TRACE(kernels->name);

@@ -136,7 +136,7 @@ TEST_F(MediaTest, AnotherRateRepeatsOrSkipsFrames) {
   }
 }
 
-TEST_F(MediaTest, SizeIsAsSeen) {
+TEST_F(MediaTest, SizeFollowsThePixelAspectAndTheRotation) {
   ffmpeg("-f lavfi -i testsrc=s=64x48 -frames:v 5 -pix_fmt yuv420p -vf setsar=2 wide.mp4");
   ffmpeg("-f lavfi -i testsrc=s=64x48 -frames:v 5 -pix_fmt yuv420p flat.mp4");
   ffmpeg("-i flat.mp4 -c copy -metadata:s:v rotate=90 phone.mp4");

@@ -1,6 +1,5 @@
 // Presets beside a copy of the module, chosen by name and by clicks in the effect controls.
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <nlohmann/json.hpp>
 
@@ -88,7 +87,7 @@ frames = 3
 )";
 };
 
-TEST_F(PresetTest, AreListedRowByRow) {
+TEST_F(PresetTest, PresetsAreListedRowByRow) {
   const CommandResult none = withModule({"presets"});
   EXPECT_EQ(none.exitCode, 0);
   EXPECT_TRUE(none.out.starts_with("There are no presets: ")) << none.out;
@@ -109,24 +108,7 @@ TEST_F(PresetTest, AreListedRowByRow) {
   EXPECT_EQ(withModule({"presets", "--names", "RAYS"}).out, "star\n");
 }
 
-TEST_F(PresetTest, OddIndexesAreListedAsTheModuleTakesThem) {
-  std::filesystem::create_directories(path(kFolder));
-  const std::string index = kFolder + std::string("Drizzen.prs");
-  write(index, "\r\n[Emmiter]\r\n/p.txt a\r\n\xE9.txt b");
-  const auto list = nlohmann::json::parse(withModule({"presets", "--json"}).out);
-  ASSERT_EQ(list.size(), 2u);
-  EXPECT_EQ(list[0]["file"], path(kFolder).string() + "/p.txt");
-  EXPECT_EQ(list[1]["name"], "\uFFFD");
-
-  std::filesystem::remove(path(index));
-  std::filesystem::create_directory(path(index));
-  EXPECT_EQ(withModule({"presets", "--json"}).out, "[]\n");
-  std::filesystem::remove(path(index));
-  ASSERT_EQ(mkfifo(path(index).c_str(), 0600), 0);
-  EXPECT_EQ(withModule({"presets", "--json"}).out, "[]\n") << "not even waited for";
-}
-
-TEST_F(PresetTest, GiveTheParametersTheirValues) {
+TEST_F(PresetTest, PresetsSetTheParametersTheyName) {
   writePresets();
   const std::string byHand =
       rendered({"--set", "Intensity=23", "--set", "Start=0.5,0.25", "--set", "Type=4", "--set",

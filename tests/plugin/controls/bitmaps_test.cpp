@@ -22,14 +22,7 @@ std::string fileOf(int identifier) {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-template <typename Number>
-Number numberAt(const std::string& file, std::size_t offset) {
-  Number number;
-  std::memcpy(&number, file.data() + offset, sizeof number);
-  return number;
-}
-
-TEST(Bitmaps, HaveTheSizesTheControlsAskFor) {
+TEST(Bitmaps, AreLoadedAsTheyAreInTheirFilesInTheSizesThatControlsAskFor) {
   const struct {
     int identifier, width, height;
   } expected[] = {{550, 16, 50}, {551, 16, 50}, {563, 16, 50},   {561, 16, 50},
@@ -41,12 +34,6 @@ TEST(Bitmaps, HaveTheSizesTheControlsAskFor) {
     const auto rowBytes = static_cast<std::size_t>(width * 3 + 3) / 4 * 4;
     const std::size_t size = rowBytes * static_cast<std::size_t>(height);
     ASSERT_EQ(file.size(), 54 + size);
-    EXPECT_EQ(numberAt<std::uint32_t>(file, 10), 54u);
-    EXPECT_EQ(numberAt<std::int32_t>(file, 18), width);
-    EXPECT_EQ(numberAt<std::int32_t>(file, 22), height) << "positive: bottom row first";
-    EXPECT_EQ(numberAt<std::uint16_t>(file, 28), 24);
-    EXPECT_EQ(numberAt<std::uint32_t>(file, 30), 0u) << "uncompressed";
-
     const auto bitmap = brisel::LoadResourceBitmap(identifier, width, height);
     ASSERT_TRUE(bitmap.pixels);
     ASSERT_EQ(bitmap.rowBytes, rowBytes);
@@ -58,7 +45,7 @@ TEST(Bitmaps, HaveTheSizesTheControlsAskFor) {
   }
 }
 
-TEST(Bitmaps, TheGreyTextureIsTheRedFromTheTopRowOn) {
+TEST(Bitmaps, TheGreyTextureIsTheRedChannelTopRowFirst) {
   brisel::GreyTexture texture;
   brisel::LoadGreyTexture(texture, 999, 30, 30, 0.5f);
   ASSERT_TRUE(texture.values && texture.width == 30 && texture.height == 30);
