@@ -25,16 +25,6 @@ std::string contents(const std::filesystem::path& file) {
 
 }  // namespace
 
-ScratchTest::ScratchTest() {
-  std::string pattern = std::filesystem::temp_directory_path() / "brisel-test-XXXXXX";
-  folder_ = mkdtemp(pattern.data());
-}
-
-ScratchTest::~ScratchTest() {
-  std::error_code ignored;
-  std::filesystem::remove_all(folder_, ignored);
-}
-
 void ScratchTest::write(const std::string& name, const std::string& text) const {
   std::ofstream(path(name), std::ios::binary) << text;
 }
@@ -45,7 +35,7 @@ std::string ScratchTest::read(const std::string& name) const {
 
 std::vector<std::string> ScratchTest::names() const {
   std::vector<std::string> found;
-  for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
+  for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
     const std::string name = entry.path().filename();
     if (name != kOut && name != kErr) found.push_back(name);
   }
@@ -61,7 +51,7 @@ pid_t ScratchTest::start(const std::vector<std::string>& command) const {
   const std::string err = path(kErr);
   posix_spawn_file_actions_t files;
   posix_spawn_file_actions_init(&files);
-  posix_spawn_file_actions_addchdir_np(&files, folder_.c_str());
+  posix_spawn_file_actions_addchdir_np(&files, folder_.path().c_str());
   constexpr int kCreate = O_WRONLY | O_CREAT | O_TRUNC;
   posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, out.c_str(), kCreate, 0600);
   posix_spawn_file_actions_addopen(&files, STDERR_FILENO, err.c_str(), kCreate, 0600);

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/temporary_folder.h"
+
 namespace tests {
 
 struct CommandResult {
@@ -22,13 +24,10 @@ struct CommandResult {
   }
 };
 
-// Deletes its folder at the end. The tests of this program run in it, so names are short.
+// The program runs in the folder, so names are short.
 class ScratchTest : public ::testing::Test {
  protected:
-  ScratchTest();
-  ~ScratchTest() override;
-
-  std::filesystem::path path(const std::string& name) const { return folder_ / name; }
+  std::filesystem::path path(const std::string& name) const { return folder_.path() / name; }
   void write(const std::string& name, const std::string& text) const;
   std::string read(const std::string& name) const;
   // The names in the folder, hidden ones too, sorted; those of `run`'s own log files left out.
@@ -46,7 +45,7 @@ class ScratchTest : public ::testing::Test {
   void ffmpeg(const std::string& words) const;
 
  private:
-  std::filesystem::path folder_;
+  TemporaryFolder folder_;
 };
 
 std::vector<std::string> words(const std::string& text);

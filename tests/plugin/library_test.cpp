@@ -6,6 +6,7 @@
 #include <set>
 #include <sstream>
 
+#include "presets/preset_index.h"
 #include "tests/plugin/hosted_effect.h"
 
 namespace {
@@ -17,7 +18,7 @@ using tests::indexOf;
 const std::string kFolder = BRISEL_LIBRARY_PATH;
 
 std::string bytesOf(const std::string& file) {
-  std::ifstream stream(kFolder + file, std::ios::binary);
+  std::ifstream stream(file, std::ios::binary);
   EXPECT_TRUE(stream) << file << " is missing";
   return {std::istreambuf_iterator<char>(stream), {}};
 }
@@ -31,23 +32,6 @@ std::vector<std::string> linesOf(const std::string& file) {
     lines.push_back(line.substr(0, line.size() - 1));
   }
   return lines;
-}
-
-struct Entry {
-  std::string section, parameters, thumbnail;
-};
-
-std::vector<Entry> readIndex() {
-  std::vector<Entry> entries;
-  std::string section;
-  const std::vector<std::string> lines = linesOf("Drizzen.prs");
-  for (std::size_t i = 1; i < lines.size(); ++i) {  // the first is a title
-    if (lines[i].starts_with('[')) section = lines[i];
-    if (lines[i].starts_with('[') || lines[i].starts_with(';')) continue;
-    Entry& entry = entries.emplace_back(Entry{section, {}, {}});
-    std::istringstream(lines[i]) >> entry.parameters >> entry.thumbnail;
-  }
-  return entries;
 }
 
 class PresetLibrary : public EffectTest {
@@ -99,12 +83,16 @@ TEST_F(PresetLibrary, EveryLookIsCompleteAndEveryChoiceHasOne) {
   const auto star = valuesBetween("Type", "Add mode");
   auto emitter = valuesBetween("Standard path", "Frequency of oscillation");
   emitter.insert(star.begin(), star.end());
-  for (const Entry& entry : readIndex()) {
-    SCOPED_TRACE(entry.parameters);
-    EXPECT_EQ(apply(entry.parameters), entry.section == "[Emmiter]" ? emitter : star);
-    // A header of 40 bytes; 88 x 65 pixels, bottom row first; one plane, 24 bits, uncompressed.
-    const std::string header("\x28\0\0\0\x58\0\0\0\x41\0\0\0\1\0\x18\0\0\0\0\0", 20);
-    EXPECT_EQ(bytesOf(entry.thumbnail).substr(14, header.size()), header);
+  // A header of 40 bytes; 88 x 65 pixels, bottom row first; one plane, 24 bits, uncompressed.
+  const std::string header("\x28\0\0\0\x58\0\0\0\x41\0\0\0\1\0\x18\0\0\0\0\0", 20);
+  for (const auto& [section, named] : {std::pair{"Emmiter", emitter}, {"Geometry", star}}) {
+    const auto presets = brisel::ReadPresetIndex({kFolder + "Drizzen.prs", kFolder}, section);
+    EXPECT_FALSE(presets.empty());
+    for (const brisel::PresetFiles& files : presets) {
+      SCOPED_TRACE(files.parameters);
+      EXPECT_EQ(apply(files.parameters), named);
+      EXPECT_EQ(bytesOf(files.thumbnail).substr(14, header.size()), header);
+    }
   }
   for (const char* popup : {"Standard path", "Orientation", "Terminate type", "Oscillation", "Type",
                             "Type of halo", "Type of blink", "Color schema", "Add mode"}) {

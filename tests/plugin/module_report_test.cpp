@@ -3,10 +3,10 @@
 #include <cstring>
 #include <filesystem>
 #include <limits>
-#include <random>
 #include <string>
 
 #include "tests/plugin/hosted_effect.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -34,8 +34,8 @@ TEST_F(EffectTest, UnknownCommandsSucceedAndChangeNothing) {
 
 TEST(Loading, WorksFromALongPathAndFromOneInOtherScripts) {
   namespace fs = std::filesystem;
-  const fs::path start =
-      fs::temp_directory_path() / ("brisel_loading_" + std::to_string(std::random_device{}()));
+  const tests::TemporaryFolder temporary;
+  const fs::path& start = temporary.path();
   const fs::path file = fs::path(BRISEL_MODULE_PATH).filename();
   // As long as Windows takes it, which is too long for the presets' paths.
   const std::size_t rest = 250 - (start / "" / file).string().size();
@@ -48,7 +48,6 @@ TEST(Loading, WorksFromALongPathAndFromOneInOtherScripts) {
     tests::openWithDefaults(session);
     tests::renderFrame(session, {}, 0);
   }
-  fs::remove_all(start);
 }
 
 }  // namespace

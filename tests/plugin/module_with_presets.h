@@ -3,6 +3,8 @@
 
 #include <filesystem>
 
+#include "tests/support/temporary_folder.h"
+
 namespace tests {
 
 // Ten emitter presets, of which number i sets the intensity 20 + i and shows a thumbnail of the
@@ -11,15 +13,12 @@ namespace tests {
 class ModuleWithPresets {
  public:
   ModuleWithPresets();
-  ~ModuleWithPresets();
-  ModuleWithPresets(const ModuleWithPresets&) = delete;
-  ModuleWithPresets& operator=(const ModuleWithPresets&) = delete;
 
-  const std::filesystem::path& folder() const { return folder_; }
+  const std::filesystem::path& folder() const { return folder_.path(); }
   std::filesystem::path module() const;
 
  private:
-  std::filesystem::path folder_;
+  TemporaryFolder folder_;
 };
 
 }  // namespace tests

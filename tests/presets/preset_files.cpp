@@ -3,29 +3,19 @@
 #include <fstream>
 
 namespace tests {
-
-FolderTest::FolderTest() {
-  const auto base = std::filesystem::temp_directory_path();
-  for (std::random_device random; folder_.empty();) {
-    const auto folder = base / ("brisel-presets-" + std::to_string(random()));
-    if (std::filesystem::create_directory(folder)) folder_ = (folder / "").string();
-  }
-}
-
-FolderTest::~FolderTest() {
-  std::error_code ignored;
-  std::filesystem::remove_all(folder_, ignored);
-}
-
-void FolderTest::write(const std::string& name, const std::string& bytes) const {
-  std::filesystem::remove(path(name));  // some file systems are slow to truncate
-  std::ofstream(path(name), std::ios::binary) << bytes;
-}
+namespace {
 
 std::string littleEndian(std::uint32_t number, int bytes) {
   std::string text;
   for (int i = 0; i < bytes; ++i) text += static_cast<char>(number >> 8 * i & 0xFF);
   return text;
+}
+
+}  // namespace
+
+void FolderTest::write(const std::string& name, const std::string& bytes) const {
+  std::filesystem::remove(path(name));  // some file systems are slow to truncate
+  std::ofstream(path(name), std::ios::binary) << bytes;
 }
 
 std::string bitmap(int bits, std::int32_t width, std::int32_t height, const std::string& data,

@@ -177,7 +177,7 @@ TEST_F(ParameterFileTest, PointsAreFractionsOfTheFrame) {
   EXPECT_EQ(frame.width, 640) << "without a file nothing happens";
 }
 
-TEST_F(ParameterFileTest, Numbers) {
+TEST_F(ParameterFileTest, NumbersAreReadAsFarAsTheyAreNumbers) {
   const std::pair<const char*, std::int32_t> cases[] = {{"12x", 12},       {"\r\n\t 12\r\n", 12},
                                                         {"1,5 ", 1},       {"1e3 ", 1000},
                                                         {"5e ", 5},        {"5E-", 0},
@@ -207,7 +207,7 @@ TEST_F(ParameterFileTest, AMissingNumberIsTheOneBefore) {
   EXPECT_EQ(count("]\r\n"), 0) << "every file starts with 0";
 }
 
-TEST_F(ParameterFileTest, SaturateOrKeepTheirLowBits) {
+TEST_F(ParameterFileTest, HugeNumbersSaturateOrKeepTheirLowBits) {
   apply("Size\r\n40000\r\nAngle\r\n-1e9\r\nCheck\r\n4294967296e1\r\nPopup\r\n-1e30\r\n");
   EXPECT_EQ(records[Size].u.fd.value, kMost);
   EXPECT_EQ(records[Angle].u.ad.value, kLeast);
