@@ -7,7 +7,6 @@
 #include <string>
 
 #include "plugin/controls/preset_list.h"
-#include "plugin/controls/preset_row_layout.h"
 #include "plugin/controls/thumbnail_strip.h"
 
 namespace {

@@ -5,10 +5,10 @@
 #include <cstdlib>
 
 #include "effect/floating_point_guard.h"
-#include "plugin/greying.h"
+#include "plugin/controls/panel.h"
 #include "plugin/host_parameters.h"
+#include "plugin/locked_handle.h"
 #include "plugin/module_state.h"
-#include "plugin/panel_events.h"
 #include "plugin/params_setup.h"
 #include "plugin/render_driver.h"
 #include "plugin/resources/identity.h"
@@ -56,6 +56,23 @@ PF_Err updateChangedParameter(const PF_InData& in, PF_ParamDef* const* params, c
 PF_Err updateParameters(const PF_InData& in, PF_ParamDef* const* params) {
   if (hasAllParameters(in, params)) updateAllParameterUI(in, params, readValues(params));
   return PF_Err_NONE;
+}
+
+/// Events of the custom controls; `params` and its records may be null.
+PF_Err handleEvent(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
+                   PF_EventExtra& extra) {
+  ControlEvent event{in, out, params, suppliedParameters(in, params), extra};
+  ModuleState& module = moduleState();
+  PanelState panel{module.header, module.frameSize, module.folders.presetRootFolder, nullptr,
+                   nullptr};
+  if (!hasHandleCallbacks(in)) return handlePanelEvent(event, panel);
+  const LockedHandle locked(*in.utils, in.sequence_data);
+  const auto* state = static_cast<const SequenceState*>(locked.get());
+  if (state != nullptr && state->presetLists != nullptr) {
+    panel.emitterPresets = &state->presetLists[kEmitterPresetList];
+    panel.starPresets = &state->presetLists[kStarPresetList];
+  }
+  return handlePanelEvent(event, panel);
 }
 
 PF_Err dispatch(PF_Cmd command, PF_InData& in, PF_OutData& out, PF_ParamDef* params[],

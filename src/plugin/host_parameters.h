@@ -1,4 +1,5 @@
-// The parameter records that the host hands over with a command, and the values in them.
+// The parameter records that the host hands over with a command: the values in them, and which of
+// them it shows greyed out.
 #pragma once
 
 #include <cstdint>
@@ -15,10 +16,16 @@ std::int32_t suppliedParameters(const PF_InData& in, PF_ParamDef* const* params)
 /// Whether all parameters are there.
 bool hasAllParameters(const PF_InData& in, PF_ParamDef* const* params);
 
-/// The value of a record that holds a parameter of that kind; nothing of kinds without a value.
-Value readValue(const PF_ParamDef& param, ParamKind kind);
-
 /// The values of all parameters; `params` holds all of their records.
 Values readValues(PF_ParamDef* const* params);
+
+/// Sends the host the states that hang on the parameter `changedIndex`; an index without a rule, or
+/// a host without the suite for it, changes nothing. `params` holds all parameters, `values` what
+/// is in them. Only copies of the records are changed.
+void updateParameterUI(const PF_InData& in, PF_ParamDef* const* params, const Values& values,
+                       std::int32_t changedIndex);
+
+/// The same for every index, in ascending order.
+void updateAllParameterUI(const PF_InData& in, PF_ParamDef* const* params, const Values& values);
 
 }  // namespace brisel

@@ -61,4 +61,8 @@ inline void markHandled(ControlEvent& event) {
   event.extra.evt_out_flags |= PF_EO_HANDLED_EVENT;
 }
 
+/// Invalidates the control's current frame and marks the event handled. Parameter 1 is marked
+/// changed, so that the host notices. Returns the host's error, which then shows a message.
+PF_Err requestRedraw(ControlEvent& event);
+
 }  // namespace brisel

@@ -4,8 +4,7 @@
 
 #include "platform/module_folder.h"
 #include "plugin/controls/opener.h"
-#include "plugin/controls/redraw.h"
-#include "plugin/controls/resource_picture.h"
+#include "plugin/controls/resource_image.h"
 
 namespace brisel {
 namespace {

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
-#include "plugin/controls/preset_row_layout.h"
-#include "plugin/controls/redraw.h"
-#include "plugin/controls/resource_picture.h"
+#include "plugin/controls/preset_list.h"
+#include "plugin/controls/resource_image.h"
 #include "plugin/controls/thumbnail_strip.h"
 
 namespace brisel {

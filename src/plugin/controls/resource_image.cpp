@@ -1,10 +1,23 @@
 #include "plugin/controls/resource_image.h"
 
+#include <algorithm>
 #include <new>
 
 #include "plugin/resources/bitmap_resource.h"
 
 namespace brisel {
+namespace {
+
+// The host takes the top row first.
+void turnUpright(ResourceBitmap& bitmap, int height) {
+  std::uint8_t* first = bitmap.pixels.get();
+  std::uint8_t* last = first + static_cast<std::size_t>(height - 1) * bitmap.rowBytes;
+  for (; first < last; first += bitmap.rowBytes, last -= bitmap.rowBytes) {
+    std::swap_ranges(first, first + bitmap.rowBytes, last);
+  }
+}
+
+}  // namespace
 
 ResourceBitmap LoadResourceBitmap(int identifier, int width, int height) {
   if (width <= 0 || height <= 0) return {};
@@ -17,6 +30,14 @@ ResourceBitmap LoadResourceBitmap(int identifier, int width, int height) {
     return {};
   }
   return bitmap;
+}
+
+void drawResource(Canvas& canvas, const ResourcePicture& picture, int x, int y, float opacity) {
+  ResourceBitmap bitmap = LoadResourceBitmap(picture.identifier, picture.width, picture.height);
+  if (bitmap.pixels == nullptr) return;
+  turnUpright(bitmap, picture.height);
+  const std::size_t bytes = bitmap.rowBytes * static_cast<std::size_t>(picture.height);
+  canvas.drawPicture({{bitmap.pixels.get(), bytes}, picture.width, picture.height}, x, y, opacity);
 }
 
 void LoadGreyTexture(GreyTexture& texture, int identifier, int width, int height, float scale) {

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <memory>
 
+#include "plugin/controls/canvas.h"
+
 namespace brisel {
 
 /// A drawn picture: blue, green, red, bottom row first, rows padded to a multiple of 4 bytes.
@@ -16,6 +18,16 @@ struct ResourceBitmap {
 /// Loads the picture of that identifier and size, in pixels. Without pixels when a size is 0, there
 /// is no such picture or no memory for it.
 ResourceBitmap LoadResourceBitmap(int identifier, int width, int height);
+
+struct ResourcePicture {
+  int identifier;
+  int width;  // pixels
+  int height;
+};
+
+/// Loads the picture and draws it with its top left corner at x, y. Draws nothing when it cannot be
+/// loaded. Opacity from 0 to 1.
+void drawResource(Canvas& canvas, const ResourcePicture& picture, int x, int y, float opacity);
 
 /// A texture of grey values, 0 .. 255 times its scale; element x + y * width, top row first.
 struct GreyTexture {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <new>
 
-#include "plugin/controls/preset_row_layout.h"
 #include "plugin/resources/bitmap_resource.h"
 
 namespace brisel {

@@ -5,7 +5,7 @@
 #include <array>
 #include <tuple>
 
-#include "plugin/controls/preset_row_layout.h"
+#include "plugin/controls/preset_list.h"
 #include "plugin/controls/thumbnail_strip.h"
 #include "tests/support/dice.h"
 

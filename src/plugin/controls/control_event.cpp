@@ -1,7 +1,6 @@
-#include "plugin/controls/redraw.h"
+#include "plugin/controls/control_event.h"
 
 #include "effect/parameters.h"
-
 #include "plugin/controls/reported_suite.h"
 
 namespace brisel {
