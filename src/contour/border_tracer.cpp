@@ -4,7 +4,7 @@
 #include <limits>
 #include <utility>
 
-#include "contour/contour_error.h"
+#include "contour/mesh_builder.h"
 
 namespace brisel {
 namespace {

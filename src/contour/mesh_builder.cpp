@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "contour/border_tracer.h"
-#include "contour/contour_error.h"
 #include "contour/line_simplifier.h"
 #include "contour/vertex_set.h"
 #include "platform/page_array.h"

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <stdexcept>
 
 #include "contour/raster.h"
 
@@ -18,6 +19,12 @@ struct ContourSegment {
   std::uint32_t first;
   std::uint32_t second;
   std::uint32_t reserved;  ///< 0
+};
+
+/// A mask cannot be traced.
+class ContourError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
 };
 
 class CMeshBuilder {

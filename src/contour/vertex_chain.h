@@ -1,5 +1,5 @@
-// The vertices of one line as a linked sequence: a position stays valid whatever is put in or taken
-// out beside it.
+// The vertices of one line in a chain, and which of them carry its shape: long corners, and the
+// tips of one-pixel bumps and notches.
 #pragma once
 
 #include <cstddef>
@@ -10,6 +10,7 @@
 
 namespace brisel {
 
+/// A linked sequence: a position stays valid whatever is put in or taken out next to it.
 /// Clearing keeps the storage, so that one chain serves line after line.
 class CVertexChain {
  public:
@@ -66,5 +67,10 @@ class CVertexChain {
   Position last_ = kEnd;
   std::size_t size_ = 0;
 };
+
+/// Clears what `line` has gathered of flags, except at the ends of an open line, and marks the
+/// vertices that carry its shape kVertexFixed, with new ones put in where none fits. A closed line
+/// gets at least one. A line of fewer than 3 vertices is left alone.
+void MarkFixedVertices(CVertexChain& line, bool closed, CVertexSet& vertices);
 
 }  // namespace brisel

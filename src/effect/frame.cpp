@@ -5,10 +5,10 @@
 #include <cstring>
 
 #include "effect/settings.h"
-#include "engine/alpha_source.h"
 #include "engine/contour_emitter.h"
 #include "engine/emitter.h"
 #include "engine/simulation.h"
+#include "engine/source.h"
 #include "platform/page_array.h"
 #include "platform/pages.h"
 #include "render/painter.h"

@@ -5,7 +5,6 @@
 #include <new>
 #include <span>
 
-#include "contour/contour_error.h"
 #include "contour/mesh_builder.h"
 #include "core/numbers.h"
 #include "core/trigonometry.h"

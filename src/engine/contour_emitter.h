@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "core/image_view.h"
-#include "engine/emitter_point.h"
+#include "engine/emitter.h"
 
 namespace brisel {
 

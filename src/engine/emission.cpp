@@ -6,7 +6,7 @@
 
 #include "core/numbers.h"
 #include "core/trigonometry.h"
-#include "engine/source_pixel.h"
+#include "engine/source.h"
 
 namespace brisel {
 namespace {

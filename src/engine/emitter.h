@@ -4,9 +4,17 @@
 #include "core/image_view.h"
 #include "core/render_settings.h"
 #include "engine/bezier.h"
-#include "engine/emitter_point.h"
 
 namespace brisel {
+
+/// A point on an emitter, whatever its shape.
+struct EmitterPoint {
+  float x = 0.0f;  // pixels
+  float y = 0.0f;
+  float dirX = 0.0f;  // along the emitter: a unit vector, or (0, 0) where the shape has no extent
+  float dirY = 0.0f;
+  float tangentAngle = 0.0f;  // radians
+};
 
 struct ContourEmitter;
 struct MaskOutline;

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "engine/bezier.h"
-#include "engine/emitter_point.h"
+#include "engine/emitter.h"
 
 namespace brisel {
 

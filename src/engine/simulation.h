@@ -16,4 +16,8 @@ void simulationStep(const RenderSettings& settings, const Emitter& emitter, Rand
 /// Whether the star has left the frame by more than 50 pixels or outlived its time.
 bool isDead(const RenderSettings& settings, const Particle& particle);
 
+/// Where a star is: its position follows from its birth values and its age, never by integration.
+/// Recomputes both for the step `stepIndex`.
+void updateParticle(const RenderSettings& settings, float stepIndex, Particle& particle);
+
 }  // namespace brisel

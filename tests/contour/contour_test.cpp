@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "contour/contour_error.h"
 #include "contour/mesh_builder.h"
 #include "platform/pages.h"
 #include "tests/contour/mask_shapes.h"

@@ -10,7 +10,6 @@
 #include "core/numbers.h"
 #include "engine/emission.h"
 #include "engine/emitter.h"
-#include "engine/motion.h"
 #include "engine/simulation.h"
 
 namespace {

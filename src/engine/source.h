@@ -1,9 +1,11 @@
-// The per-frame rasters that emitters take from the input layer.
+// What stars take from the input: the rasters that they are born on, and the pixel under a star.
 #pragma once
 
 #include <cstdint>
 
+#include "core/color.h"
 #include "core/image_view.h"
+#include "core/render_settings.h"
 #include "platform/page_array.h"
 
 namespace brisel {
@@ -17,5 +19,19 @@ PageArray<float> buildSourceIntensityMap(const ImageView& input, std::int32_t fr
 /// when the memory cannot be had.
 PageArray<std::uint8_t> buildAlphaMask(const ImageView& input, std::int32_t frameWidth,
                                        std::int32_t frameHeight);
+
+/// The pixel of the input that a star is born on.
+struct SourcePixel {
+  float alpha = 0.0f;  // 0..1
+  Rgb color;           // 8-bit scale at either depth
+
+  /// The largest color channel, 0..1.
+  float brightest() const;
+};
+
+/// Reads the input under the point (`startX`, `startY`), given in fractions of the frame and moved
+/// into the frame when outside. Transparent black where the input does not reach.
+SourcePixel sourcePixelAt(const ImageView& input, const RenderSettings& settings, float startX,
+                          float startY);
 
 }  // namespace brisel

@@ -1,4 +1,4 @@
-#include "contour/mark_vertices.h"
+#include "contour/vertex_chain.h"
 
 #include <cmath>
 
