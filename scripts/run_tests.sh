@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and runs every check: all tests on the release build; the unit
-# and plug-in tests again without optimisation, under the sanitizers, and as Windows programs under
-# Wine, which must all give the same bytes; the layout and lint checks of the sources. Where the
+# Installs what is missing, builds, and runs every check: all tests on the release build; those of
+# the rooms and the plug-in again without optimisation, under the sanitizers, and as Windows programs
+# under Wine, which must all give the same bytes; the layout and lint checks of the sources. Where the
 # packages for Windows cannot be had, says so at the end. Ends with the release tests' summary; with
 # "everything", with that of the heavy tests, which follow: the manual in a real browser.
 #
@@ -24,8 +24,8 @@ build() {
 
 scripts/check_sources.sh
 for preset in debug asan; do
-  build "$preset" --target unit_tests plugin_tests
-  ctest --preset "$preset" -R '^(unit|plugin)\.'
+  build "$preset" --target unit_tests contour_tests contour_memory_tests plugin_tests
+  ctest --preset "$preset" -R '^(unit|contour|plugin)\.'
 done
 not_run=
 if scripts/install_dependencies.sh windows; then

@@ -113,6 +113,30 @@ TEST(Birth, AddedAnglesTurnClockwiseFromThePathsOwn) {
   EXPECT_NEAR(born(s).velocityY, -3, 1e-5);
 }
 
+TEST(Birth, ALifeOfNothingIsOneStepLong) {
+  EXPECT_EQ(born(lineFrom({0, 0}, {9, 0})).lifeTime, 1.0f);
+}
+
+TEST(Birth, DispersionNeverGoesBelowZero) {
+  RenderSettings s = lineFrom({0, 0}, {9, 0});
+  s.size = 10.0f;
+  s.width = 2.0f;
+  s.value = 0.1f;
+  s.sizeDispersion = 4.0f;
+  s.valueDispersion = 1.0f;
+  const Emitter emitter = prepareEmitter(s);
+  RandomGenerator random;
+  float size = 1.0f, rayWidth = 1.0f, value = 1.0f;  // the least of them
+  for (int i = 0; i < 100; ++i) {
+    Particle p{};
+    initialiseParticle({s, emitter, random, 0.0f}, p, 0.0f);
+    size = std::min(size, p.size);
+    rayWidth = std::min(rayWidth, p.rayWidth);
+    value = std::min(value, p.value);
+  }
+  EXPECT_TRUE(size == 0.0f && rayWidth == 0.0f && value == 0.0f);
+}
+
 class Population : public testing::Test {
  protected:
   Population() {

@@ -48,7 +48,7 @@ TEST_F(WildHostTest, WithoutAnInstanceTheFrameIsEmptyAndNoStarIsLost) {
   EXPECT_EQ(tests::instanceRecord(session).stepCounter, before.stepCounter + 1);
 }
 
-TEST_F(WildHostTest, WorldsWithoutPixelsAreLeftAlone) {
+TEST_F(WildHostTest, WorldsThatCannotHoldTheirPixelsAreLeftAlone) {
   for (const auto& [width, height] : {std::pair<A_long, A_long>{0, 0}, {0, 5}, {5, 0}}) {
     World empty(width, height, hostkit::Depth::k8);
     session.prepareFrame(input, empty, {.frame = 0});
@@ -56,12 +56,18 @@ TEST_F(WildHostTest, WorldsWithoutPixelsAreLeftAlone) {
     empty.record().data = nullptr;
     expectHarmlessRender(session, empty);
   }
-  for (const auto& [width, height] : {std::pair<A_long, A_long>{-4, 4}, {4, -4}}) {
+  struct Spoilt {
+    A_long width, height, rowBytes;
+  };
+  for (const auto& [width, height, rowBytes] : {Spoilt{-4, 4, 16}, {4, -4, 16}, {4, 4, 15}}) {
     World spoilt(4, 4, hostkit::Depth::k8);
+    spoilt.fill(0xFF);
     spoilt.record().width = width;
     spoilt.record().height = height;
+    spoilt.record().rowbytes = rowBytes;
     session.prepareFrame(input, spoilt, {.frame = 0});
     expectHarmlessRender(session, spoilt);
+    for (const std::uint8_t byte : spoilt.bytes()) EXPECT_EQ(byte, 0xFF) << "left as it was";
   }
 }
 

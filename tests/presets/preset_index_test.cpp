@@ -154,6 +154,9 @@ TEST_F(BmpFileTest, TurnsRowsUprightAndPixelsToRedGreenBlue) {
     }
     EXPECT_EQ(std::string(indexed.pixels.get(), indexed.pixels.get() + 36), expected);
   }
+  const BmpImage unpadded = load(bitmap(8, 4, 2, std::string("\0\1\2\3\4\5\6\7", 8), 1078));
+  ASSERT_TRUE(unpadded.pixels);
+  EXPECT_EQ(unpadded.pixels[2], 4) << "rows whose width is a multiple of four need no padding";
 }
 
 TEST_F(BmpFileTest, RefusesWhatItCannotHold) {
