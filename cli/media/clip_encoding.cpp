@@ -36,7 +36,7 @@ std::string mp4Options(Depth depth) {
   const std::string filter = std::string("-vf pad=ceil(iw/2)*2:ceil(ih/2)*2,") + kToVideoColors;
   const std::string codec =
       depth == Depth::k8
-          ? "yuv420p -c:v libx264 -preset medium -crf 16"
+          ? "yuv420p -c:v libx264 -preset veryfast -crf 15"
           : "yuv420p10le -c:v libx265 -preset medium -crf 17 -x265-params log-level=error "
             "-tag:v hvc1";
   return filter + codec + kVideoColorTags + "-f mp4";
