@@ -126,4 +126,22 @@ TEST_F(DrawingTest, MisuseOfObjectsAndReferencesIsCounted) {
   EXPECT_TRUE(painter.drawings.empty());
 }
 
+TEST(HostKit, OnlyChangesThatAModuleFlagsAreTakenOver) {
+  hostkit::Session session(tests::theModule());
+  tests::openWithDefaults(session);
+  hostkit::ParameterSet& parameters = session.parameters();
+  const PF_ParamIndex size = tests::indexOf(session, "Size");
+  const PF_ParamIndex type = tests::indexOf(session, "Type");
+  parameters.takeChanged();
+  parameters.beginChanges();
+  parameters.pointers()[size]->u.fd.value = 40 << 16;
+  parameters.pointers()[type]->u.pd.value = 5;
+  parameters.pointers()[type]->uu.change_flags = PF_ChangeFlag_CHANGED_VALUE;
+  EXPECT_EQ(parameters.endChanges(), std::vector<PF_ParamIndex>{type});
+  EXPECT_TRUE(parameters.takeChanged());
+  const hostkit::ParameterSet& after = parameters;
+  EXPECT_EQ(after.value(size).u.fd.value, 25 << 16);
+  EXPECT_EQ(after.value(type).u.pd.value, 5);
+}
+
 }  // namespace
