@@ -125,6 +125,29 @@ TEST(Instance, GoesOnAsItWouldHaveAfterStepsCopiesAndRestoring) {
   }
 }
 
+TEST(Instance, TakesTheMaskThatItsValuesChoose) {
+  const MaskOutline mask = buildMaskOutline({{{10, 10}, {10, 10}, {10, 10}},
+                                             {{20, 40}, {20, 40}, {20, 40}},
+                                             {{60, 20}, {60, 20}, {60, 20}}},
+                                            false, false);
+  const auto frame = [](const Values& values, const MaskOutline* outline) {
+    Picture picture;
+    EXPECT_TRUE(Instance().render(values, 0, {picture.view()}, outline));
+    return picture.bytes;
+  };
+  Values values = busyValues(2);
+  values.setNumber(kStandardPath, 5);
+  const Bytes circle = frame(values, nullptr);
+  EXPECT_EQ(frame(values, &mask), circle) << "none is chosen";
+  values.setNumber(kStandardPath, 2);
+  const Bytes bezier = frame(values, nullptr);
+  values.setNumber(kPath, 7);
+  values.setNumber(kStandardPath, 5);
+  EXPECT_EQ(frame(values, nullptr), bezier) << "it cannot be had";
+  const Bytes masked = frame(values, &mask);
+  EXPECT_TRUE(masked != bezier && masked != circle);
+}
+
 /// Saved bytes with other ones at `offset`, and a checksum that says they are sound.
 Bytes forged(Bytes saved, std::size_t offset, const auto& number) {
   std::memcpy(saved.data() + offset, &number, sizeof number);
