@@ -112,8 +112,8 @@ TEST(Instance, GoesOnAsItWouldHaveAfterStepsCopiesAndRestoring) {
     Clip stepped(type, format);
     for (int i = 0; i < 7; ++i) stepped.step();
     Clip copied = original;
-    Clip restored = original;
-    restored.instance = Instance();
+    Clip restored(type, format);
+    restored.renderMore(3);
     ASSERT_EQ(restored.instance.restore(original.instance.save()), RestoreResult::Restored);
     EXPECT_GT(restored.instance.starCount(), 0);
     EXPECT_EQ(stepped.instance.save(), original.instance.save());

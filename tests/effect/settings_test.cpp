@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <tuple>
 
 namespace {
@@ -67,6 +68,24 @@ TEST_F(Settings, DirectionsTurnClockwiseFromUp) {
   EXPECT_EQ(right.windY, 0.0f);
   values.setNumber(kDirectionOfWind, 180.0);
   EXPECT_EQ(read().windY, 1.0f);
+}
+
+TEST_F(Settings, ValuesAreTheNearestThatProjectsKeep) {
+  const std::tuple<ParamIndex, double, std::int32_t> cases[] = {{kSize, 0.1, 6554},
+                                                                {kGravity, -0.1, -6554},
+                                                                {kAngle, 1e9, 0x7FFFFFFF},
+                                                                {kAngle, -1e9, -0x7FFFFFFF - 1},
+                                                                {kSize, NAN, -0x7FFFFFFF - 1},
+                                                                {kRaysCount, 7.9, 7},
+                                                                {kType, 3, 3}};
+  for (const auto& [index, number, kept] : cases) {
+    values.setNumber(index, number);
+    EXPECT_EQ(values[index].number, kept) << number;
+  }
+  EXPECT_EQ(values.number(kRaysCount), 7.0);
+  values.setNumber(kSize, 25.5);
+  EXPECT_EQ(values.number(kSize), 25.5);
+  EXPECT_EQ(values[kEnd], (Value{40937062, 12409241}));
 }
 
 TEST_F(Settings, PlacesAreWholePixels) {

@@ -231,6 +231,8 @@ TEST_F(ParameterFileTest, NamesAreWholeLines) {
     EXPECT_EQ(count("1\r\n" + std::string(length, 'x') + "\r\n2\r\nSize\r\n3\r\n"), 1);
     EXPECT_EQ(records[Size].u.fd.value, 3 << 16);
   }
+  apply("Nothing\r\nCount\r\n4\r\n");
+  EXPECT_EQ(records[Count].u.sd.value, 4) << "a name that nobody has is one line";
   EXPECT_EQ(count("1\nSize\n2\n"), 1);
   EXPECT_FALSE(changed(Size)) << "a bare line feed ends the number, and the next line is lost";
 }
