@@ -1,5 +1,5 @@
 #!/bin/sh
-# Prints what the drawing is measured by: ratios to cairo, to copying and to the plain kernels, and
+# Prints what painting is measured by: ratios to cairo, to copying and to the plain kernels, and
 # how the cost of frames and emitters grows. BRISEL_INSTRUCTIONS chooses the instruction set.
 set -e
 bin=${1:-"$(dirname "$0")/../build/release/bin"}

@@ -1,4 +1,4 @@
-// Border codes: which edges between differently labelled pixels leave each pixel corner.
+// Border codes: which edges between differently labeled pixels leave each pixel corner.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// Follows the borders between differently labelled regions of a mask.
+// Follows the borders between differently labeled regions of a mask.
 #pragma once
 
 #include <cstddef>

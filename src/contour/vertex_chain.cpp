@@ -46,9 +46,9 @@ bool MarkCorner(CVertexChain& line, Position p0, CVertexSet& vertices) {
   return true;
 }
 
-/// Looks at the run between the two vertices after `p0`: when the runs beside it go opposite ways,
-/// it is the top of a bump or the bottom of a notch and gets an anchor in its middle. Returns false
-/// when the line ends before that.
+/// Looks at the run between the two vertices after `p0`: when the runs before and after it go
+/// opposite ways, it is the top of a bump or the bottom of a notch and gets an anchor in its
+/// middle. Returns false when the line ends before that.
 bool MarkStep(CVertexChain& line, Position p0, CVertexSet& vertices) {
   if (line[p0].Has(kVertexStepMidpoint)) return true;
   Position p1 = line.Next(p0);
@@ -97,7 +97,7 @@ void MarkFixedVertices(CVertexChain& line, bool closed, CVertexSet& vertices) {
   if (line.Size() < 3) return;
   clearFlags(line, closed);
   if (closed) {
-    // The ring's neighbours beyond its seam, so that every vertex is seen with both of its own.
+    // The ring's neighbors beyond its seam, so that every vertex is seen with both of its own.
     line.PushFront(line[line.Previous(line.Last())]);
     line.PushBack(line[line.Next(line.Next(line.First()))]);
   }

@@ -27,7 +27,7 @@ class CVertexChain {
   Position First() const { return first_; }
   Position Last() const { return last_; }
 
-  /// The neighbour of a position, or kEnd. The neighbour of kEnd is kEnd.
+  /// The neighbor of a position, or kEnd. The neighbor of kEnd is kEnd.
   Position Next(Position p) const { return p == kEnd ? kEnd : links_[p].next; }
   Position Previous(Position p) const { return p == kEnd ? kEnd : links_[p].previous; }
 

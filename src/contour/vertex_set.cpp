@@ -17,7 +17,7 @@ constexpr std::size_t kBytesPerPixel = 8;
 constexpr std::size_t kFirstOnLeftEdge = 4;
 constexpr std::size_t kStrayMark = 7;
 
-/// Beside the flags of a lattice vertex: it has been made.
+/// Stored with the flags of a lattice vertex: it exists.
 constexpr VertexFlags kVertexPresent = 8;
 
 float inSteps(float coordinate) {

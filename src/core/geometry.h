@@ -1,5 +1,7 @@
-// Points of the frame.
+// Points and sizes.
 #pragma once
+
+#include <cstdint>
 
 namespace brisel {
 
@@ -7,6 +9,12 @@ namespace brisel {
 struct PointF {
   float x = 0.0f;
   float y = 0.0f;
+};
+
+/// Pixels.
+struct FrameSize {
+  std::int32_t width = 0;
+  std::int32_t height = 0;
 };
 
 }  // namespace brisel

@@ -16,7 +16,7 @@ inline constexpr float kDeepFullScale = 32768.0f;
 inline constexpr float kDeepPerByte = 32768.0f / 255.0f;
 
 /// Truncates toward zero. A value out of range saturates, and not-a-number becomes the least
-/// integer, so that a coordinate which is no number lies off every frame.
+/// integer, so that a coordinate that is not a number lies off every frame.
 inline std::int32_t truncToInt(float value) {
   constexpr float kLimit = 2147483648.0f;
   if (value >= kLimit) return std::numeric_limits<std::int32_t>::max();

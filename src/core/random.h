@@ -1,4 +1,4 @@
-// The random generator that emission, placement and drawing share. The order of draws is part of
+// The random generator that emission, placement and composing share. The order of draws is part of
 // the picture.
 #pragma once
 

@@ -13,11 +13,9 @@ namespace brisel {
 /// Lengths are pixels of the output frame, times are steps (one per render), angles radians with 0
 /// to the right, growing clockwise on screen. Percentages are fractions unless said otherwise.
 struct RenderSettings {
-  // Frame. Its pixels are no settings: they come as image views.
+  // Frame. Its pixels come apart from the settings, as image views.
   std::int32_t frameWidth = 0;
   std::int32_t frameHeight = 0;
-  float centerX = 0.0f;
-  float centerY = 0.0f;
   float resolutionScale = 1.0f;  // frame width over the layer's width at full resolution
   bool highQuality = false;
 
@@ -86,7 +84,7 @@ struct RenderSettings {
   float sizeDispersionOfElements = 0.0f;
   float colorDispersionOfElements = 0.0f;
 
-  // Colour and output.
+  // Color and output.
   float value = 0.0f;
   float valueDispersion = 0.0f;
   ColorSchema colorSchema = ColorSchema::Solid;

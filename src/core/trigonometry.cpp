@@ -8,7 +8,7 @@
 namespace brisel {
 namespace {
 
-/// A number in two parts, the second being what the first one lacks.
+/// A number as the sum of two: a rounded one, and what rounding lost.
 struct Pair {
   double high;
   double low;

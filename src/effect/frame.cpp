@@ -31,15 +31,15 @@ struct PreparedFrame {
       : settings(settingsOf(
             values,
             {{views.output.width, views.output.height}, views.layerWidth, views.highQuality})) {
-    const std::int32_t width = settings.frameWidth;
-    const std::int32_t height = settings.frameHeight;
+    const FrameSize size{settings.frameWidth, settings.frameHeight};
     if (settings.pathMaskId == 0) mask = nullptr;
     if (settings.standardPath == StandardPath::SourceAsRasterMask) {
-      sourceIntensityMap = buildSourceIntensityMap(views.input, width, height);
+      sourceIntensityMap = buildSourceIntensityMap(views.input, size);
     } else if (settings.standardPath == StandardPath::ContourAlphaChannel && mask == nullptr) {
-      const auto alphaMask = buildAlphaMask(views.input, width, height);
-      contour = buildContourEmitter({alphaMask.get(), width, height, width, PixelFormat::Mask8},
-                                    settings.resolutionScale);
+      const auto alphaMask = buildAlphaMask(views.input, size);
+      contour = buildContourEmitter(
+          {alphaMask.get(), size.width, size.height, size.width, PixelFormat::Mask8},
+          settings.resolutionScale);
     }
     // A mask takes the place of every shape, and the Bezier that of a mask that cannot be had.
     if (settings.pathMaskId != 0) settings.standardPath = StandardPath::Bezier;

@@ -52,10 +52,6 @@ class Reader {
 void readFrame(RenderSettings& s, const FrameFacts& frame) {
   s.frameWidth = frame.size.width;
   s.frameHeight = frame.size.height;
-  const std::int32_t wholeCenterX = s.frameWidth / 2;
-  const std::int32_t wholeCenterY = s.frameHeight / 2;
-  s.centerX = static_cast<float>(wholeCenterX);
-  s.centerY = static_cast<float>(wholeCenterY);
   if (frame.layerWidth != 0) {
     const float scale = static_cast<float>(s.frameWidth) / static_cast<float>(frame.layerWidth);
     s.resolutionScale = scale == 0.0f ? 1.0f : scale;

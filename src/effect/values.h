@@ -5,16 +5,11 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/geometry.h"
 #include "core/render_settings.h"
 #include "effect/parameters.h"
 
 namespace brisel {
-
-/// Pixels.
-struct FrameSize {
-  std::int32_t width = 0;
-  std::int32_t height = 0;
-};
 
 /// A color as parameters hold it; the alpha byte is kept and means nothing.
 struct ByteColor {

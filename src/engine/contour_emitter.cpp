@@ -13,7 +13,7 @@
 namespace brisel {
 namespace {
 
-/// The tracer's result for one mask. `failed` when the arrays could not be had.
+/// The tracer's result for one mask. `failed` when there was no memory for the arrays.
 struct TracedOutlines {
   bool failed = false;
   std::int32_t pointCount = 0;
@@ -40,7 +40,7 @@ TracedOutlines trace(const ImageView& mask, float resolutionScale) {
                           mask.bytes, kTolerance, truncToInt(kLongestSegment / resolutionScale),
                           traced.pointCount, traced.segmentCount, points, segments);
   } catch (const ContourError&) {
-    traced.pointCount = 0;  // an outline that cannot be followed counts as none
+    traced.pointCount = 0;  // as for a mask without outlines
   }
   traced.points = takePages(points, traced.pointCount);
   traced.segments = takePages(segments, traced.segmentCount);

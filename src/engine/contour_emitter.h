@@ -25,7 +25,7 @@ struct ContourEdge {
   float length = 0.0f;  // pixels
 };
 
-/// The contour of one render. Without edges there is none, and it emits at the frame's origin.
+/// The contour of one render. One without edges emits at the frame's origin.
 struct ContourEmitter {
   std::vector<ContourVertex> vertices;
   std::vector<ContourEdge> edges;

@@ -107,7 +107,7 @@ void drawRaysAndAngle(const Emission& e, Particle& p) {
   p.angle = s.angle + signedThousandths(e.random) * 36.0f / 1000.0f * s.angleDispersion;
 }
 
-/// The colour channel a star starts from, before its dispersion.
+/// The color channel a star starts from, before its dispersion.
 std::int32_t baseChannel(const RenderSettings& s, std::int32_t source, std::int32_t solid) {
   if (s.colorSchema != ColorSchema::Source) return solid;
   if (s.colority == 1.0f) return source;
@@ -162,9 +162,9 @@ bool isOnSource(const Emission& e, const Particle& p) {
 
 void tryInitialise(const Emission& e, Particle& p, float birthTime);
 
-/// Places the star anywhere in the frame. On the source as raster mask, a star that misses it is
-/// born again in the same record, up to ten times over; the rest of each attempt's draws are then
-/// made anew on the way back.
+/// Places the star anywhere in the frame. With the source as raster mask, a star that misses the
+/// source is born again in the same record, up to ten times. Each attempt returns into the one
+/// before it, which goes on with its own remaining draws.
 void placeInField(const Emission& e, Particle& p) {
   constexpr std::uint8_t kMostRetries = 10;
   p.velocityX = e.random.signedUnit();

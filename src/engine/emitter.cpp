@@ -16,12 +16,12 @@ float distance(PointF a, PointF b) {
   return std::sqrt(dx * dx + dy * dy);
 }
 
-/// The phase, in turns, that puts parameter 0 of a circle around `centre` on `onCircle`.
-float circleStartPhase(PointF centre, PointF onCircle) {
-  const float dy = centre.y - onCircle.y;
-  if (std::fabs(dy) < 0.0001f) return onCircle.x > centre.x ? 0.25f : -0.25f;
-  const float phase = arcTangent((centre.x - onCircle.x) / dy) / (2.0f * kPi);
-  return centre.y > onCircle.y ? phase + 0.5f : phase;
+/// The phase, in turns, that puts parameter 0 of a circle around `center` on `onCircle`.
+float circleStartPhase(PointF center, PointF onCircle) {
+  const float dy = center.y - onCircle.y;
+  if (std::fabs(dy) < 0.0001f) return onCircle.x > center.x ? 0.25f : -0.25f;
+  const float phase = arcTangent((center.x - onCircle.x) / dy) / (2.0f * kPi);
+  return center.y > onCircle.y ? phase + 0.5f : phase;
 }
 
 /// Confines the parameter to the part of the path that emits: positive completeness grows from the

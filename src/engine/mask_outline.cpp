@@ -30,8 +30,8 @@ EmitterPoint pointWithTangent(PointF point, PointF tangent) {
   return {point.x, point.y, cosine(angle), sine(angle), angle};
 }
 
-/// The first segment whose end is not before `t`; none gives the number of segments. Shares that
-/// are no numbers end the search, as they would a walk.
+/// The first segment whose end is not before `t`, or the number of segments when there is no such
+/// segment. The search ends at a share that is not a number, as a walk along the shares would.
 std::size_t segmentAt(const MaskOutline& outline, float t) {
   const auto begin = outline.shareBefore.begin() + 1;
   const auto end = std::partition_point(begin, outline.shareBefore.end(),

@@ -9,14 +9,14 @@
 
 namespace brisel {
 
-/// One vertex, pixels; the tangents are the Bézier control points beside it.
+/// One vertex, pixels; the tangents are the Bézier control points before and after it.
 struct MaskVertex {
   PointF point;
   PointF in;
   PointF out;
 };
 
-/// The outline of one render. An outline without vertices is none.
+/// The outline of one render. It emits only if it has vertices.
 struct MaskOutline {
   bool isOpen = false;
   bool isDegenerate = false;         // shorter than 0.00001 pixels

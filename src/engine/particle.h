@@ -32,7 +32,7 @@ struct Particle {
 static_assert(std::is_trivially_copyable_v<Particle>);
 static_assert(sizeof(Particle) == 88);
 
-/// The lifeTime of a star whose placement failed; such a star is never drawn.
+/// The lifeTime of a star whose placement failed; such a star is never painted.
 inline constexpr float kFailedPlacement = -1.0f;
 
 /// The living stars during one render: the first `starCount` records of `stars`, oldest first. The

@@ -49,7 +49,7 @@ void swing(float amplitude, float phase, Particle& p) {
   p.y += amplitude * -p.velocityX * c;
 }
 
-/// Moves the star on a circle of radius `amplitude` beside its path.
+/// Moves the star on a circle of radius `amplitude` around its path.
 void circle(float amplitude, float phase, Particle& p) {
   p.x += amplitude * (cosine(phase) + p.velocityY);
   p.y += amplitude * (sine(phase) - p.velocityX);

@@ -17,12 +17,11 @@ struct Argb {
 /// Calls `write` with the map's index and the input's pixel for every pixel of the frame that the
 /// input reaches. The rest keeps the fresh map's zeros.
 template <class Channel, class Write>
-void forChannels(const ImageView& input, std::int32_t frameWidth, std::int32_t frameHeight,
-                 Write write) {
-  const std::int32_t width = std::min(frameWidth, input.width);
-  const std::int32_t height = std::min(frameHeight, input.height);
+void forChannels(const ImageView& input, FrameSize frame, Write write) {
+  const std::int32_t width = std::min(frame.width, input.width);
+  const std::int32_t height = std::min(frame.height, input.height);
   for (std::int32_t y = 0; y < height; ++y) {
-    const std::size_t row = static_cast<std::size_t>(y) * static_cast<std::size_t>(frameWidth);
+    const std::size_t row = static_cast<std::size_t>(y) * static_cast<std::size_t>(frame.width);
     for (std::int32_t x = 0; x < width; ++x) {
       Argb<Channel> pixel;
       std::memcpy(&pixel, input.at(x, y), sizeof pixel);
@@ -32,39 +31,35 @@ void forChannels(const ImageView& input, std::int32_t frameWidth, std::int32_t f
 }
 
 template <class Write>
-void forInputPixels(const ImageView& input, std::int32_t frameWidth, std::int32_t frameHeight,
-                    Write write) {
+void forInputPixels(const ImageView& input, FrameSize frame, Write write) {
   if (input.isDeep()) {
-    forChannels<std::uint16_t>(input, frameWidth, frameHeight, write);
+    forChannels<std::uint16_t>(input, frame, write);
   } else {
-    forChannels<std::uint8_t>(input, frameWidth, frameHeight, write);
+    forChannels<std::uint8_t>(input, frame, write);
   }
 }
 
-std::size_t pixelCount(std::int32_t width, std::int32_t height) {
-  return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+std::size_t pixelCount(FrameSize frame) {
+  return static_cast<std::size_t>(frame.width) * static_cast<std::size_t>(frame.height);
 }
 
 }  // namespace
 
-PageArray<float> buildSourceIntensityMap(const ImageView& input, std::int32_t frameWidth,
-                                         std::int32_t frameHeight) {
-  PageArray<float> map = allocatePageArray<float>(pixelCount(frameWidth, frameHeight));
+PageArray<float> buildSourceIntensityMap(const ImageView& input, FrameSize frame) {
+  PageArray<float> map = allocatePageArray<float>(pixelCount(frame));
   if (map == nullptr) return map;
   const float scale = input.isDeep() ? kDeepPerByte : 1.0f;
-  forInputPixels(input, frameWidth, frameHeight, [&](std::size_t index, const auto& pixel) {
+  forInputPixels(input, frame, [&](std::size_t index, const auto& pixel) {
     const float mean = static_cast<float>(pixel.red + pixel.green + pixel.blue) / 3.0f;
     if (pixel.alpha != 0 && mean > 0.0f) map[index] = mean / scale;
   });
   return map;
 }
 
-PageArray<std::uint8_t> buildAlphaMask(const ImageView& input, std::int32_t frameWidth,
-                                       std::int32_t frameHeight) {
-  PageArray<std::uint8_t> mask =
-      allocatePageArray<std::uint8_t>(pixelCount(frameWidth, frameHeight));
+PageArray<std::uint8_t> buildAlphaMask(const ImageView& input, FrameSize frame) {
+  PageArray<std::uint8_t> mask = allocatePageArray<std::uint8_t>(pixelCount(frame));
   if (mask == nullptr) return mask;
-  forInputPixels(input, frameWidth, frameHeight, [&](std::size_t index, const auto& pixel) {
+  forInputPixels(input, frame, [&](std::size_t index, const auto& pixel) {
     if (pixel.alpha != 0) mask[index] = 255;
   });
   return mask;

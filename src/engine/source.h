@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "core/color.h"
+#include "core/geometry.h"
 #include "core/image_view.h"
 #include "core/render_settings.h"
 #include "platform/page_array.h"
@@ -11,14 +12,12 @@
 namespace brisel {
 
 /// One float a pixel of the frame, row by row: the input's mean brightness on the scale of 255, 0
-/// where it is transparent or does not reach. Null when the memory cannot be had.
-PageArray<float> buildSourceIntensityMap(const ImageView& input, std::int32_t frameWidth,
-                                         std::int32_t frameHeight);
+/// where it is transparent or does not reach. Null when there is no memory for it.
+PageArray<float> buildSourceIntensityMap(const ImageView& input, FrameSize frame);
 
 /// One byte a pixel of the frame, row by row: 255 where the input is not transparent, else 0. Null
-/// when the memory cannot be had.
-PageArray<std::uint8_t> buildAlphaMask(const ImageView& input, std::int32_t frameWidth,
-                                       std::int32_t frameHeight);
+/// when there is no memory for it.
+PageArray<std::uint8_t> buildAlphaMask(const ImageView& input, FrameSize frame);
 
 /// The pixel of the input that a star is born on.
 struct SourcePixel {

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::uint8_t kOpaque = 255;
 
-/// Fills where `covers(x, y)` holds at the pixel's centre.
+/// Fills where `covers(x, y)` holds at the pixel's center.
 template <class Covers>
 Mask fill(Mask mask, Covers covers) {
   for (int row = 0; row < mask.height; ++row) {

@@ -93,8 +93,6 @@ TEST_F(Settings, PlacesAreWholePixels) {
   const RenderSettings s = read();
   EXPECT_EQ(s.start.x, -1.0f);
   EXPECT_EQ(s.start.y, 12.0f);
-  EXPECT_EQ(s.centerX, 480.0f);
-  EXPECT_EQ(s.centerY, 270.0f);
   EXPECT_EQ(s.resolutionScale, 0.5f);
   frame.layerWidth = 0;
   EXPECT_EQ(read().resolutionScale, 1.0f);

@@ -23,7 +23,7 @@ using brisel::RandomGenerator;
 using brisel::RenderSettings;
 
 // Every attempt draws the direction (2), the point (2) and then, found or not, all the rest: random
-// factor, size, rays, angle, colour (3) and value.
+// factor, size, rays, angle, color (3) and value.
 TEST(AlphaSource, AStarThatFindsNoVisiblePixelTriesElevenTimes) {
   constexpr int kDrawsPerAttempt = 12;
   RenderSettings s;

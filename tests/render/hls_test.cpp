@@ -1,5 +1,5 @@
-// The hue-lightness-saturation model: digests of the integer conversions of all colours, and the
-// vectors that sprites recolour with against the integers.
+// The hue-lightness-saturation model: digests of the integer conversions of all colors, and the
+// vectors that sprites recolor with against the integers.
 #include "render/raster/recolor.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ bool equals(const Rgb& color, float red, float green, float blue) {
          static_cast<float>(color.blue) == blue;
 }
 
-TEST(Hls, EveryColourIsConvertedAsKnownInIntegersAndVectors) {
+TEST(Hls, EveryColorIsConvertedAsKnownInIntegersAndVectors) {
   tests::Digest digest;
   std::int64_t wrong = 0;
   for (std::int32_t red = 0; red < 256; ++red) {

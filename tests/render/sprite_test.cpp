@@ -1,5 +1,5 @@
 // Every sprite with every instruction set: random calls under each rule and depth, on a frame that
-// is full of random pixels, and a digest of what they are known to draw.
+// is full of random pixels, and a digest of what they are known to paint.
 #include "render/stars/compose.h"
 
 #include <gtest/gtest.h>

@@ -57,7 +57,7 @@ Pixels plotted(const Pixels& before, const Shaded<Isa>& plot) {
                           Pixels::penScale(plot.pens.green), Pixels::penScale(plot.pens.blue)};
   const auto channels = blended<kRule, Pixels, Isa>(before.channels(), plot.value, pen);
   const Pixels after = Pixels::pack(channels);
-  if constexpr (kRule == BlendRule::AddScaled) return after;  // nothing, scaled, adds nothing
+  if constexpr (kRule == BlendRule::AddScaled) return after;  // a value of 0 adds 0
   return Pixels::select(plot.value > 0.0f, after, before);
 }
 

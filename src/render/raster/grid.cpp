@@ -29,7 +29,7 @@ IndexRange visibleSteps(IndexRange range, std::int32_t extent, const StepMap& ma
 }
 
 /// Whether rounding cannot move any step of `range` to another pixel than one next to its
-/// neighbour's.
+/// neighbor's.
 bool risesByOne(IndexRange range, const StepMap& map) {
   const float first = map.positionOf(range.begin);
   if (first < 0.0f) return false;

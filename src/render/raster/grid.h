@@ -2,7 +2,7 @@
 // center or corner in whole steps, and each step's float position is truncated to a frame pixel.
 // That map rises steadily but not by exactly one everywhere: columns (-1, 0) and [0, 1) both land
 // on column 0, and rounding may skip or repeat a column far from the sprite's center. It is
-// therefore found once per sprite, as a few runs of neighbouring pixels.
+// therefore found once per sprite, as a few runs of neighboring pixels.
 #pragma once
 
 #include <cstdint>

@@ -38,8 +38,8 @@ Pixels mixed(const Pixels& stars, const Pixels& under) {
   return Pixels::select(star.alpha == 0.0f, under, result);
 }
 
-/// Mixes `count` pixels of a row; `inputStep` is how far the input advances with each pixel, 0
-/// where there is none.
+/// Mixes `count` pixels of a row; `inputStep` is how many bytes the input advances with each pixel,
+/// 0 where the input does not reach.
 template <MixMode kMode, class Pixels, class Isa>
 void mixRow(std::uint8_t* output, const std::uint8_t* input, std::ptrdiff_t inputStep,
             std::int32_t count) {

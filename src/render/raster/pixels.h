@@ -1,4 +1,4 @@
-// Loading and storing several neighbouring pixels as one vector per channel.
+// Loading and storing several neighboring pixels as one vector per channel.
 #pragma once
 
 #include <bit>
@@ -26,7 +26,7 @@ struct Pens {
   typename Lanes<Isa>::Float red, green, blue;
 };
 
-/// A pen of one color, which is cheaper to keep than lanes of it.
+/// The same pen for all lanes, in less memory.
 struct Pen {
   float red, green, blue;
 

@@ -93,8 +93,8 @@ struct HlsLanes {
 };
 
 /// The pens of hue `baseHue` + `hueShift`, `lightness` and `saturation`, all three truncated.
-/// Lightness and saturation lie in 0..240. Kept out of the loops it is called from, which there is
-/// one of for each rule and depth.
+/// Lightness and saturation lie in 0..240. Not inlined: the loops that call it exist once for each
+/// rule and depth.
 template <class Isa>
 [[gnu::noinline]] Pens<Isa> recolored(typename Lanes<Isa>::Float baseHue,
                                       typename Lanes<Isa>::Float hueShift,

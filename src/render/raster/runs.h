@@ -37,8 +37,8 @@ struct RowBlock {
   }
 };
 
-/// Parts of runs, each in some lanes of a vector. Apart from the plotter, whose counters can then
-/// stay in registers.
+/// Parts of runs, each in some lanes of a vector. They are kept outside the plotter, so that its
+/// counters can stay in registers.
 template <class Isa>
 struct RunPieces {
   struct Piece {
@@ -52,6 +52,7 @@ struct RunPieces {
 
 /// Plots runs of pixels, whole vectors at once. What is left of a run waits until the rests of
 /// several rows fill a vector, so that thin and small shapes use all lanes as well.
+///
 /// No two runs between calls of finish() may share a pixel. The shader, which is borrowed, offers
 ///   Shaded<Isa> shade(Int steps, Float rows) const
 /// where each lane's row is the number that its run was given.
@@ -74,7 +75,7 @@ class RunPlotter {
     if constexpr (kLanes > 1) gather(pixels, step, count, row);
   }
 
-  /// The same for runs that are hardly ever long.
+  /// The same for runs that are usually shorter than a vector.
   void plotShort(std::uint8_t* pixels, std::int32_t step, std::int32_t count, float row) {
     if constexpr (kLanes == 1) {
       plot(pixels, step, count, row);

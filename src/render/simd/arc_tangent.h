@@ -8,7 +8,7 @@
 
 namespace brisel {
 
-/// The lanes' second or first half, as doubles; a single lane is a half of its own.
+/// One half of the lanes, as doubles; a single lane is taken as a half.
 template <class Isa>
 struct HalfLanes {
   using L = Lanes<Isa>;
@@ -69,7 +69,8 @@ typename Lanes<Isa>::Float arcTangents(typename Lanes<Isa>::Float y, typename La
   }
   const Int signs = (reinterpret_cast<Int>(y) & ~0x7fffffff) | reinterpret_cast<Int>(angle);
   Float result = reinterpret_cast<Float>(signs);
-  const Int close = least != most;  // to the middle between two floats
+  // Too close to the middle between two floats to tell which one is nearer.
+  const Int close = least != most;
   if (L::any(close)) {
     for (int lane = 0; lane < L::kCount; ++lane) {
       if (close[lane] != 0) result[lane] = arcTangent2(y[lane], x[lane]);

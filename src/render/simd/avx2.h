@@ -42,7 +42,7 @@ struct Avx2 {
   }
 
  private:
-  /// Half of the lanes, each one twice.
+  /// One half of the lanes, each of them twice.
   template <int kHalf>
   static Mask twice(Mask mask) {
     return _mm256_cvtepi32_epi64(_mm256_extracti128_si256(mask, kHalf));

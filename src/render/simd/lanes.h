@@ -52,7 +52,7 @@ struct Lanes {
   using Mask = typename Isa::Mask;
   using Words = typename Isa::Words;  // Word in the instruction set's own type
 
-  /// Lanes first, first + 1 ... first + count - 1, all of which there are.
+  /// Lanes first, first + 1 ... first + count - 1, none of them beyond the last.
   static Mask lanes(int first, int count) { return Isa::lanes(first, count); }
 
   /// `a` in the lanes of the mask, `b` elsewhere.

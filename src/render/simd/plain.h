@@ -1,4 +1,4 @@
-// One pixel at a time: the arithmetic that every other instruction set repeats.
+// One pixel at a time: what every other instruction set must equal.
 #pragma once
 
 #include <cmath>

@@ -59,7 +59,7 @@ struct Sse2 {
   }
 
  private:
-  /// Half of the lanes, each one twice.
+  /// One half of the lanes, each of them twice.
   template <int kHalf>
   static Mask twice(Mask mask) {
     return kHalf == 0 ? _mm_unpacklo_epi32(mask, mask) : _mm_unpackhi_epi32(mask, mask);

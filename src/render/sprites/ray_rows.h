@@ -10,8 +10,8 @@
 
 namespace brisel {
 
-/// The band beside one edge: coverage fades over two pixels along the edge, over one around its
-/// ends.
+/// The band along one edge of a ray: coverage fades over two pixels along the edge, over one around
+/// its ends.
 class EdgeBand {
  public:
   /// The edge is borrowed.
@@ -38,17 +38,17 @@ class EdgeBand {
     const auto startX = x - edge_->start.x;
     const auto startY = y - edge_->start.y;
     const auto along = startX * edge_->alongX + startY * edge_->alongY;
-    const auto beside = (along >= 0.0f) & (along <= edge_->lengthSquare);
+    const auto alongside = (along >= 0.0f) & (along <= edge_->lengthSquare);
     const auto off = L::absolute(line_.a * x + line_.b * y + line_.c) / line_.norm;
-    const auto besideIt = L::clampUnit(1.0f - off / 2.0f);
-    if (!L::any(!beside)) return besideIt;
+    const auto fade = L::clampUnit(1.0f - off / 2.0f);
+    if (!L::any(!alongside)) return fade;
     const auto endX = x - edge_->end.x;
     const auto endY = y - edge_->end.y;
     const auto nearest = L::minimum(endX * endX + endY * endY, startX * startX + startY * startY);
-    return beside ? besideIt : L::clampUnit(1.0f - L::squareRoot(nearest));
+    return alongside ? fade : L::clampUnit(1.0f - L::squareRoot(nearest));
   }
 
-  /// How far from the edge, along a row, coverage has faded out for certain; infinite beside a
+  /// How far from the edge, along a row, coverage has faded out for certain; infinite for a
   /// horizontal edge.
   float reach() const { return reach_; }
 
@@ -76,7 +76,7 @@ struct ColumnSpans {
 };
 
 /// Of each row, the full pixels, and on either side the band in which the coverage fades, with the
-/// edge beside it. They never overlap.
+/// number of its edge. They never overlap.
 template <class Isa>
 struct RaySpans {
   static constexpr int kRows = Lanes<Isa>::kCount;
@@ -85,7 +85,7 @@ struct RaySpans {
 };
 
 /// Finds what lies on a frame `frameWidth` pixels wide. `bands` are those of the ray's edges, and
-/// null when not of high quality, where rows have full pixels only.
+/// null when edges are not smooth, where rows have full pixels only.
 template <class Isa>
 class RayRows {
   using L = Lanes<Isa>;
@@ -160,7 +160,7 @@ class RayRows {
     return side;
   }
 
-  /// Ends of empty spans stay near the frame, too: edges prolonged to row 0 may cross it far apart.
+  /// Ends of empty spans stay near the frame, too: edges extended to row 0 may cross it far apart.
   void set(ColumnSpans<Isa>& columns, Int first, Int last) const {
     L::store(columns.begin, L::clamp(first, 0, frameWidth_));
     L::store(columns.end, L::clamp(last + 1, 0, frameWidth_));
@@ -177,7 +177,7 @@ class RayRows {
     return edge.start.x + (y - edge.start.y) * edge.alongX / edge.alongY;
   }
 
-  /// The widths of the bands beside edge `i`, which rows cross at `x`.
+  /// The widths of the bands along edge `i`, which rows cross at `x`.
   Float bandWidths(std::int32_t i, float levelX, Float x, Float y) const {
     const Float least = L::splat(7.0f);
     if (bands_[i].isNarrowest()) return least;

@@ -153,8 +153,9 @@ class RayBandPlotter {
 };
 
 /// Whether the ray cannot touch the frame's columns. A ray that ends less than a pixel above the
-/// frame is painted on row 0 with its edges prolonged, so its box says nothing.
-[[gnu::always_inline]] inline bool liesBeside(const RayShape& ray, const MutableImageView& image) {
+/// frame is painted on row 0 with its edges extended to that row, so its box does not count.
+[[gnu::always_inline]] inline bool missesColumns(const RayShape& ray,
+                                                 const MutableImageView& image) {
   constexpr float kFarthestBand = 8.0f;
   if (ray.edges[0].start.y < 0.0f) return false;
   return ray.xMax < -kFarthestBand || ray.xMin > static_cast<float>(image.width) + kFarthestBand;
@@ -200,8 +201,8 @@ template <BlendRule kRule, class Pixels, class Isa, bool kSmooth, class Shader>
 /// Whether no ray of a star can touch the frame, whatever its angle.
 [[gnu::always_inline]] inline bool allLieOutside(const MutableImageView& image,
                                                  const RaySpec& rays) {
-  // No corner and no band lies farther from the centre; the first corner of each ray is not above
-  // it, so that only stars above the frame have rays that are prolonged to row 0.
+  // No corner and no band lies farther from the center; the first corner of each ray is not above
+  // it, so that only stars above the frame have rays that are extended to row 0.
   const float reach = 1.01f * (rays.length + 1.5f * std::fabs(rays.width)) + 16.0f;
   const auto [x, y] = rays.center;
   return y + reach < 0.0f || y - reach > static_cast<float>(image.height) ||
@@ -218,7 +219,7 @@ void paintRays(const MutableImageView& image, const RaySpec& rays) {
     float angle = rays.angleDegrees;
     withRule<Isa>(rays.rule, image.isDeep(), [&]<BlendRule kRule, class Pixels>() {
       for (std::int32_t i = 0; static_cast<float>(i) < rays.count; ++i, angle += step) {
-        if (buildRay(ray, rays, angle) && !liesBeside(ray, image)) {
+        if (buildRay(ray, rays, angle) && !missesColumns(ray, image)) {
           shader.setRay(ray);
           paintRay<kRule, Pixels, Isa, kSmooth>(image, ray, shader);
         }

@@ -59,7 +59,7 @@ struct CrossSpec {
   BlendRule rule;
   float radius;  // above 0
   PointF center;
-  float cos, sin;  // of its angle, growing clockwise
+  float cos, sin;  // of its angle, growing counterclockwise
   Rgb color;
   float value;  // above 0
   float rainbowShift;
@@ -73,12 +73,12 @@ struct RaySpec {
   BlendRule rule;
   bool isSmooth;      // edges fade over two pixels
   bool isRecolored;   // by `rainbowShift`, which may then be 0
-  bool isDarkOnLeft;  // Type5: light grows from the left of a ray that points down, or the right
+  bool isDarkOnLeft;  // Type5, pointing down: the right side is bright, else the left one
   PointF center;
   float length;        // above 0
   float width;         // of a ray
   float angleDegrees;  // of the first ray, growing clockwise; 0 points it down
-  float count;         // above 0; a part of a ray counts as one, but not in the angle between them
+  float count;         // above 0; 2.5 gives three rays, 360 / 2.5 degrees apart
   Rgb color;
   float value;
   float rainbowShift;

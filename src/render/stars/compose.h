@@ -1,7 +1,7 @@
 // From stars to sprites. A star's life decides how it looks in this frame (fate.cpp); it carries a
 // halo and a blink (elements.cpp) and has a body (body.cpp); each of these is a sprite, whose
-// record is made here as well (sprites.cpp). Every random draw of a frame's looks happens here, in
-// order, and so does all that one sprite leaves to the next.
+// record is made here as well (sprites.cpp). Every random draw that a frame's looks need happens
+// here, in order, and whatever one sprite leaves to the next is read and written here alone.
 #pragma once
 
 #include <cstdint>

@@ -70,7 +70,7 @@ Rgb terminateColor(const Particle& p) {
   return {p.terminateColorR, p.terminateColorG, p.terminateColorB};
 }
 
-/// What a star does that turns into a glow at its end.
+/// Turns the star into a glow for the rest of its life.
 void becomeGlow(Particle& p, StarLook& look) {
   p.starType = StarType::Glow1;
   look.type = StarType::Glow1;

@@ -64,7 +64,8 @@ void composeCross(const Composition& composition, const SpriteLook& look, float 
   SpriteState& state = composition.state;
   state.rainbowOn = state.rainbowShift != 0.0f;
   if (!(look.value > 0.0f)) return;
-  // So far out, rounding would fold billions of steps of a star as large onto single pixels.
+  // A cross so far out shows only if it is as large, and rounding would put billions of its steps
+  // on the same pixels.
   constexpr float kFarthest = 2147483648.0f;
   const auto [x, y] = look.center;
   if (!(std::fabs(x) < kFarthest && std::fabs(y) < kFarthest)) return;
