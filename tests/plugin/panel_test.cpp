@@ -1,68 +1,23 @@
-// The custom controls, drawn, hovered and clicked by a host: a copy of the module with presets of
-// the test's own beside it.
-#include <chrono>
+// The rows of presets, drawn, hovered and clicked by a host.
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <functional>
-#include <thread>
 
-#include "tests/plugin/hosted_effect.h"
-#include "tests/plugin/module_with_presets.h"
-#include "tests/plugin/recording_painter.h"
+#include "tests/plugin/panel_fixture.h"
 
 namespace {
 
 using tests::Drawing;
 using tests::expectBox;
 using tests::expectImage;
+using tests::kEmitterRow;
+using tests::kHeader;
+using tests::kHeaderRect;
+using tests::kRowRect;
+using tests::kStarRow;
+using tests::kStripLeft;
+using tests::PanelTest;
 using tests::RecordingPainter;
-
-constexpr PF_ParamIndex kHeader = 1, kEmitterRow = 3, kStarRow = 38;
-// Off the origin, so that no offset is lost. The row's strip is 400 pixels wide: five cells, the
-// last of them cut off.
-constexpr PF_Rect kHeaderRect{30, 200, 500, 325};
-constexpr PF_Rect kRowRect{30, 400, 478, 475};
-constexpr A_long kStripLeft = 54;
-
-class PanelTest : public ::testing::Test {
- protected:
-  PanelTest() : module_(hostkit::Module::load(beside_.module())), session(module_) {
-    session.open();
-    session.parameters().resetToDefaults(1920, 1080);
-    session.setLayerSize(1920, 1080);
-  }
-  ~PanelTest() override {
-    session.close();
-    EXPECT_TRUE(session.records().pane.balanced());
-    EXPECT_TRUE(session.records().suites.balanced());
-    EXPECT_TRUE(session.records().handles.balanced());
-    EXPECT_EQ(session.records().wrongEffectRefs, 0);
-  }
-
-  std::vector<Drawing> drawn(PF_ParamIndex index, const PF_Rect& rect) {
-    RecordingPainter painter;
-    const hostkit::EventReport report = session.draw(index, rect, &painter);
-    EXPECT_EQ(report.eventFlags, PF_EO_HANDLED_EVENT);
-    return painter.drawings;
-  }
-  hostkit::EventReport clickRow(A_long x) { return session.click(kEmitterRow, kRowRect, {x, 440}); }
-  hostkit::EventReport clickCell(int cell) { return clickRow(kStripLeft + 94 * cell + 40); }
-  double number(std::string_view label) {
-    return session.parameters().value(tests::indexOf(session, label)).u.fd.value / 65536.0;
-  }
-
-  const std::filesystem::path& folder() const { return beside_.folder(); }
-
- private:
-  tests::ModuleWithPresets beside_;
-  hostkit::Module module_;
-
- protected:
-  hostkit::Session session;
-};
 
 constexpr DRAWBOT_ColorRGBA kNormalFill{1.0f, 1.0f, 0.25f, 1.0f};
 constexpr DRAWBOT_ColorRGBA kNormalStroke{1.0f, 1.0f, 0.5f, 1.0f};
@@ -174,69 +129,6 @@ TEST_F(PanelTest, HoveringHighlightsTheEntryUnderThePointer) {
   titled.effect_win.param_title_frame.top = kRowRect.top;
   EXPECT_EQ(session.send(titled).eventFlags, 0);
 }
-
-TEST_F(PanelTest, TheHeadersButtonsLightUpUnderThePointer) {
-  const std::vector<Drawing> idle = drawn(kHeader, kHeaderRect);
-  ASSERT_EQ(idle.size(), 3u);
-  expectImage(idle[0], {30, 200, 445, 100}, 1.0f);
-  expectImage(idle[1], {78, 261, 41, 36}, 1.0f);
-  expectImage(idle[2], {32, 202, 52, 55}, 1.0f);
-  // Upright: the banner's first row is the last one of its file, whose rows end in a padding byte.
-  std::ifstream banner(BRISEL_BANNER_PATH, std::ios::binary);
-  banner.seekg(54 + 99 * 1336);
-  char blueGreenRed[3];
-  banner.read(blueGreenRed, 3);
-  for (std::size_t c = 0; c < 3; ++c) {
-    EXPECT_EQ(idle[0].image.pixels[c], static_cast<std::uint8_t>(blueGreenRed[2 - c]));
-  }
-
-  const auto hover = [&](A_long x, A_long y) {
-    return session.hover(kHeader, kHeaderRect, {30 + x, 200 + y}).eventFlags;
-  };
-  EXPECT_EQ(hover(47, 61), 0);
-  EXPECT_NE(hover(48, 61), 0);
-  EXPECT_EQ(hover(89, 97), 0);  // still over it: nothing to redraw
-  const std::vector<Drawing> hot = drawn(kHeader, kHeaderRect);
-  EXPECT_NE(hot[1].image, idle[1].image);
-  EXPECT_EQ(hot[2].image, idle[2].image);
-  EXPECT_NE(hover(54, 57), 0);
-  EXPECT_NE(drawn(kHeader, kHeaderRect)[2].image, idle[2].image);
-  EXPECT_NE(hover(54, 58), 0);
-  EXPECT_EQ(drawn(kHeader, kHeaderRect)[1].image, idle[1].image);
-}
-
-#if !defined(_WIN32)
-TEST_F(PanelTest, ButtonsAskTheSystemToOpenPages) {
-  const auto asked = folder() / "asked";
-  std::ofstream(folder() / "xdg-open")
-      << "#!/bin/sh\necho \"$1\" >> '" << asked.string() << "'\nsleep 0.3\n";
-  std::filesystem::permissions(folder() / "xdg-open", std::filesystem::perms::owner_all);
-  const std::string path = std::getenv("PATH");
-  setenv("PATH", (folder().string() + ":" + path).c_str(), 1);
-  const auto click = [&](A_long x, A_long y) {
-    session.click(kHeader, kHeaderRect, {30 + x, 200 + y});
-  };
-  const auto awaitLines = [&](std::size_t count) {
-    std::vector<std::string> lines;
-    for (int tries = 0; tries < 500 && lines.size() < count; ++tries) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(10));
-      std::ifstream file(asked);
-      lines.clear();
-      for (std::string line; std::getline(file, line);) lines.push_back(line);
-    }
-    return lines;
-  };
-  click(56, 30);  // between the buttons
-  click(60, 70);
-  click(20, 20);  // dropped: the first one is still under way
-  EXPECT_EQ(awaitLines(1),
-            std::vector{folder().string() + "/Corvane/Documentation/corvanedoc.html"});
-  std::this_thread::sleep_for(std::chrono::milliseconds(600));
-  click(20, 20);
-  EXPECT_EQ(awaitLines(2).back(), "https://corvane.example/");
-  setenv("PATH", path.c_str(), 1);
-}
-#endif
 
 TEST_F(PanelTest, EventsThatDoNotConcernItAreIgnored) {
   const auto ignored = [&](const std::function<void(PF_EventExtra&)>& spoil) {
