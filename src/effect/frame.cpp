@@ -4,17 +4,26 @@
 #include <cstddef>
 #include <cstring>
 
+#include "core/random.h"
 #include "effect/settings.h"
 #include "engine/contour_emitter.h"
 #include "engine/emitter.h"
+#include "engine/mask_outline.h"
+#include "engine/particle.h"
 #include "engine/simulation.h"
 #include "engine/source.h"
 #include "platform/page_array.h"
 #include "platform/pages.h"
+#include "render/kernels.h"
 #include "render/painter.h"
+#include "render/stars/compose.h"
 
 namespace brisel {
 namespace {
+
+const Kernels& kernelsOf(const FrameViews& views) {
+  return views.kernels != nullptr ? *views.kernels : kernelsNamed(nullptr);
+}
 
 std::size_t arrayBytes(std::int32_t capacity) {
   return static_cast<std::size_t>(capacity) * sizeof(Particle);
@@ -111,9 +120,9 @@ void renderFrame(const Values& values, const FrameViews& views, const MaskOutlin
   PreparedFrame frame(values, views, mask);
   if (state != nullptr) {
     advance(frame, *state);
-    paintStars(frame, views.output, *views.kernels, *state);
+    paintStars(frame, views.output, kernelsOf(views), *state);
   }
-  views.kernels->mix(views.output, views.input, frame.settings.mixWithOriginal);
+  kernelsOf(views).mix(views.output, views.input, frame.settings.mixWithOriginal);
 }
 
 void stepFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
@@ -123,7 +132,7 @@ void stepFrame(const Values& values, const FrameViews& views, const MaskOutline*
   // Random draws and lasting changes of stars happen where stars are painted, however little of
   // them there is to see.
   std::uint8_t pixel[8] = {};
-  paintStars(frame, {pixel, 1, 1, sizeof pixel, views.output.format}, *views.kernels, state);
+  paintStars(frame, {pixel, 1, 1, sizeof pixel, views.output.format}, kernelsOf(views), state);
 }
 
 }  // namespace brisel

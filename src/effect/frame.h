@@ -4,24 +4,15 @@
 
 #include <cstdint>
 
-#include "core/image_view.h"
-#include "core/random.h"
+#include "effect/frame_views.h"
 #include "effect/values.h"
-#include "engine/mask_outline.h"
-#include "engine/particle.h"
-#include "render/kernels.h"
-#include "render/stars/compose.h"
 
 namespace brisel {
 
-/// The images of one frame, and what else of its surroundings it depends on. Borrowed.
-struct FrameViews {
-  MutableImageView output{};    // Argb8 or Argb16
-  ImageView input{};            // of the output's format; may be smaller or larger, or empty
-  std::int32_t layerWidth = 0;  // of the layer at full resolution, pixels; 0: that of the output
-  bool highQuality = true;      // smooth edges
-  const Kernels* kernels = &kernelsNamed(nullptr);  // the instruction set to paint with
-};
+class RandomGenerator;
+struct MaskOutline;
+struct Particle;
+struct SpriteState;
 
 /// What one frame leaves to the next, wherever it is kept.
 struct FrameState {

@@ -5,7 +5,12 @@
 #include <new>
 #include <utility>
 
+#include "core/random.h"
 #include "effect/floating_point_guard.h"
+#include "effect/frame.h"
+#include "effect/saved_state.h"
+#include "engine/particle.h"
+#include "render/stars/compose.h"
 
 namespace brisel {
 namespace {
@@ -38,45 +43,71 @@ void clear(const MutableImageView& view) {
 
 }  // namespace
 
-Instance::Instance(const Instance& other)
-    : stepCounter_(other.stepCounter_),
-      emissionAccumulator_(other.emissionAccumulator_),
-      random_(other.random_),
-      sprites_(other.sprites_) {
-  if (other.capacity_ == 0) return;
-  if (!resizeStars(state(), other.capacity_)) throw std::bad_alloc();
-  starCount_ = other.starCount_;
-  if (starCount_ > 0) {
-    std::memcpy(stars_, other.stars_, static_cast<std::size_t>(starCount_) * sizeof(Particle));
+std::string_view describe(RestoreResult result) {
+  switch (result) {
+    case RestoreResult::Restored:
+      return "is restored";
+    case RestoreResult::NoSavedInstance:
+      return "is no saved instance";
+    case RestoreResult::OtherByteOrder:
+      return "was saved on a machine of another byte order";
+    case RestoreResult::OtherVersion:
+      return "was saved by another version of the effect";
+    case RestoreResult::EndsEarly:
+      return "ends early";
+    case RestoreResult::Damaged:
+      return "is damaged";
+    case RestoreResult::OutOfMemory:
+      break;
   }
+  return "holds more stars than there is memory for";
 }
 
-Instance::Instance(Instance&& other) noexcept
-    : stars_(std::exchange(other.stars_, nullptr)),
-      capacity_(std::exchange(other.capacity_, 0)),
-      starCount_(std::exchange(other.starCount_, 0)),
-      stepCounter_(other.stepCounter_),
-      emissionAccumulator_(other.emissionAccumulator_),
-      random_(other.random_),
-      sprites_(other.sprites_) {}
+struct Instance::State {
+  State() = default;
+  State(const State& other);
+  State& operator=(const State&) = delete;
+  ~State() { releaseStars(stars, capacity); }
+
+  FrameState view() {
+    return {stars, capacity, starCount, stepCounter, emissionAccumulator, random, sprites};
+  }
+  /// Of a state without stars: takes copies. Returns false, and changes nothing, without memory.
+  bool takeStars(const Particle* copied, std::int32_t count);
+
+  Particle* stars = nullptr;  // owned
+  std::int32_t capacity = 0;
+  std::int32_t starCount = 0;
+  std::int32_t stepCounter = 0;
+  float emissionAccumulator = 0.0f;
+  RandomGenerator random;
+  SpriteState sprites;
+};
+
+Instance::State::State(const State& other)
+    : stepCounter(other.stepCounter),
+      emissionAccumulator(other.emissionAccumulator),
+      random(other.random),
+      sprites(other.sprites) {
+  if (!takeStars(other.stars, other.starCount)) throw std::bad_alloc();
+}
+
+bool Instance::State::takeStars(const Particle* copied, std::int32_t count) {
+  if (count == 0) return true;
+  if (!resizeStars(view(), count)) return false;
+  std::memcpy(stars, copied, static_cast<std::size_t>(count) * sizeof(Particle));
+  starCount = count;
+  return true;
+}
+
+Instance::Instance() : state_(std::make_unique<State>()) {}
+Instance::Instance(const Instance& other) : state_(std::make_unique<State>(*other.state_)) {}
+Instance::Instance(Instance&& other) noexcept = default;
+Instance::~Instance() = default;
 
 Instance& Instance::operator=(Instance other) noexcept {
-  std::swap(stars_, other.stars_);
-  std::swap(capacity_, other.capacity_);
-  starCount_ = other.starCount_;
-  stepCounter_ = other.stepCounter_;
-  emissionAccumulator_ = other.emissionAccumulator_;
-  random_ = other.random_;
-  sprites_ = other.sprites_;
+  state_ = std::move(other.state_);
   return *this;
-}
-
-Instance::~Instance() {
-  releaseStars(stars_, capacity_);
-}
-
-FrameState Instance::state() {
-  return {stars_, capacity_, starCount_, stepCounter_, emissionAccumulator_, random_, sprites_};
 }
 
 bool Instance::render(const Values& values, std::int32_t time, const FrameViews& views,
@@ -87,7 +118,7 @@ bool Instance::render(const Values& values, std::int32_t time, const FrameViews&
   }
   const FloatingPointGuard floatingPoint;
   clear(views.output);
-  const FrameState state = this->state();
+  const FrameState state = state_->view();
   if (time < 1) resetState(state);
   renderFrame(values, normalized(views), mask, &state);
   return true;
@@ -97,35 +128,35 @@ bool Instance::step(const Values& values, std::int32_t time, const FrameViews& v
                     const MaskOutline* mask) {
   if (!isFrame(views.output) || !isInputFor(views.output, views.input)) return false;
   const FloatingPointGuard floatingPoint;
-  const FrameState state = this->state();
+  const FrameState state = state_->view();
   if (time < 1) resetState(state);
   stepFrame(values, normalized(views), mask, state);
   return true;
 }
 
+std::int32_t Instance::starCount() const {
+  return state_->starCount;
+}
+
 std::vector<std::uint8_t> Instance::save() const {
-  SavedState saved{stepCounter_, emissionAccumulator_, random_.state(), sprites_, {}};
-  saved.stars.assign(stars_, stars_ + starCount_);
-  return toBytes(saved);
+  const State& s = *state_;
+  return toBytes({s.stepCounter, s.emissionAccumulator, s.random.state(), s.sprites,
+                  std::vector<Particle>(s.stars, s.stars + s.starCount)});
 }
 
 RestoreResult Instance::restore(std::span<const std::uint8_t> bytes) try {
   SavedState saved;
   const RestoreResult result = fromBytes(bytes, saved);
   if (result != RestoreResult::Restored) return result;
-
-  Instance restored;
-  const auto count = static_cast<std::int32_t>(saved.stars.size());
-  if (count > 0) {
-    if (!resizeStars(restored.state(), count)) return RestoreResult::OutOfMemory;
-    std::memcpy(restored.stars_, saved.stars.data(), saved.stars.size() * sizeof(Particle));
+  auto state = std::make_unique<State>();
+  if (!state->takeStars(saved.stars.data(), static_cast<std::int32_t>(saved.stars.size()))) {
+    return RestoreResult::OutOfMemory;
   }
-  restored.starCount_ = count;
-  restored.stepCounter_ = saved.stepCounter;
-  restored.emissionAccumulator_ = saved.emissionAccumulator;
-  restored.random_.seedRandom(saved.randomState);
-  restored.sprites_ = saved.sprites;
-  *this = std::move(restored);
+  state->stepCounter = saved.stepCounter;
+  state->emissionAccumulator = saved.emissionAccumulator;
+  state->random.seedRandom(saved.randomState);
+  state->sprites = saved.sprites;
+  state_ = std::move(state);
   return result;
 } catch (const std::bad_alloc&) {
   return RestoreResult::OutOfMemory;

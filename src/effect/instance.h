@@ -2,16 +2,31 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
+#include <string_view>
 #include <vector>
 
-#include "core/random.h"
-#include "effect/frame.h"
-#include "effect/saved_state.h"
+#include "effect/frame_views.h"
 #include "effect/values.h"
-#include "render/stars/compose.h"
 
 namespace brisel {
+
+struct MaskOutline;  // engine/mask_outline.h makes one
+
+/// What became of bytes that were to be restored.
+enum class RestoreResult : std::uint8_t {
+  Restored,
+  NoSavedInstance,  // they are something else
+  OtherByteOrder,   // saved on a machine that keeps numbers the other way round
+  OtherVersion,     // saved by a version of the effect that knows its stars differently
+  EndsEarly,
+  Damaged,
+  OutOfMemory
+};
+
+/// In words, as the end of a sentence: "ends early".
+std::string_view describe(RestoreResult result);
 
 /// Owns its stars, random generator and all other state: no instance ever meets another. One is
 /// used by one thread at a time, by whichever thread; different instances by any threads at once.
@@ -19,9 +34,9 @@ namespace brisel {
 /// on every machine. Copies go on from where the original stood, each by itself.
 class Instance {
  public:
-  Instance() = default;
-  Instance(const Instance& other);  // throws std::bad_alloc
-  Instance(Instance&& other) noexcept;
+  Instance();  // throws std::bad_alloc, as copying does
+  Instance(const Instance& other);
+  Instance(Instance&& other) noexcept;  // leaves one that can only be assigned to or destroyed
   Instance& operator=(Instance other) noexcept;
   ~Instance();
 
@@ -40,7 +55,7 @@ class Instance {
   bool step(const Values& values, std::int32_t time, const FrameViews& views,
             const MaskOutline* mask = nullptr);
 
-  std::int32_t starCount() const { return starCount_; }  // living stars
+  std::int32_t starCount() const;  // living stars
 
   /// All that the next frames depend on, for restore() of the same version of the effect on a
   /// machine of the same byte order. Throws std::bad_alloc.
@@ -52,15 +67,9 @@ class Instance {
   RestoreResult restore(std::span<const std::uint8_t> bytes);
 
  private:
-  FrameState state();
+  struct State;
 
-  Particle* stars_ = nullptr;  // owned
-  std::int32_t capacity_ = 0;
-  std::int32_t starCount_ = 0;
-  std::int32_t stepCounter_ = 0;
-  float emissionAccumulator_ = 0.0f;
-  RandomGenerator random_;
-  SpriteState sprites_;
+  std::unique_ptr<State> state_;
 };
 
 }  // namespace brisel

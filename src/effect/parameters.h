@@ -7,7 +7,7 @@
 #include <span>
 #include <string_view>
 
-#include "core/render_settings.h"
+#include "core/color.h"
 
 namespace brisel {
 

@@ -161,26 +161,6 @@ bool isPossible(const SavedState& state) {
 
 }  // namespace
 
-std::string_view describe(RestoreResult result) {
-  switch (result) {
-    case RestoreResult::Restored:
-      return "is restored";
-    case RestoreResult::NoSavedInstance:
-      return "is no saved instance";
-    case RestoreResult::OtherByteOrder:
-      return "was saved on a machine of another byte order";
-    case RestoreResult::OtherVersion:
-      return "was saved by another version of the effect";
-    case RestoreResult::EndsEarly:
-      return "ends early";
-    case RestoreResult::Damaged:
-      return "is damaged";
-    case RestoreResult::OutOfMemory:
-      break;
-  }
-  return "holds more stars than there is memory for";
-}
-
 std::vector<std::uint8_t> toBytes(const SavedState& state) {
   std::vector<std::uint8_t> bytes;
   bytes.reserve(sizeof(Header) + 64 + kStarBytes * state.stars.size());

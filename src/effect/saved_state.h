@@ -4,27 +4,13 @@
 
 #include <cstdint>
 #include <span>
-#include <string_view>
 #include <vector>
 
+#include "effect/instance.h"
 #include "engine/particle.h"
 #include "render/stars/compose.h"
 
 namespace brisel {
-
-/// What became of bytes that were to be restored.
-enum class RestoreResult : std::uint8_t {
-  Restored,
-  NoSavedInstance,  // they are something else
-  OtherByteOrder,   // saved on a machine that keeps numbers the other way round
-  OtherVersion,     // saved by a version of the effect that knows its stars differently
-  EndsEarly,
-  Damaged,
-  OutOfMemory
-};
-
-/// In words, as the end of a sentence: "ends early".
-std::string_view describe(RestoreResult result);
 
 /// The state that frames leave to the next ones.
 struct SavedState {

@@ -6,7 +6,6 @@
 #include <cstdint>
 
 #include "core/geometry.h"
-#include "core/render_settings.h"
 #include "effect/parameters.h"
 
 namespace brisel {

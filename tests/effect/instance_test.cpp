@@ -7,6 +7,8 @@
 #include <cstring>
 #include <thread>
 
+#include "engine/mask_outline.h"
+
 namespace {
 
 using namespace brisel;
