@@ -1,5 +1,5 @@
-// One frame, whoever hosts the effect and wherever the host keeps its state: the stars advance by a
-// step and are painted, the input is mixed in.
+// One frame, whoever hosts the effect and wherever its state is kept: the stars advance by a step
+// and are painted, and the input is mixed in. Most programs use an Instance, which keeps the state.
 #pragma once
 
 #include <cstdint>
@@ -35,10 +35,10 @@ void releaseStars(Particle* stars, std::int32_t capacity);
 /// Back to before the first frame: no stars, and the same ones come again. The array stays.
 void resetState(const FrameState& state);
 
-/// Advances `state` by one step and paints the stars into the output, which is cleared already,
-/// over or under which the input is mixed as "Mix with original" says. Without a state there are no
-/// stars. `mask` is the outline of the mask that `values` choose; null when there is none or it
-/// cannot be had, which leaves the Bezier in its place. Throws std::bad_alloc.
+/// Advances `state` by one step, paints the stars into the output, which the caller has cleared,
+/// and mixes the input in as "Mix with original" says. Without a state there are no stars. `mask`
+/// is the outline of the mask that `values` choose, or null when none is chosen; a chosen mask
+/// without an outline gives way to the Bezier. Throws std::bad_alloc.
 void renderFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
                  const FrameState* state);
 

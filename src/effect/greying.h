@@ -13,13 +13,12 @@ namespace brisel {
 struct ControlState {
   ParamIndex index;
   bool enabled;
-  bool collapses;  // a disabled one is shown collapsed, an enabled one open; else that stays as it
-                   // is, as of a group that a person opened
+  bool collapses;  // whether it is also shown collapsed when disabled and open when enabled
 };
 
-/// The states that follow from `values` when the parameter `changed` is updated, in the order in
-/// which to show them. Nothing where no rule hangs on that parameter; hosts are asked for every
-/// index from 2 on to bring all controls up to date, though several indices give the same states.
+/// The states to show, in this order, when the parameter `changed` is updated; nothing when no rule
+/// depends on that parameter. The states of all parameters are those of every index from 2 on, in
+/// turn; several indices give the same ones.
 std::optional<std::vector<ControlState>> greyingOf(const Values& values, std::int32_t changed);
 
 }  // namespace brisel

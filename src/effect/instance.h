@@ -1,4 +1,4 @@
-// The effect, one of it: renders frame after frame, keeps what one leaves to the next.
+// An instance of the effect: renders frame after frame and keeps what one leaves to the next.
 #pragma once
 
 #include <cstdint>

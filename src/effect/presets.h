@@ -17,7 +17,7 @@ int numberCount(ParamKind kind);
 std::optional<Value> presetValue(ParamKind kind, const FileParameter& parameter, FrameSize frame);
 
 /// Gives `values` what the file at `path` (zero-terminated) sets; the others stay as they are.
-/// Returns whether it could be read and is a parameter file. Throws std::bad_alloc.
+/// Returns whether it could be read. Throws std::bad_alloc.
 ParameterFile::State applyParameterFile(const char* path, FrameSize frame, Values& values);
 
 }  // namespace brisel

@@ -24,8 +24,8 @@ struct SavedState {
 /// Throws std::bad_alloc, as fromBytes does.
 std::vector<std::uint8_t> toBytes(const SavedState& state);
 
-/// Fills `state` when the result is Restored; else its content means nothing. Takes no byte for
-/// granted: nothing that bounds a loop or an index is larger than the effect itself makes it.
+/// Fills `state` when the result is Restored; else its content means nothing. Bytes that claim more
+/// rays, steps or color than the effect itself makes count as damaged, whatever their checksum.
 RestoreResult fromBytes(std::span<const std::uint8_t> bytes, SavedState& state);
 
 }  // namespace brisel

@@ -13,8 +13,8 @@ struct FrameFacts {
   bool highQuality = false;
 };
 
-/// The settings of one frame, whose pixels come as image views. Counts that bound
-/// loops and memory are held to their declared ranges; a popup's item beyond 0 .. 255 becomes 0.
+/// The settings of one frame. Counts that bound loops and memory are held to their declared ranges;
+/// a popup's item beyond 0 .. 255 becomes 0.
 RenderSettings settingsOf(const Values& values, const FrameFacts& frame);
 
 }  // namespace brisel
