@@ -18,6 +18,25 @@ install(TARGETS brisel_module LIBRARY DESTINATION ${module_folder})
 install(DIRECTORY library/Corvane DESTINATION ${module_folder})
 install(FILES ${readme} DESTINATION ${readme_folder} RENAME README.txt)
 
+# For those who build with the effect: its library with the rooms below it, which
+# find_package(brisel) finds as brisel::effect, and its headers with those that they include. It is
+# no part of the package for users.
+set(rooms core platform contour engine render presets effect)
+set(config lib/cmake/brisel)
+list(TRANSFORM rooms PREPEND brisel_ OUTPUT_VARIABLE libraries)
+install(TARGETS ${libraries} EXPORT brisel ARCHIVE DESTINATION lib COMPONENT development)
+install(EXPORT brisel DESTINATION ${config} NAMESPACE brisel:: FILE brisel-config.cmake
+  COMPONENT development)
+foreach(room core engine render presets effect)
+  install(DIRECTORY src/${room} DESTINATION include/brisel COMPONENT development
+    FILES_MATCHING PATTERN "*.h" PATTERN simd EXCLUDE)
+endforeach()
+include(CMakePackageConfigHelpers)
+set(version_file ${PROJECT_BINARY_DIR}/brisel-config-version.cmake)
+write_basic_package_version_file(${version_file} COMPATIBILITY SameMajorVersion)
+install(FILES ${version_file} DESTINATION ${config} COMPONENT development)
+
 set(CPACK_PACKAGE_NAME brisel)
 set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_CMAKE_PROJECTS "${CMAKE_BINARY_DIR};brisel;Unspecified;/")
 include(CPack)

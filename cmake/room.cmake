@@ -1,6 +1,20 @@
+# Pixels are the product: every build type and machine computes the same bytes. A contracted
+# multiply-add would round once where the others round twice. That nobody reads errno or floating
+# point traps changes no value and lets square roots and selects be inlined.
+function(brisel_keep_bytes target)
+  target_compile_options(${target} PRIVATE
+    -ffp-contract=off -fno-math-errno -fno-trapping-math)
+  if(WIN32)
+    # This system aligns the stack to 16 bytes, yet the compiler moves wider vectors there with
+    # aligned instructions: these become unaligned ones.
+    target_compile_options(${target} PRIVATE -Wa,-muse-unaligned-vector-move)
+  endif()
+endfunction()
+
 # Gives TARGET an include root of its own, in which there is nothing but this folder, as PREFIX:
 # a file includes "PREFIX/header.h" of the targets it links, and a look into any other folder does
-# not compile. The root is a link in the build folder, so that folders stay as they are.
+# not compile. The root is a link in the build folder, so that folders stay as they are. Other
+# projects know brisel_NAME as brisel::NAME, installed or as a part of them.
 function(brisel_room target prefix)
   set(root ${PROJECT_BINARY_DIR}/rooms/${target})
   get_filename_component(above ${root}/${prefix} DIRECTORY)
@@ -12,6 +26,13 @@ function(brisel_room target prefix)
   set(scope PUBLIC)
   if(type STREQUAL "INTERFACE_LIBRARY")
     set(scope INTERFACE)
+  else()
+    brisel_keep_bytes(${target})
   endif()
-  target_include_directories(${target} ${scope} $<BUILD_INTERFACE:${root}>)
+  target_compile_features(${target} ${scope} cxx_std_20)
+  target_include_directories(${target} ${scope}
+    $<BUILD_INTERFACE:${root}> $<INSTALL_INTERFACE:include/brisel>)
+  string(REPLACE "brisel_" "" name ${target})
+  set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
+  add_library(brisel::${name} ALIAS ${target})
 endfunction()

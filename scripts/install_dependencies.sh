@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, testing and rendering need, if any is missing; with
 # "windows" those that building for Windows and testing with Wine need, with "browser" what testing
-# the manual in one needs. Needs root, or sudo.
+# the manual in one needs, with "clang" the other compiler. Needs root, or sudo.
 #
-#   scripts/install_dependencies.sh [windows | browser]
+#   scripts/install_dependencies.sh [windows | browser | clang]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -13,6 +13,8 @@ elif [ "$*" = browser ]; then
   packages=(chromium fonts-dejavu-core)
   command -v node >/dev/null || packages+=(nodejs)
   command -v npm >/dev/null || packages+=(npm)
+elif [ "$*" = clang ]; then
+  packages=(clang)
 elif [ $# -eq 0 ]; then
   packages=(
     g++ cmake ninja-build pkg-config git
@@ -22,7 +24,7 @@ elif [ $# -eq 0 ]; then
     ffmpeg fonts-dejavu-core python3 python3-jsonschema
   )
 else
-  echo "usage: scripts/install_dependencies.sh [windows | browser]" >&2
+  echo "usage: scripts/install_dependencies.sh [windows | browser | clang]" >&2
   exit 2
 fi
 

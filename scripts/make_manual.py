@@ -19,6 +19,7 @@ from manual.pictures import Pictures
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 PAGE = ROOT / "library/Corvane/Documentation/corvanedoc.html"
+MOST_BYTES = 1_600_000  # it is kept with its history, and opened from slow disks
 
 
 def parse_arguments():
@@ -46,6 +47,9 @@ def main():
         committed = PAGE.read_text(encoding="utf-8") if PAGE.is_file() else ""
         if without_pictures(committed) != page:
             found.append("corvanedoc.html is out of date: run scripts/make_manual.py")
+        if len(committed) > MOST_BYTES:
+            found.append(f"corvanedoc.html is larger than {MOST_BYTES} bytes: "
+                         "use fewer or smaller pictures")
     elif not found:
         PAGE.parent.mkdir(parents=True, exist_ok=True)
         PAGE.write_text(page, encoding="utf-8")

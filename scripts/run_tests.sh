@@ -3,7 +3,8 @@
 # the rooms and the plug-in again without optimisation, under the sanitizers, and as Windows programs
 # under Wine, which must all give the same bytes; the layout and lint checks of the sources. Where the
 # packages for Windows cannot be had, says so at the end. Ends with the release tests' summary; with
-# "everything", with that of the heavy tests, which follow: the manual in a real browser.
+# "everything", with that of the heavy tests, which follow: the build by clang, whose bytes must be
+# the same as well, the manual in a real browser, the effect as a part of another project.
 #
 #   scripts/run_tests.sh [everything]
 set -euo pipefail
@@ -37,6 +38,9 @@ fi
 build release
 ctest --preset release
 if [ -n "$heavy" ]; then
+  scripts/install_dependencies.sh clang
+  build clang
+  ctest --preset clang -R '^(unit|contour|plugin)\.'
   scripts/install_dependencies.sh browser
   ctest --preset heavy
 fi

@@ -9,7 +9,7 @@ for object in "$@"; do
     *) continue ;;
   esac
   found=$found$set_name
-  foreign=$(nm -C --defined-only "$object" | grep -E ' [A-Zuvw] ' | grep -v "$set_name")
+  foreign=$(nm -C --defined-only "$object" | grep -E ' [A-Zuvw] ' | grep -v -e "$set_name" -e ' DW\.ref\.')
   if [ -n "$foreign" ]; then
     echo "$object:" "$foreign"
     status=1

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "render/simd/sse2.h"
+#include "render/isa/sse2.h"
 #include "tests/render/frames.h"
 
 namespace {

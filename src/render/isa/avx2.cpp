@@ -1,6 +1,6 @@
-#include "render/simd/avx2.h"
+#include "render/isa/avx2.h"
 
-#include "render/simd/kernel_table.h"
+#include "render/isa/kernel_table.h"
 
 namespace brisel {
 

@@ -1,6 +1,6 @@
-#include "render/simd/plain.h"
+#include "render/isa/plain.h"
 
-#include "render/simd/kernel_table.h"
+#include "render/isa/kernel_table.h"
 
 namespace brisel {
 

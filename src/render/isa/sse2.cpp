@@ -1,6 +1,6 @@
-#include "render/simd/sse2.h"
+#include "render/isa/sse2.h"
 
-#include "render/simd/kernel_table.h"
+#include "render/isa/kernel_table.h"
 
 namespace brisel {
 
