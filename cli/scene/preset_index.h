@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "presets/preset_index.h"
+
 namespace cli {
 
 // One row of thumbnails in the effect controls.
@@ -15,7 +17,7 @@ struct PresetRow {
   const char* control;  // label of the control that shows it
 };
 inline constexpr std::array<PresetRow, 2> kPresetRows{
-    {{"Emmiter", "Emmiter presets"}, {"Geometry", "Stars presets"}}};
+    {{brisel::kEmitterSection, "Emmiter presets"}, {brisel::kStarSection, "Stars presets"}}};
 
 struct Preset {
   std::size_t row;  // of kPresetRows

@@ -15,8 +15,8 @@ std::unique_ptr<PresetList[]> readPresetLists() {
   const ModuleFolders& folders = moduleState().folders;
   const PresetFolders paths{folders.presetFilePath, folders.presetFolder};
   auto lists = std::make_unique<PresetList[]>(kPresetListCount);
-  lists[kEmitterPresetList] = readPresetList(paths, "Emmiter");
-  lists[kStarPresetList] = readPresetList(paths, "Geometry");
+  lists[kEmitterPresetList] = readPresetList(paths, kEmitterSection);
+  lists[kStarPresetList] = readPresetList(paths, kStarSection);
   return lists;
 }
 

@@ -6,6 +6,10 @@
 
 namespace brisel {
 
+/// The sections of the index: what emits stars, and how they look.
+inline constexpr char kEmitterSection[] = "Emmiter";
+inline constexpr char kStarSection[] = "Geometry";
+
 /// Where the presets lie.
 struct PresetFolders {
   std::string presetFilePath;  // the index
