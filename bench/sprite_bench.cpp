@@ -18,6 +18,7 @@
 namespace {
 
 using brisel::BlendRule;
+using brisel::BlicsProfile;
 using brisel::Composition;
 using brisel::SpriteLook;
 using brisel::StarType;
@@ -33,7 +34,7 @@ struct Sprite {
 
 void ray(const Composition& c, SpriteLook look, StarType type) {
   look.size /= 2.0f;
-  composeRays(c, look, {type, look.size / 10.0f, 30.0f, 4.0f});
+  drawRayStar(c, look, {type, look.size / 10.0f, 30.0f, 4.0f});
 }
 
 void cross(const Composition& c, SpriteLook look, bool textured) {
@@ -41,12 +42,12 @@ void cross(const Composition& c, SpriteLook look, bool textured) {
   c.state.textureScale = textured ? -0.5f : 0.0f;
   c.state.textureMix = textured ? 0.75f : 0.0f;
   look.size /= 2.0f;
-  composeCross(c, look, 0.5f);
+  drawCrossStar(c, look, 0.5f);
 }
 
 void glow(const Composition& c, const SpriteLook& look, brisel::GlowProfile profile) {
   c.state.glowScale = 1.25f;
-  composeGlow(c, look, profile);
+  drawGlowStar(c, look, profile);
 }
 
 template <class Paint>
@@ -73,8 +74,8 @@ const Sprite kSprites[] = {
     {"cross_textured", [](auto& c, auto& look) { cross(c, look, true); }},
     {"glow1_body", [](auto& c, auto& look) { glow(c, look, GlowProfile::Full); }},
     {"halo_simple", [](auto& c, auto& look) { glow(c, look, GlowProfile::Simple); }},
-    {"blics_body", [](auto& c, auto& look) { composeDisc(c, look); }},
-    {"blics_ring", [](auto& c, auto& look) { composeRing(c, look, 0.1f); }},
+    {"blics_body", [](auto& c, auto& look) { drawBlicsStar(c, look, BlicsProfile::Disc); }},
+    {"blics_ring", [](auto& c, auto& look) { drawBlicsStar(c, look, BlicsProfile::Ring, 0.1f); }},
     {"ray_low_quality", lowQualityRay},
     {"ray_rainbow",
      [](auto& c, auto& look) { recolored(c, [&] { ray(c, look, StarType::Type2); }); }},
@@ -83,7 +84,10 @@ const Sprite kSprites[] = {
      [](auto& c, auto& look) { recolored(c, [&] { glow(c, look, GlowProfile::Full); }); }},
     {"halo_rainbow",
      [](auto& c, auto& look) { recolored(c, [&] { glow(c, look, GlowProfile::Simple); }); }},
-    {"blics_rainbow", [](auto& c, auto& look) { recolored(c, [&] { composeDisc(c, look); }); }},
+    {"blics_rainbow",
+     [](auto& c, auto& look) {
+       recolored(c, [&] { drawBlicsStar(c, look, BlicsProfile::Disc); });
+     }},
 };
 
 struct Rule {
@@ -156,7 +160,7 @@ void runMix(benchmark::State& state, const brisel::Kernels& kernels, brisel::Mix
   const brisel::MutableImageView stars = view(layers.stars);
   const brisel::ImageView input = view(layers.input);
   for ([[maybe_unused]] auto _ : state) {
-    kernels.mix(stars, input, mode);
+    kernels.mixWithInput(stars, input, mode);
     benchmark::ClobberMemory();
   }
   state.SetItemsProcessed(state.iterations() * Layers::kPixels);

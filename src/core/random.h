@@ -1,5 +1,5 @@
-// The random generator that emission, placement and composing share. The order of draws is part of
-// the picture.
+// The random generator that emission, placement and composing share. The order of its numbers is
+// part of the picture.
 #pragma once
 
 #include <cstdint>
@@ -11,16 +11,16 @@ class RandomGenerator {
  public:
   void seedRandom(std::uint32_t seed) { state_ = seed; }
 
-  /// One draw: an integer 0..32767.
+  /// One random number: an integer 0..32767.
   std::int32_t nextRandom() {
     state_ = state_ * 214013u + 2531011u;
     return static_cast<std::int32_t>((state_ >> 16) & 32767u);
   }
 
-  /// One draw: a multiple of 0.001 in [-1, 0.999].
+  /// One random number: a multiple of 0.001 in [-1, 0.999].
   float signedUnit() { return static_cast<float>(nextRandom() % 2000 - 1000) / 1000.0f; }
 
-  /// One draw: a multiple of 0.001 in [0, 0.999].
+  /// One random number: a multiple of 0.001 in [0, 0.999].
   float unit() { return static_cast<float>(nextRandom() % 1000) / 1000.0f; }
 
   std::uint32_t state() const { return state_; }

@@ -85,7 +85,7 @@ void paintStars(const PreparedFrame& frame, const MutableImageView& output, cons
                 const FrameState& state) {
   state.sprites.rainbowShift = frame.settings.colorRainbow;
   Painter painter(output, kernels);
-  composeStars({frame.settings, state.random, state.sprites, painter},
+  drawAllStars({frame.settings, state.random, state.sprites, painter},
                {state.stars, static_cast<std::size_t>(state.starCount)});
 }
 
@@ -122,14 +122,14 @@ void renderFrame(const Values& values, const FrameViews& views, const MaskOutlin
     advance(frame, *state);
     paintStars(frame, views.output, kernelsOf(views), *state);
   }
-  kernelsOf(views).mix(views.output, views.input, frame.settings.mixWithOriginal);
+  kernelsOf(views).mixWithInput(views.output, views.input, frame.settings.mixWithOriginal);
 }
 
 void stepFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
                const FrameState& state) {
   PreparedFrame frame(values, views, mask);
   advance(frame, state);
-  // Random draws and lasting changes of stars happen where stars are painted, however little of
+  // Random numbers and lasting changes of stars happen where stars are painted, however little of
   // them there is to see.
   std::uint8_t pixel[8] = {};
   paintStars(frame, {pixel, 1, 1, sizeof pixel, views.output.format}, kernelsOf(views), state);

@@ -11,7 +11,7 @@
 namespace brisel {
 namespace {
 
-/// One draw, -1000..999, the raw form of RandomGenerator::signedUnit.
+/// One random number, -1000..999, the raw form of RandomGenerator::signedUnit.
 float signedThousandths(RandomGenerator& random) {
   return static_cast<float>(random.nextRandom() % 2000 - 1000);
 }
@@ -164,7 +164,7 @@ void tryInitialise(const Emission& e, Particle& p, float birthTime);
 
 /// Places the star anywhere in the frame. With the source as raster mask, a star that misses the
 /// source is born again in the same record, up to ten times. Each attempt returns into the one
-/// before it, which goes on with its own remaining draws.
+/// before it, which goes on with what it has left to do.
 void placeInField(const Emission& e, Particle& p) {
   constexpr std::uint8_t kMostRetries = 10;
   p.velocityX = e.random.signedUnit();

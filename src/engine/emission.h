@@ -1,4 +1,4 @@
-// Birth of a star: place, direction, speed, looks and fate, in a fixed order of random draws.
+// Birth of a star: place, direction, speed, looks and fate, in a fixed order of random numbers.
 #pragma once
 
 #include "core/random.h"
@@ -8,7 +8,7 @@
 
 namespace brisel {
 
-/// What a birth reads, and the generator it draws from. Borrowed for one step.
+/// What a birth reads, and the generator it takes random numbers from. Borrowed for one step.
 struct Emission {
   const RenderSettings& settings;
   const Emitter& emitter;

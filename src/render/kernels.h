@@ -28,7 +28,7 @@ struct Kernels {
   /// The last step of a frame: mixes the input under the stars by `mode` (Normal or Add; anything
   /// else does nothing). Both images have the same format. The input counts as transparent black
   /// outside its own bounds.
-  void (*mix)(const MutableImageView& stars, const ImageView& input, MixMode mode);
+  void (*mixWithInput)(const MutableImageView& stars, const ImageView& input, MixMode mode);
 };
 
 /// Those that this processor can run, narrowest first; the first is the plain one.

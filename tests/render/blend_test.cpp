@@ -89,7 +89,7 @@ TEST(Mix, MixesRandomLayersAsTheReferenceDoes) {
     for (const brisel::Kernels* kernels : brisel::availableKernels()) {
       SCOPED_TRACE(kernels->name);
       tests::Frame module = stars;
-      kernels->mix(module.view(), input.view(), static_cast<brisel::MixMode>(mode));
+      kernels->mixWithInput(module.view(), input.view(), static_cast<brisel::MixMode>(mode));
       expectSame(module, expected);
     }
   }

@@ -11,6 +11,7 @@
 namespace {
 
 using brisel::BlendRule;
+using brisel::BlicsProfile;
 using brisel::Composition;
 using brisel::SpriteLook;
 using brisel::StarType;
@@ -55,32 +56,32 @@ SpriteLook anyLook(Dice& dice, BlendRule rule) {
   return look;
 }
 
-void composeAnyRays(Dice& dice, const Composition& c, BlendRule rule) {
+void drawAnyRays(Dice& dice, const Composition& c, BlendRule rule) {
   const SpriteLook look = anyLook(dice, rule);
   const int type = dice.integer(0, 6);
   const float width = look.size * dice.oneOf({0.0f, 0.001f, 0.05f, 0.05f, 0.2f, 1.0f, 3.0f});
   const float angle = dice.coin() ? dice.real(-400.0f, 400.0f)
                                   : dice.oneOf({0.0f, 90.0f, -45.0f, dice.real(88.0f, 92.0f)});
   const float rays = dice.oneOf({1.0f, 2.5f, 3.0f, 4.0f, 0.0f, 11.0f});
-  composeRays(c, look, {static_cast<StarType>(type), width, angle, rays});
+  drawRayStar(c, look, {static_cast<StarType>(type), width, angle, rays});
 }
 
-void composeAnyCross(Dice& dice, const Composition& c, BlendRule rule) {
+void drawAnyCross(Dice& dice, const Composition& c, BlendRule rule) {
   SpriteLook look = anyLook(dice, rule);
   look.size /= 2.0f;
-  composeCross(c, look, dice.coin() ? dice.real(-7.0f, 7.0f) : 0.0f);
+  drawCrossStar(c, look, dice.coin() ? dice.real(-7.0f, 7.0f) : 0.0f);
 }
 
-void composeAnyGlow(Dice& dice, const Composition& c, BlendRule rule) {
+void drawAnyGlow(Dice& dice, const Composition& c, BlendRule rule) {
   const SpriteLook look = anyLook(dice, rule);
-  composeGlow(c, look, static_cast<brisel::GlowProfile>(dice.oneOf({2, 4, 4})));
+  drawGlowStar(c, look, static_cast<brisel::GlowProfile>(dice.oneOf({2, 4, 4})));
 }
 
-void composeAnyBlics(Dice& dice, const Composition& c, BlendRule rule) {
+void drawAnyBlics(Dice& dice, const Composition& c, BlendRule rule) {
   const SpriteLook look = anyLook(dice, rule);
   const bool isRing = dice.oneOf({0, 4}) != 0;
   const float ringWidth = dice.oneOf({0.1f, 0.1f, 0.02f, 0.0f, 0.3f});
-  isRing ? composeRing(c, look, ringWidth) : composeDisc(c, look);
+  drawBlicsStar(c, look, isRing ? BlicsProfile::Ring : BlicsProfile::Disc, ringWidth);
 }
 
 class SpriteTest : public testing::TestWithParam<Sprite> {};
@@ -110,13 +111,12 @@ TEST_P(SpriteTest, PaintsTheKnownBytesWithEveryInstructionSet) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    , SpriteTest,
-    testing::Values(Sprite{"Rays", composeAnyRays, 80, 17934213040104600522u},
-                    Sprite{"Cross", composeAnyCross, 40, 12612527006229467039u},
-                    Sprite{"Glow", composeAnyGlow, 60, 17093073662934267775u},
-                    Sprite{"Blics", composeAnyBlics, 60, 7979716983307311055u}),
-    [](const auto& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(, SpriteTest,
+                         testing::Values(Sprite{"Rays", drawAnyRays, 80, 17934213040104600522u},
+                                         Sprite{"Cross", drawAnyCross, 40, 12612527006229467039u},
+                                         Sprite{"Glow", drawAnyGlow, 60, 17093073662934267775u},
+                                         Sprite{"Blics", drawAnyBlics, 60, 7979716983307311055u}),
+                         [](const auto& info) { return info.param.name; });
 
 // Row 0 shows rays that start less than a pixel above the frame, with their edges prolonged to it:
 // far beyond the ray's own box, and of full coverage where an edge's corners round to one point.
@@ -127,7 +127,7 @@ TEST(Sprites, RaysJustAboveTheFrameShowInItsFirstRow) {
   const brisel::Rgb color = {255, 200, 100};
   const auto oneRay = [&](StarType type, float x, float y, float size, float angle) {
     return [=](const Composition& c) {
-      composeRays(c, {{x, y}, size, color, 1.0f, BlendRule::Over}, {type, 0.0f, angle, 1.0f});
+      drawRayStar(c, {{x, y}, size, color, 1.0f, BlendRule::Over}, {type, 0.0f, angle, 1.0f});
     };
   };
   tests::paintWithAll(scene, tests::Frame(kWidth, 5, false),
@@ -148,7 +148,7 @@ TEST(Sprites, HugeRaysJustAboveTheFrameLeaveItAlone) {
     tests::Scene scene;
     brisel::RandomGenerator random;
     brisel::Painter painter(frame.view(), *kernels);
-    brisel::composeRays({scene.settings, random, scene.state, painter},
+    brisel::drawRayStar({scene.settings, random, scene.state, painter},
                         {{30.0f, -2.0f}, 1.1f, {255, 0, 0}, 1.0f, BlendRule::Over},
                         {StarType::Type1, 2e9f, 0.0f, 1.0f});
     expectSame(frame, empty);
@@ -175,15 +175,15 @@ TEST(Sprites, AbsurdNumbersAreHarmless) {
           const Composition c{scene.settings, random, scene.state, painter};
           const SpriteLook look{{a, b}, size, red, 1.0f, BlendRule::Over};
           for (int type = 1; type <= 5; ++type) {
-            composeRays(c, look, {static_cast<StarType>(type), b, a, 4.0f});
+            drawRayStar(c, look, {static_cast<StarType>(type), b, a, 4.0f});
           }
           scene.state.crossVariant = brisel::kTexturedCross;
           scene.state.rainbowShift = 125.0f;
-          composeCross(c, look, b);
-          composeGlow(c, look, brisel::GlowProfile::Full);
-          composeGlow(c, look, brisel::GlowProfile::Simple);
-          composeDisc(c, look);
-          composeRing(c, look, 0.1f);
+          drawCrossStar(c, look, b);
+          drawGlowStar(c, look, brisel::GlowProfile::Full);
+          drawGlowStar(c, look, brisel::GlowProfile::Simple);
+          drawBlicsStar(c, look, BlicsProfile::Disc);
+          drawBlicsStar(c, look, BlicsProfile::Ring, 0.1f);
           if (!(std::abs(a) < 1e3f) || !(std::abs(b) < 1e3f)) {
             if (size == 20.0f) expectSame(frame, empty);
           }

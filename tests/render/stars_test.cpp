@@ -27,10 +27,10 @@ TEST(Stars, AreShownToTheEndOfTheirLifeAndNotAfterIt) {
   const brisel::Composition composition{settings, random, state, painter};
 
   star.age = 9.01f;
-  composeStars(composition, {&star, 1});
+  drawAllStars(composition, {&star, 1});
   expectSame(frame, tests::Frame(64, 48, false));
   star.age = 9.0f;
-  composeStars(composition, {&star, 1});
+  drawAllStars(composition, {&star, 1});
   EXPECT_GT(frame.channel(20, 20, 1), 0);
 }
 

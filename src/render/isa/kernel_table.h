@@ -14,8 +14,8 @@ namespace brisel {
 template <class Isa>
 constexpr Kernels kernelTable(const char* name) {
   static_assert(Isa::kLanes <= kMostLanes);
-  return {name,           Isa::kLanes,   paintGlow<Isa>, paintBlics<Isa>, paintCross<Isa>,
-          paintRays<Isa>, paintRun<Isa>, mixImages<Isa>};
+  return {name,           Isa::kLanes,   paintGlow<Isa>,   paintBlics<Isa>, paintCross<Isa>,
+          paintRays<Isa>, paintRun<Isa>, mixWithInput<Isa>};
 }
 
 }  // namespace brisel

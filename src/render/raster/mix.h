@@ -84,7 +84,7 @@ void mixByDepth(const MutableImageView& output, const ImageView& input) {
 }
 
 template <class Isa>
-void mixImages(const MutableImageView& output, const ImageView& input, MixMode mode) {
+void mixWithInput(const MutableImageView& output, const ImageView& input, MixMode mode) {
   if (mode == MixMode::Normal) {
     mixByDepth<MixMode::Normal, Isa>(output, input);
   } else if (mode == MixMode::Add) {

@@ -7,8 +7,8 @@
 namespace brisel {
 namespace {
 
-/// One draw: -0.5 to 0.4995.
-float drawJitter(RandomGenerator& random) {
+/// One random number: -0.5 to 0.4995.
+float nextJitter(RandomGenerator& random) {
   return static_cast<float>(random.nextRandom() % 2000 - 1000) / 2000.0f;
 }
 
@@ -36,7 +36,7 @@ void oscillateAngle(const RenderSettings& s, const Particle& p, float& angle) {
 
 void jitterAngle(const Composition& composition, float& angle) {
   const float jitter = composition.settings.angleJittering;
-  if (jitter != 0.0f) angle += drawJitter(composition.random) * jitter;
+  if (jitter != 0.0f) angle += nextJitter(composition.random) * jitter;
 }
 
 void varySize(const Composition& composition, const Particle& p, float& size) {
@@ -46,7 +46,7 @@ void varySize(const Composition& composition, const Particle& p, float& size) {
                        cosine(p.age * s.sizeFrequencyOfOscillation);
   }
   if (s.sizeJittering != 0.0f) {
-    const float factor = 1.0f + drawJitter(composition.random) * s.sizeJittering;
+    const float factor = 1.0f + nextJitter(composition.random) * s.sizeJittering;
     size *= std::max(factor, 0.1f);
   }
 }
@@ -66,13 +66,13 @@ void varyColor(const Composition& composition, const Particle& p, Rgb& color) {
   }
   if (s.colorJittering != 0.0f) {
     for (std::int32_t* channel : {&color.red, &color.green, &color.blue}) {
-      const float jitter = drawJitter(composition.random) * s.colorJittering;
+      const float jitter = nextJitter(composition.random) * s.colorJittering;
       *channel = toChannel(static_cast<float>(*channel) + jitter);
     }
   }
 }
 
-void composeBody(const Composition& composition, const Particle& p, const StarLook& look) {
+void drawBody(const Composition& composition, const Particle& p, const StarLook& look) {
   SpriteState& state = composition.state;
   if (look.type >= StarType::Type6 && look.type <= StarType::Blics) {
     const bool textured = look.type == StarType::Type7;
@@ -84,34 +84,34 @@ void composeBody(const Composition& composition, const Particle& p, const StarLo
   switch (look.type) {
     case StarType::Type6:
     case StarType::Type7:
-      return composeCross(composition, sprite, look.angle * kShortPi / 180.0f);
+      return drawCrossStar(composition, sprite, look.angle * kShortPi / 180.0f);
     case StarType::Glow1:
     case StarType::Glow2:
       state.glowScale = look.type == StarType::Glow1 ? 1.25f : 0.75f;
-      return composeGlow(composition, sprite, GlowProfile::Full);
+      return drawGlowStar(composition, sprite, GlowProfile::Full);
     case StarType::Blics:
-      return composeDisc(composition, sprite);
+      return drawBlicsStar(composition, sprite, BlicsProfile::Disc);
     default:
-      return composeRays(composition, sprite,
+      return drawRayStar(composition, sprite,
                          {look.type, look.width, look.angle, static_cast<float>(look.rays)});
   }
 }
 
 }  // namespace
 
-void composeStar(const Composition& composition, const Particle& star, StarLook look) {
+void drawStar(const Composition& composition, const Particle& star, StarLook look) {
   composition.state.currentRandomFactor = star.randomFactor;
-  composeElements(composition, {{star.x, star.y},
-                                look.size,
-                                look.angle,
-                                look.color,
-                                look.value,
-                                truncToInt(star.randomFactor * 131.131f)});
+  drawAdditionalElements(composition, {{star.x, star.y},
+                                       look.size,
+                                       look.angle,
+                                       look.color,
+                                       look.value,
+                                       truncToInt(star.randomFactor * 131.131f)});
   oscillateAngle(composition.settings, star, look.angle);
   jitterAngle(composition, look.angle);
   varySize(composition, star, look.size);
   varyColor(composition, star, look.color);
-  composeBody(composition, star, look);
+  drawBody(composition, star, look);
 }
 
 }  // namespace brisel

@@ -1,6 +1,6 @@
 // From stars to sprites. A star's life decides how it looks in this frame (fate.cpp); it carries a
 // halo and a blink (elements.cpp) and has a body (body.cpp); each of these is a sprite, whose
-// record is made here as well (sprites.cpp). Every random draw that a frame's looks need happens
+// record is made here as well (sprites.cpp). Every random number that a frame's looks need happens
 // here, in order, and whatever one sprite leaves to the next is read and written here alone.
 #pragma once
 
@@ -29,7 +29,7 @@ struct SpriteState {
 inline constexpr std::uint8_t kPlainCross = 1;
 inline constexpr std::uint8_t kTexturedCross = 3;
 
-/// One frame's composing: what it reads, draws random numbers from, and hands its sprites to. All
+/// One frame's composing: what it reads, takes random numbers from, and hands its sprites to. All
 /// of it is borrowed.
 struct Composition {
   const RenderSettings& settings;
@@ -41,7 +41,7 @@ struct Composition {
 /// Composes the stars of one frame, oldest first, each as its age and terminate type have it: not
 /// at all when its time is over, four times while it explodes, else once. An explosion or flash may
 /// change a star's type for good.
-void composeStars(const Composition& composition, std::span<Particle> stars);
+void drawAllStars(const Composition& composition, std::span<Particle> stars);
 
 /// A star's looks at one moment.
 struct StarLook {
@@ -57,7 +57,7 @@ struct StarLook {
 
 /// One copy of a star at its position: its halo and blink, its oscillation and jitter of the
 /// moment, and its body.
-void composeStar(const Composition& composition, const Particle& star, StarLook look);
+void drawStar(const Composition& composition, const Particle& star, StarLook look);
 
 /// The star that elements are composed for, as it stands before its oscillation and jitter.
 struct ElementStar {
@@ -70,7 +70,7 @@ struct ElementStar {
 };
 
 /// The halo, then the blink, as "Type of halo" and "Type of blink" say.
-void composeElements(const Composition& composition, const ElementStar& star);
+void drawAdditionalElements(const Composition& composition, const ElementStar& star);
 
 /// The rule for a sprite that blends by `mode1` and `mode2` in the first two modes of "Add mode";
 /// the third lightens, whatever the sprite.
@@ -86,16 +86,15 @@ struct SpriteLook {
 };
 
 /// Reads glowScale, rainbowShift and textureMix; sets rainbowOn.
-void composeGlow(const Composition& composition, const SpriteLook& look, GlowProfile profile);
+void drawGlowStar(const Composition& composition, const SpriteLook& look, GlowProfile profile);
 
 /// Reads rainbowShift, crossVariant, textureScale and textureMix; sets rainbowOn.
-void composeCross(const Composition& composition, const SpriteLook& look, float angleRadians);
+void drawCrossStar(const Composition& composition, const SpriteLook& look, float angleRadians);
 
-/// Reads rainbowShift and rainbowOn.
-void composeDisc(const Composition& composition, const SpriteLook& look);
-
-/// A ring of `width`, a share of the radius. Reads rainbowShift and rainbowOn; sets textureScale.
-void composeRing(const Composition& composition, const SpriteLook& look, float width);
+/// `ringWidth` is a share of the radius; a disc has none. Reads rainbowShift and rainbowOn; a ring
+/// sets textureScale.
+void drawBlicsStar(const Composition& composition, const SpriteLook& look, BlicsProfile profile,
+                   float ringWidth = 0.0f);
 
 /// What rays are given besides. Types other than Type1 to Type5 have no rays.
 struct RayFan {
@@ -106,6 +105,6 @@ struct RayFan {
 };
 
 /// Reads rainbowShift, rainbowOn and currentRandomFactor.
-void composeRays(const Composition& composition, const SpriteLook& look, const RayFan& fan);
+void drawRayStar(const Composition& composition, const SpriteLook& look, const RayFan& fan);
 
 }  // namespace brisel

@@ -37,7 +37,7 @@ Element seededElement(const RenderSettings& s, const ElementStar& star) {
           star.value * factor(45134, s.volumeDispersionOfElements)};
 }
 
-void composeHalo(const Composition& composition, const ElementStar& star, const Element& element) {
+void drawHalo(const Composition& composition, const ElementStar& star, const Element& element) {
   const RenderSettings& s = composition.settings;
   SpriteState& state = composition.state;
   state.rainbowShift = s.colorRainbow;
@@ -51,18 +51,18 @@ void composeHalo(const Composition& composition, const ElementStar& star, const 
   switch (type) {
     case HaloType::Simple:
       halo.rule = ruleFor(s.addMode, BlendRule::Over, BlendRule::AddScaled);
-      return composeGlow(composition, halo, GlowProfile::Simple);
+      return drawGlowStar(composition, halo, GlowProfile::Simple);
     case HaloType::Normal:
       state.glowScale = 1.25f;
-      return composeGlow(composition, halo, GlowProfile::Full);
+      return drawGlowStar(composition, halo, GlowProfile::Full);
     case HaloType::Star:
-      return composeCross(composition, halo, -star.angle * kShortPi / 180.0f);
+      return drawCrossStar(composition, halo, -star.angle * kShortPi / 180.0f);
     default:
       return;
   }
 }
 
-void composeBlink(const Composition& composition, const ElementStar& star, const Element& element) {
+void drawBlink(const Composition& composition, const ElementStar& star, const Element& element) {
   constexpr float kRingWidth = 0.1f;
   const RenderSettings& s = composition.settings;
   /// Sets the state for a blink of this shift of hue, which later sprites find as well.
@@ -79,11 +79,12 @@ void composeBlink(const Composition& composition, const ElementStar& star, const
                              : s.typeOfBlink;
   switch (type) {
     case BlinkType::Ring:
-      return composeRing(composition, blink(BlendRule::Over, -250.0f), kRingWidth);
+      return drawBlicsStar(composition, blink(BlendRule::Over, -250.0f), BlicsProfile::Ring,
+                           kRingWidth);
     case BlinkType::Blink:
-      return composeDisc(composition, blink(BlendRule::AddSolid, -50.0f));
+      return drawBlicsStar(composition, blink(BlendRule::AddSolid, -50.0f), BlicsProfile::Disc);
     case BlinkType::Rainbow:
-      return composeDisc(composition, blink(BlendRule::Over, -250.0f));
+      return drawBlicsStar(composition, blink(BlendRule::Over, -250.0f), BlicsProfile::Disc);
     default:
       return;
   }
@@ -91,14 +92,14 @@ void composeBlink(const Composition& composition, const ElementStar& star, const
 
 }  // namespace
 
-void composeElements(const Composition& composition, const ElementStar& star) {
+void drawAdditionalElements(const Composition& composition, const ElementStar& star) {
   const RenderSettings& s = composition.settings;
   const bool hasHalo = s.typeOfHalo > HaloType::None;
   const bool hasBlink = s.typeOfBlink > BlinkType::None;
   if (!hasHalo && !hasBlink) return;
   const Element element = seededElement(s, star);
-  if (hasHalo) composeHalo(composition, star, element);
-  if (hasBlink) composeBlink(composition, star, element);
+  if (hasHalo) drawHalo(composition, star, element);
+  if (hasBlink) drawBlink(composition, star, element);
 }
 
 }  // namespace brisel

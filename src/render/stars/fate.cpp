@@ -78,12 +78,12 @@ void becomeGlow(Particle& p, StarLook& look) {
   look.value = look.value / 2.0f + 0.25f;
 }
 
-void composeFading(const Composition& composition, const Particle& p, Life life, StarLook look) {
+void drawFading(const Composition& composition, const Particle& p, Life life, StarLook look) {
   look.value *= life.left;
-  composeStar(composition, p, look);
+  drawStar(composition, p, look);
 }
 
-void composeFlash(const Composition& composition, Particle& p, Life life, StarLook look) {
+void drawFlash(const Composition& composition, Particle& p, Life life, StarLook look) {
   const float start = finaleStart(composition.settings);
   look.rule = BlendRule::AddSolid;
   look.color = terminateColor(p);
@@ -92,10 +92,10 @@ void composeFlash(const Composition& composition, Particle& p, Life life, StarLo
   look.width *= h + 1.0f;
   look.size *= 0.75f;
   if (p.terminateType == TerminateType::FlashGlow) becomeGlow(p, look);
-  composeStar(composition, p, look);
+  drawStar(composition, p, look);
 }
 
-void composeExplosion(const Composition& composition, Particle& p, Life life, StarLook look) {
+void drawExplosion(const Composition& composition, Particle& p, Life life, StarLook look) {
   const RenderSettings& s = composition.settings;
   const float start = finaleStart(s);
   look.rule = BlendRule::AddSolid;
@@ -121,11 +121,11 @@ void composeExplosion(const Composition& composition, Particle& p, Life life, St
     Particle copy = p;
     copy.x = p.x + offset.x;
     copy.y = p.y + offset.y;
-    composeStar(composition, copy, look);
+    drawStar(composition, copy, look);
   }
 }
 
-void composeByFate(const Composition& composition, Particle& p) {
+void drawStarWithTermination(const Composition& composition, Particle& p) {
   const RenderSettings& s = composition.settings;
   if (isOver(p)) return;
   StarLook look = baseLook(s, p);
@@ -134,31 +134,31 @@ void composeByFate(const Composition& composition, Particle& p) {
   const bool finale = life.run >= finaleStart(s);
   switch (p.terminateType) {
     case TerminateType::Fade:
-      return composeFading(composition, p, life, look);
+      return drawFading(composition, p, life, look);
     case TerminateType::Explode:
     case TerminateType::ExplodeGlow:
     case TerminateType::ExplodeSparks:
-      return finale ? composeExplosion(composition, p, life, look)
-                    : composeFading(composition, p, life, look);
+      return finale ? drawExplosion(composition, p, life, look)
+                    : drawFading(composition, p, life, look);
     case TerminateType::Flash:
     case TerminateType::FlashGlow:
-      return finale ? composeFlash(composition, p, life, look)
-                    : composeFading(composition, p, life, look);
+      return finale ? drawFlash(composition, p, life, look)
+                    : drawFading(composition, p, life, look);
     default:
-      return composeStar(composition, p, look);
+      return drawStar(composition, p, look);
   }
 }
 
 }  // namespace
 
-void composeStars(const Composition& composition, std::span<Particle> stars) {
+void drawAllStars(const Composition& composition, std::span<Particle> stars) {
   const bool dots = composition.settings.type == StarType::Dots;
   for (Particle& star : stars) {
     if (star.lifeTime == kFailedPlacement) continue;
     if (dots) {
       composition.painter.paint(DotSpec{truncToInt(star.x), truncToInt(star.y)});
     } else {
-      composeByFate(composition, star);
+      drawStarWithTermination(composition, star);
     }
   }
 }

@@ -22,20 +22,6 @@ Recoloring recoloringOf(const SpriteState& state, Rgb color, std::int32_t leastS
   return {recoloredEvenly(color, leastSaturation), 0.0f};
 }
 
-void composeBlics(const Composition& composition, const SpriteLook& look, BlicsProfile profile,
-                  std::int32_t radius, float rim) {
-  constexpr std::int32_t kLeastSaturation = 100;
-  const Recoloring recoloring = recoloringOf(composition.state, look.color, kLeastSaturation);
-  composition.painter.paint(BlicsSpec{.profile = profile,
-                                      .rule = look.rule,
-                                      .radius = radius,
-                                      .center = look.center,
-                                      .color = recoloring.color,
-                                      .value = look.value,
-                                      .rainbowShift = recoloring.shift,
-                                      .rim = rim});
-}
-
 }  // namespace
 
 BlendRule ruleFor(AddMode mode, BlendRule mode1, BlendRule mode2) {
@@ -43,7 +29,7 @@ BlendRule ruleFor(AddMode mode, BlendRule mode1, BlendRule mode2) {
   return mode == AddMode::Mode3 ? BlendRule::Lighten : mode2;
 }
 
-void composeGlow(const Composition& composition, const SpriteLook& look, GlowProfile profile) {
+void drawGlowStar(const Composition& composition, const SpriteLook& look, GlowProfile profile) {
   const std::int32_t radius = truncToInt(look.size / 2.0f);
   if (radius <= 0) return;
   SpriteState& state = composition.state;
@@ -59,7 +45,7 @@ void composeGlow(const Composition& composition, const SpriteLook& look, GlowPro
                                      .glowScale = state.glowScale});
 }
 
-void composeCross(const Composition& composition, const SpriteLook& look, float angleRadians) {
+void drawCrossStar(const Composition& composition, const SpriteLook& look, float angleRadians) {
   if (!(look.size > 0.0f)) return;
   SpriteState& state = composition.state;
   state.rainbowOn = state.rainbowShift != 0.0f;
@@ -83,30 +69,37 @@ void composeCross(const Composition& composition, const SpriteLook& look, float 
                                       .textureMix = state.textureMix});
 }
 
-void composeDisc(const Composition& composition, const SpriteLook& look) {
-  const std::int32_t pixels = truncToInt(look.size / 2.0f);
-  if (pixels <= 0 || look.value <= 0.0f) return;
-  const float radius = static_cast<float>(pixels);
-  composeBlics(composition, look, BlicsProfile::Disc, pixels,
-               std::max(radius / 10.0f, 2.0f) / radius);
-}
-
-void composeRing(const Composition& composition, const SpriteLook& look, float width) {
-  constexpr float kLeastWidth = 0.03f;
+void drawBlicsStar(const Composition& composition, const SpriteLook& look, BlicsProfile profile,
+                   float ringWidth) {
+  constexpr std::int32_t kLeastSaturation = 100;
+  constexpr float kLeastRingWidth = 0.03f;
   const std::int32_t radius = truncToInt(look.size / 2.0f);
-  if (radius <= 0 || look.value <= 0.0f || width <= 0.0f) return;
-  SpriteLook ring = look;
-  if (width < kLeastWidth) {
-    // A thinner ring would break up into single pixels; it dims instead.
-    ring.value *= std::sqrt(1.0f - (kLeastWidth - width) / kLeastWidth);
-    width = kLeastWidth;
+  if (radius <= 0 || look.value <= 0.0f) return;
+  float value = look.value;
+  float rim = std::max(static_cast<float>(radius) / 10.0f, 2.0f) / static_cast<float>(radius);
+  if (profile == BlicsProfile::Ring) {
+    if (ringWidth <= 0.0f) return;
+    rim = ringWidth;
+    if (ringWidth < kLeastRingWidth) {
+      // A thinner ring would break up into single pixels; it dims instead.
+      value *= std::sqrt(1.0f - (kLeastRingWidth - ringWidth) / kLeastRingWidth);
+      rim = kLeastRingWidth;
+    }
+    value = std::min(value, 1.0f);
+    composition.state.textureScale = 0.5f;
   }
-  ring.value = std::min(ring.value, 1.0f);
-  composition.state.textureScale = 0.5f;
-  composeBlics(composition, ring, BlicsProfile::Ring, radius, width);
+  const Recoloring recoloring = recoloringOf(composition.state, look.color, kLeastSaturation);
+  composition.painter.paint(BlicsSpec{.profile = profile,
+                                      .rule = look.rule,
+                                      .radius = radius,
+                                      .center = look.center,
+                                      .color = recoloring.color,
+                                      .value = value,
+                                      .rainbowShift = recoloring.shift,
+                                      .rim = rim});
 }
 
-void composeRays(const Composition& composition, const SpriteLook& look, const RayFan& fan) {
+void drawRayStar(const Composition& composition, const SpriteLook& look, const RayFan& fan) {
   if (!(fan.count > 0.0f) || !(look.size > 0.0f)) return;
   if (fan.type < StarType::Type1 || fan.type > StarType::Type5) return;
   const SpriteState& state = composition.state;
