@@ -70,7 +70,7 @@ class MaskTest : public tests::EffectTest {
     EXPECT_TRUE(session.records().suites.balanced());
   }
 
-  const FrameShape shape;
+  const FrameShape shape{};
 };
 
 TEST_F(MaskTest, StarsStartAtTheFirstVertexAndRunBackwardsWhenInverted) {

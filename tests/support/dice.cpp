@@ -18,7 +18,8 @@ float Dice::real(float least, float most) {
 float Dice::logarithmic(float least, float most) {
   std::int32_t doublings = 0;
   for (float v = least; 2.0f * v <= most; v *= 2.0f) ++doublings;
-  return std::min(most, std::ldexp(least * real(1.0f, 2.0f), integer(0, doublings)));
+  const std::int32_t doubled = integer(0, doublings);
+  return std::min(most, std::ldexp(least * real(1.0f, 2.0f), doubled));
 }
 
 brisel::Rgb Dice::color() {
@@ -35,7 +36,8 @@ float Dice::position(std::int32_t extent) {
   const float far = static_cast<float>(2 * extent);
   if (coin()) return real(-far, static_cast<float>(extent) + far);
   const float edge = static_cast<float>(oneOf({-1, 0, 1, extent / 2, extent - 1, extent}));
-  return edge + oneOf({-1.0f, 1.0f}) * oneOf({0.0f, 1e-7f, 0.001f, 0.25f, 0.5f, 0.75f, 0.9999999f});
+  const float side = oneOf({-1.0f, 1.0f});
+  return edge + side * oneOf({0.0f, 1e-7f, 0.001f, 0.25f, 0.5f, 0.75f, 0.9999999f});
 }
 
 }  // namespace tests
