@@ -65,10 +65,10 @@ stars = "".join(f'<circle cx="{random.uniform(0, 1920):.0f}" cy="{random.uniform
 ring = "".join(stone(X + x, Y + 86 - 24 * (x / 250) ** 2, random.uniform(34, 50))
                for x in range(-250, 251, 62))
 print(f"""<svg xmlns="http://www.w3.org/2000/svg" width="1920" height="1080">
-{gradient("linear", "sky", "0 #03060f", "0.55 #0a1728", "0.85 #16283a")}
+{gradient("linear", "sky", "0 #03060f", "0.5 #0a1728", "0.75 #130f10")}
 {gradient("linear", "bark", "0 #c8601c", "0.3 #4a1e0b", "1 #0c0604")}
 {gradient("linear", "rock", "0 #d8722c", "0.4 #3a2014", "1 #0a0706")}
-{lit("far", 1000, "#5c2e16", "#101d2c")}{lit("near", 1250, "#8a3c12", "#120f12")}
+{lit("far", 1000, "#5c2e16", "#14161b")}{lit("near", 1250, "#8a3c12", "#120f12")}
 {lit("ground", 1000, "#a04a14", "#140d09")}
 {gradient("radial", "air", "0 #ff8a2a 0.6", "0.25 #e0500f 0.26", "0.6 #8a2408 0.1", "1 #401004 0")}
 {gradient("radial", "heart", "0 #ffd890", "0.4 #ff8a1c 0.8", "1 #d03a00 0")}
