@@ -11,7 +11,7 @@ namespace {
 
 using Ticks = std::int64_t;
 
-// Rates that cameras and screens have; a measured one as near as that is meant to be one of them.
+// Rates that cameras and screens have; a measured rate this close is taken for one of them.
 constexpr std::array<FrameRate, 14> kUsualRates = {{{24000, 1001},
                                                     {24, 1},
                                                     {25, 1},
@@ -38,7 +38,7 @@ Ticks tolerance(Ticks step) {
 
 struct UsualStep {
   double ticks = 0;       // their mean
-  std::size_t count = 0;  // how many of the steps are like it
+  std::size_t count = 0;  // how many of the steps are that long
 };
 
 // Of ascending steps, the size that most of them have; the shorter one of equally frequent sizes,

@@ -74,7 +74,7 @@ void encodeExr(const Frame& frame, std::vector<std::uint8_t>& bytes) {
       frame.depth == Depth::k8 ? halvesOf<std::uint8_t>(frame) : halvesOf<std::uint16_t>(frame);
   Imf::Header header(frame.size.width, frame.size.height);
   header.compression() = Imf::ZIP_COMPRESSION;
-  Imf::addChromaticities(header, Imf::Chromaticities());  // BT.709's, which is what is assumed
+  Imf::addChromaticities(header, Imf::Chromaticities());  // BT.709's, as readers assume
   Imf::FrameBuffer buffer;
   const std::size_t pixelBytes = 4 * sizeof(Imath::half);
   const char* const names[] = {"R", "G", "B", "A"};

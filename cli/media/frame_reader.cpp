@@ -1,10 +1,103 @@
 #include "cli/media/frame_reader.h"
 
+#include <utility>
+
 #include "cli/pictures/frame_fit.h"
 #include "cli/support/errors.h"
+#include "cli/support/numbers.h"
 
 namespace cli {
 namespace {
+
+// Filters one after another, as ffmpeg's -vf takes them.
+class FilterChain {
+ public:
+  void add(const std::string& filter) { text_ += (text_.empty() ? "" : ",") + filter; }
+  const std::string& text() const { return text_; }
+
+ private:
+  std::string text_;
+};
+
+std::string sizeOptions(const MediaInfo& info) {
+  return "w=" + std::to_string(info.size.width) + ":h=" + std::to_string(info.size.height);
+}
+
+// The rate's frames from the time at which the file starts, whatever the clip's own times are.
+void addTiming(const MediaInfo& info, FrameRate rate, FilterChain& chain) {
+  if (info.isStill() || info.source.isSequence) return;
+  if (!info.hasTimes) {
+    chain.add("setpts=PTS-STARTPTS");
+  } else if (info.clockStart < 0) {
+    // ffmpeg counts from that time.
+    chain.add("setpts=PTS" + numberText(info.clockStart) + "/TB");
+  }
+  chain.add("fps=" + rate.text() + ":start_time=0");
+}
+
+// To the light of BT.709, in which reference white is 203 cd/m2 in HDR: darker colours stay as they
+// are, brighter ones are compressed.
+void addToneMapping(const MediaInfo& info, const std::string& matrix, FilterChain& chain) {
+  std::string linear = "zscale=transfer=linear:npl=203" + matrix;
+  if (info.isWideGamut) linear += ":primariesin=2020";
+  chain.add(linear);
+  chain.add("format=gbrpf32le");
+  chain.add("zscale=primaries=709");
+  chain.add("tonemap=mobius:desat=0");
+}
+
+// Exact to half a step in each channel, and fast.
+void addLumaConversion(const MediaInfo& info, bool deep, FilterChain& chain) {
+  std::string matrix = info.matrix.empty() ? "" : ":matrixin=" + info.matrix;
+  std::string convert = "zscale=" + sizeOptions(info) + ":filter=bicubic:matrix=gbr:range=full";
+  if (!info.hdr.empty()) {
+    addToneMapping(info, std::exchange(matrix, ""), chain);
+    convert += ":transfer=709";
+  } else if (info.isWideGamut) {
+    convert += ":primariesin=2020:primaries=709:transferin=709:transfer=709";
+  }
+  chain.add(convert + matrix);
+  chain.add(std::string("format=") + (info.hasAlpha ? "gbrap" : "gbrp") + (deep ? "16le" : ""));
+}
+
+std::string formatName(PipePixels pixels) {
+  switch (pixels) {
+    case PipePixels::kArgb8:
+      return "argb";
+    case PipePixels::kRgba8:
+      return "rgba";
+    default:
+      return "rgba64le";
+  }
+}
+
+std::string filters(const MediaInfo& info, FrameRate rate, PipePixels pixels) {
+  FilterChain chain;
+  if (!info.firstField.empty()) {
+    chain.add("bwdif=mode=send_frame:parity=" + info.firstField + ":deint=all");
+  }
+  addTiming(info, rate, chain);
+  if (info.isRgb) {
+    chain.add("scale=" + sizeOptions(info) +
+              ":flags=bicubic+accurate_rnd+full_chroma_int+bitexact");
+  } else {
+    addLumaConversion(info, pixels == PipePixels::kRgba16, chain);
+  }
+  chain.add("format=" + formatName(pixels));
+  return chain.text();
+}
+
+// The whole command line. Frames of info.size, one after another, come out of its standard output.
+std::vector<std::string> decodeCommand(const MediaInfo& info, FrameRate rate, PipePixels pixels) {
+  std::vector<std::string> command = {"ffmpeg", "-v", "error", "-nostdin"};
+  if (!info.decoder.empty()) command.insert(command.end(), {"-c:v", info.decoder});
+  command.insert(command.end(), info.source.options.begin(), info.source.options.end());
+  command.insert(command.end(), {"-i", info.source.file, "-map", "0:v:0", "-vf",
+                                 filters(info, rate, pixels), "-fps_mode", "passthrough"});
+  if (info.isStill()) command.insert(command.end(), {"-frames:v", "1"});
+  command.insert(command.end(), {"-f", "rawvideo", "pipe:1"});
+  return command;
+}
 
 // ffmpeg is exact for RGB only where the depth stays; the rest we convert ourselves.
 PipePixels pipePixels(const MediaInfo& info, FrameSize size, Depth wanted) {

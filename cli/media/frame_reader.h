@@ -3,13 +3,15 @@
 
 #include <string>
 
-#include "cli/media/decode_command.h"
 #include "cli/media/media_info.h"
 #include "cli/pictures/frame.h"
 #include "cli/support/child_process.h"
 #include "hostkit/world.h"
 
 namespace cli {
+
+// The interleaved channels that ffmpeg is to send.
+enum class PipePixels { kArgb8, kRgba8, kRgba16 };
 
 class FrameReader {
  public:

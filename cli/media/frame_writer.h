@@ -20,7 +20,7 @@ class FrameWriter {
   virtual ~FrameWriter() = default;
 
   // What write() takes, which lies in the frame or in the buffer. Several threads may call this at
-  // a time, which is worth the while where it is slow.
+  // a time, which pays where it is slow.
   virtual std::span<const std::uint8_t> encode(const Frame& frame,
                                                std::vector<std::uint8_t>& buffer) const = 0;
   virtual bool isSlowToEncode() const = 0;
@@ -36,7 +36,7 @@ class FrameWriter {
   // What the user should know although the output is complete; empty when all is well.
   virtual std::string warning() const { return {}; }
 
-  // Gives a clip up, for which another thread may be waiting in write(): that fails soon.
+  // Gives up a clip. A write() that another thread waits in fails soon.
   virtual void abandon() = 0;
 };
 

@@ -79,7 +79,7 @@ void readPixelFormat(const std::string& format, MediaInfo& info) {
   info.hasAlpha = containsOne(format, {"yuva", "ayuv", "vuya"}) || !info.decoder.empty();
 }
 
-// Of the pictures that are shown: those before an edit's start are only there to decode from.
+// Of the pictures that are shown: those before an edit's start only help decode later ones.
 std::vector<PictureTime> pictureTimes(const Json& packets) {
   std::vector<PictureTime> times;
   for (const Json& packet : packets) {

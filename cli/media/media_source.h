@@ -20,10 +20,10 @@ struct MediaSource {
   std::shared_ptr<const NamelessFile> content;  // what `file` is, when it has no name of its own
 };
 
-// How an input is to be read that could be read in more than one way.
+// Choices for inputs that can be read in more than one way.
 struct InputChoices {
   bool still = false;           // a numbered picture is itself, not the first of a sequence
-  bool tolerateDamage = false;  // what is left is enough; the picture before a gap holds
+  bool tolerateDamage = false;  // keep what can be read; a gap repeats the picture before it
   bool keepFields = false;      // interlaced pictures stay as they are
 };
 

@@ -40,7 +40,7 @@ struct NumberPattern {
     return text.size() == digits || (text.size() > digits && text.front() != '0');
   }
 
-  // As ffmpeg is told it, whose own sign is doubled elsewhere.
+  // For ffmpeg, which reads "%" elsewhere in the name only when it is doubled.
   std::string text(const std::filesystem::path& folder) const {
     std::string before = (folder / prefix).string();
     std::string after = suffix;

@@ -15,7 +15,7 @@ struct NumberedPictures {
   };
 
   std::vector<Picture> pictures;  // ascending, at least one
-  std::string pattern;            // their common name as "f.%04d.png"; empty when they have none
+  std::string pattern;            // their common name as "f.%04d.png"; empty without one
 
   // Without a number left out between the first and the last.
   bool isWhole() const;

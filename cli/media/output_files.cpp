@@ -38,8 +38,8 @@ void checkFit(const OutputTarget& target, FrameRange range, Depth depth) {
   }
 }
 
-// Of an output that is there. A clip has its name only when it is complete; of a picture another
-// program may have copied no more than the beginning.
+// For an output that exists. A clip has its name only when it is complete, but another program may
+// have copied only the beginning of a picture.
 bool isComplete(const OutputTarget& target, const std::filesystem::path& file) {
   switch (target.format) {
     case OutputFormat::kPng:

@@ -17,7 +17,7 @@ namespace cli {
 std::vector<int> framesToWrite(const OutputTarget& target, FrameRange range, Depth depth,
                                const OutputOptions& options);
 
-// The part about one file.
+// The same checks for one file.
 void checkOutputFile(const std::filesystem::path& path, bool overwrite);
 
 }  // namespace cli

@@ -72,7 +72,7 @@ void appendSoundInput(std::vector<std::string>& command, const Soundtrack& sound
 void appendSoundOutput(std::vector<std::string>& command, const Soundtrack& sound,
                        OutputFormat format) {
   command.insert(command.end(), {"-map", "1:a", "-map_chapters", "-1"});
-  // Copied packets that end before the start, from where a file could be entered, do not go along.
+  // Leaves out copied packets that end before the start.
   if (sound.start > 0) command.insert(command.end(), {"-copypriorss:a", "0"});
   for (std::size_t i = 0; i < sound.codecs.size(); ++i) {
     const std::string stream = ":a:" + std::to_string(i);

@@ -12,12 +12,12 @@ namespace brisel {
 struct ControlEvent {
   PF_InData& in;
   PF_OutData& out;
-  PF_ParamDef* const* params;  // `paramCount` records, of which some may be null
+  PF_ParamDef* const* params;  // `paramCount` records, some of which may be null
   std::int32_t paramCount;
   PF_EventExtra& extra;
 };
 
-/// Holds a coordinate that the host gives to what layout arithmetic can carry.
+/// Clamps a host's coordinate to what layout arithmetic can hold.
 inline std::int32_t boundedCoordinate(A_long coordinate) {
   constexpr A_long kFarthest = 1 << 20;
   return std::clamp(coordinate, -kFarthest, kFarthest);

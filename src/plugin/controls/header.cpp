@@ -1,10 +1,14 @@
 #include "plugin/controls/header.h"
 
+#include <atomic>
 #include <string>
+#include <utility>
 
 #include "platform/module_folder.h"
-#include "plugin/controls/opener.h"
+#include "platform/open_document.h"
+#include "platform/short_thread.h"
 #include "plugin/controls/resource_image.h"
+#include "plugin/sdk/codes.h"
 
 namespace brisel {
 namespace {
@@ -29,6 +33,46 @@ struct Button {
 
 constexpr Button kDocumentation{48, 61, {992, 41, 36}, {993, 41, 36}};
 constexpr Button kLogo{2, 2, {994, 52, 55}, {995, 52, 55}};
+
+/// The one request that may be under way. Written by the host's thread while it is not busy; the
+/// thread that serves it only reads, and clears `busy` at the end.
+struct OpenRequest {
+  std::atomic<bool> busy = false;
+  std::string target;
+  void* mainWindow = nullptr;
+};
+
+OpenRequest& openRequest() {
+  // Never destroyed: a thread may still be serving it when the process ends.
+  static auto* request = new OpenRequest;
+  return *request;
+}
+
+void serveRequest() {
+  OpenRequest& request = openRequest();
+  openDocument(request.target.c_str(), request.mainWindow);
+  request.busy.store(false);
+}
+
+void* mainWindowOf(const PF_InData& in) {
+  void* window = nullptr;
+  if (in.utils == nullptr || in.utils->get_platform_data == nullptr ||
+      in.utils->get_platform_data(in.effect_ref, PF_PlatData_MAIN_WND, &window) != PF_Err_NONE) {
+    return nullptr;
+  }
+  return window;
+}
+
+/// Asks the system, in a thread of its own, to open a full path or a web address above the host's
+/// main window. A request is dropped while another one is being served; failure is not reported.
+void openAboveHost(const PF_InData& in, std::string target) {
+  OpenRequest& request = openRequest();
+  void* const window = mainWindowOf(in);
+  if (request.busy.exchange(true)) return;
+  request.target = std::move(target);  // a copy could fail and leave it busy for ever
+  request.mainWindow = window;
+  if (!runInShortThread(serveRequest)) request.busy.store(false);
+}
 
 }  // namespace
 
@@ -72,11 +116,11 @@ PF_Err clickHeader(ControlEvent& event, const char* presetRootFolder) {
   if (kDocumentation.contains(point, frame.left, frame.top)) {
     const std::string folder = presetRootFolder;
     if (!folder.empty()) {
-      openBesideHost(
-          event.in, folder + kPathSeparator + "Documentation" + kPathSeparator + "corvanedoc.html");
+      openAboveHost(event.in,
+                    folder + kPathSeparator + "Documentation" + kPathSeparator + "corvanedoc.html");
     }
   } else if (kLogo.contains(point, frame.left, frame.top)) {
-    openBesideHost(event.in, kMakersPage);
+    openAboveHost(event.in, kMakersPage);
   }
   return requestRedraw(event);
 }

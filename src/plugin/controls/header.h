@@ -17,7 +17,7 @@ struct HeaderState {
 PF_Err drawHeader(ControlEvent& event, HeaderState& header);
 PF_Err hoverHeader(ControlEvent& event, HeaderState& header);
 
-/// `presetRootFolder`: where the documentation lies; empty when nobody knows.
+/// `presetRootFolder`: where the documentation lies; empty when it is unknown.
 PF_Err clickHeader(ControlEvent& event, const char* presetRootFolder);
 
 }  // namespace brisel

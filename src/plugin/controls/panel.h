@@ -6,7 +6,7 @@
 
 namespace brisel {
 
-/// What the handlers read and change beside the event.
+/// What the handlers read and change besides the event.
 struct PanelState {
   HeaderState& header;
   FrameSize& frameSize;

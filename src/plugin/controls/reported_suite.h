@@ -1,4 +1,4 @@
-// A suite whose absence the user is told of.
+// A suite that the user is told about when it is missing.
 #pragma once
 
 #include <cstring>

@@ -11,7 +11,7 @@ namespace brisel {
 
 /// A drawn picture: blue, green, red, bottom row first, rows padded to a multiple of 4 bytes.
 struct ResourceBitmap {
-  std::unique_ptr<std::uint8_t[]> pixels;  // null when it could not be had
+  std::unique_ptr<std::uint8_t[]> pixels;  // null when it could not be loaded
   std::size_t rowBytes = 0;
 };
 
@@ -37,7 +37,7 @@ struct GreyTexture {
 };
 
 /// Fills `texture` with the red of a picture times `scale`. Leaves it empty when the picture cannot
-/// be had.
+/// be loaded.
 void LoadGreyTexture(GreyTexture& texture, int identifier, int width, int height, float scale);
 
 }  // namespace brisel
