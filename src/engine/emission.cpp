@@ -16,12 +16,12 @@ float signedThousandths(RandomGenerator& random) {
   return static_cast<float>(random.nextRandom() % 2000 - 1000);
 }
 
-StarType drawStarType(const Emission& e) {
+StarType chooseStarType(const Emission& e) {
   if (e.settings.type != StarType::Random) return e.settings.type;
   return static_cast<StarType>(e.random.nextRandom() % 10 + 1);
 }
 
-float drawLifeTime(const Emission& e) {
+float chooseLifeTime(const Emission& e) {
   const RenderSettings& s = e.settings;
   float life = s.timeLife;
   if (s.timeLifeDispersion != 0.0f) {
@@ -75,7 +75,7 @@ PointF orient(const Emission& e, const Particle& p) {
   }
 }
 
-void drawVelocity(const Emission& e, Particle& p) {
+void chooseVelocity(const Emission& e, Particle& p) {
   const RenderSettings& s = e.settings;
   float speed = s.initialSpeed;
   if (s.speedDispersion != 0.0f) {
@@ -91,7 +91,7 @@ void drawVelocity(const Emission& e, Particle& p) {
   p.velocityY = speed * direction.y;
 }
 
-void drawSize(const Emission& e, Particle& p) {
+void chooseSize(const Emission& e, Particle& p) {
   const RenderSettings& s = e.settings;
   const float k = static_cast<float>(e.random.nextRandom() % 2000 - 500) / 1000.0f;
   const float size = s.size + s.size * k * s.sizeDispersion;
@@ -100,7 +100,7 @@ void drawSize(const Emission& e, Particle& p) {
   p.rayWidth = (width < 0.0f ? 0.0f : width) / static_cast<float>(s.frameWidth);
 }
 
-void drawRaysAndAngle(const Emission& e, Particle& p) {
+void chooseRaysAndAngle(const Emission& e, Particle& p) {
   const RenderSettings& s = e.settings;
   p.raysCount = s.raysCount + truncToInt(e.random.signedUnit() * 15.0f * s.raysCountDispersion);
   if (p.raysCount < 3) p.raysCount = s.raysCount < 3 ? std::max(p.raysCount, s.raysCount) : 3;
@@ -120,7 +120,7 @@ std::int32_t disperseChannel(const Emission& e, std::int32_t channel) {
   return std::clamp(truncToInt(static_cast<float>(channel) + offset), 0, 255);
 }
 
-void drawColor(const Emission& e, const SourcePixel& source, Particle& p) {
+void chooseColor(const Emission& e, const SourcePixel& source, Particle& p) {
   const RenderSettings& s = e.settings;
   const Rgb solid = s.colorOfParticles;
   p.colorR = disperseChannel(e, baseChannel(s, source.color.red, solid.red));
@@ -128,24 +128,24 @@ void drawColor(const Emission& e, const SourcePixel& source, Particle& p) {
   p.colorB = disperseChannel(e, baseChannel(s, source.color.blue, solid.blue));
 }
 
-void drawValue(const Emission& e, Particle& p) {
+void chooseValue(const Emission& e, Particle& p) {
   const float k = static_cast<float>(e.random.nextRandom() % 2000 - 700) / 1000.0f;
   const float value = e.settings.value + k * e.settings.valueDispersion;
   p.value = value < 0.0f ? 0.0f : value;
 }
 
-std::int32_t drawTerminateChannel(RandomGenerator& random) {
+std::int32_t chooseTerminateChannel(RandomGenerator& random) {
   return truncToInt(127.0f + signedThousandths(random) * 127.0f / 1000.0f);
 }
 
-void drawTerminateColor(const Emission& e, Particle& p) {
+void chooseTerminateColor(const Emission& e, Particle& p) {
   Rgb color{p.colorR, p.colorG, p.colorB};
   if (e.settings.terminateColorSchema == TerminateColorSchema::Custom) {
     color = e.settings.terminateColor;
   } else if (e.settings.terminateColorSchema == TerminateColorSchema::Random) {
-    color.red = drawTerminateChannel(e.random);
-    color.green = drawTerminateChannel(e.random);
-    color.blue = drawTerminateChannel(e.random);
+    color.red = chooseTerminateChannel(e.random);
+    color.green = chooseTerminateChannel(e.random);
+    color.blue = chooseTerminateChannel(e.random);
   }
   p.terminateColorR = color.red;
   p.terminateColorG = color.green;
@@ -185,7 +185,7 @@ void placeInField(const Emission& e, Particle& p) {
   }
 }
 
-TerminateType drawTerminateType(const Emission& e) {
+TerminateType chooseTerminateType(const Emission& e) {
   if (e.settings.terminateType != TerminateType::Mixt) return e.settings.terminateType;
   return static_cast<TerminateType>(2 + e.random.nextRandom() % 7);
 }
@@ -194,8 +194,8 @@ void tryInitialise(const Emission& e, Particle& p, float birthTime) {
   const RenderSettings& s = e.settings;
   p.birthTime = birthTime;
   p.age = e.stepIndex - birthTime;
-  p.starType = drawStarType(e);
-  p.lifeTime = drawLifeTime(e);
+  p.starType = chooseStarType(e);
+  p.lifeTime = chooseLifeTime(e);
   if (s.standardPath == StandardPath::SourceAsRasterMask ||
       s.standardPath == StandardPath::WholeField) {
     placeInField(e, p);
@@ -203,19 +203,19 @@ void tryInitialise(const Emission& e, Particle& p, float birthTime) {
     placeOnPath(e, p);
   }
   p.randomFactor = e.random.signedUnit();
-  drawVelocity(e, p);
+  chooseVelocity(e, p);
   const SourcePixel source = sourcePixelAt(e.emitter.source, s, p.startX, p.startY);
-  drawSize(e, p);
-  drawRaysAndAngle(e, p);
+  chooseSize(e, p);
+  chooseRaysAndAngle(e, p);
   if (s.sizeDependOnSource != 0.0f) {
     const float factor = source.brightest() * source.alpha;
     p.size = p.size * factor;
     p.rayWidth = p.rayWidth * factor;
   }
-  drawColor(e, source, p);
-  drawValue(e, p);
-  drawTerminateColor(e, p);
-  p.terminateType = drawTerminateType(e);
+  chooseColor(e, source, p);
+  chooseValue(e, p);
+  chooseTerminateColor(e, p);
+  p.terminateType = chooseTerminateType(e);
 }
 
 }  // namespace
