@@ -14,7 +14,7 @@ class Rates : public benchmark::BenchmarkReporter {
   bool ReportContext(const Context&) override { return true; }
   void ReportRuns(const std::vector<Run>& runs) override;
 
-  /// Items a second, or runs a second of a benchmark that counts none; 0 when it was not run.
+  /// Items a second, or runs a second of a benchmark that counts no items; 0 when it was not run.
   double of(const std::string& name) const;
 
   /// of(name) / of(unit), or 0.

@@ -38,7 +38,7 @@ void checkCommandName(const CLI::App& app, const std::vector<std::string>& argum
                         cli::inQuotes(cli::nearestName(wanted, names)));
 }
 
-// The command that is being parsed, or the program before one is named.
+// The command being parsed; the program itself until a command is named.
 const CLI::App& commandOf(const CLI::App& app) {
   const auto named = app.get_subcommands();
   return named.empty() ? app : *named.front();
@@ -73,7 +73,7 @@ int run(int argc, char** argv) {
     app.parse(std::move(arguments));
     std::cout.flush();
     if (std::fflush(stdout) != 0 || std::cout.fail()) {
-      if (errno == EPIPE) return kWorkFailed;  // the reader has seen enough, as `head` has
+      if (errno == EPIPE) return kWorkFailed;  // the reader has stopped early, as `head` does
       return failure(kWorkFailed, "cannot write to standard output");
     }
     return 0;

@@ -9,7 +9,7 @@ namespace hostkit {
 
 namespace {
 
-// A module may call back on the thread that called it only, so every thread has its own.
+// A module may call back only on the thread that called it, so every thread has its own.
 thread_local HostRecords* current = nullptr;
 
 PF_Err addParam(PF_ProgPtr effectRef, PF_ParamIndex index, PF_ParamDef* def) {
@@ -60,7 +60,7 @@ PF_Err getPlatformData(PF_ProgPtr effectRef, A_long which, void* data) {
   if (host == nullptr) return PF_Err_INVALID_CALLBACK;
   if (host->pane.failsNow()) return PF_Err_OUT_OF_MEMORY;
   if (which != PF_PlatData_MAIN_WND || data == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
-  void* const noWindow = nullptr;  // what is opened from here stands alone
+  void* const noWindow = nullptr;  // this host has no window of its own
   std::memcpy(data, &noWindow, sizeof noWindow);
   return PF_Err_NONE;
 }

@@ -12,7 +12,7 @@ constexpr int kBytesPerPixel = 3;
 
 }  // namespace
 
-// A number in a pointer's clothes: nobody can read behind the interface, and none comes again.
+// A number as a pointer: the module cannot read through it, and no number is used twice.
 template <class Ref>
 Ref ControlPane::nextRef() {
   return reinterpret_cast<Ref>(++lastRef_);

@@ -1,4 +1,4 @@
-// hostkit: the pane in which a module draws its controls, and account of what it does there.
+// hostkit: the pane in which a module draws its controls, and a record of what it does there.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,7 @@ class ControlPane {
 
   // The n-th call of a function of the user interface from now (1 is the next), PF_UpdateParamUI
   // and get_platform_data included, answers an error and does nothing, except that a release
-  // counts; 0 withdraws the order.
+  // counts; 0 cancels this.
   void failCall(int nth) { failedCall_ = nth; }
   bool failsNow();  // counts a call
 
@@ -46,7 +46,7 @@ class ControlPane {
   SPErr drawImage(DRAWBOT_SurfaceRef surface, DRAWBOT_ImageRef image,
                   const DRAWBOT_PointF32* origin, float alpha);
 
-  // What was invalidated since this was last asked; none stands for the whole pane.
+  // What was invalidated since the last call; an empty entry means the whole pane.
   std::vector<std::optional<PF_Rect>> takeInvalidated() { return std::exchange(invalidated_, {}); }
 
   int calls() const { return calls_; }  // of any function of the user interface
@@ -83,7 +83,7 @@ class ControlPane {
   template <class Ref>
   SPErr make(DRAWBOT_SupplierRef supplier, Object object, Ref* ref);
   template <class Kind>
-  Kind* find(DRAWBOT_ObjectRef ref);                     // counts a misuse when it is no live one
+  Kind* find(DRAWBOT_ObjectRef ref);                     // counts a misuse when it is not live
   bool isDrawing(const void* ref, const void* current);  // counts a misuse when it is not
   static PaintedImage read(const Image& image);
 

@@ -18,13 +18,13 @@ class HandleTable {
   HandleTable& operator=(const HandleTable&) = delete;
 
   PF_Handle allocate(std::uint64_t size);  // null when refused
-  void* lock(PF_Handle handle);            // null when refused or no live handle; locks nest
+  void* lock(PF_Handle handle);  // null when refused or the handle is not live; locks nest
   void unlock(PF_Handle handle);
   void dispose(PF_Handle handle);
-  std::uint64_t size(PF_Handle handle);                  // bytes; 0 when no live handle
+  std::uint64_t size(PF_Handle handle);                  // bytes; 0 when the handle is not live
   bool resize(PF_Handle handle, std::uint64_t newSize);  // refused while locked
 
-  // The n-th allocation from now (1 is the next) gives no memory; 0 withdraws the order.
+  // The n-th allocation from now (1 is the next) gives no memory; 0 cancels this.
   void refuseAllocation(int nth) { refusedAllocation_ = nth; }
   void refuseLocks(bool refuse) { refuseLocks_ = refuse; }
 

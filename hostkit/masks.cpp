@@ -43,7 +43,7 @@ PF_Err MaskTable::checkoutPath(PF_PathID id, const MaskTime& time, PF_PathOutlin
   *path = nullptr;
   const Mask* mask = findMask(id);
   if (mask == nullptr) return PF_Err_NONE;  // a mask that the user has deleted
-  // A number in a pointer's clothes: nobody can read behind the interface, and none comes again.
+  // A number as a pointer: the module cannot read through it, and no number is used twice.
   *path = reinterpret_cast<PF_PathOutlinePtr>(++lastOutline_);
   MaskShape shape = mask->shapeAt(time);
   for (PF_PathVertex& vertex : shape.vertices) {

@@ -1,4 +1,4 @@
-// hostkit: the masks of a layer, and account of the outlines that a module fetches of them.
+// hostkit: the masks of a layer, and a record of the outlines that a module fetches.
 #pragma once
 
 #include <cstdint>
@@ -35,7 +35,7 @@ class MaskTable {
   void setDownsample(PF_RationalScale x, PF_RationalScale y);
 
   // The n-th call from now (1 is the next) answers an error and does nothing, except that a
-  // check-in counts; 0 withdraws the order.
+  // check-in counts; 0 cancels this.
   void failCall(int nth) { failedCall_ = nth; }
 
   // Behind the path suites; each is the function of its name and answers as that does.

@@ -84,7 +84,7 @@ class ParameterSet {
   // the next call, too.
   PF_ParamDef** pointersAt(PF_RationalScale x, PF_RationalScale y);
 
-  // Whether a value changed since this was last asked.
+  // Whether a value changed since the last call.
   bool takeChanged();
 
   // What PF_UpdateParamUI does: takes over flags, size and name, but no value. Returns

@@ -80,7 +80,7 @@ Session::Session(const Module& module)
 Session::~Session() {
   try {
     close();
-  } catch (const Error&) {  // nobody is left to hear it
+  } catch (const Error&) {  // there is nobody left to tell
   }
 }
 

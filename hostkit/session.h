@@ -30,7 +30,7 @@ struct RenderRequest {
   PF_RationalScale downsampleY{1, 1};
 };
 
-// What the module reported of itself.
+// What the module reported about itself.
 struct ModuleReport {
   A_u_long version = 0;
   PF_OutFlags outFlags = 0;
@@ -43,7 +43,7 @@ struct EventReport {
   PF_EventOutFlags eventFlags = 0;
   PF_OutFlags outFlags = 0;
   std::vector<PF_ParamIndex> changed;               // parameters it marked as changed
-  std::vector<std::optional<PF_Rect>> invalidated;  // none: the whole pane
+  std::vector<std::optional<PF_Rect>> invalidated;  // empty: the whole pane
 };
 
 // A control's title lies in a line of this height above it, pixels.

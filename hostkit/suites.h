@@ -1,4 +1,4 @@
-// hostkit: the suites a host offers, and account of what a module does with them.
+// hostkit: the suites a host offers, and a record of what a module does with them.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,7 @@ class SuiteLedger {
   void offer(const SuiteName& suite, const void* table) { tables_[suite] = table; }
   // Refuses the suite from now on; who holds it still holds it.
   void withdraw(const SuiteName& suite) { tables_.erase(suite); }
-  // The n-th acquisition from now (1 is the next) is refused; 0 withdraws the order.
+  // The n-th acquisition from now (1 is the next) is refused; 0 cancels this.
   void refuseAcquisition(int nth) { refusedAcquisition_ = nth; }
 
   // Behind the basic suite.
@@ -32,8 +32,8 @@ class SuiteLedger {
   // Behind the other suites: a call of one of the suite's functions.
   void noteCall(const SuiteName& suite);
 
-  int acquisitions() const { return acquisitions_; }  // ever asked for, refused ones too
-  int held() const;                                   // acquired and not yet released
+  int acquisitions() const { return acquisitions_; }              // all requests, refused ones too
+  int held() const;                                               // acquired and not yet released
   int unbalancedReleases() const { return unbalancedReleases_; }  // of suites that are not held
   int callsUnheld() const { return callsUnheld_; }                // into suites that are not held
   bool balanced() const;                                          // nothing held and no misuse

@@ -71,7 +71,7 @@ SPErr newPath(DRAWBOT_SupplierRef supplier, DRAWBOT_PathRef* path) {
   return callPane(kSupplier, &ControlPane::newPath, supplier, path);
 }
 
-// A release counts even when it is made to fail: nobody could release the object again.
+// A release counts even when it is made to fail: the object could not be released again.
 SPErr releaseObject(DRAWBOT_ObjectRef object) {
   HostRecords* host = currentHost();
   if (host == nullptr) return PF_Err_INVALID_CALLBACK;

@@ -13,7 +13,7 @@
 
 namespace cli {
 
-// All of the command line: what runs it and what documents it have it from here. `version` gives
+// The whole command line, for the program and for its man pages and completions. `version` gives
 // the answer to --version.
 void describeProgram(CLI::App& app, std::function<std::string()> version);
 
@@ -31,7 +31,7 @@ void addSceneOptions(CLI::App& command, SceneOptions& options);
 void addValueOptions(CLI::App& command, SceneOptions& options);  // those about parameters alone
 void addOutputOptions(CLI::App& command, OutputOptions& options);
 
-// On standard error: something amiss that does not stop the work, and something worth knowing.
+// On standard error: a problem that does not stop the work, and something worth knowing.
 void warn(const std::string& message);
 void note(const std::string& message);
 

@@ -118,7 +118,7 @@ std::string marginal(const std::string& word, const std::string& text, int width
   return word + std::string(kMargin - word.size(), ' ') + wrapped(text, kMargin, width);
 }
 
-// The items with what they do beside them, or beneath them where that would be too narrow.
+// The items, and what they do next to them, or below them where the column would be too narrow.
 std::string itemLines(const ListedParameter& parameter, int width) {
   constexpr int kLeastBeside = 36;
   constexpr int kBeneath = 6;

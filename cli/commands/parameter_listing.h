@@ -21,9 +21,9 @@ struct ListedParameter {
 // set.
 std::vector<ListedParameter> listedParameters(const hostkit::ParameterSet& parameters);
 
-// Those that are meant by what a person wrote, capitals not counted: the one of that label or
+// The parameters that a person's words mean, capitals not counted: the one of that label or
 // number; else those whose labels hold all of the words; else those whose items or descriptions
-// hold the text. Throws UsageError, naming the nearest label, when there are none.
+// hold the text. Throws UsageError, naming the nearest label, when nothing fits.
 std::vector<ListedParameter> parametersMeant(const std::vector<ListedParameter>& list,
                                              const std::string& text);
 

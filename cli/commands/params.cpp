@@ -18,7 +18,7 @@ struct ParamsOptions {
   std::string module;
 };
 
-// Those right in the group.
+// The parameters directly in the group.
 std::vector<ListedParameter> membersOf(const ListedParameter& group,
                                        const std::vector<ListedParameter>& all) {
   std::vector<ListedParameter> members;

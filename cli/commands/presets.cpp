@@ -25,7 +25,7 @@ struct Described {
   std::string description;
 };
 
-// Those whose name or description holds each of the words, capitals not counted.
+// The presets whose name or description holds each of the words, capitals not counted.
 std::vector<Described> presetsMeant(const PresetIndex& index,
                                     const std::vector<std::string>& words) {
   std::vector<Described> meant;

@@ -46,7 +46,7 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
   showProgress();
   const double seconds = progress.elapsedSeconds();
   progress.finish(static_cast<int>(frames.size()));
-  if (there == 0) {  // else stars may be in the frames that were there
+  if (there == 0) {  // else the frames kept may show stars
     for (const std::string& warning : renderer.warnings()) warn(ofScene(scene, warning));
   }
   if (const std::string text = output.warning(); !text.empty()) warn(ofScene(scene, text));

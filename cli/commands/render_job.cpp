@@ -36,7 +36,7 @@ FrameRange rangeToRender(const RenderOptions& options, const ScenePlan& plan) {
   return range;
 }
 
-// What goes with the frames of the range: the file of --audio, else the input's sound.
+// The sound for the frames of the range: the file of --audio, else the input's sound.
 std::optional<Soundtrack> soundtrackOf(const OutputTarget& target, const OutputOptions& options,
                                        const ScenePlan& plan, FrameRange range) {
   const bool chosen = !options.audio.empty();
@@ -67,7 +67,7 @@ RenderJob planJob(const std::string& file, const RenderOptions& options) {
     ScenePlan plan = planScene(std::move(scene));
     const FrameRange range = rangeToRender(options, plan);
     std::vector<int> frames = framesToWrite(target, range, plan.scene.depth, output);
-    // A wrong value of the last scene is no news for the end of a long run.
+    // A wrong value in the last scene must not surface only at the end of a long run.
     if (!isAlone) SceneEffect(plan, options.module);
     auto sound = soundtrackOf(target, output, plan, range);
     return RenderJob{name, std::move(plan), target, range, std::move(frames), std::move(sound)};
@@ -96,7 +96,7 @@ std::vector<RenderJob> planJobs(const RenderOptions& options) {
     throw UsageError("several scenes need {scene} in the name of the output, such as " +
                      inQuotes("out/{scene}.mp4") + ", not " + inQuotes(options.output.name));
   }
-  Scene noScene;  // options that make no sense are no scene's fault
+  Scene noScene;  // wrong options are no scene's fault
   applyOptions(noScene, options.overrides);
   std::vector<RenderJob> jobs;
   for (const std::string& file : options.scenes) jobs.push_back(planJob(file, options));

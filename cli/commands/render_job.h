@@ -33,11 +33,11 @@ struct RenderJob {
   std::optional<Soundtrack> sound;
 };
 
-// One for each scene. Throws when something is wrong with any of them, naming it, or when two would
-// write the same file.
+// One job for each scene. Throws when something is wrong with any of them, naming it, or when two
+// would write the same file.
 std::vector<RenderJob> planJobs(const RenderOptions& options);
 
-// The message, with the scene in front unless it is named already or none needs to be.
+// The message, with the scene in front unless that is named already or is the only one.
 std::string ofScene(const std::string& scene, const std::string& message);
 
 // Does work for a scene; a failure then names it.

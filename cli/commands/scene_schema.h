@@ -13,7 +13,7 @@ namespace cli {
 // items and colours are taken only as they are spelled here.
 nlohmann::ordered_json sceneSchema(const std::vector<ListedParameter>& parameters);
 
-// Where it lies beside this program; empty when it is not there.
+// Its path next to this program; empty when it is not there.
 std::filesystem::path installedSchema();
 
 }  // namespace cli

@@ -8,7 +8,7 @@
 namespace cli {
 namespace {
 
-// The module alone knows what it chooses, and says it in its about text.
+// Only the module knows which it chooses, and its about text says so.
 std::string instructionSet(hostkit::Session& session) {
   constexpr std::string_view kLabel = "Instruction set: ";
   const std::string about = session.about();

@@ -5,8 +5,8 @@
 
 namespace cli {
 
-// The program's version, the commit it was built from, the version of the module beside it and the
-// instruction set that this draws with here.
+// The program's version, the commit it was built from, the version of the module next to it and the
+// instruction set that the module uses here.
 std::string programVersion();
 
 }  // namespace cli

@@ -17,7 +17,7 @@ struct CairoDeleter {
 using CairoSurface = std::unique_ptr<cairo_surface_t, CairoDeleter>;
 using Cairo = std::unique_ptr<cairo_t, CairoDeleter>;
 
-// Pixels. Throws WorkError when it cannot be had.
+// Size in pixels. Throws WorkError when there is no memory.
 CairoSurface newSurface(cairo_format_t format, int width, int height);
 
 // Throws WorkError when something went wrong since the context was made: every call on a context

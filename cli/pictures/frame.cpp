@@ -14,7 +14,7 @@ A_u_short toHost(std::uint16_t channel) {
   return static_cast<A_u_short>((channel + 1u) / 2);
 }
 
-// And back: 65535/32768 is just below 2, which takes a step off in the upper half.
+// The inverse: 65535/32768 is just below 2, so the upper half is one less than twice the value.
 std::uint16_t toFile(A_u_short channel) {
   const std::uint32_t within = std::min<std::uint32_t>(channel, kHostFull);
   return static_cast<std::uint16_t>(2 * within - (within > kHostFull / 2 ? 1 : 0));

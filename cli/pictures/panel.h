@@ -19,7 +19,7 @@ class Panel {
   // Lets the module grey out parameters and draw its controls, and returns the picture.
   Frame paint();
 
-  // At a pixel of the picture painted last; false when no control of the module lies there.
+  // Clicks a pixel of the picture painted last; false when no control of the module lies there.
   bool click(PF_Point point);
   bool hover(PF_Point point);
 

@@ -1,4 +1,4 @@
-// A queue between two threads, or more, that holds no more than a few items: who is ahead waits.
+// A queue between two or more threads that holds only a few items: the faster side waits.
 // Waiting ends with Interrupted when the user asked to stop.
 #pragma once
 
@@ -19,7 +19,7 @@ class BoundedQueue {
  public:
   explicit BoundedQueue(std::size_t capacity) : capacity_(capacity) {}
 
-  // Waits for room. Into a closed queue nothing goes: throws the error it was closed with, if any.
+  // Waits for room. A closed queue takes nothing: throws the error it was closed with, if any.
   void push(T item) {
     std::unique_lock lock(mutex_);
     wait(lock, [this] { return closed_ || items_.size() < capacity_; });

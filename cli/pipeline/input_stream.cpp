@@ -7,7 +7,7 @@
 namespace cli {
 namespace {
 
-// One being filled, one waiting; a third is at the renderer.
+// One is being filled, one waits; the renderer has a third.
 constexpr int kWorldsAhead = 2;
 
 hostkit::World worldFor(const ScenePlan& plan) {

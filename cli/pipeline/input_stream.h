@@ -22,8 +22,8 @@ class InputStream {
   // naming the input once the frames before the damage are through, unless that is tolerated.
   hostkit::World& next();
 
-  // What is wrong with the input although it delivered all frames that were asked for; empty when
-  // nothing is. Looks no further than the render did.
+  // What is wrong with the input although it delivered all frames that were asked for, else empty.
+  // Reads no further than the render did.
   std::string damage();
 
   // Reading, converting and waiting for the decoder.

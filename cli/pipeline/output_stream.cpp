@@ -21,7 +21,7 @@ OutputStream::OutputStream(std::unique_ptr<FrameWriter> writer, FrameSize size, 
       size_(size),
       depth_(depth),
       threads_(threadsFor(*writer_)),
-      worlds_(threads_ + 1),  // one waits while each thread has one
+      worlds_(threads_ + 1),  // one for each thread, and one that waits
       free_(static_cast<std::size_t>(worlds_)),
       rendered_(static_cast<std::size_t>(worlds_)) {
   for (int i = 0; i < worlds_; ++i) free_.push(hostkit::World(size.width, size.height, depth));
@@ -86,7 +86,7 @@ void OutputStream::encode() {
   }
 }
 
-// False when a frame before failed.
+// False when an earlier frame failed.
 bool OutputStream::waitForTurn(int turn) {
   std::unique_lock lock(turnMutex_);
   turnChanged_.wait(lock, [&] { return failed_ || turn_ == turn; });

@@ -7,7 +7,7 @@
 
 namespace cli {
 
-// How far it is with frames rendered at that many per second.
+// How far the work is, and its speed in frames per second.
 struct ProgressState {
   std::string name;  // what is being made
   int done;

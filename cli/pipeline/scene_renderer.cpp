@@ -18,7 +18,7 @@ SceneRenderer::SceneRenderer(ScenePlan plan, const std::string& modulePath)
 
 void SceneRenderer::renderNext() {
   throwIfInterrupted();
-  // The pre-roll and frame 0 have the input's first frame.
+  // The pre-roll and frame 0 show the input's first frame.
   if (!layer_ || nextFrame_ > 0) layer_ = input_ ? &input_->next() : &noInput_;
   const BusyTime::Scope busy(rendering_);
   effect_.setFrame(std::max(nextFrame_, 0));

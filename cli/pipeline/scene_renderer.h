@@ -28,8 +28,8 @@ class SceneRenderer {
   // The same as the host's world; another of its size may take its place.
   hostkit::World& output() { return output_; }
 
-  // Looks whether the frame rendered last shows a star, as long as none did. To be called for
-  // frames that people get to see.
+  // Checks whether the frame rendered last shows a star, until one does. Call it for frames that
+  // people get to see.
   void lookForStars();
 
   // What the user should know before the first frame.

@@ -1,4 +1,4 @@
-// Writes what is installed beside the program for people and editors into a folder: man pages,
+// Writes what is installed with the program for people and editors into a folder: man pages,
 // completion for shells, the schema of scenes.
 #include <cstdio>
 #include <exception>

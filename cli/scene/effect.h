@@ -11,8 +11,8 @@ namespace cli {
 
 inline constexpr char kModuleName[] = "VellixDrizzen_64.AEX";
 
-// Where the module is: the file asked for, else beside this program, else in ../lib/brisel/ from
-// there. Throws WorkError naming the places looked at when there is none.
+// Where the module is: the file asked for, else next to this program, else in ../lib/brisel/ from
+// there. Throws WorkError naming the places searched when it is not found.
 std::filesystem::path findModule(const std::string& askedFor);
 
 // "2.0.0 develop, build 1" of the host's packed version number.

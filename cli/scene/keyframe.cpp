@@ -26,7 +26,7 @@ double bezier(double a, double b, double t) {
 double Ease::share(double time) const {
   if (hold) return 0;
   if (isStraight() || time == 0) return time;
-  // Time only grows along the curve, so that halving finds the place.
+  // Time only grows along the curve, so bisection finds the place.
   double low = 0;
   double high = 1;
   for (int i = 0; i < 52; ++i) {

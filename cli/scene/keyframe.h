@@ -31,7 +31,7 @@ struct Ease {
 std::optional<Ease> easeByName(std::string_view name);
 const std::vector<std::string>& easeNames();
 
-// What all keys have. Times are frames, but in a scene as it is read they may be seconds.
+// What all keys have. Times are frames; in a scene just read they may be seconds.
 struct Keyframe {
   double time;
   bool inSeconds = false;

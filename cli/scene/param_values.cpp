@@ -70,7 +70,7 @@ bool isColorChannel(double number) {
   return number >= 0 && number <= 255 && number == std::floor(number);
 }
 
-// What a text that is no colour may stand for: the end of a message.
+// The end of a message about text that is no color: what it may stand for.
 std::string colorMeant(const std::string& text) {
   if (colorFromText('#' + text)) return "; such digits follow a #: " + inQuotes('#' + text);
   if (text.starts_with('#')) return "";

@@ -31,7 +31,7 @@ class NoPainter : public hostkit::Painter {
   throw WorkError(message);
 }
 
-// Sliders and checkboxes are said to be changed only when they had another value before.
+// The module marks sliders and checkboxes as changed only when their value differs.
 void makeUnreachable(hostkit::ParameterSet& parameters) {
   for (const hostkit::Parameter& parameter : parameters.list()) {
     PF_ParamDefUnion& u = parameters.value(parameter.index).u;

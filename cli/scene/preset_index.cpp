@@ -14,7 +14,7 @@ ParameterFile readWithoutParameters(const Preset& preset) {
   return brisel::ReadParameterFile(preset.file.c_str(), [](std::string_view) { return 0; });
 }
 
-// The preset in a cell; none where the index names no file that can be used.
+// The preset in a cell; nothing where the index names no usable file.
 std::optional<Preset> presetOf(std::size_t row, int cell, const brisel::PresetFiles& files,
                                const std::string& folder) {
   if (files.parameters.empty()) return std::nullopt;
@@ -42,7 +42,7 @@ std::string presetFault(const Preset& preset) {
 }
 
 PresetIndex readPresetIndex(const std::filesystem::path& module) {
-  // The module, too, looks beside the file that a link leads to.
+  // The module, too, looks in the folder of the file that a link leads to.
   const auto folder = std::filesystem::canonical(module).parent_path() / "Corvane" / "Drizzen";
   PresetIndex index{folder / "Drizzen.prs", {}, {}};
   const brisel::PresetFolders folders{index.file.string(), folder.string() + "/"};

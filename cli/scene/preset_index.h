@@ -1,4 +1,4 @@
-// The presets beside the module, by the names people call them. What they set, only the module
+// The presets in the module's folder, by the names people use. What they set, only the module
 // knows.
 #pragma once
 

@@ -9,7 +9,7 @@
 
 namespace cli {
 
-// After a render, with the parameters as its last frame had them: which of them have no input to go
+// After a render, with the parameters of its last frame: which of them have no input to go
 // by, and, when no frame showed a star, the likeliest reason.
 std::vector<std::string> starWarnings(const ScenePlan& plan,
                                       const hostkit::ParameterSet& parameters, bool starsSeen);

@@ -1,4 +1,4 @@
-// A program run beside this one, without a shell, joined to it by one pipe.
+// A child process, run without a shell and joined to this one by one pipe.
 #pragma once
 
 #include <sys/types.h>
@@ -45,7 +45,7 @@ class ChildProcess {
   void kill();
 
   // The first line the program wrote to its error output, without the "[decoder @ 0x55]" before it;
-  // empty when it had no complaint.
+  // empty when it wrote no complaint.
   std::string firstComplaint() const;
 
   // Whether the program wrote that to its error output, of which the end is searched.

@@ -48,7 +48,7 @@ std::string joined(const Words& words) {
   return text;
 }
 
-// A word that is spelled the same but for typos, or of which one holds the other.
+// Words that are the same except for typos, or one of which holds the other.
 bool areAlike(const std::string& wanted, const std::string& word) {
   constexpr std::size_t kFewestToBeFound = 3;  // "of" is in too many words
   if (word.starts_with(wanted)) return true;
@@ -60,8 +60,8 @@ bool areAlike(const std::string& wanted, const std::string& word) {
 // How far a candidate is from what was wanted: less is nearer.
 struct Distance {
   bool differs;         // in more than capitals, blanks and punctuation
-  std::size_t missing;  // letters of the words wanted that the candidate has nothing alike for
-  std::size_t inexact;  // letters of those that it has only something alike for
+  std::size_t missing;  // letters of the words wanted that match no word of the candidate
+  std::size_t inexact;  // letters of those that match a word only roughly
   std::size_t edits;
 
   auto operator<=>(const Distance&) const = default;  // NOLINT(modernize-use-nullptr): its own zero

@@ -8,7 +8,7 @@
 
 namespace cli {
 
-// The whole text as a decimal number, spaces around it allowed; nothing when it is none, or not
+// The whole text as a decimal number, spaces around it allowed; nothing when it is not one, or not
 // finite.
 std::optional<double> parseNumber(std::string_view text);
 

@@ -9,7 +9,7 @@ namespace cli {
 
 class TemporaryFile {
  public:
-  // Creates an empty file beside the final path. Throws WorkError naming the final path when the
+  // Creates an empty file next to the final path. Throws WorkError naming the final path when the
   // folder does not allow it.
   explicit TemporaryFile(std::filesystem::path finalPath);
 

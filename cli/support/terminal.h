@@ -3,7 +3,7 @@
 
 namespace cli {
 
-// The width of the terminal behind that file descriptor as it is now; 80 when it tells none, as
+// The width of the terminal behind that file descriptor as it is now; 80 when it has none, as
 // files and pipes do.
 int terminalColumns(int descriptor);
 

@@ -9,7 +9,7 @@
 namespace brisel {
 namespace {
 
-/// No direction yet: unlike every direction, and alike to all of them in the look-ahead.
+/// No direction yet: it differs from every direction, and the look-ahead treats it as any.
 constexpr unsigned kNoDirection = 15;
 
 std::uint8_t without(std::uint8_t code, unsigned direction) {

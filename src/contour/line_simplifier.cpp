@@ -81,7 +81,7 @@ void CLineSimplifier::StartAtFixedVertex() {
 }
 
 /// Replaces the corners that carry no shape by the middles of the runs between them. A removed
-/// vertex may stand at several places, so all are marked before any is taken out.
+/// vertex may stand at several places, so all are marked before any is removed.
 void CLineSimplifier::InsertMidpoints() {
   refined_.clear();
   refined_.push_back(points_.front());

@@ -53,8 +53,8 @@ class COutlineHulls {
   void Build(std::span<const CMeshVertex> points);
 
   /// The largest distance of a vertex strictly between the vertices `first` and `last` from the
-  /// straight line through them, and the first vertex at that distance: to the bit what comparing
-  /// all of them gives.
+  /// straight line through them, and the first vertex at that distance: the same bits that
+  /// comparing all of them gives.
   Deviation MaxDeviation(std::size_t first, std::size_t last) const;
 
  private:

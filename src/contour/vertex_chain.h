@@ -68,7 +68,7 @@ class CVertexChain {
   std::size_t size_ = 0;
 };
 
-/// Clears what `line` has gathered of flags, except at the ends of an open line, and marks the
+/// Clears the flags of `line`'s vertices, except at the ends of an open line, and marks the
 /// vertices that carry its shape kVertexFixed, with new ones put in where none fits. A closed line
 /// gets at least one. A line of fewer than 3 vertices is left alone.
 void MarkFixedVertices(CVertexChain& line, bool closed, CVertexSet& vertices);

@@ -1,4 +1,4 @@
-// The random generator that emission, placement and composing share. The order of its numbers is
+// The random generator that birth and painting of stars share. The order of its numbers is
 // part of the picture.
 #pragma once
 

@@ -110,7 +110,7 @@ constexpr Pair kArcTangents[] = {
     {0.7853981633974483, 3.061616997868383e-17},
 };
 
-/// The quotient with the first 21 bits of it apart: their product with a denominator is exact.
+/// The quotient, its first 21 bits kept apart: their product with a denominator is exact.
 Pair divide(double numerator, double denominator) {
   const double quotient = numerator / denominator;
   const double high =
@@ -120,7 +120,7 @@ Pair divide(double numerator, double denominator) {
 
 /// base + sign * the arc tangent of the ratio of two sides, the lesser one first.
 double addArcTangent(Pair base, double sign, double lesser, double greater) {
-  // The angle to the nearest of the known ones. Both sides of this ratio are exact: they come of
+  // The angle to the nearest of the known ones. Both sides of this ratio are exact: they come from
   // 24 bits each.
   const int eighth = (static_cast<int>(lesser / greater * 16.0) + 1) / 2;
   const double slope = eighth / 8.0;

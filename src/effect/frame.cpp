@@ -50,7 +50,7 @@ struct PreparedFrame {
           {alphaMask.get(), size.width, size.height, size.width, PixelFormat::Mask8},
           settings.resolutionScale);
     }
-    // A mask takes the place of every shape, and the Bezier that of a mask that cannot be had.
+    // A mask takes the place of every shape, and the Bezier that of a missing mask.
     if (settings.pathMaskId != 0) settings.standardPath = StandardPath::Bezier;
     emitter = prepareEmitter(settings);
     emitter.maskOutline = mask;

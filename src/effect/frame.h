@@ -26,13 +26,13 @@ struct FrameState {
 };
 
 /// Gives the star array `capacity` records, keeping the oldest stars that fit. Returns false, and
-/// changes nothing, when `capacity` is not above 0 or the memory cannot be had.
+/// changes nothing, when `capacity` is not above 0 or there is no memory.
 bool resizeStars(const FrameState& state, std::int32_t capacity);
 
 /// Releases an array of resizeStars; null is ignored.
 void releaseStars(Particle* stars, std::int32_t capacity);
 
-/// Back to before the first frame: no stars, and the same ones come again. The array stays.
+/// As before the first frame: no stars, and the same ones are born again. Keeps the array.
 void resetState(const FrameState& state);
 
 /// Advances `state` by one step, paints the stars into the output, which the caller has cleared,
@@ -42,7 +42,7 @@ void resetState(const FrameState& state);
 void renderFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
                  const FrameState* state);
 
-/// The same for the state alone: what follows is as if the frame had been painted. Of the output
+/// Advances the state as renderFrame does, but keeps no pixels. Of the output
 /// only size and format count.
 void stepFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
                const FrameState& state);

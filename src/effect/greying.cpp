@@ -9,7 +9,7 @@
 namespace brisel {
 namespace {
 
-/// The current choices, and the states that the rule at work finds.
+/// The current choices, and the states that the current rule gives.
 class ControlStates {
  public:
   explicit ControlStates(const Values& values) : values_(values) {}
@@ -32,7 +32,7 @@ class ControlStates {
   void enable(std::initializer_list<ParamIndex> indices) { set(true, indices); }
   void disable(std::initializer_list<ParamIndex> indices) { set(false, indices); }
 
-  /// Leaves open or collapsed what is.
+  /// Leaves the group open or collapsed, as it is.
   void setWithoutCollapsing(bool enabled, ParamIndex index) {
     found_.push_back({index, enabled, false});
   }

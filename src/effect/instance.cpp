@@ -29,7 +29,7 @@ bool isInputFor(const ImageView& output, const ImageView& input) {
   return input.format == output.format && holdsRows(input);
 }
 
-/// With an input that is empty in all respects or in none.
+/// The views, whose input is wholly empty unless it has pixels.
 FrameViews normalized(FrameViews views) {
   const ImageView& input = views.input;
   if (input.width <= 0 || input.height <= 0 || input.bytes == nullptr) views.input = {};
@@ -72,7 +72,7 @@ struct Instance::State {
   FrameState view() {
     return {stars, capacity, starCount, stepCounter, emissionAccumulator, random, sprites};
   }
-  /// Of a state without stars: takes copies. Returns false, and changes nothing, without memory.
+  /// Copies stars into a state that has none. Returns false, and changes nothing, without memory.
   bool takeStars(const Particle* copied, std::int32_t count);
 
   Particle* stars = nullptr;  // owned

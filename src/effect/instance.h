@@ -14,7 +14,7 @@ namespace brisel {
 
 struct MaskOutline;  // engine/mask_outline.h makes one
 
-/// What became of bytes that were to be restored.
+/// The result of restoring bytes.
 enum class RestoreResult : std::uint8_t {
   Restored,
   NoSavedInstance,  // they are something else
@@ -50,8 +50,8 @@ class Instance {
   bool render(const Values& values, std::int32_t time, const FrameViews& views,
               const MaskOutline* mask = nullptr);
 
-  /// The same without writing the frame, at a fraction of the time: what is rendered next is as if
-  /// it had been. The output needs no bytes, but the size and format that frames have.
+  /// The same without writing the frame, at a fraction of the time: the next frame is the same
+  /// as after render(). The output needs no bytes, but the size and format that frames have.
   bool step(const Values& values, std::int32_t time, const FrameViews& views,
             const MaskOutline* mask = nullptr);
 

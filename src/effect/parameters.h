@@ -15,8 +15,8 @@ inline constexpr char kDisplayName[] = "Corvane - Brisel";
 inline constexpr char kCategory[] = "Tessaro";
 inline constexpr char kMatchName[] = "Vellix (Drizzen)";  // by which projects find the effect
 
-/// The index of each parameter that code refers to; the other groups and the ends of groups have
-/// none.
+/// The index of each parameter that code refers to; the other groups and the ends of groups are
+/// not named.
 enum ParamIndex : std::int32_t {
   kInputLayer = 0,
   kInformation = 1,
@@ -103,7 +103,7 @@ enum class ParamKind : std::uint8_t {
   Color,
   Point,
   Mask,   // one of the layer's masks, or none
-  Panel,  // a control that the effect draws itself; no value, as the groups
+  Panel,  // a control that the effect draws itself; no value, like groups
   GroupStart,
   GroupEnd
 };

@@ -12,8 +12,8 @@ namespace brisel {
 /// of a color, x and y of a point, one of all others, even of those without a value.
 int numberCount(ParamKind kind);
 
-/// The value that the numbers are to a parameter of that kind; nothing of kinds without one. They
-/// are truncated and saturate, not held to any range. Points are fractions of `frame`.
+/// The numbers as a value of that kind of parameter; nothing for kinds without one. They are
+/// truncated and saturate, but no range bounds them. Points are fractions of `frame`.
 std::optional<Value> presetValue(ParamKind kind, const FileParameter& parameter, FrameSize frame);
 
 /// Gives `values` what the file at `path` (zero-terminated) sets; the others stay as they are.

@@ -86,7 +86,7 @@ class Writer {
   std::vector<std::uint8_t>& bytes_;
 };
 
-/// Behind the end of the bytes everything reads as 0.
+/// Reads 0 beyond the end of the bytes.
 class Reader {
  public:
   explicit Reader(std::span<const std::uint8_t> bytes) : rest_(bytes) {}
@@ -119,7 +119,7 @@ std::uint64_t checksumOf(std::span<const std::uint8_t> bytes) {
 
 constexpr std::size_t kChecksumBytes = sizeof(std::uint64_t);
 
-/// Whether header and checksum speak for all of the bytes.
+/// Whether size and checksum match the bytes.
 RestoreResult check(std::span<const std::uint8_t> bytes) {
   Header header{};
   std::memcpy(&header, bytes.data(), std::min(bytes.size(), sizeof header));
@@ -145,7 +145,7 @@ bool isColor(std::int32_t red, std::int32_t green, std::int32_t blue) {
   return std::min({red, green, blue}) >= 0 && std::max({red, green, blue}) <= 255;
 }
 
-/// Rays are painted one by one, and there are the more the further the random factor is from 0.
+/// Rays are painted one by one, and their count grows with the size of the random factor.
 bool isPossible(const Particle& star) {
   constexpr std::int32_t kMostRays = 6000;  // the range of their count, and of its dispersion
   return star.randomFactor >= -1.0f && star.randomFactor <= 1.0f && star.raysCount <= kMostRays &&
@@ -154,7 +154,7 @@ bool isPossible(const Particle& star) {
 }
 
 bool isPossible(const SavedState& state) {
-  constexpr std::int32_t kMostSteps = 1 << 30;  // far from where counting on would overflow
+  constexpr std::int32_t kMostSteps = 1 << 30;  // far below where the counter overflows
   return state.stepCounter >= 0 && state.stepCounter <= kMostSteps &&
          std::ranges::all_of(state.stars, [](const Particle& star) { return isPossible(star); });
 }

@@ -16,7 +16,7 @@ class Reader {
 
   float fixed(ParamIndex i) const { return static_cast<float>(values_[i].number) / 65536.0f; }
 
-  /// Counts bound loops and allocations, so a host that breaks the declared range is held to it.
+  /// Counts bound loops and allocations, so they are clamped to the declared range.
   std::int32_t count(ParamIndex i) const {
     const ParameterSpec& spec = parameterSpec(i);
     return std::clamp(values_[i].number, spec.validMin, spec.validMax);

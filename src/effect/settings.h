@@ -6,7 +6,7 @@
 
 namespace brisel {
 
-/// What of a frame's surroundings the settings depend on, besides the pixels.
+/// What the settings depend on besides the parameters.
 struct FrameFacts {
   FrameSize size;               // of the output
   std::int32_t layerWidth = 0;  // of the layer at full resolution, pixels; 0: that of the output

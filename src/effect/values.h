@@ -34,8 +34,8 @@ std::int32_t toFixed(double number);
 Value toValue(ByteColor color);
 ByteColor toColor(Value color);
 
-/// Plain data, copied by value. Numbers outside the declared ranges are kept; settingsOf holds
-/// those that bound loops and memory to their ranges. An index is 0 .. kParamCount - 1.
+/// Plain data, copied by value. Numbers outside the declared ranges are kept; settingsOf clamps
+/// those that bound loops and memory. An index is 0 .. kParamCount - 1.
 class Values {
  public:
   /// Every parameter's default; points, declared in percent, in pixels of a frame of that size.

@@ -10,7 +10,7 @@ namespace brisel {
 
 /// A star's birth values, age and current position: plain data, copied by value.
 struct Particle {
-  float randomFactor;  // [-1, 1): the star's own random value, drawn at birth
+  float randomFactor;  // [-1, 1): the star's own random number, taken at birth
   float size;          // fraction of the frame width
   float rayWidth;      // fraction of the frame width
   float angle;         // degrees

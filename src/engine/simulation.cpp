@@ -9,7 +9,7 @@
 namespace brisel {
 namespace {
 
-/// Closes the gaps of the dead, oldest first; every death earns one more step's worth of emission.
+/// Closes the gaps of the dead, oldest first; every death adds one more step's worth of emission.
 void removeDead(const RenderSettings& s, StarPopulation& population) {
   std::int32_t kept = 0;
   for (std::int32_t i = 0; i < population.starCount; ++i) {

@@ -1,4 +1,4 @@
-// What stars take from the input: the rasters that they are born on, and the pixel under a star.
+// What stars take from the input: the maps of where they are born, and the pixel under a star.
 #pragma once
 
 #include <cstdint>

@@ -4,7 +4,8 @@
 namespace brisel {
 
 /// Asks the system to open `target`, a full path or a web address, and returns when the system has
-/// taken or refused it; nobody is told which. `parentWindow` is the host's main window or null.
+/// taken or refused it; the result is not reported. `parentWindow` is the host's main window or
+/// null.
 void openDocument(const char* target, void* parentWindow);
 
 }  // namespace brisel

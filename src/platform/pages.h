@@ -6,8 +6,8 @@
 
 namespace brisel {
 
-/// Returns `bytes` bytes of zeroed, page-aligned memory, or null when `bytes` is 0 or the system
-/// has none to give. The caller owns it and hands it back with releasePages.
+/// Returns `bytes` bytes of zeroed, page-aligned memory, or null when `bytes` is 0 or there
+/// is no memory. The caller owns it and hands it back with releasePages.
 void* allocatePages(std::size_t bytes);
 
 /// Releases a block from allocatePages; `bytes` is the size that was asked for. Null is ignored.

@@ -1,4 +1,4 @@
-// Work beside the host's thread.
+// Work in a thread other than the host's.
 #pragma once
 
 namespace brisel {

@@ -11,7 +11,7 @@
 namespace brisel {
 
 /// The mask of one render: holds the host's suites and path from construction to destruction.
-/// Whatever the host refuses, there is then no outline.
+/// When the host refuses any of it, there is no outline.
 class MaskPath {
  public:
   /// `pathMaskId` 0 is no mask.

@@ -1,4 +1,4 @@
-// What the module keeps from one command to the next, beside the instances' own sequence data.
+// What the module keeps from one command to the next, besides the instances' own sequence data.
 // Hosts send commands one at a time; nothing here is locked.
 #pragma once
 
@@ -14,11 +14,11 @@ namespace brisel {
 
 struct ModuleState {
   ModuleFolders folders;    // filled at global set-up, as the texture
-  GreyTexture greyTexture;  // for star types that sample one; none of today's does
+  GreyTexture greyTexture;  // for star types that sample one; no type does today
   SpriteState sprites;      // shared by all instances, as one render leaves it to the next
   FrameSize frameSize;      // of the last render; a preset's points are fractions of it
   HeaderState header;
-  const Kernels* kernels = &kernelsNamed(nullptr);  // chosen anew at global set-up
+  const Kernels* kernels = &kernelsNamed(nullptr);  // chosen at global set-up
 };
 
 ModuleState& moduleState();

@@ -16,7 +16,7 @@
 namespace brisel {
 namespace {
 
-/// Both layers are taken at the output's depth.
+/// Input and output are read at the output's depth.
 PixelFormat formatOf(const PF_LayerDef& output) {
   return (output.world_flags & PF_WorldFlag_DEEP) != 0 ? PixelFormat::Argb16 : PixelFormat::Argb8;
 }

@@ -28,7 +28,7 @@ static_assert(sizeof(SequenceState) == 40);
 /// What the host is told when it has no handle to give.
 inline constexpr PF_Err kNoSequenceHandle = -108;
 
-/// Creates the instance's state in a new handle, with the presets that lie beside the module.
+/// Creates the instance's state in a new handle, with the presets in the module's folder.
 /// Returns kNoSequenceHandle, and creates nothing, when the host gives no handle or refuses to lock
 /// it.
 PF_Err createSequence(PF_InData& in, PF_OutData& out);

@@ -41,7 +41,7 @@ std::vector<FileParameter> readParameters(TextReader& reader, const NumberCount&
     FileParameter& parameter = parameters.emplace_back();
     parameter.label = std::move(*label);
     for (int i = 0; i < count; ++i) {
-      reader.SkipToNumber();  // passes one "]" over, where ReadNumber alone would stop
+      reader.SkipToNumber();  // skips one "]", where ReadNumber alone would stop
       reader.ReadNumber(number);
       parameter.numbers[static_cast<std::size_t>(i)] = number;
     }

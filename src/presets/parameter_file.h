@@ -16,7 +16,7 @@ inline constexpr std::string_view kParameterFileHeader = "Tessaro parameters";
 /// What a file says of one parameter. A file may name a parameter more than once.
 struct FileParameter {
   std::string label;
-  std::array<float, 4> numbers{};  // those behind the parameter's count are 0
+  std::array<float, 4> numbers{};  // those beyond the parameter's count are 0
 };
 
 struct ParameterFile {
@@ -31,11 +31,11 @@ struct ParameterFile {
 };
 
 /// How many numbers, at most 4, belong to the parameter of that label; 0 when there is no such
-/// parameter, whose line is then passed over.
+/// parameter, and its line is skipped.
 using NumberCount = std::function<int(std::string_view label)>;
 
-/// Reads the file at `path` (zero-terminated). Numbers are found across line ends; one that is
-/// missing is the one before it, at first 0.
+/// Reads the file at `path` (zero-terminated). Numbers are found across line ends; a
+/// missing one repeats the one before it, or is 0.
 ParameterFile ReadParameterFile(const char* path, const NumberCount& numberCount);
 
 }  // namespace brisel

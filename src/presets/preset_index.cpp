@@ -30,7 +30,7 @@ bool nextEntry(TextReader& reader) {
   return first && *first != '[';
 }
 
-/// The full path of a file that the index names; empty when the name is none or too long.
+/// The full path of a file that the index names; empty when the name is empty or too long.
 std::string pathOf(const PresetFolders& folders, const Token& token) {
   const bool usable = token.status != TextReader::Status::Bracket && !token.text.empty() &&
                       token.text.size() <= kLongestText;

@@ -1,4 +1,4 @@
-// The index of presets: which there are, in which row, with which files.
+// The index of presets: their names, their rows and their files.
 #pragma once
 
 #include <string>
@@ -22,9 +22,9 @@ struct PresetFiles {
   std::string thumbnail;
 };
 
-/// The entries of the index's first section whose header begins with `sectionName`. None when there
-/// is no such index or section, or no memory for them. An entry whose file names are broken or too
-/// long is listed without them, as it takes a place in the row.
+/// The entries of the index's first section whose header begins with `sectionName`. Empty when
+/// there is no such index or section, or no memory for them. An entry whose file names are broken
+/// or too long is listed without them, as it takes a place in the row.
 std::vector<PresetFiles> ReadPresetIndex(const PresetFolders& folders, const char* sectionName);
 
 }  // namespace brisel

@@ -15,7 +15,7 @@ class TextReader {
   enum class Status { Ok, Bracket, End };
 
   struct Token {
-    Status status;     // Bracket: a "]" was met, and consumed; End: the file ended
+    Status status;     // Bracket: a "]" came, and was consumed; End: the file ended
     std::string text;  // without meaning after a bracket
   };
 
@@ -43,7 +43,7 @@ class TextReader {
   /// Stops before the next digit, "-", "e" or "E".
   Status SkipToNumber();
 
-  /// The next number. A number that is ended by "]" or by the end of the file is none, and leaves
+  /// The next number. A number that "]" or the end of the file ends does not count, and leaves
   /// `value` as it is.
   void ReadNumber(float& value);
 

@@ -34,11 +34,11 @@ struct Kernels {
 /// Those that this processor can run, narrowest first; the first is the plain one.
 std::span<const Kernels* const> availableKernels();
 
-/// Those called `name`; the widest available when it is null or names none of them.
+/// The kernels called `name`; the widest available ones when it is null or unknown.
 const Kernels& kernelsNamed(const char* name);
 
-/// Each defined in a file of its own, which is compiled for its instruction set. Not to be called
-/// unless available.
+/// Each defined in a file of its own, which is compiled for its instruction set. Call only
+/// those that are available.
 extern const Kernels kPlainKernels;
 extern const Kernels kSse2Kernels;
 extern const Kernels kAvx2Kernels;

@@ -18,7 +18,7 @@ struct CommandResult {
   std::string out;
   std::string err;
 
-  // Of an error as people are told it: "brisel: " and no more than a line.
+  // Checks an error message: one line that begins with "brisel: ".
   bool isOneSentence() const {
     return err.starts_with("brisel: ") && err.find('\n') == err.size() - 1;
   }

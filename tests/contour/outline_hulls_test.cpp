@@ -22,7 +22,7 @@ Deviation comparingAll(const std::vector<CMeshVertex>& line, std::size_t first, 
 }
 
 /// A comb along a slope of `rise` pixels per tooth: its teeth end on one straight line, so that
-/// many vertices are equally far away. `stray` is the share of vertices beside the pixels' grid.
+/// many vertices are equally far away. `stray` is the share of vertices off the pixels' grid.
 std::vector<CMeshVertex> comb(std::size_t length, float rise, double stray, std::mt19937& random) {
   std::bernoulli_distribution isStray(stray);
   std::vector<CMeshVertex> line;

@@ -36,7 +36,7 @@ TEST(VertexSet, ACornerIsFoundAgainWithinAHundredthOfAPixel) {
   EXPECT_FALSE(vertices.Unify(2.5f, 1.0f).Has(kVertexFixed)) << "new ones have no flags";
 }
 
-// Vertices on the edges between pixels and a little beside them, across the borders of pixels and
+// Vertices on the edges between pixels and a little off them, across the borders of pixels and
 // beyond the frame, in places far apart along one narrow strip so that they come between each
 // other in order, against an ordered set of them all.
 TEST(VertexSet, FindsTheSameVertexAsAnOrderedSet) {

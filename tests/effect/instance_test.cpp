@@ -80,7 +80,7 @@ class Clip {
   std::int32_t time_ = 0;
 };
 
-TEST(Instance, MeetsNoOtherOneOnAnyThread) {
+TEST(Instance, IsIndependentOfOthersOnOtherThreads) {
   constexpr int kFrames = 12;
   constexpr int kTypes[] = {2, 8, 11};
   std::vector<std::vector<Bytes>> alone;

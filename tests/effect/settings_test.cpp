@@ -70,7 +70,7 @@ TEST_F(Settings, DirectionsTurnClockwiseFromUp) {
   EXPECT_EQ(read().windY, 1.0f);
 }
 
-TEST_F(Settings, ValuesAreTheNearestThatProjectsKeep) {
+TEST_F(Settings, ValuesRoundToTheNearestThatProjectsStore) {
   const std::tuple<ParamIndex, double, std::int32_t> cases[] = {{kSize, 0.1, 6554},
                                                                 {kGravity, -0.1, -6554},
                                                                 {kAngle, 1e9, 0x7FFFFFFF},
@@ -88,7 +88,7 @@ TEST_F(Settings, ValuesAreTheNearestThatProjectsKeep) {
   EXPECT_EQ(values[kEnd], (Value{40937062, 12409241}));
 }
 
-TEST_F(Settings, PlacesAreWholePixels) {
+TEST_F(Settings, PointsAreRoundedDownToWholePixels) {
   values.setPoint(kStart, -0.5, 12.99);
   const RenderSettings s = read();
   EXPECT_EQ(s.start.x, -1.0f);

@@ -113,7 +113,7 @@ TEST(Birth, AddedAnglesTurnClockwiseFromThePathsOwn) {
   EXPECT_NEAR(born(s).velocityY, -3, 1e-5);
 }
 
-TEST(Birth, ALifeOfNothingIsOneStepLong) {
+TEST(Birth, AZeroLifeLastsOneStep) {
   EXPECT_EQ(born(lineFrom({0, 0}, {9, 0})).lifeTime, 1.0f);
 }
 

@@ -22,7 +22,7 @@ using brisel::PointF;
 using brisel::RandomGenerator;
 using brisel::RenderSettings;
 
-// Every attempt draws the direction (2), the point (2) and then, found or not, all the rest: random
+// Every attempt takes numbers for direction (2), point (2) and, found or not, all the rest: random
 // factor, size, rays, angle, color (3) and value.
 TEST(AlphaSource, AStarThatFindsNoVisiblePixelTriesElevenTimes) {
   constexpr int kDrawsPerAttempt = 12;

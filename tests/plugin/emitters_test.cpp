@@ -109,7 +109,7 @@ TEST_P(EmittersTest, StarsThatFindNoPlaceAreNeverSeen) {
   }
 }
 
-TEST_P(EmittersTest, AContourIsTracedAnewEveryFrame) {
+TEST_P(EmittersTest, TheContourIsTracedAgainInEveryFrame) {
   emit(kContour, 100, shape);
   const auto starsOn = [](const World& frame, double centreX) {
     return std::ranges::count_if(litPixels(frame), [=](const PF_Point& p) {

@@ -95,7 +95,7 @@ class GreyingTest : public tests::EffectTest {
   }
   std::uint64_t digest = 14695981039346656037u;
 
-  // What the last update of all left disabled.
+  // The parameters that the last full update left disabled.
   std::vector<PF_ParamIndex> disabled() {
     sent.clear();
     EXPECT_EQ(session.call(PF_Cmd_UPDATE_PARAMS_UI), PF_Err_NONE);
@@ -107,7 +107,7 @@ class GreyingTest : public tests::EffectTest {
   }
 };
 
-TEST_F(GreyingTest, TheDefaultsAndSomeChoices) {
+TEST_F(GreyingTest, DefaultsAndSomeChoicesGreyWhatHasNoEffect) {
   using Indices = std::vector<PF_ParamIndex>;
   // Direction; shift; explosions and their colours; oscillations; elements; colority.
   EXPECT_EQ(disabled(),

@@ -17,7 +17,8 @@ namespace {
 using hostkit::Depth;
 using hostkit::World;
 
-/// How frames look from one of them on, and the parameters set with it: label, text.
+/// A stage: the parameters (label, text) that are set at one frame, and how frames look from then
+/// on.
 struct Stage {
   A_long from = 0;
   A_long width = 0, height = 0;

@@ -65,7 +65,7 @@ class PresetLibrary : public EffectTest {
     return named;
   }
 
-  // Whatever has a value from one parameter to another, but for the mask, which no file can name.
+  // Every parameter with a value in a range of indices, except the mask, which no file can name.
   std::set<PF_ParamIndex> valuesBetween(const char* first, const char* last) {
     std::set<PF_ParamIndex> indices;
     for (PF_ParamIndex i = indexOf(session, first); i <= indexOf(session, last); ++i) {

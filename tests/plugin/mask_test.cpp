@@ -56,7 +56,7 @@ class MaskTest : public tests::EffectTest {
 
   World firstFrame() { return tests::renderFrame(session, shape, 0); }
 
-  // What a mask that cannot be had gives: the curve through the control points.
+  // What a missing mask gives: the curve through the control points.
   World bezierFrame() {
     const PF_ParamDef path = session.parameters().value(tests::indexOf(session, "Path"));
     choose(PF_PathID{0});
@@ -104,7 +104,7 @@ TEST_F(MaskTest, TheMaskIsFetchedForTheTimeOfTheRender) {
 }
 
 TEST_F(MaskTest, TheHostIsNotAskedWithoutAMask) {
-  firstFrame();  // the values being new, the effect greys parameters, which takes another suite
+  firstFrame();  // with new values the effect greys parameters, which takes another suite
   const int before = session.records().suites.acquisitions();
   firstFrame();
   EXPECT_EQ(session.records().suites.acquisitions(), before);

@@ -1,4 +1,4 @@
-// A copy of the module with presets of the tests' own beside it.
+// A copy of the module with presets of the tests' own next to it.
 #pragma once
 
 #include <filesystem>

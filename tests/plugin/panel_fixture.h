@@ -1,4 +1,4 @@
-// The custom controls of a copy of the module, with presets of the test's own beside it.
+// The custom controls of a copy of the module, with presets of the test's own next to it.
 #pragma once
 
 #include <filesystem>

@@ -66,7 +66,7 @@ TEST_F(EffectTest, ParametersAreDeclaredInTheirOrderWithTheirLabelsRangesAndItem
             PF_CustomEFlag_COMP | PF_CustomEFlag_LAYER | PF_CustomEFlag_EFFECT);
 }
 
-TEST_F(EffectTest, DeclarationsHoldNothingUnasked) {
+TEST_F(EffectTest, DeclarationsHoldOnlyWhatIsAsked) {
   session.open();
   for (const Parameter& parameter : session.parameters().list()) {
     if (parameter.index == 0) continue;

@@ -19,7 +19,7 @@ class SimulationTimeTest : public EffectTest {
 
   World render(A_long frame) { return renderFrame(session, {}, frame); }
 
-  // Drawn at birth, the first field of the first star's record.
+  // Taken at birth: the first field of the first star's record.
   float randomFactorOfOldest() { return *static_cast<const float*>(instanceRecord(session).stars); }
 };
 

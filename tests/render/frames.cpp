@@ -69,7 +69,7 @@ void paintWithAll(const Scene& scene, const Frame& frame, const Compose& compose
     brisel::SpriteState state = scene.state;
     brisel::Painter painter(painted.view(), *kernels);
     compose({scene.settings, random, state, painter});
-    EXPECT_EQ(random.state(), 0u) << "sprites need no random draw";
+    EXPECT_EQ(random.state(), 0u) << "painting takes no random number";
     if (!first) {
       first = painted;
       for (const std::uint8_t byte : painted.bytes()) digest.add(byte);

@@ -12,7 +12,7 @@ const char kPathSeparator = '/';
 std::string moduleFolder(std::string_view) {
   Dl_info info{};
   if (dladdr(&kPathSeparator, &info) == 0 || info.dli_fname == nullptr) return {};
-  // The loader keeps the name it was given, which may be relative to a folder since left.
+  // The loader keeps the name it was given, which may be relative to an earlier working folder.
   char resolved[PATH_MAX];
   if (realpath(info.dli_fname, resolved) == nullptr) return {};
   const std::string path(resolved);

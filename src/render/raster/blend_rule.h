@@ -10,7 +10,7 @@ namespace brisel {
 /// With c the sprite's color, v its value at the pixel on the scale of the image, t = v / full
 /// scale, and d what the pixel was. All stop at full scale.
 enum class BlendRule : std::uint8_t {
-  Over,       // colors c t + d (1 - t), or c where alpha was 0; alpha the greater of the two
+  Over,       // colors c t + d (1 - t), or c where alpha was 0; alpha the greater of v and its own
   AddScaled,  // colors d + c t, alpha the sum
   AddSolid,   // colors d + c, alpha the sum
   AddGlow,    // colors d + c, alpha at least the brightest color

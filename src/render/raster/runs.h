@@ -50,7 +50,7 @@ struct RunPieces {
   Piece pieces[Lanes<Isa>::kCount];
 };
 
-/// Plots runs of pixels, whole vectors at once. What is left of a run waits until the rests of
+/// Plots runs of pixels, whole vectors at once. What is left of a run waits until the remainders of
 /// several rows fill a vector, so that thin and small shapes use all lanes as well.
 ///
 /// No two runs between calls of finish() may share a pixel. The shader, which is borrowed, offers
@@ -84,7 +84,7 @@ class RunPlotter {
     }
   }
 
-  /// Plots what waits. To be called after the last run.
+  /// Plots what still waits. Call it after the last run.
   void finish() {
     if constexpr (kLanes > 1) {
       if (used_ > 0) plotPieces();

@@ -43,7 +43,7 @@ class CrossTexture {
   template <class Isa>
   typename Lanes<Isa>::Float withinSector(typename Lanes<Isa>::Float a) const {
     const auto turns = a / sector_;
-    constexpr float kWhole = 8388608.0f;  // from here on, there is nothing to truncate
+    constexpr float kWhole = 8388608.0f;  // larger numbers are whole already
     const auto whole = Lanes<Isa>::absolute(turns) < kWhole;
     return a - sector_ * (whole ? Lanes<Isa>::truncated(turns) : turns);
   }
@@ -140,7 +140,8 @@ class CrossShader {
 
  private:
   static constexpr int kGaps = 4;
-  static constexpr std::int32_t kLeastGap = 4;  // pixels that are worth a stretch more
+  static constexpr std::int32_t kLeastGap =
+      4;  // a gap of fewer pixels is not worth another stretch
 
   /// The unrotated place of (u, v).
   PointF gapAt(float u, float v) const { return {u * cos_ + v * sin_, v * cos_ - u * sin_}; }

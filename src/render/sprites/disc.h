@@ -29,8 +29,8 @@ class Disc {
     return fy * fy;
   }
 
-  /// The steps of rows that may lie within `distance` of the center: all that do, and hardly any
-  /// more.
+  /// The steps of rows that may lie within `distance` of the center: all that do, and few
+  /// others.
   template <class Isa>
   StepLanes<Isa> nearSteps(typename Lanes<Isa>::Float rowSquares, IndexRange visible,
                            float distance) const {
@@ -42,8 +42,8 @@ class Disc {
     return {begin, squares < 0.0f ? begin : end};
   }
 
-  /// Steps of rows that lie closer to the center than `distance` for certain; none, from
-  /// visible.end on, in rows that have hardly any.
+  /// Steps of rows that lie closer to the center than `distance` for certain; empty, at
+  /// visible.end, in rows that have few.
   template <class Isa>
   StepLanes<Isa> clearSteps(typename Lanes<Isa>::Float rowSquares, IndexRange visible,
                             float distance) const {

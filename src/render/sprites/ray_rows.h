@@ -18,7 +18,7 @@ class EdgeBand {
   void setEdge(const RayEdge& edge) {
     edge_ = &edge;
     line_ = lineThrough(edge.start, edge.end);
-    // Two pixels, and what distances are rounded by, which grows with the coordinates.
+    // Two pixels, and the rounding of distances, which grows with the coordinates.
     const float extent = std::fabs(edge.start.x) + std::fabs(edge.start.y) + std::fabs(edge.end.x) +
                          std::fabs(edge.end.y);
     const float fadeOut = 2.01f + extent * 0x1p-18f;

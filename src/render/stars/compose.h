@@ -19,7 +19,7 @@ namespace brisel {
 struct SpriteState {
   float rainbowShift = 0.0f;  // of hue, pixel by pixel; 0 means none
   bool rainbowOn = true;
-  float currentRandomFactor = 0.0f;  // of the star being composed
+  float currentRandomFactor = 0.0f;  // of the current star
   float glowScale = 0.0f;
   std::uint8_t crossVariant = 0;  // kTexturedCross, or plain
   float textureScale = 0.0f;
@@ -38,7 +38,7 @@ struct Composition {
   Painter& painter;
 };
 
-/// Composes the stars of one frame, oldest first, each as its age and terminate type have it: not
+/// Composes the stars of one frame, oldest first, each as its age and terminate type ask: not
 /// at all when its time is over, four times while it explodes, else once. An explosion or flash may
 /// change a star's type for good.
 void drawAllStars(const Composition& composition, std::span<Particle> stars);
@@ -96,7 +96,7 @@ void drawCrossStar(const Composition& composition, const SpriteLook& look, float
 void drawBlicsStar(const Composition& composition, const SpriteLook& look, BlicsProfile profile,
                    float ringWidth = 0.0f);
 
-/// What rays are given besides. Types other than Type1 to Type5 have no rays.
+/// What rays are given in addition. Types other than Type1 to Type5 have no rays.
 struct RayFan {
   StarType type;
   float width;

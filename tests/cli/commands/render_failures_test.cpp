@@ -141,7 +141,7 @@ TEST_F(RenderFailuresTest, ADamagedInputIsReportedWhenAllOfItsFramesAreWritten) 
   }
 }
 
-// Although decoding is ahead of writing when it fails.
+// Decoding is ahead of writing when it fails.
 TEST_F(RenderFailuresTest, FramesBeforeTheDecodersFailureAreWritten) {
   ffmpeg("-f lavfi -i testsrc2=s=64x36 -frames:v 6 -c:v png in.mov");
   write("ffmpeg", "#!/bin/sh\nhead -c $((3 * 64 * 36 * 4)) /dev/zero\necho worn out >&2\nexit 1\n");

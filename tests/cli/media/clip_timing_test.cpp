@@ -51,7 +51,7 @@ TEST(ClipTiming, TheRateThatMostPicturesKeepIsTakenAndTheLengthStays) {
   EXPECT_DOUBLE_EQ(held.seconds, 7);
 }
 
-TEST(ClipTiming, APhonesJitterIsNoVariableRate) {
+TEST(ClipTiming, JitterOfAPhoneCountsAsAConstantRate) {
   std::vector<PictureTime> pictures;
   for (int i = 0; i < 100; ++i) pictures.push_back({i * 3000 + i * 7 % 5 * 20, 0});
   std::swap(pictures[4], pictures[5]);  // as stored with pictures that depend on later ones

@@ -13,7 +13,7 @@ using cli::OutputFormat;
 using cli::OutputOptions;
 using cli::OutputTarget;
 
-TEST(OutputTargets, AreToldByTheirNames) {
+TEST(OutputTargets, AreChosenByTheirNames) {
   EXPECT_EQ(cli::parseOutputTarget("a/b.MOV").format, OutputFormat::kMov);
   EXPECT_EQ(cli::parseOutputTarget("o/b_%04d.png").fileOf(12), "o/b_0012.png");
   EXPECT_EQ(cli::parseOutputTarget("%d.exr").fileOf(12345), "12345.exr");
@@ -49,7 +49,7 @@ TEST(OutputTargets, FollowTheOptions) {
   EXPECT_TRUE(complaint("a.png", "", 1001).starts_with("--start-number is for numbered frames"));
 }
 
-TEST(FrameRanges, AreOneNumberOrTwo) {
+TEST(FrameRanges, AreReadAsOneNumberOrTwo) {
   EXPECT_EQ(cli::parseFrameRange("7").last, 7);
   EXPECT_EQ(cli::parseFrameRange("3-9").count(), 7);
   for (const char* text : {"", "-3", "9-3", "a-b", "1-", "1-2-3"}) {

@@ -64,7 +64,7 @@ path = [ { frame = 0, value = "M 0 0", ease = "hold" },
   EXPECT_NEAR(shapeAt(mask, 6).vertices[0].x, 8 + 8 * 1.625, 1e-9);
 }
 
-TEST_F(KeyframeTest, KeysAreInOrder) {
+TEST_F(KeyframeTest, KeysOutOfOrderAreRefused) {
   const auto complaint = [this](const std::string& text) {
     const auto message = tests::errorOf<cli::WorkError>([&] { plan(text); });
     return message.substr(std::min(message.size(), path("").string().size()));

@@ -144,7 +144,7 @@ Light lightOf(const Picture& picture) {
   return light;
 }
 
-// Generous: at another resolution no two stars need lie where they lay.
+// Generous: at another resolution the stars lie elsewhere.
 testing::AssertionResult resemble(const Light& one, const Light& other) {
   const double brightness = std::ranges::max(one.mean);
   for (std::size_t c = 0; c < 3; ++c) {

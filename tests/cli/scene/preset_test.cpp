@@ -1,4 +1,4 @@
-// Presets beside a copy of the module, chosen by name and by clicks in the effect controls.
+// Presets next to a copy of the module, chosen by name and by clicks in the effect controls.
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>

@@ -27,7 +27,7 @@ class SceneTest : public tests::ScratchTest {
   }
 };
 
-TEST_F(SceneTest, ReadsEverything) {
+TEST_F(SceneTest, EveryKeyIsRead) {
   const cli::Scene read = scene(R"(
 [scene]
 size = [1920, 1080]

@@ -65,7 +65,7 @@ TEST(PathData, BecomesAnOutline) {
   }
 }
 
-TEST(PathData, WhatIsWrongIsSaidWithItsPlace) {
+TEST(PathData, FaultsAreReportedWithTheirPlace) {
   const tests::Complaints cases = {
       {"", "the path data is empty"},
       {"L 1 2", "path data begins with M, not \"L\" (character 1)"},
@@ -123,7 +123,7 @@ TEST_F(SvgFileTest, AnyPathOfTheFileCanBeTaken) {
   EXPECT_EQ(top.place, path("f.svg").string() + ":6");
 }
 
-TEST_F(SvgFileTest, WhatIsWrongIsSaid) {
+TEST_F(SvgFileTest, FaultyFilesAreRefusedWithTheReason) {
   const tests::Complaints cases = {
       {"no XML at all", ":1: not an SVG file: "},
       {"<svg>\n<path", ":2: not an SVG file: "},

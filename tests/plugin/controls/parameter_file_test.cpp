@@ -113,7 +113,7 @@ class ParameterFileTest : public tests::FolderTest {
   PF_ParamDef* pointers[kRecords];
 };
 
-TEST_F(ParameterFileTest, IsTakenByTheBeginningOfItsFirstLine) {
+TEST_F(ParameterFileTest, IsRecognizedByTheBeginningOfItsFirstLine) {
   EXPECT_TRUE(applyBytes("Tessaro parameters of 12 stars\r\n;\r\nCount\r\n3\r\n"));
   EXPECT_EQ(records[Count].u.sd.value, 3);
   for (const std::string header :

@@ -48,7 +48,7 @@ TEST(PresetRow, ScrollsEntryByEntryAndStopsAtBothEnds) {
   }
 }
 
-TEST(PresetRow, AnyStateComesIntoRange) {
+TEST(PresetRow, AnyScrollStateIsBroughtIntoRange) {
   tests::Dice dice(41);
   for (int round = 0; round < 2000; ++round) {
     PresetList list = rowOf(dice.integer(0, 30), dice.integer(-300, 1500));
