@@ -87,9 +87,9 @@ class Writer {
 };
 
 /// Reads 0 beyond the end of the bytes.
-class Reader {
+class ByteReader {
  public:
-  explicit Reader(std::span<const std::uint8_t> bytes) : rest_(bytes) {}
+  explicit ByteReader(std::span<const std::uint8_t> bytes) : rest_(bytes) {}
 
   template <class Field>
   void operator()(Field& field) {
@@ -178,7 +178,7 @@ std::vector<std::uint8_t> toBytes(const SavedState& state) {
 RestoreResult fromBytes(std::span<const std::uint8_t> bytes, SavedState& state) {
   const RestoreResult result = check(bytes);
   if (result != RestoreResult::Restored) return result;
-  Reader read(bytes.subspan(sizeof(Header)));
+  ByteReader read(bytes.subspan(sizeof(Header)));
   forFields(state, read);
   std::uint64_t count = 0;
   read(count);

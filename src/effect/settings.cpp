@@ -10,9 +10,9 @@ namespace brisel {
 namespace {
 
 /// The values in the types that settings have.
-class Reader {
+class ValueReader {
  public:
-  explicit Reader(const Values& values) : values_(values) {}
+  explicit ValueReader(const Values& values) : values_(values) {}
 
   float fixed(ParamIndex i) const { return static_cast<float>(values_[i].number) / 65536.0f; }
 
@@ -59,7 +59,7 @@ void readFrame(RenderSettings& s, const FrameFacts& frame) {
   s.highQuality = frame.highQuality;
 }
 
-void readCompleteness(RenderSettings& s, const Reader& v) {
+void readCompleteness(RenderSettings& s, const ValueReader& v) {
   s.completenessOfPath = v.fixed(kCompletenessOfPath) / 100.0f;
   s.intensity = v.fixed(kIntensity) / 2.0f;
   s.completenessFraction = 1.0f;
@@ -70,7 +70,7 @@ void readCompleteness(RenderSettings& s, const Reader& v) {
       std::fabs(s.completenessParity == 0 ? s.completenessFraction : 1.0f - s.completenessFraction);
 }
 
-void readEmitter(RenderSettings& s, const Reader& v) {
+void readEmitter(RenderSettings& s, const ValueReader& v) {
   s.pathMaskId = v.mask(kPath);
   s.standardPath = v.popup<StandardPath>(kStandardPath);
   s.start = v.point(kStart);
@@ -89,7 +89,7 @@ void readEmitter(RenderSettings& s, const Reader& v) {
   s.speedDispersion = v.fixed(kSpeedDispersion) / 100.0f;
 }
 
-void readLife(RenderSettings& s, const Reader& v) {
+void readLife(RenderSettings& s, const ValueReader& v) {
   s.growUp = v.fixed(kGrowUp) / 100.0f;
   s.terminateType = v.popup<TerminateType>(kTerminateType);
   s.timeLife = v.fixed(kTimeLife);
@@ -100,7 +100,7 @@ void readLife(RenderSettings& s, const Reader& v) {
   s.terminateColor = v.color(kTerminateColor);
 }
 
-void readMotion(RenderSettings& s, const Reader& v) {
+void readMotion(RenderSettings& s, const ValueReader& v) {
   s.gravity = v.fixed(kGravity) * s.resolutionScale / 100.0f;
   s.wind = v.fixed(kWind) * s.resolutionScale / 30.0f;
   s.directionOfWind = v.direction(kDirectionOfWind);
@@ -111,7 +111,7 @@ void readMotion(RenderSettings& s, const Reader& v) {
   s.frequencyOfOscillation = v.fixed(kFrequencyOfOscillation) / 100.0f;
 }
 
-void readGeometry(RenderSettings& s, const Reader& v) {
+void readGeometry(RenderSettings& s, const ValueReader& v) {
   s.type = static_cast<StarType>(v.popup<std::uint8_t>(kType) - 1);
   s.size = v.fixed(kSize) / 200.0f * static_cast<float>(s.frameWidth);
   s.halfSize = s.size / 2.0f;
@@ -131,7 +131,7 @@ void readGeometry(RenderSettings& s, const Reader& v) {
   s.angleJittering = v.fixed(kAngleJittering) * 36.0f / 100.0f;
 }
 
-void readElements(RenderSettings& s, const Reader& v) {
+void readElements(RenderSettings& s, const ValueReader& v) {
   s.typeOfHalo = v.popup<HaloType>(kTypeOfHalo);
   s.volumeOfHalo = v.fixed(kVolumeOfHalo) / 100.0f;
   s.sizeOfHalo = v.fixed(kSizeOfHalo) / 100.0f;
@@ -143,7 +143,7 @@ void readElements(RenderSettings& s, const Reader& v) {
   s.colorDispersionOfElements = v.fixed(kColorDispersionOfElements) / 100.0f;
 }
 
-void readColor(RenderSettings& s, const Reader& v) {
+void readColor(RenderSettings& s, const ValueReader& v) {
   s.value = v.fixed(kValue) / 100.0f;
   s.valueDispersion = v.fixed(kValueDispersion) / 100.0f;
   s.colorSchema = v.popup<ColorSchema>(kColorSchema);
@@ -164,7 +164,7 @@ void readColor(RenderSettings& s, const Reader& v) {
 RenderSettings settingsOf(const Values& values, const FrameFacts& frame) {
   RenderSettings settings;
   readFrame(settings, frame);
-  const Reader reader(values);
+  const ValueReader reader(values);
   readEmitter(settings, reader);
   readLife(settings, reader);
   readMotion(settings, reader);

@@ -1,23 +1,23 @@
 // The bitmap files one behind the other, and a directory of identifier, offset and size that ends
 // with a zero. Offsets instead of addresses leave nothing to relocate when the module is loaded.
-  .section .rodata.brisel_bitmap_files, "a"
-  .globl brisel_bitmap_files
-  .hidden brisel_bitmap_files
-brisel_bitmap_files:
+  .section .rodata.kBriselBitmapFiles, "a"
+  .globl kBriselBitmapFiles
+  .hidden kBriselBitmapFiles
+kBriselBitmapFiles:
 
-  .section .rodata.brisel_bitmap_directory, "a"
+  .section .rodata.kBriselBitmapDirectory, "a"
   .balign 4
-  .globl brisel_bitmap_directory
-  .hidden brisel_bitmap_directory
-brisel_bitmap_directory:
+  .globl kBriselBitmapDirectory
+  .hidden kBriselBitmapDirectory
+kBriselBitmapDirectory:
 
   .macro bitmap_file identifier, file
-  .section .rodata.brisel_bitmap_files
+  .section .rodata.kBriselBitmapFiles
 1:
   .incbin "\file"
 2:
-  .section .rodata.brisel_bitmap_directory
-  .long \identifier, 1b - brisel_bitmap_files, 2b - 1b
+  .section .rodata.kBriselBitmapDirectory
+  .long \identifier, 1b - kBriselBitmapFiles, 2b - 1b
   .endm
 
 #define BITMAP_FILE(identifier, file) bitmap_file identifier, file

@@ -14,15 +14,15 @@ struct DirectoryEntry {
 }  // namespace
 
 // bitmaps.S
-extern "C" const unsigned char brisel_bitmap_files[];
-extern "C" const DirectoryEntry brisel_bitmap_directory[];
+extern "C" const unsigned char kBriselBitmapFiles[];
+extern "C" const DirectoryEntry kBriselBitmapDirectory[];
 
 namespace brisel {
 
 std::optional<EmbeddedBitmap> findEmbeddedBitmap(int identifier) {
-  for (const DirectoryEntry* entry = brisel_bitmap_directory; entry->identifier != 0; ++entry) {
+  for (const DirectoryEntry* entry = kBriselBitmapDirectory; entry->identifier != 0; ++entry) {
     if (entry->identifier == identifier) {
-      return EmbeddedBitmap{identifier, {brisel_bitmap_files + entry->offset, entry->size}};
+      return EmbeddedBitmap{identifier, {kBriselBitmapFiles + entry->offset, entry->size}};
     }
   }
   return std::nullopt;
