@@ -17,7 +17,7 @@ brisel::MutableImageView viewOf(std::vector<std::uint16_t>& pixels, bool deep) {
 Canvas::Canvas(bool deep, const brisel::Kernels& kernels)
     : pixels_(static_cast<std::size_t>(kWidth) * kHeight * 4),
       image_(viewOf(pixels_, deep)),
-      painter_(image_, kernels) {
+      painter_({.kernels = &kernels}) {
   settings_.frameWidth = kWidth;
   settings_.frameHeight = kHeight;
   settings_.highQuality = true;
@@ -28,9 +28,15 @@ void Canvas::clear() {
   std::ranges::fill(pixels_, std::uint16_t{0});
 }
 
-std::int64_t Canvas::coveredPixels(const std::function<void()>& paint) {
+void Canvas::paint(const Compose& compose, int times) {
+  painter_.paint({.output = image_, .keepsOutput = true}, [&](brisel::SpriteList& sprites) {
+    for (int i = 0; i < times; ++i) compose({settings_, random_, state_, &sprites});
+  });
+}
+
+std::int64_t Canvas::coveredPixels(const Compose& compose) {
   clear();
-  paint();
+  paint(compose, 1);
   const auto bytes = static_cast<std::size_t>(image_.pixelBytes());
   static constexpr std::uint8_t kEmpty[8] = {};
   std::int64_t covered = 0;

@@ -7,6 +7,7 @@
 
 #include "core/random.h"
 #include "core/render_settings.h"
+#include "render/painter.h"
 #include "render/stars/compose.h"
 
 namespace bench {
@@ -18,11 +19,14 @@ class Canvas {
 
   Canvas(bool deep, const brisel::Kernels& kernels);
 
-  const brisel::Composition& composition() const { return composition_; }
+  using Compose = std::function<void(const brisel::Composition&)>;
+
+  /// Composes as often as told, and paints it all on what is there.
+  void paint(const Compose& compose, int times);
   void clear();
 
-  /// The pixels that `paint` changes on an empty frame.
-  std::int64_t coveredPixels(const std::function<void()>& paint);
+  /// The pixels that one painting changes on an empty frame.
+  std::int64_t coveredPixels(const Compose& compose);
 
  private:
   std::vector<std::uint16_t> pixels_;
@@ -31,7 +35,6 @@ class Canvas {
   brisel::SpriteState state_;
   brisel::MutableImageView image_;
   brisel::Painter painter_;
-  brisel::Composition composition_{settings_, random_, state_, painter_};
 };
 
 }  // namespace bench

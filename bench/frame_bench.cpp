@@ -13,6 +13,7 @@
 #include "hostkit/module.h"
 #include "hostkit/session.h"
 #include "rates.h"
+#include "render/painter.h"
 #include "render/stars/compose.h"
 
 namespace {
@@ -164,10 +165,11 @@ void paintCrowd(benchmark::State& state, const brisel::Kernels& kernels) {
   Crowd crowd;
   brisel::SpriteState sprites;
   const brisel::MutableImageView output{crowd.pixels.data(), 1920, 1080, 1920 * 4};
-  brisel::Painter painter(output, kernels);
-  const brisel::Composition composition{crowd.settings, crowd.random, sprites, painter};
+  brisel::Painter painter({.kernels = &kernels});
   for ([[maybe_unused]] auto _ : state) {
-    drawAllStars(composition, crowd.stars);
+    painter.paint({.output = output, .keepsOutput = true}, [&](brisel::SpriteList& list) {
+      drawAllStars({crowd.settings, crowd.random, sprites, &list}, crowd.stars);
+    });
     benchmark::ClobberMemory();
   }
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <optional>
 
 #include "core/random.h"
 #include "effect/settings.h"
@@ -20,10 +21,6 @@
 
 namespace brisel {
 namespace {
-
-const Kernels& kernelsOf(const FrameViews& views) {
-  return views.kernels != nullptr ? *views.kernels : kernelsNamed(nullptr);
-}
 
 std::size_t arrayBytes(std::int32_t capacity) {
   return static_cast<std::size_t>(capacity) * sizeof(Particle);
@@ -81,11 +78,10 @@ void advance(PreparedFrame& frame, const FrameState& state) {
   state.emissionAccumulator = population.emissionAccumulator;
 }
 
-void paintStars(const PreparedFrame& frame, const MutableImageView& output, const Kernels& kernels,
-                const FrameState& state) {
+/// Random numbers and lasting changes of stars happen here as well, and need no list of sprites.
+void compose(const PreparedFrame& frame, const FrameState& state, SpriteList* sprites) {
   state.sprites.rainbowShift = frame.settings.colorRainbow;
-  Painter painter(output, kernels);
-  drawAllStars({frame.settings, state.random, state.sprites, painter},
+  drawAllStars({frame.settings, state.random, state.sprites, sprites},
                {state.stars, static_cast<std::size_t>(state.starCount)});
 }
 
@@ -118,21 +114,20 @@ void resetState(const FrameState& state) {
 void renderFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
                  const FrameState* state) {
   PreparedFrame frame(values, views, mask);
-  if (state != nullptr) {
-    advance(frame, *state);
-    paintStars(frame, views.output, kernelsOf(views), *state);
-  }
-  kernelsOf(views).mixWithInput(views.output, views.input, frame.settings.mixWithOriginal);
+  if (state != nullptr) advance(frame, *state);
+  std::optional<Painter> own;
+  Painter& painter = views.painter != nullptr ? *views.painter : own.emplace();
+  painter.paint({views.output, views.input, frame.settings.mixWithOriginal},
+                [&](SpriteList& sprites) {
+                  if (state != nullptr) compose(frame, *state, &sprites);
+                });
 }
 
 void stepFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
                const FrameState& state) {
   PreparedFrame frame(values, views, mask);
   advance(frame, state);
-  // Random numbers and lasting changes of stars happen where stars are painted, however little of
-  // them there is to see.
-  std::uint8_t pixel[8] = {};
-  paintStars(frame, {pixel, 1, 1, sizeof pixel, views.output.format}, kernelsOf(views), state);
+  compose(frame, state, nullptr);
 }
 
 }  // namespace brisel

@@ -42,8 +42,7 @@ void resetState(const FrameState& state);
 void renderFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
                  const FrameState* state);
 
-/// Advances the state as renderFrame does, but keeps no pixels. Of the output
-/// only size and format count.
+/// Advances the state as renderFrame does, but keeps no pixels. Of the output only the size counts.
 void stepFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
                const FrameState& state);
 

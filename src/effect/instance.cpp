@@ -5,8 +5,8 @@
 #include <new>
 #include <utility>
 
+#include "core/floating_point_guard.h"
 #include "core/random.h"
-#include "effect/floating_point_guard.h"
 #include "effect/frame.h"
 #include "effect/saved_state.h"
 #include "engine/particle.h"
@@ -34,11 +34,6 @@ FrameViews normalized(FrameViews views) {
   const ImageView& input = views.input;
   if (input.width <= 0 || input.height <= 0 || input.bytes == nullptr) views.input = {};
   return views;
-}
-
-void clear(const MutableImageView& view) {
-  const auto rowBytes = static_cast<std::size_t>(view.pixelBytes() * view.width);
-  for (std::int32_t y = 0; y < view.height; ++y) std::memset(view.at(0, y), 0, rowBytes);
 }
 
 }  // namespace
@@ -117,7 +112,6 @@ bool Instance::render(const Values& values, std::int32_t time, const FrameViews&
     return false;
   }
   const FloatingPointGuard floatingPoint;
-  clear(views.output);
   const FrameState state = state_->view();
   if (time < 1) resetState(state);
   renderFrame(values, normalized(views), mask, &state);

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "effect/floating_point_guard.h"
+#include "core/floating_point_guard.h"
 #include "plugin/controls/panel.h"
 #include "plugin/host_parameters.h"
 #include "plugin/locked_handle.h"
@@ -30,7 +30,7 @@ PF_Err showAbout(PF_OutData& out) {
                 "Corvane - Brisel 2.0\r"
                 "Stars that leave points, paths and circles, shine, drift, fade and burst.\r"
                 "Instruction set: %s",
-                moduleState().kernels->name);
+                moduleState().painter.kernels().name);
   return PF_Err_NONE;
 }
 
@@ -38,7 +38,7 @@ PF_Err setUpGlobally(PF_OutData& out) {
   ModuleState& module = moduleState();
   module.folders = findFolders();
   LoadGreyTexture(module.greyTexture, 999, 30, 30, 1.0f);
-  module.kernels = &kernelsNamed(std::getenv("BRISEL_INSTRUCTIONS"));
+  module.painter.useKernels(kernelsNamed(std::getenv("BRISEL_INSTRUCTIONS")));
   out.my_version = kEffectVersion;
   out.out_flags = kOutFlags;
   out.out_flags2 = kOutFlags2;

@@ -7,7 +7,7 @@
 #include "plugin/controls/parameter_file.h"
 #include "plugin/controls/resource_image.h"
 #include "plugin/module_folders.h"
-#include "render/kernels.h"
+#include "render/painter.h"
 #include "render/stars/compose.h"
 
 namespace brisel {
@@ -18,7 +18,7 @@ struct ModuleState {
   SpriteState sprites;      // shared by all instances, as one render leaves it to the next
   FrameSize frameSize;      // of the last render; a preset's points are fractions of it
   HeaderState header;
-  const Kernels* kernels = &kernelsNamed(nullptr);  // chosen at global set-up
+  Painter painter;  // on the host's thread; its kernels are chosen at global set-up
 };
 
 ModuleState& moduleState();

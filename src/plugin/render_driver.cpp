@@ -26,9 +26,10 @@ MutableImageView outputView(PF_LayerDef& output) {
           output.rowbytes, formatOf(output)};
 }
 
-/// Empty when the host gives no input; never wider than its rows.
-ImageView inputView(const PF_LayerDef& input, PixelFormat format) {
-  if (input.data == nullptr) return {};
+/// Empty when the host gives no input, or the output for one; never wider than its rows.
+ImageView inputView(const PF_LayerDef& input, const PF_LayerDef& output) {
+  if (input.data == nullptr || input.data == output.data) return {};
+  const PixelFormat format = formatOf(output);
   ImageView view{reinterpret_cast<const std::uint8_t*>(input.data), 0, std::max(input.height, 0),
                  input.rowbytes, format};
   const auto widest = static_cast<std::int32_t>(input.rowbytes / view.pixelBytes());
@@ -49,6 +50,16 @@ void clear(PF_LayerDef& world) {
   std::memset(world.data, 0, bytes);
 }
 
+/// Rows are cleared as far as they go, and painting leaves alone what is no pixel.
+void clearPadding(PF_LayerDef& world) {
+  const MutableImageView view = outputView(world);
+  const std::ptrdiff_t pixelBytes = view.pixelBytes() * view.width;
+  if (pixelBytes == view.rowBytes) return;
+  for (std::int32_t y = 0; y < view.height; ++y) {
+    std::memset(view.at(view.width, y), 0, static_cast<std::size_t>(view.rowBytes - pixelBytes));
+  }
+}
+
 FrameState frameState(SequenceState& state) {
   return {state.stars,
           state.capacity,
@@ -59,18 +70,13 @@ FrameState frameState(SequenceState& state) {
           moduleState().sprites};
 }
 
-}  // namespace
-
-PF_Err renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
-                   PF_LayerDef& output) {
-  if (!isSound(output)) return PF_Err_NONE;
-  clear(output);
-  if (!hasAllParameters(in, params)) return PF_Err_NONE;
-
-  moduleState().frameSize = {output.width, output.height};
+void renderSoundFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
+                      PF_LayerDef& output) {
+  ModuleState& module = moduleState();
+  module.frameSize = {output.width, output.height};
   const Values values = readValues(params);
-  const FrameViews views{outputView(output), inputView(params[kInputLayer]->u.ld, formatOf(output)),
-                         in.width, in.quality == PF_Quality_HI, moduleState().kernels};
+  const FrameViews views{outputView(output), inputView(params[kInputLayer]->u.ld, output), in.width,
+                         in.quality == PF_Quality_HI, &module.painter};
   const MaskPath mask(in, values[kPath].number);
   std::optional<LockedHandle> locked;
   if (hasHandleCallbacks(in)) locked.emplace(*in.utils, out.sequence_data);
@@ -81,6 +87,24 @@ PF_Err renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
     const FrameState state = frameState(*sequence);
     if (in.current_time < 1) resetState(state);
     renderFrame(values, views, mask.outline(), &state);
+  }
+  clearPadding(output);
+}
+
+}  // namespace
+
+PF_Err renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
+                   PF_LayerDef& output) {
+  if (!isSound(output)) return PF_Err_NONE;
+  if (!hasAllParameters(in, params)) {
+    clear(output);
+    return PF_Err_NONE;
+  }
+  try {
+    renderSoundFrame(in, out, params, output);
+  } catch (...) {
+    clear(output);  // part of a frame, or none
+    throw;
   }
   return PF_Err_NONE;
 }

@@ -12,23 +12,30 @@
 
 namespace brisel {
 
+struct RayShape;
+
 /// The most pixels that any instruction set takes at a time.
 inline constexpr int kMostLanes = 16;
 
 /// Functions that read what they are given and write pixels of the image, and nothing else; they
-/// allocate nothing. A sprite's grid is where its own rows and columns fall on the image.
+/// allocate nothing. A sprite's grid is where its own rows and columns fall on the image, and
+/// `rows`, all of them the image's, are those to paint: the bytes do not depend on how an image is
+/// divided into them.
 struct Kernels {
   const char* name;  // of the instruction set
   int lanes;         // pixels at a time
   void (*glow)(const MutableImageView& image, const PixelGrid& grid, const GlowSpec& glow);
   void (*blics)(const MutableImageView& image, const PixelGrid& grid, const BlicsSpec& blics);
   void (*cross)(const MutableImageView& image, const PixelGrid& grid, const CrossSpec& cross);
-  void (*rays)(const MutableImageView& image, const RaySpec& rays);
+  /// `built` holds the shapes of all rays; they are built as they are painted when it is null.
+  void (*rays)(const MutableImageView& image, IndexRange rows, const RaySpec& rays,
+               const RayShape* built);
   void (*run)(const MutableImageView& image, const RunSpec& run);
   /// The last step of a frame: mixes the input under the stars by `mode` (Normal or Add; anything
   /// else does nothing). Both images have the same format. The input counts as transparent black
   /// outside its own bounds.
-  void (*mixWithInput)(const MutableImageView& stars, const ImageView& input, MixMode mode);
+  void (*mixWithInput)(const MutableImageView& stars, IndexRange rows, const ImageView& input,
+                       MixMode mode);
 };
 
 /// Those that this processor can run, narrowest first; the first is the plain one.

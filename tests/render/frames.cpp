@@ -4,6 +4,8 @@
 #include <cstring>
 #include <optional>
 
+#include "render/painter.h"
+
 namespace tests {
 
 Frame::Frame(std::int32_t width, std::int32_t height, bool deep)
@@ -67,8 +69,10 @@ void paintWithAll(const Scene& scene, const Frame& frame, const Compose& compose
     Frame painted = frame;
     brisel::RandomGenerator random;
     brisel::SpriteState state = scene.state;
-    brisel::Painter painter(painted.view(), *kernels);
-    compose({scene.settings, random, state, painter});
+    brisel::Painter painter({.kernels = kernels});
+    painter.paint({.output = painted.view(), .keepsOutput = true}, [&](auto& sprites) {
+      compose({scene.settings, random, state, &sprites});
+    });
     EXPECT_EQ(random.state(), 0u) << "painting takes no random number";
     if (!first) {
       first = painted;

@@ -6,6 +6,7 @@
 
 #include <limits>
 
+#include "render/painter.h"
 #include "tests/render/frames.h"
 
 namespace {
@@ -147,10 +148,12 @@ TEST(Sprites, HugeRaysJustAboveTheFrameLeaveItAlone) {
     tests::Frame frame = empty;
     tests::Scene scene;
     brisel::RandomGenerator random;
-    brisel::Painter painter(frame.view(), *kernels);
-    brisel::drawRayStar({scene.settings, random, scene.state, painter},
-                        {{30.0f, -2.0f}, 1.1f, {255, 0, 0}, 1.0f, BlendRule::Over},
-                        {StarType::Type1, 2e9f, 0.0f, 1.0f});
+    brisel::Painter painter({.kernels = kernels});
+    painter.paint({.output = frame.view(), .keepsOutput = true}, [&](auto& sprites) {
+      brisel::drawRayStar({scene.settings, random, scene.state, &sprites},
+                          {{30.0f, -2.0f}, 1.1f, {255, 0, 0}, 1.0f, BlendRule::Over},
+                          {StarType::Type1, 2e9f, 0.0f, 1.0f});
+    });
     expectSame(frame, empty);
   }
 }
@@ -164,6 +167,7 @@ TEST(Sprites, AbsurdNumbersAreHarmless) {
   const brisel::Rgb red = {255, 0, 0};
   for (const bool deep : {false, true}) {
     const tests::Frame empty(kWidth, kHeight, deep);
+    brisel::Painter painter;
     for (const float a : numbers) {
       for (const float b : numbers) {
         for (const float size : {20.0f, a, b}) {
@@ -171,19 +175,21 @@ TEST(Sprites, AbsurdNumbersAreHarmless) {
           tests::Scene scene;
           scene.settings.highQuality = true;
           brisel::RandomGenerator random;
-          brisel::Painter painter(frame.view(), *brisel::availableKernels().back());
-          const Composition c{scene.settings, random, scene.state, painter};
-          const SpriteLook look{{a, b}, size, red, 1.0f, BlendRule::Over};
-          for (int type = 1; type <= 5; ++type) {
-            drawRayStar(c, look, {static_cast<StarType>(type), b, a, 4.0f});
-          }
-          scene.state.crossVariant = brisel::kTexturedCross;
-          scene.state.rainbowShift = 125.0f;
-          drawCrossStar(c, look, b);
-          drawGlowStar(c, look, brisel::GlowProfile::Full);
-          drawGlowStar(c, look, brisel::GlowProfile::Simple);
-          drawBlicsStar(c, look, BlicsProfile::Disc);
-          drawBlicsStar(c, look, BlicsProfile::Ring, 0.1f);
+          const auto compose = [&](brisel::SpriteList& sprites) {
+            const Composition c{scene.settings, random, scene.state, &sprites};
+            const SpriteLook look{{a, b}, size, red, 1.0f, BlendRule::Over};
+            for (int type = 1; type <= 5; ++type) {
+              drawRayStar(c, look, {static_cast<StarType>(type), b, a, 4.0f});
+            }
+            scene.state.crossVariant = brisel::kTexturedCross;
+            scene.state.rainbowShift = 125.0f;
+            drawCrossStar(c, look, b);
+            drawGlowStar(c, look, brisel::GlowProfile::Full);
+            drawGlowStar(c, look, brisel::GlowProfile::Simple);
+            drawBlicsStar(c, look, BlicsProfile::Disc);
+            drawBlicsStar(c, look, BlicsProfile::Ring, 0.1f);
+          };
+          painter.paint({.output = frame.view(), .keepsOutput = true}, compose);
           if (!(std::abs(a) < 1e3f) || !(std::abs(b) < 1e3f)) {
             if (size == 20.0f) expectSame(frame, empty);
           }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "render/painter.h"
 #include "render/stars/compose.h"
 #include "tests/render/frames.h"
 
@@ -23,14 +24,18 @@ TEST(Stars, AreShownToTheEndOfTheirLifeAndNotAfterIt) {
   star.lifeTime = 9.0f;
   brisel::RandomGenerator random;
   brisel::SpriteState state;
-  brisel::Painter painter{frame.view(), *brisel::availableKernels().back()};
-  const brisel::Composition composition{settings, random, state, painter};
+  brisel::Painter painter;
+  const auto paint = [&] {
+    painter.paint({.output = frame.view()}, [&](brisel::SpriteList& sprites) {
+      brisel::composeStars({settings, random, state, &sprites}, {&star, 1});
+    });
+  };
 
   star.age = 9.01f;
-  drawAllStars(composition, {&star, 1});
+  paint();
   expectSame(frame, tests::Frame(64, 48, false));
   star.age = 9.0f;
-  drawAllStars(composition, {&star, 1});
+  paint();
   EXPECT_GT(frame.channel(20, 20, 1), 0);
 }
 

@@ -32,7 +32,6 @@ IndexRange visibleSteps(IndexRange range, std::int32_t extent, const StepMap& ma
 /// neighbor's.
 bool risesByOne(IndexRange range, const StepMap& map) {
   const float first = map.positionOf(range.begin);
-  if (first < 0.0f) return false;
   const float largest = std::max(std::fabs(static_cast<float>(range.begin) + map.origin),
                                  std::fabs(static_cast<float>(range.end) + map.origin));
   const float slack = (largest + std::fabs(map.reach)) * 0x1p-21f;
@@ -43,6 +42,10 @@ bool risesByOne(IndexRange range, const StepMap& map) {
 /// Replaces `runs` by the runs of the steps in `range`, all of which are visible.
 void collectRuns(IndexRange range, const StepMap& map, std::vector<StepRun>& runs) {
   runs.clear();
+  // Those that are truncated upward share the first pixel with those that follow.
+  for (; !range.empty() && map.positionOf(range.begin) < 0.0f; ++range.begin) {
+    runs.push_back({range.begin, 0, 1});
+  }
   if (range.empty()) return;
   if (risesByOne(range, map)) {
     runs.push_back({range.begin, map.pixelOf(range.begin), range.end - range.begin});
@@ -58,12 +61,28 @@ void collectRuns(IndexRange range, const StepMap& map, std::vector<StepRun>& run
   }
 }
 
+/// Leaves of `runs` what falls on `pixels`.
+void keepPixels(IndexRange pixels, std::vector<StepRun>& runs) {
+  for (StepRun& run : runs) {
+    const IndexRange kept = overlap({run.pixel, run.pixel + run.count}, pixels);
+    run = {run.step + kept.begin - run.pixel, kept.begin, kept.end - kept.begin};
+  }
+  std::erase_if(runs, [](const StepRun& run) { return run.count <= 0; });
+}
+
 }  // namespace
 
-void PixelGrid::place(const MutableImageView& image, IndexRange steps, StepMap rowMap,
-                      StepMap columnMap) {
+void PixelGrid::place(const MutableImageView& image, IndexRange shownRows, IndexRange steps,
+                      StepMap rowMap, StepMap columnMap) {
   collectRuns(visibleSteps(steps, image.height, rowMap), rowMap, rows);
+  keepPixels(shownRows, rows);
   collectRuns(visibleSteps(steps, image.width, columnMap), columnMap, columns);
+}
+
+IndexRange pixelsOf(IndexRange steps, std::int32_t extent, const StepMap& map) {
+  if (steps.empty()) return {};
+  const std::int32_t last = map.pixelOf(steps.end - 1);
+  return {std::max(map.pixelOf(steps.begin), 0), last < extent ? last + 1 : extent};
 }
 
 }  // namespace brisel

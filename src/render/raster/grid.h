@@ -5,6 +5,7 @@
 // therefore found once per sprite, as a few runs of neighboring pixels.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -13,12 +14,16 @@
 
 namespace brisel {
 
-/// Steps begin, begin + 1, ... end - 1.
+/// Steps, rows or columns begin, begin + 1, ... end - 1.
 struct IndexRange {
   std::int32_t begin = 0;
   std::int32_t end = 0;
   bool empty() const { return begin >= end; }
 };
+
+inline IndexRange overlap(IndexRange a, IndexRange b) {
+  return {std::max(a.begin, b.begin), std::min(a.end, b.end)};
+}
 
 /// A sprite's steps along one axis of the frame: step 0 lies at `origin` - `reach`.
 struct StepMap {
@@ -44,8 +49,12 @@ struct PixelGrid {
 
   bool empty() const { return rows.empty() || columns.empty(); }
 
-  /// Places a sprite of `steps` on either axis.
-  void place(const MutableImageView& image, IndexRange steps, StepMap rowMap, StepMap columnMap);
+  /// Places a sprite of `steps` on either axis on an image of which only `shownRows` count.
+  void place(const MutableImageView& image, IndexRange shownRows, IndexRange steps, StepMap rowMap,
+             StepMap columnMap);
 };
+
+/// The pixels, of 0 .. extent - 1, between the first and the last that steps fall on.
+IndexRange pixelsOf(IndexRange steps, std::int32_t extent, const StepMap& map);
 
 }  // namespace brisel

@@ -6,6 +6,7 @@
 
 #include "core/image_view.h"
 #include "core/options.h"
+#include "render/raster/grid.h"
 #include "render/raster/pixels.h"
 
 namespace brisel {
@@ -61,9 +62,9 @@ void mixRow(std::uint8_t* output, const std::uint8_t* input, std::ptrdiff_t inpu
 }
 
 template <MixMode kMode, class Pixels, class Isa>
-void mixFrame(const MutableImageView& output, const ImageView& input) {
+void mixRows(const MutableImageView& output, IndexRange rows, const ImageView& input) {
   static constexpr std::uint8_t kTransparent[Pixels::kBytes * Lanes<Isa>::kCount] = {};
-  for (std::int32_t y = 0; y < output.height; ++y) {
+  for (std::int32_t y = rows.begin; y < rows.end; ++y) {
     std::uint8_t* row = output.at(0, y);
     const std::int32_t covered = y < input.height ? std::min(input.width, output.width) : 0;
     if (covered > 0) {
@@ -75,20 +76,21 @@ void mixFrame(const MutableImageView& output, const ImageView& input) {
 }
 
 template <MixMode kMode, class Isa>
-void mixByDepth(const MutableImageView& output, const ImageView& input) {
+void mixByDepth(const MutableImageView& output, IndexRange rows, const ImageView& input) {
   if (output.isDeep()) {
-    mixFrame<kMode, Pixels16<Isa>, Isa>(output, input);
+    mixRows<kMode, Pixels16<Isa>, Isa>(output, rows, input);
   } else {
-    mixFrame<kMode, Pixels8<Isa>, Isa>(output, input);
+    mixRows<kMode, Pixels8<Isa>, Isa>(output, rows, input);
   }
 }
 
 template <class Isa>
-void mixWithInput(const MutableImageView& output, const ImageView& input, MixMode mode) {
+void mixWithInput(const MutableImageView& output, IndexRange rows, const ImageView& input,
+                  MixMode mode) {
   if (mode == MixMode::Normal) {
-    mixByDepth<MixMode::Normal, Isa>(output, input);
+    mixByDepth<MixMode::Normal, Isa>(output, rows, input);
   } else if (mode == MixMode::Add) {
-    mixByDepth<MixMode::Add, Isa>(output, input);
+    mixByDepth<MixMode::Add, Isa>(output, rows, input);
   }
 }
 

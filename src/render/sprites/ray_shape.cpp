@@ -74,7 +74,7 @@ RayLine lineThrough(PointF p, PointF q) {
   return line;
 }
 
-bool buildRay(RayShape& ray, const RaySpec& rays, float angleDegrees) {
+void buildRay(RayShape& ray, const RaySpec& rays, float angleDegrees) {
   constexpr float kLeastHalfWidth = 0.0001f;
   const PointF center = rays.center;
   const float length = rays.length;
@@ -87,16 +87,17 @@ bool buildRay(RayShape& ray, const RaySpec& rays, float angleDegrees) {
   };
   const auto finite = [](PointF p) { return std::isfinite(p.x) && std::isfinite(p.y); };
   ray.length = length;
+  ray.edgeCount = 0;
 
   if (rays.type == StarType::Type1) {
     const PointF corners[3] = {placed(-width, 0.0f), placed(0.0f, length), placed(width, 0.0f)};
-    if (!std::all_of(corners, corners + 3, finite)) return false;
+    if (!std::all_of(corners, corners + 3, finite)) return;
     ray.shading = RayShading::Soft;
     ray.baseHalfWidth = std::max(width, kLeastHalfWidth);
     ray.base = lineThrough(corners[0], center);
     ray.across = lineThrough(center, corners[1]);
     listEdges(ray, std::array{corners[0], corners[2], corners[1]});
-    return true;
+    return;
   }
 
   HalfWidths half = quadHalfWidths(rays.type, width);
@@ -104,7 +105,7 @@ bool buildRay(RayShape& ray, const RaySpec& rays, float angleDegrees) {
   half.tip = std::max(half.tip, kLeastHalfWidth);
   const PointF corners[4] = {placed(half.base, 0.0f), placed(half.tip, length),
                              placed(-half.tip, length), placed(-half.base, 0.0f)};
-  if (!std::all_of(corners, corners + 4, finite)) return false;
+  if (!std::all_of(corners, corners + 4, finite)) return;
   ray.baseHalfWidth = std::max(half.base, half.tip);
   ray.base = lineThrough(corners[0], center);
   if (rays.type == StarType::Type5) {
@@ -116,7 +117,6 @@ bool buildRay(RayShape& ray, const RaySpec& rays, float angleDegrees) {
     ray.across = lineThrough(center, {center.x + length * -s, center.y + length * c});
   }
   listEdges(ray, corners);
-  return true;
 }
 
 }  // namespace brisel

@@ -26,7 +26,7 @@ struct RayEdge {
   bool isLevel;  // within one pixel of horizontal
 };
 
-/// Built anew for each ray, in pixels of the layer.
+/// In pixels of the frame.
 struct RayShape {
   float length = 0.0f;
   float baseHalfWidth = 0.0f;  // the unit of distances across the ray
@@ -39,8 +39,27 @@ struct RayShape {
   float xMin = 0.0f, xMax = 0.0f;
 };
 
-/// Builds the ray at `angleDegrees` of a fan. Returns false when a corner is not a finite point;
-/// such a ray is not painted.
-bool buildRay(RayShape& ray, const RaySpec& rays, float angleDegrees);
+/// Builds the ray at `angleDegrees` of a fan. One with a corner that is not a finite point has no
+/// edges and is not painted.
+void buildRay(RayShape& ray, const RaySpec& rays, float angleDegrees);
+
+/// The angles of a fan's rays, one after the other.
+class RayAngles {
+ public:
+  explicit RayAngles(const RaySpec& rays)
+      : count_(rays.count), step_(360.0f / rays.count), angle_(rays.angleDegrees) {}
+
+  bool atEnd() const { return !(static_cast<float>(index_) < count_); }
+  float degrees() const { return angle_; }
+  std::int32_t index() const { return index_; }
+  void next() {
+    ++index_;
+    angle_ += step_;
+  }
+
+ private:
+  float count_, step_, angle_;
+  std::int32_t index_ = 0;
+};
 
 }  // namespace brisel

@@ -162,11 +162,12 @@ class RayBandPlotter {
 }
 
 template <BlendRule kRule, class Pixels, class Isa, bool kSmooth, class Shader>
-[[gnu::flatten]] void paintRay(const MutableImageView image, const RayShape& ray,
-                               const Shader& shader) {
-  const std::int32_t top = std::min(truncToInt(ray.edges[0].start.y), image.height - 1);
-  if (top < 0 || !(static_cast<float>(top) > ray.yMin)) return;
-  const std::int32_t last = ray.yMin < 0.0f ? 0 : truncToInt(ray.yMin) + 1;
+[[gnu::flatten]] void paintRay(const MutableImageView image, IndexRange rowRange,
+                               const RayShape& ray, const Shader& shader) {
+  const std::int32_t top = std::min(truncToInt(ray.edges[0].start.y), rowRange.end - 1);
+  if (top < rowRange.begin || !(static_cast<float>(top) > ray.yMin)) return;
+  const std::int32_t last =
+      std::max(ray.yMin < 0.0f ? 0 : truncToInt(ray.yMin) + 1, rowRange.begin);
   constexpr std::ptrdiff_t kBytes = Pixels::kBytes;
   EdgeBand bands[std::size(ray.edges)];
   if (kSmooth) {
@@ -198,31 +199,19 @@ template <BlendRule kRule, class Pixels, class Isa, bool kSmooth, class Shader>
   right.finish();
 }
 
-/// Whether no ray of a star can touch the frame, whatever its angle.
-[[gnu::always_inline]] inline bool allLieOutside(const MutableImageView& image,
-                                                 const RaySpec& rays) {
-  // No corner and no band lies farther from the center; the first corner of each ray is not above
-  // it, so that only stars above the frame have rays that are extended to row 0.
-  const float reach = 1.01f * (rays.length + 1.5f * std::fabs(rays.width)) + 16.0f;
-  const auto [x, y] = rays.center;
-  return y + reach < 0.0f || y - reach > static_cast<float>(image.height) ||
-         (y > 1.0f && (x + reach < 0.0f || x - reach > static_cast<float>(image.width)));
-}
-
 template <class Isa>
-void paintRays(const MutableImageView& image, const RaySpec& rays) {
-  if (allLieOutside(image, rays)) return;
+void paintRays(const MutableImageView& image, IndexRange rows, const RaySpec& rays,
+               const RayShape* built) {
   const auto paint = [&]<bool kSmooth, bool kRainbow>() {
     RayShader<Isa, kRainbow> shader(rays, image.fullScale());
-    RayShape ray;
-    const float step = 360.0f / rays.count;
-    float angle = rays.angleDegrees;
+    RayShape own;
     withRule<Isa>(rays.rule, image.isDeep(), [&]<BlendRule kRule, class Pixels>() {
-      for (std::int32_t i = 0; static_cast<float>(i) < rays.count; ++i, angle += step) {
-        if (buildRay(ray, rays, angle) && !missesColumns(ray, image)) {
-          shader.setRay(ray);
-          paintRay<kRule, Pixels, Isa, kSmooth>(image, ray, shader);
-        }
+      for (RayAngles angles(rays); !angles.atEnd(); angles.next()) {
+        if (built == nullptr) buildRay(own, rays, angles.degrees());
+        const RayShape& ray = built != nullptr ? built[angles.index()] : own;
+        if (ray.edgeCount == 0 || missesColumns(ray, image)) continue;
+        shader.setRay(ray);
+        paintRay<kRule, Pixels, Isa, kSmooth>(image, rows, ray, shader);
       }
     });
   };

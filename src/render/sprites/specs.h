@@ -4,16 +4,20 @@
 //
 // Positions and sizes are pixels of the frame, y downward. Colors are 0..255 whatever the depth.
 // `value` is the brightness, 1 being full. `rainbowShift` turns the hue with the distance from the
-// center; 0 leaves the color as it is.
+// center; 0 leaves the color as it is. Glow, blics and cross lie on a grid of as many steps on
+// either axis.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <type_traits>
 
 #include "core/color.h"
 #include "core/geometry.h"
+#include "core/numbers.h"
 #include "core/options.h"
 #include "render/raster/blend_rule.h"
+#include "render/raster/grid.h"
 
 namespace brisel {
 
@@ -35,6 +39,10 @@ struct GlowSpec {
   float rainbowShift;
   float textureMix;  // how far the rainbow shift also grows evenly with the distance
   float glowScale;   // full profile: what exceeds 1 is the share of the radius that is white
+
+  IndexRange steps() const { return {-radius, radius}; }
+  StepMap rowMap() const { return {center.y}; }
+  StepMap columnMap() const { return {center.x}; }
 };
 
 enum class BlicsProfile : std::uint8_t { Disc = 0, Ring = 4 };
@@ -51,6 +59,10 @@ struct BlicsSpec {
   /// The share of the radius from the brightest circle to the edge; a ring's light reaches as far
   /// inward, too.
   float rim;
+
+  IndexRange steps() const { return {-radius, radius}; }
+  StepMap rowMap() const { return {center.y}; }
+  StepMap columnMap() const { return {center.x}; }
 };
 
 /// A four-pointed star with concave sides, plain or with a spiral texture.
@@ -65,6 +77,10 @@ struct CrossSpec {
   float rainbowShift;
   float textureScale;  // how fast the texture's stripes wind
   float textureMix;    // share of the texture in the brightness, and in the rainbow
+
+  IndexRange steps() const { return {0, truncToInt(std::ceil(2.0f * radius))}; }
+  StepMap rowMap() const { return {center.y, radius}; }
+  StepMap columnMap() const { return {center.x, radius}; }
 };
 
 /// A fan of polygonal rays around a center.

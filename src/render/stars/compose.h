@@ -10,7 +10,8 @@
 #include "core/random.h"
 #include "core/render_settings.h"
 #include "engine/particle.h"
-#include "render/painter.h"
+#include "render/sprite_list.h"
+#include "render/sprites/specs.h"
 
 namespace brisel {
 
@@ -35,7 +36,12 @@ struct Composition {
   const RenderSettings& settings;
   RandomGenerator& random;
   SpriteState& state;
-  Painter& painter;
+  SpriteList* sprites;  // null: nothing is to be painted
+
+  template <class Spec>
+  void add(const Spec& sprite) const {
+    if (sprites != nullptr) sprites->add(sprite);
+  }
 };
 
 /// Composes the stars of one frame, oldest first, each as its age and terminate type ask: not

@@ -156,7 +156,7 @@ void drawAllStars(const Composition& composition, std::span<Particle> stars) {
   for (Particle& star : stars) {
     if (star.lifeTime == kFailedPlacement) continue;
     if (dots) {
-      composition.painter.paint(DotSpec{truncToInt(star.x), truncToInt(star.y)});
+      composition.add(DotSpec{truncToInt(star.x), truncToInt(star.y)});
     } else {
       drawStarWithTermination(composition, star);
     }

@@ -34,15 +34,15 @@ void drawGlowStar(const Composition& composition, const SpriteLook& look, GlowPr
   if (radius <= 0) return;
   SpriteState& state = composition.state;
   state.rainbowOn = state.rainbowShift != 0.0f;
-  composition.painter.paint(GlowSpec{.profile = profile,
-                                     .rule = look.rule,
-                                     .radius = radius,
-                                     .center = look.center,
-                                     .color = look.color,
-                                     .value = look.value,
-                                     .rainbowShift = state.rainbowShift,
-                                     .textureMix = state.textureMix,
-                                     .glowScale = state.glowScale});
+  composition.add(GlowSpec{.profile = profile,
+                           .rule = look.rule,
+                           .radius = radius,
+                           .center = look.center,
+                           .color = look.color,
+                           .value = look.value,
+                           .rainbowShift = state.rainbowShift,
+                           .textureMix = state.textureMix,
+                           .glowScale = state.glowScale});
 }
 
 void drawCrossStar(const Composition& composition, const SpriteLook& look, float angleRadians) {
@@ -56,17 +56,17 @@ void drawCrossStar(const Composition& composition, const SpriteLook& look, float
   const auto [x, y] = look.center;
   if (!(std::fabs(x) < kFarthest && std::fabs(y) < kFarthest)) return;
   const bool isTextured = state.crossVariant == kTexturedCross && state.textureMix != 0.0f;
-  composition.painter.paint(CrossSpec{.isTextured = isTextured,
-                                      .rule = look.rule,
-                                      .radius = look.size,
-                                      .center = look.center,
-                                      .cos = cosine(angleRadians),
-                                      .sin = sine(angleRadians),
-                                      .color = look.color,
-                                      .value = look.value,
-                                      .rainbowShift = state.rainbowShift,
-                                      .textureScale = state.textureScale,
-                                      .textureMix = state.textureMix});
+  composition.add(CrossSpec{.isTextured = isTextured,
+                            .rule = look.rule,
+                            .radius = look.size,
+                            .center = look.center,
+                            .cos = cosine(angleRadians),
+                            .sin = sine(angleRadians),
+                            .color = look.color,
+                            .value = look.value,
+                            .rainbowShift = state.rainbowShift,
+                            .textureScale = state.textureScale,
+                            .textureMix = state.textureMix});
 }
 
 void drawBlicsStar(const Composition& composition, const SpriteLook& look, BlicsProfile profile,
@@ -89,14 +89,14 @@ void drawBlicsStar(const Composition& composition, const SpriteLook& look, Blics
     composition.state.textureScale = 0.5f;
   }
   const Recoloring recoloring = recoloringOf(composition.state, look.color, kLeastSaturation);
-  composition.painter.paint(BlicsSpec{.profile = profile,
-                                      .rule = look.rule,
-                                      .radius = radius,
-                                      .center = look.center,
-                                      .color = recoloring.color,
-                                      .value = value,
-                                      .rainbowShift = recoloring.shift,
-                                      .rim = rim});
+  composition.add(BlicsSpec{.profile = profile,
+                            .rule = look.rule,
+                            .radius = radius,
+                            .center = look.center,
+                            .color = recoloring.color,
+                            .value = value,
+                            .rainbowShift = recoloring.shift,
+                            .rim = rim});
 }
 
 void drawRayStar(const Composition& composition, const SpriteLook& look, const RayFan& fan) {
@@ -106,7 +106,7 @@ void drawRayStar(const Composition& composition, const SpriteLook& look, const R
   // Distances along much shorter rays overflow, and are recolored without a shift as well.
   constexpr float kShortest = 1e-6f;
   const bool isEven = state.rainbowShift == 0.0f && look.size > kShortest;
-  composition.painter.paint(
+  composition.add(
       RaySpec{.type = fan.type,
               .rule = look.rule,
               .isSmooth = composition.settings.highQuality,

@@ -1,0 +1,141 @@
+#include "render/sprite_list.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "core/numbers.h"
+
+namespace brisel {
+
+void SpriteList::begin(FrameSize frame, std::int32_t rowsPerBand, std::function<void()> whenFull) {
+  frame_ = frame;
+  rowShift_ = std::countr_zero(static_cast<std::uint32_t>(rowsPerBand));
+  whenFull_ = std::move(whenFull);
+  sprites_.clear();
+  sprites_.reserve(kMostSprites);
+  shapeCount_ = 0;
+  bands_.resize(static_cast<std::size_t>(((frame.height - 1) >> rowShift_) + 1));
+  resetBands();
+}
+
+void SpriteList::resetBands() {
+  for (std::int32_t band = 0; band < bandCount(); ++band) {
+    Band& marks = bands_[static_cast<std::size_t>(band)];
+    const std::int32_t first = band << rowShift_;
+    marks.touched = {first, first};
+    marks.sprites.fill(0);
+  }
+}
+
+IndexRange SpriteList::rowsOf(std::int32_t band) const {
+  const std::int32_t first = band << rowShift_;
+  return {first, first + std::min(std::int32_t{1} << rowShift_, frame_.height - first)};
+}
+
+IndexRange SpriteList::touchedRowsOf(std::int32_t band) const {
+  return bands_[static_cast<std::size_t>(band)].touched;
+}
+
+void SpriteList::add(const DotSpec& dot) {
+  const bool isInside = dot.x >= 0 && dot.x < frame_.width && dot.y >= 0 && dot.y < frame_.height;
+  if (isInside) keep(dot, {dot.y, dot.y + 1});
+}
+
+void SpriteList::add(const GlowSpec& glow) {
+  keep(glow, rowsOnGrid(glow.steps(), glow.rowMap(), glow.columnMap()));
+}
+
+void SpriteList::add(const BlicsSpec& blics) {
+  keep(blics, rowsOnGrid(blics.steps(), blics.rowMap(), blics.columnMap()));
+}
+
+void SpriteList::add(const CrossSpec& cross) {
+  keep(cross, rowsOnGrid(cross.steps(), cross.rowMap(), cross.columnMap()));
+}
+
+void SpriteList::add(const RaySpec& rays) {
+  // No corner of a ray lies farther from the center. Bands beside a ray reach farther, but only in
+  // the rows between its corners; and a ray that ends less than a pixel above the frame shows in
+  // row 0, there with its edges prolonged far beyond its corners.
+  const auto [x, y] = rays.center;
+  const float reach = 1.01f * (rays.length + 1.5f * std::fabs(rays.width)) + 2.0f +
+                      (std::fabs(x) + std::fabs(y)) * 0x1p-20f;
+  const float width = static_cast<float>(frame_.width);
+  constexpr float kFarthestBand = 14.0f;
+  const float across = reach + kFarthestBand;
+  if (y > 1.0f && (x + across < 0.0f || x - across > width)) return;
+  // Corners that are no numbers are found out later.
+  const float first = y - reach;
+  const float last = y + reach;
+  const IndexRange rows{
+      first > 0.0f ? truncToInt(first) : 0,
+      last < static_cast<float>(frame_.height) ? truncToInt(last) + 1 : frame_.height};
+  const bool liesInOneBand = rows.begin >> rowShift_ == (rows.end - 1) >> rowShift_;
+  if (liesInOneBand || rays.count > static_cast<float>(kMostRays))
+    return keep(ListedRays{rays}, rows);
+  const auto count = static_cast<std::uint32_t>(std::ceil(rays.count));
+  if (shapeCount_ + count > kMostRays) paintNow();
+  const std::uint32_t begin = shapeCount_;
+  shapeCount_ += count;
+  if (shapes_.size() < shapeCount_) {
+    shapes_.reserve(kMostRays);
+    shapes_.resize(shapeCount_);
+  }
+  keep(ListedRays{rays, begin, count}, rows);
+}
+
+IndexRange SpriteList::rowsOnGrid(IndexRange steps, const StepMap& rowMap,
+                                  const StepMap& columnMap) const {
+  if (pixelsOf(steps, frame_.width, columnMap).empty()) return {};
+  return pixelsOf(steps, frame_.height, rowMap);
+}
+
+/// `rows` lie in the frame, or are none.
+template <class Spec>
+void SpriteList::keep(const Spec& spec, IndexRange rows) {
+  if (rows.empty()) return;
+  const std::size_t index = sprites_.size();
+  sprites_.emplace_back(spec);
+  const auto mark = std::uint64_t{1} << index % 64;
+  for (std::int32_t band = rows.begin >> rowShift_; band <= (rows.end - 1) >> rowShift_; ++band) {
+    Band& marks = bands_[static_cast<std::size_t>(band)];
+    marks.sprites[index / 64] |= mark;
+    const IndexRange here = overlap(rows, rowsOf(band));
+    marks.touched = marks.touched.empty() ? here
+                                          : IndexRange{std::min(marks.touched.begin, here.begin),
+                                                       std::max(marks.touched.end, here.end)};
+  }
+  if (sprites_.size() == kMostSprites) paintNow();
+}
+
+void SpriteList::paintNow() {
+  whenFull_();
+  sprites_.clear();
+  shapeCount_ = 0;
+  resetBands();
+}
+
+std::int32_t SpriteList::partCount() const {
+  return shapeCount_ == 0 ? 0 : static_cast<std::int32_t>((sprites_.size() + kPart - 1) / kPart);
+}
+
+void SpriteList::buildRaysIn(std::int32_t part) {
+  const std::size_t first = static_cast<std::size_t>(part) * kPart;
+  const std::size_t end = std::min(first + kPart, sprites_.size());
+  for (std::size_t i = first; i < end; ++i) {
+    const auto* fan = std::get_if<ListedRays>(&sprites_[i]);
+    if (fan == nullptr || fan->count == 0) continue;
+    for (RayAngles angles(fan->spec); !angles.atEnd(); angles.next()) {
+      const auto index = static_cast<std::size_t>(angles.index());
+      buildRay(shapes_[fan->first + index], fan->spec, angles.degrees());
+    }
+  }
+}
+
+std::size_t SpriteList::memoryBytes() const {
+  return sprites_.capacity() * sizeof(Sprite) + shapes_.capacity() * sizeof(RayShape) +
+         bands_.capacity() * sizeof(Band);
+}
+
+}  // namespace brisel
