@@ -25,8 +25,14 @@ set(rooms core platform contour engine render presets effect)
 set(config lib/cmake/brisel)
 list(TRANSFORM rooms PREPEND brisel_ OUTPUT_VARIABLE libraries)
 install(TARGETS ${libraries} EXPORT brisel ARCHIVE DESTINATION lib COMPONENT development)
-install(EXPORT brisel DESTINATION ${config} NAMESPACE brisel:: FILE brisel-config.cmake
+install(EXPORT brisel DESTINATION ${config} NAMESPACE brisel:: FILE brisel-targets.cmake
   COMPONENT development)
+set(config_file ${PROJECT_BINARY_DIR}/brisel-config.cmake)
+file(CONFIGURE OUTPUT ${config_file} CONTENT
+"include(CMakeFindDependencyMacro)
+find_dependency(Threads)
+include(\${CMAKE_CURRENT_LIST_DIR}/brisel-targets.cmake)
+" @ONLY)
 foreach(room core engine render presets effect)
   install(DIRECTORY src/${room} DESTINATION include/brisel COMPONENT development
     FILES_MATCHING PATTERN "*.h" PATTERN simd EXCLUDE)
@@ -34,7 +40,7 @@ endforeach()
 include(CMakePackageConfigHelpers)
 set(version_file ${PROJECT_BINARY_DIR}/brisel-config-version.cmake)
 write_basic_package_version_file(${version_file} COMPATIBILITY SameMajorVersion)
-install(FILES ${version_file} DESTINATION ${config} COMPONENT development)
+install(FILES ${config_file} ${version_file} DESTINATION ${config} COMPONENT development)
 
 set(CPACK_PACKAGE_NAME brisel)
 set(CPACK_STRIP_FILES ON)

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "engine/mask_outline.h"
+#include "render/painter.h"
 
 namespace {
 
@@ -70,9 +71,10 @@ class Clip {
   }
 
   Instance instance;
+  Painter* painter = nullptr;
 
  private:
-  FrameViews views() { return {output_.view(), input_.view(), 2 * kWidth, true}; }
+  FrameViews views() { return {output_.view(), input_.view(), 2 * kWidth, true, painter}; }
 
   Values values_;
   Picture output_;
@@ -148,6 +150,17 @@ TEST(Instance, TakesTheMaskThatItsValuesChoose) {
   EXPECT_EQ(frame(values, nullptr), bezier) << "it cannot be had";
   const Bytes masked = frame(values, &mask);
   EXPECT_TRUE(masked != bezier && masked != circle);
+}
+
+TEST(Instance, RendersTheSameFramesWithAPainterThatOthersUseToo) {
+  Painter painter({.threads = 3, .kernels = availableKernels().front()});
+  Clip alone(2), first(2), second(2);
+  first.painter = second.painter = &painter;
+  for (int frame = 0; frame < 9; ++frame) {
+    const Bytes expected = alone.render();
+    ASSERT_EQ(first.render(), expected) << frame;
+    ASSERT_EQ(second.render(), expected) << frame;
+  }
 }
 
 /// Saved bytes with other ones at `offset`, and a checksum that says they are sound.

@@ -27,7 +27,7 @@ TEST(Stars, AreShownToTheEndOfTheirLifeAndNotAfterIt) {
   brisel::Painter painter;
   const auto paint = [&] {
     painter.paint({.output = frame.view()}, [&](brisel::SpriteList& sprites) {
-      brisel::composeStars({settings, random, state, &sprites}, {&star, 1});
+      brisel::drawAllStars({settings, random, state, &sprites}, {&star, 1});
     });
   };
 
