@@ -71,6 +71,7 @@ void SpriteList::add(const RaySpec& rays) {
   const IndexRange rows{
       first > 0.0f ? truncToInt(first) : 0,
       last < static_cast<float>(frame_.height) ? truncToInt(last) + 1 : frame_.height};
+  if (rows.empty()) return;
   const bool liesInOneBand = rows.begin >> rowShift_ == (rows.end - 1) >> rowShift_;
   if (liesInOneBand || rays.count > static_cast<float>(kMostRays))
     return keep(ListedRays{rays}, rows);
