@@ -9,9 +9,9 @@ namespace brisel {
 
 class Painter;
 
-/// Borrowed for the call that it is given to. A `painter` (render/painter.h) may be shared by frames
-/// and instances that are rendered one after the other, and brings threads and instruction set; the
-/// bytes are the same with any.
+/// Borrowed for the call that it is given to. A `painter` (render/painter.h) may be shared by
+/// frames and instances that are rendered one after the other, and brings threads and instruction
+/// set; the bytes are the same with any.
 struct FrameViews {
   MutableImageView output{};    // Argb8 or Argb16; color is not multiplied by alpha
   ImageView input{};            // of the output's format and of any size; may be empty
