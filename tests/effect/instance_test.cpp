@@ -15,18 +15,21 @@ namespace {
 using namespace brisel;
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr std::int32_t kWidth = 72;
-constexpr std::int32_t kHeight = 54;
+constexpr std::int32_t kFrameWidth = 72;
+constexpr std::int32_t kFrameHeight = 54;
 
 /// A picture in memory, with a pixel of padding on each row.
 struct Picture {
   explicit Picture(PixelFormat pixelFormat = PixelFormat::Argb8) : format(pixelFormat) {
-    bytes.resize(static_cast<std::size_t>(rowBytes() * kHeight), 0x5A);
+    bytes.resize(static_cast<std::size_t>(rowBytes() * kFrameHeight), 0x5A);
   }
-  std::ptrdiff_t rowBytes() const { return (kWidth + 1) * (format == PixelFormat::Argb16 ? 8 : 4); }
-  MutableImageView view() { return {bytes.data(), kWidth, kHeight, rowBytes(), format}; }
+  std::ptrdiff_t rowBytes() const {
+    return (kFrameWidth + 1) * (format == PixelFormat::Argb16 ? 8 : 4);
+  }
+  MutableImageView view() { return {bytes.data(), kFrameWidth, kFrameHeight, rowBytes(), format}; }
   MutableImageView upsideDown() {
-    return {bytes.data() + rowBytes() * (kHeight - 1), kWidth, kHeight, -rowBytes(), format};
+    return {bytes.data() + rowBytes() * (kFrameHeight - 1), kFrameWidth, kFrameHeight, -rowBytes(),
+            format};
   }
 
   PixelFormat format;
@@ -35,7 +38,7 @@ struct Picture {
 
 /// All that varies from star to star and frame to frame, of stars of that type.
 Values busyValues(int starType) {
-  Values values({kWidth, kHeight});
+  Values values({kFrameWidth, kFrameHeight});
   values.setNumber(kType, starType);
   values.setNumber(kIntensity, 30);
   values.setNumber(kTimeLife, 9);
@@ -74,7 +77,7 @@ class Clip {
   Painter* painter = nullptr;
 
  private:
-  FrameViews views() { return {output_.view(), input_.view(), 2 * kWidth, true, painter}; }
+  FrameViews views() { return {output_.view(), input_.view(), 2 * kFrameWidth, true, painter}; }
 
   Values values_;
   Picture output_;
@@ -213,15 +216,15 @@ TEST(Instance, WritesThePixelsOfItsOutputAndNothingElse) {
   const Picture input;
   ASSERT_TRUE(Instance().render(values, 0, {upright.view(), {}}));
   ASSERT_TRUE(Instance().render(values, 0, {turned.upsideDown(), {}}));
-  for (std::int32_t y = 0; y < kHeight; ++y) {
+  for (std::int32_t y = 0; y < kFrameHeight; ++y) {
     const std::uint8_t* row = upright.view().at(0, y);
-    EXPECT_EQ(std::memcmp(row, turned.upsideDown().at(0, y), kWidth * 4), 0) << y;
-    EXPECT_EQ(row[kWidth * 4], 0x5A) << "padding of row " << y;
+    EXPECT_EQ(std::memcmp(row, turned.upsideDown().at(0, y), kFrameWidth * 4), 0) << y;
+    EXPECT_EQ(row[kFrameWidth * 4], 0x5A) << "padding of row " << y;
   }
 
   Picture deep(PixelFormat::Argb16);
   MutableImageView narrow = upright.view();
-  narrow.rowBytes = 4 * kWidth - 1;
+  narrow.rowBytes = 4 * kFrameWidth - 1;
   MutableImageView nowhere = upright.view();
   nowhere.bytes = nullptr;
   const Bytes before = upright.bytes;

@@ -42,7 +42,7 @@ struct Sprite {
   std::uint64_t digest;  // of what they paint with the usual dice
 };
 
-void PrintTo(const Sprite& sprite, std::ostream* out) {
+void PrintTo(const Sprite& sprite, std::ostream* out) {  // NOLINT(readability-identifier-naming)
   *out << sprite.name;
 }
 

@@ -94,17 +94,17 @@ class ValuesTest : public ::testing::Test {
     def.param_type = type;
     std::snprintf(def.name, sizeof def.name, "%s", label);
     fill(def.u);
-    ASSERT_EQ(parameters_.add(-1, def), PF_Err_NONE) << label;
+    ASSERT_EQ(parameters.add(-1, def), PF_Err_NONE) << label;
   }
 
   cli::Track bind(const Setting& setting) const {
-    return cli::bindSettings({setting}, parameters_, kFrame).front();
+    return cli::bindSettings({setting}, parameters, kFrame).front();
   }
 
   cli::ParamValue option(const std::string& text) const {
     return cli::valueAt(bind(cli::settingFromOption(text)), 0);
   }
-  hostkit::ParameterSet parameters_;
+  hostkit::ParameterSet parameters;
 };
 
 TEST_F(ValuesTest, OptionsAreReadAsTheirParameterNeedsThem) {
@@ -169,9 +169,9 @@ TEST_F(ValuesTest, KeyframesBlendNumbersAndHoldChoices) {
 
 TEST_F(ValuesTest, TheHostGetsPixelsAndRoundedNumbers) {
   const auto set = [this](const char* label, cli::ParamValue value) -> const PF_ParamDefUnion& {
-    const hostkit::Parameter& parameter = *parameters_.find(label);
-    cli::setParameter(parameters_, parameter, value, kFrame);
-    return parameters_.value(parameter.index).u;
+    const hostkit::Parameter& parameter = *parameters.find(label);
+    cli::setParameter(parameters, parameter, value, kFrame);
+    return parameters.value(parameter.index).u;
   };
   EXPECT_EQ(set("Start", {0.25, 0.5}).td.x_value, 250 << 16);
   EXPECT_EQ(set("Start", {0.25, 0.5}).td.y_value, 250 << 16);

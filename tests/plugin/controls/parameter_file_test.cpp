@@ -32,7 +32,20 @@ SPErr release(const char*, std::int32_t) {
   return 0;
 }
 
-enum Index { Layer, Count, Size, Angle, Check, Color, Start, Popup, Float, Panel, Long, SizeAgain };
+enum Index {
+  kLayer,
+  kCount,
+  kSize,
+  kAngle,
+  kCheck,
+  kColor,
+  kStart,
+  kPopup,
+  kFloat,
+  kPanel,
+  kLong,
+  kSizeAgain
+};
 
 class ParameterFileTest : public tests::FolderTest {
  protected:
@@ -55,21 +68,21 @@ class ParameterFileTest : public tests::FolderTest {
       def.flags = 0x41414141;  // what follows a name that fills its field is no part of it
       pointers[index] = &def;
     };
-    declare(Layer, PF_Param_LAYER, "Input");
-    declare(Count, PF_Param_SLIDER, "Count");
-    declare(Size, PF_Param_FIX_SLIDER, "Size");
-    declare(Angle, PF_Param_ANGLE, "Angle");
-    declare(Check, PF_Param_CHECKBOX, "Check");
-    declare(Color, PF_Param_COLOR, "Color");
-    declare(Start, PF_Param_POINT, "Start");
-    declare(Popup, PF_Param_POPUP, "Popup");
-    declare(Float, PF_Param_FLOAT_SLIDER, "Float");
-    declare(Panel, PF_Param_NO_DATA, "Panel");
-    declare(Long, PF_Param_SLIDER, "A name that fills all thirty-two");
-    declare(SizeAgain, PF_Param_FIX_SLIDER, "Size");
-    for (const Index index : {Count, Check, Popup, Long}) records[index].u.sd.value = 7;
-    for (const Index index : {Size, Angle, SizeAgain}) records[index].u.fd.value = 7 << 16;
-    records[Float].u.fs_d.value = 7;
+    declare(kLayer, PF_Param_LAYER, "Input");
+    declare(kCount, PF_Param_SLIDER, "Count");
+    declare(kSize, PF_Param_FIX_SLIDER, "Size");
+    declare(kAngle, PF_Param_ANGLE, "Angle");
+    declare(kCheck, PF_Param_CHECKBOX, "Check");
+    declare(kColor, PF_Param_COLOR, "Color");
+    declare(kStart, PF_Param_POINT, "Start");
+    declare(kPopup, PF_Param_POPUP, "Popup");
+    declare(kFloat, PF_Param_FLOAT_SLIDER, "Float");
+    declare(kPanel, PF_Param_NO_DATA, "Panel");
+    declare(kLong, PF_Param_SLIDER, "A name that fills all thirty-two");
+    declare(kSizeAgain, PF_Param_FIX_SLIDER, "Size");
+    for (const Index index : {kCount, kCheck, kPopup, kLong}) records[index].u.sd.value = 7;
+    for (const Index index : {kSize, kAngle, kSizeAgain}) records[index].u.fd.value = 7 << 16;
+    records[kFloat].u.fs_d.value = 7;
     out = {};
   }
 
@@ -97,8 +110,8 @@ class ParameterFileTest : public tests::FolderTest {
   // The value that the text after a slider's name gives it.
   std::int32_t count(const std::string& text) {
     apply("Count\r\n" + text);
-    EXPECT_EQ(changed(Count), records[Count].u.sd.value != 7) << text;
-    return records[Count].u.sd.value;
+    EXPECT_EQ(changed(kCount), records[kCount].u.sd.value != 7) << text;
+    return records[kCount].u.sd.value;
   }
   bool changed(Index index) {
     return records[index].uu.change_flags == PF_ChangeFlag_CHANGED_VALUE;
@@ -115,7 +128,7 @@ class ParameterFileTest : public tests::FolderTest {
 
 TEST_F(ParameterFileTest, IsRecognizedByTheBeginningOfItsFirstLine) {
   EXPECT_TRUE(applyBytes("Tessaro parameters of 12 stars\r\n;\r\nCount\r\n3\r\n"));
-  EXPECT_EQ(records[Count].u.sd.value, 3);
+  EXPECT_EQ(records[kCount].u.sd.value, 3);
   for (const std::string header :
        {"tessaro parameters\r\n", "Tessaro  parameters\r\n", "\r\n", ""}) {
     EXPECT_FALSE(applyBytes(header + "Count\r\n3\r\n")) << header;
@@ -132,32 +145,32 @@ TEST_F(ParameterFileTest, StoresByTheTypeOfTheParameter) {
   apply(
       "Size\r\n25.5\r\n;Count\r\nAngle\r\n-90.25\r\nCheck\r\n1\r\nColor\r\n255 200 64 128\r\n"
       "Start\r\n0.5 0.25\r\nPopup\r\n3.9\r\nFloat\r\n0.1\r\nCount\r\n-12.9\r\n");
-  EXPECT_EQ(records[Count].u.sd.value, -12);
-  EXPECT_EQ(records[Size].u.fd.value, 1671168);
-  EXPECT_EQ(records[SizeAgain].u.fd.value, 7 << 16) << "the first of a name";
-  EXPECT_EQ(records[Angle].u.ad.value, -90 * 65536 - 16384);
-  EXPECT_EQ(records[Check].u.bd.value, 1);
-  const PF_Pixel color = records[Color].u.cd.value;
+  EXPECT_EQ(records[kCount].u.sd.value, -12);
+  EXPECT_EQ(records[kSize].u.fd.value, 1671168);
+  EXPECT_EQ(records[kSizeAgain].u.fd.value, 7 << 16) << "the first of a name";
+  EXPECT_EQ(records[kAngle].u.ad.value, -90 * 65536 - 16384);
+  EXPECT_EQ(records[kCheck].u.bd.value, 1);
+  const PF_Pixel color = records[kColor].u.cd.value;
   EXPECT_EQ((std::array{color.red, color.green, color.blue, color.alpha}),
             (std::array<A_u_char, 4>{255, 200, 64, 128}));
-  EXPECT_EQ(records[Popup].u.pd.value, 3);
-  EXPECT_EQ(records[Float].u.fs_d.value, 0.1f);
-  for (int i = Count; i <= Float; ++i) EXPECT_TRUE(changed(Index(i))) << i;
+  EXPECT_EQ(records[kPopup].u.pd.value, 3);
+  EXPECT_EQ(records[kFloat].u.fs_d.value, 0.1f);
+  for (int i = kCount; i <= kFloat; ++i) EXPECT_TRUE(changed(Index(i))) << i;
 }
 
 TEST_F(ParameterFileTest, EqualValuesAreNoChangeForSomeTypes) {
   apply(
       "Count\r\n7\r\nSize\r\n7\r\nAngle\r\n7\r\nCheck\r\n7\r\nColor\r\n0 0 0 0\r\nStart\r\n0 0\r\n"
       "Popup\r\n7\r\nFloat\r\n7\r\n");
-  for (const Index index : {Count, Size, Check}) EXPECT_FALSE(changed(index)) << index;
-  for (const Index index : {Angle, Color, Start, Popup, Float})
+  for (const Index index : {kCount, kSize, kCheck}) EXPECT_FALSE(changed(index)) << index;
+  for (const Index index : {kAngle, kColor, kStart, kPopup, kFloat})
     EXPECT_TRUE(changed(index)) << index;
 }
 
 TEST_F(ParameterFileTest, PointsAreFractionsOfTheFrame) {
   const auto point = [&](const std::string& numbers) {
     apply("Start\r\n" + numbers + "\r\n");
-    return std::pair(records[Start].u.td.x_value, records[Start].u.td.y_value);
+    return std::pair(records[kStart].u.td.x_value, records[kStart].u.td.y_value);
   };
   frame = {100, 50};
   EXPECT_EQ(point("0.5 -0.25"), std::pair(32768 * 100, -16384 * 50));
@@ -198,50 +211,50 @@ TEST_F(ParameterFileTest, NumbersAreReadAsFarAsTheyAreNumbers) {
 
 TEST_F(ParameterFileTest, AMissingNumberIsTheOneBefore) {
   EXPECT_EQ(count("5\r\nSize\r\n[12]\r\nPanel\r\n44\r\nAngle\r\n]\r\n"), 5);
-  EXPECT_EQ(records[Size].u.fd.value, 5 << 16);
-  EXPECT_EQ(records[Angle].u.ad.value, 44 << 16) << "parameters without a value read one too";
-  EXPECT_FALSE(changed(Panel));
+  EXPECT_EQ(records[kSize].u.fd.value, 5 << 16);
+  EXPECT_EQ(records[kAngle].u.ad.value, 44 << 16) << "parameters without a value read one too";
+  EXPECT_FALSE(changed(kPanel));
   apply("Color\r\n10 20 30");
-  const PF_Pixel color = records[Color].u.cd.value;
+  const PF_Pixel color = records[kColor].u.cd.value;
   EXPECT_TRUE(color.red == 10 && color.green == 20 && color.blue == 20 && color.alpha == 20);
   EXPECT_EQ(count("]\r\n"), 0) << "every file starts with 0";
 }
 
 TEST_F(ParameterFileTest, HugeNumbersSaturateOrKeepTheirLowBits) {
   apply("Size\r\n40000\r\nAngle\r\n-1e9\r\nCheck\r\n4294967296e1\r\nPopup\r\n-1e30\r\n");
-  EXPECT_EQ(records[Size].u.fd.value, kMost);
-  EXPECT_EQ(records[Angle].u.ad.value, kLeast);
-  EXPECT_EQ(records[Check].u.bd.value, 0);
-  EXPECT_EQ(records[Popup].u.pd.value, 0);
+  EXPECT_EQ(records[kSize].u.fd.value, kMost);
+  EXPECT_EQ(records[kAngle].u.ad.value, kLeast);
+  EXPECT_EQ(records[kCheck].u.bd.value, 0);
+  EXPECT_EQ(records[kPopup].u.pd.value, 0);
   apply("Check\r\n1e30\r\nPopup\r\n6442450944\r\nColor\r\n300 -1 1e20 -1e20\r\n");
-  EXPECT_EQ(records[Check].u.bd.value, -1);
-  EXPECT_EQ(records[Popup].u.pd.value, kLeast);
-  const PF_Pixel color = records[Color].u.cd.value;
+  EXPECT_EQ(records[kCheck].u.bd.value, -1);
+  EXPECT_EQ(records[kPopup].u.pd.value, kLeast);
+  const PF_Pixel color = records[kColor].u.cd.value;
   EXPECT_TRUE(color.red == 44 && color.green == 255 && color.blue == 255 && color.alpha == 0);
 }
 
 TEST_F(ParameterFileTest, NamesAreWholeLines) {
   EXPECT_EQ(count("3\r\nSize  \r\n1\r\n Angle\r\n1\r\nCheck\tbox\r\n1\r\nFloa\r\n1\r\n"), 3);
-  EXPECT_TRUE(changed(Size) && !changed(Angle) && changed(Check) && !changed(Float));
+  EXPECT_TRUE(changed(kSize) && !changed(kAngle) && changed(kCheck) && !changed(kFloat));
   apply("A name that fills all thirty-two\r\n1\r\ncount\r\n1\r\nCounts\r\n1\r\n");
-  EXPECT_TRUE(changed(Long) && !changed(Count));
+  EXPECT_TRUE(changed(kLong) && !changed(kCount));
   EXPECT_EQ(count("3\r\nA name that fills all thirty-twoA\r\n1\r\n"), 3);
-  EXPECT_FALSE(changed(Long));
+  EXPECT_FALSE(changed(kLong));
   for (const std::size_t length : {1023u, 1024u, 5000u}) {
     EXPECT_EQ(count("1\r\n" + std::string(length, 'x') + "\r\n2\r\nSize\r\n3\r\n"), 1);
-    EXPECT_EQ(records[Size].u.fd.value, 3 << 16);
+    EXPECT_EQ(records[kSize].u.fd.value, 3 << 16);
   }
   apply("Nothing\r\nCount\r\n4\r\n");
-  EXPECT_EQ(records[Count].u.sd.value, 4) << "a name that nobody has is one line";
+  EXPECT_EQ(records[kCount].u.sd.value, 4) << "a name that nobody has is one line";
   EXPECT_EQ(count("1\nSize\n2\n"), 1);
-  EXPECT_FALSE(changed(Size)) << "a bare line feed ends the number, and the next line is lost";
+  EXPECT_FALSE(changed(kSize)) << "a bare line feed ends the number, and the next line is lost";
 }
 
 TEST_F(ParameterFileTest, SomeRecordsMayBeMissing) {
   write("file", "Tessaro parameters\r\nSize\r\n1\r\nCount\r\n2\r\n");
-  pointers[Size] = nullptr;
-  brisel::ApplyParameterFile(path("file").c_str(), SizeAgain, in, out, pointers, frame);
-  EXPECT_TRUE(changed(Count) && !changed(Size) && !changed(SizeAgain));
+  pointers[kSize] = nullptr;
+  brisel::ApplyParameterFile(path("file").c_str(), kSizeAgain, in, out, pointers, frame);
+  EXPECT_TRUE(changed(kCount) && !changed(kSize) && !changed(kSizeAgain));
 }
 
 TEST_F(ParameterFileTest, DamagedFilesDoNoHarm) {
