@@ -2,6 +2,9 @@
 # multiply-add would round once where the others round twice. That nobody reads errno or floating
 # point traps changes no value and lets square roots and selects be inlined.
 function(brisel_keep_bytes target)
+  if(NOT PROJECT_IS_TOP_LEVEL)  # whose other parts may be built with fast math
+    target_compile_options(${target} PRIVATE -fno-fast-math)
+  endif()
   target_compile_options(${target} PRIVATE
     -ffp-contract=off -fno-math-errno -fno-trapping-math)
   if(WIN32)

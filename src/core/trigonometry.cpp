@@ -27,15 +27,19 @@ struct Reduced {
 constexpr std::uint64_t kTwoOverPi[] = {0, 0xa2f9836e4e441529, 0xfc2757d1f534ddc0,
                                         0xdb6295993c439041, 0xfe5163abdebbc561};
 
+// Marked as extensions, so that builds that warn of these do not.
+__extension__ using Int128 = __int128;
+__extension__ using Uint128 = unsigned __int128;
+
 /// The 128 digits from digit `first` on.
-unsigned __int128 twoOverPiDigits(int first) {
+Uint128 twoOverPiDigits(int first) {
   const std::uint64_t* word = kTwoOverPi + first / 64;
   const int shift = first % 64;
   const auto digits = [&](int i) {
-    const unsigned __int128 both = static_cast<unsigned __int128>(word[i]) << 64 | word[i + 1];
+    const Uint128 both = static_cast<Uint128>(word[i]) << 64 | word[i + 1];
     return static_cast<std::uint64_t>(both >> (64 - shift));
   };
-  return static_cast<unsigned __int128>(digits(0)) << 64 | digits(1);
+  return static_cast<Uint128>(digits(0)) << 64 | digits(1);
 }
 
 /// For a finite angle above pi / 4. The angle is an integer of 24 bits times a power of two, so
@@ -45,10 +49,10 @@ Reduced reduce(float radians) {
   const std::uint32_t mantissa = (bits & 0x7fffff) | 0x800000;
   const int exponent = static_cast<int>(bits >> 23) - 150;
   // Digits of a greater weight than the first of these are whole turns.
-  const unsigned __int128 turn = twoOverPiDigits(exponent + 62) * mantissa;
-  const unsigned __int128 half = 1;
+  const Uint128 turn = twoOverPiDigits(exponent + 62) * mantissa;
+  const Uint128 half = 1;
   const auto quarters = static_cast<unsigned>((turn + (half << 125)) >> 126);
-  const auto rest = static_cast<__int128>(turn << 2) >> 1;  // 2^127 is a quarter turn
+  const auto rest = static_cast<Int128>(turn << 2) >> 1;  // 2^127 is a quarter turn
 
   // In units of 2^-63 quarter turns: 24 bits of it, whose product with the 29 bits of pi / 2 is
   // exact, and the others.
