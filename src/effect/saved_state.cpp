@@ -122,7 +122,7 @@ constexpr std::size_t kChecksumBytes = sizeof(std::uint64_t);
 /// Whether size and checksum match the bytes.
 RestoreResult check(std::span<const std::uint8_t> bytes) {
   Header header{};
-  std::memcpy(&header, bytes.data(), std::min(bytes.size(), sizeof header));
+  if (!bytes.empty()) std::memcpy(&header, bytes.data(), std::min(bytes.size(), sizeof header));
   const std::size_t markBytes = std::min(bytes.size(), kMark.size());
   if (!std::equal(kMark.begin(), kMark.begin() + markBytes, header.mark.begin())) {
     return RestoreResult::NoSavedInstance;

@@ -187,7 +187,7 @@ TEST(Instance, RefusesBytesThatAreNotWhatWasSavedAndStaysAsItWas) {
     EXPECT_EQ(describe(clip.instance.restore(bytes)), describe(reason));
     EXPECT_EQ(clip.instance.save(), before);
   };
-  for (std::size_t size = 1; size < saved.size(); ++size) {
+  for (std::size_t size = 0; size < saved.size(); ++size) {
     refuses(Bytes(saved.begin(), saved.begin() + static_cast<std::ptrdiff_t>(size)),
             RestoreResult::EndsEarly);
   }
