@@ -1,6 +1,5 @@
 #include "effect/instance.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <utility>
@@ -20,7 +19,8 @@ bool isFrame(const ImageView& view) {
 }
 
 bool holdsRows(const ImageView& view) {
-  return view.bytes != nullptr && std::abs(view.rowBytes) >= view.pixelBytes() * view.width;
+  const std::ptrdiff_t rowBytes = view.pixelBytes() * view.width;
+  return view.bytes != nullptr && (view.rowBytes >= rowBytes || view.rowBytes <= -rowBytes);
 }
 
 /// Whether the input can be read as pixels like the output's; one without any pixels can.

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
+#include <type_traits>
 
 #include "core/image_view.h"
 #include "core/numbers.h"
@@ -169,7 +169,7 @@ template <BlendRule kRule, class Pixels, class Isa, bool kSmooth, class Shader>
   const std::int32_t last =
       std::max(ray.yMin < 0.0f ? 0 : truncToInt(ray.yMin) + 1, rowRange.begin);
   constexpr std::ptrdiff_t kBytes = Pixels::kBytes;
-  EdgeBand bands[std::size(ray.edges)];
+  EdgeBand bands[std::extent_v<decltype(RayShape::edges)>];
   if (kSmooth) {
     for (std::int32_t i = 0; i < ray.edgeCount; ++i) bands[i].setEdge(ray.edges[i]);
   }
