@@ -30,14 +30,23 @@ writeRow() {
     -frames:v 1 -update 1 "$2"
 }
 
+# renderScene SCENE: its clip, unless it is fresh; ends with one line about it.
+renderScene() {
+  local clip
+  clip=out/$(basename "$1" .toml).mp4
+  isFresh "$clip" "$1" examples/media/* "$bin/brisel" "$bin/VellixDrizzen_64.AEX" ||
+    "$bin/brisel" render "$1" -o "$clip" --overwrite 2>&1 | tail -n 1
+}
+export bin
+export -f isFresh renderScene
+
+# As many at a time as there are processors: one clip alone does not keep two of them busy.
 mkdir -p out
-clips=()
-for scene in examples/*.toml; do
-  clip=out/$(basename "$scene" .toml).mp4
-  clips+=("$clip")
-  isFresh "$clip" "$scene" examples/media/* "$bin/brisel" "$bin/VellixDrizzen_64.AEX" ||
-    "$bin/brisel" render "$scene" -o "$clip" --overwrite
-done
+printf '%s\0' examples/*.toml |
+  xargs -0 -P "$(nproc)" -n 1 bash -euo pipefail -c 'renderScene "$@"' renderScene
+clips=(examples/*.toml)
+clips=("${clips[@]/#examples/out}")
+clips=("${clips[@]/%.toml/.mp4}")
 
 if ! isFresh out/examples.png "${clips[@]}"; then
   scratch=$(mktemp -d)
