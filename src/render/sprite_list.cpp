@@ -15,7 +15,8 @@ void SpriteList::begin(FrameSize frame, std::int32_t rowsPerBand, std::function<
   sprites_.clear();
   sprites_.reserve(kMostSprites);
   shapeCount_ = 0;
-  bands_.resize(static_cast<std::size_t>(((frame.height - 1) >> rowShift_) + 1));
+  const std::int32_t lastBand = (frame.height - 1) >> rowShift_;
+  bands_.resize(static_cast<std::size_t>(lastBand) + 1);
   resetBands();
 }
 
