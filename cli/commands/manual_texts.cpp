@@ -5,8 +5,8 @@
 #include <regex>
 #include <string_view>
 
-extern "C" const char brisel_manual_parameters[];
-extern "C" const char brisel_manual_parameters_end[];
+extern "C" const char kBriselManualParameters[];
+extern "C" const char kBriselManualParametersEnd[];
 
 namespace cli {
 namespace {
@@ -35,7 +35,7 @@ ManualText manualText(const toml::table& table) {
 
 std::map<std::string, ManualText> readManualTexts() {
   const toml::table tables =
-      toml::parse(std::string_view(brisel_manual_parameters, brisel_manual_parameters_end));
+      toml::parse(std::string_view(kBriselManualParameters, kBriselManualParametersEnd));
   std::map<std::string, ManualText> texts;
   for (const auto& [label, node] : tables) {
     texts[std::string(label.str())] = manualText(*node.as_table());
