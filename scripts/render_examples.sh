@@ -30,12 +30,12 @@ writeRow() {
     -frames:v 1 -update 1 "$2"
 }
 
-# renderScene SCENE: its clip, unless it is fresh; ends with one line about it.
+# renderScene SCENE: a clip of its first four seconds, unless it is fresh; ends with one line about it.
 renderScene() {
   local clip
   clip=out/$(basename "$1" .toml).mp4
   isFresh "$clip" "$1" examples/media/* "$bin/brisel" "$bin/VellixDrizzen_64.AEX" ||
-    "$bin/brisel" render "$1" -o "$clip" --overwrite 2>&1 | tail -n 1
+    "$bin/brisel" render "$1" -o "$clip" --frames 0-99 --overwrite 2>&1 | tail -n 1
 }
 export bin
 export -f isFresh renderScene
