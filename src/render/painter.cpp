@@ -8,10 +8,11 @@
 namespace brisel {
 namespace {
 
-/// Rows of a band, a power of two: as many as stay in a second-level cache of today. Each band is a
-/// call for each of its sprites, so that small ones cost time; but every thread is to have several.
+/// Rows of a band, a power of two: as many as about fill a second-level cache of today. A sprite
+/// that lies in two bands costs two calls, so that smaller bands lose with small sprites what they
+/// gain in the cache; but every thread is to have several.
 std::int32_t rowsPerBand(const MutableImageView& image, int threads) {
-  constexpr std::ptrdiff_t kBandBytes = 512 << 10;
+  constexpr std::ptrdiff_t kBandBytes = 2 << 20;
   constexpr std::int32_t kLeastRows = 16;
   constexpr std::int32_t kBandsPerThread = 6;
   const std::ptrdiff_t rowBytes = std::max<std::ptrdiff_t>(image.pixelBytes() * image.width, 1);
