@@ -4,8 +4,7 @@
 #include <functional>
 #include <vector>
 
-#include "core/image_view.h"
-#include "core/options.h"
+#include "render/band.h"
 #include "render/kernels.h"
 #include "render/raster/grid.h"
 #include "render/sprite_list.h"
@@ -17,14 +16,6 @@ namespace brisel {
 struct PaintOptions {
   int threads = 1;                                  // the caller's among them
   const Kernels* kernels = &kernelsNamed(nullptr);  // the instruction set
-};
-
-/// Borrowed. Input and output share no byte, have the same format, and need not have the same size.
-struct PaintTarget {
-  MutableImageView output;
-  ImageView input{};               // mixed in under the sprites
-  MixMode mix = MixMode::Replace;  // how; Replace leaves the input out
-  bool keepsOutput = false;        // sprites go on what the output holds, not on an empty frame
 };
 
 /// Paints frames, band of rows by band, on its threads. A band fits the cache of the processor that
@@ -45,13 +36,7 @@ class Painter {
   void paint(const PaintTarget& target, const std::function<void(SpriteList&)>& compose);
 
  private:
-  /// How far a frame is when a portion of its sprites is painted.
-  struct Portion {
-    bool isFirst, isLast;
-  };
-
   void paintPortion(const PaintTarget& target, Portion portion);
-  void paintBand(const PaintTarget& target, Portion portion, std::int32_t band, PixelGrid& grid);
 
   const Kernels* kernels_;
   SpriteList sprites_;
