@@ -1,6 +1,5 @@
 // Whole frames through the module's entry point, with the plain kernels and those chosen; how their
-// cost grows; one simulation step of 30,000 stars and the painting of them; how many times faster
-// an instance goes on two threads, and without painting.
+// cost grows; one simulation step of 30,000 stars and the painting of them.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -10,8 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "effect/instance.h"
-#include "effect/parameters.h"
 #include "engine/simulation.h"
 #include "hostkit/module.h"
 #include "hostkit/session.h"
@@ -177,62 +174,6 @@ void paintCrowd(benchmark::State& state, const brisel::Kernels& kernels) {
   }
 }
 
-/// What threads are measured on.
-struct Workload {
-  const char* name;
-  int width, height;
-  brisel::PixelFormat format;
-  bool heavy;  // as setHeavyScene(), or with the default values
-};
-constexpr Workload kWorkloads[] = {
-    {"heavy/1080p/8bit", 1920, 1080, brisel::PixelFormat::Argb8, true},
-    {"heavy/1080p/16bit", 1920, 1080, brisel::PixelFormat::Argb16, true},
-    {"default/1080p/8bit", 1920, 1080, brisel::PixelFormat::Argb8, false},
-    {"default/2160p/8bit", 3840, 2160, brisel::PixelFormat::Argb8, false},
-};
-
-/// Frames of an instance by time on the clock; with 0 threads, steps that paint nothing.
-void runInstance(benchmark::State& state, const Workload& load, int threads) {
-  brisel::Values values({load.width, load.height});
-  if (load.heavy) {
-    values.setNumber(brisel::kType, 9);
-    values.setNumber(brisel::kSize, 25);
-    values.setNumber(brisel::kTypeOfHalo, 3);
-    values.setNumber(brisel::kTypeOfBlink, 4);
-    values.setNumber(brisel::kMaximumNumberOfStars, 500);
-    values.setNumber(brisel::kIntensity, 500);
-    values.setNumber(brisel::kTimeLife, 100);
-  }
-  const bool deep = load.format == brisel::PixelFormat::Argb16;
-  const std::ptrdiff_t rowBytes = static_cast<std::ptrdiff_t>(load.width) * (deep ? 8 : 4);
-  std::vector<std::uint8_t> pixels(static_cast<std::size_t>(rowBytes * load.height));
-  brisel::Painter painter({.threads = threads});
-  const brisel::FrameViews views{
-      .output = {pixels.data(), load.width, load.height, rowBytes, load.format},
-      .painter = &painter};
-  brisel::Instance instance;
-  int time = 0;
-  for (; time < kWarmUpFrames; ++time) instance.step(values, time, views);
-  for ([[maybe_unused]] auto _ : state) {
-    threads == 0 ? instance.step(values, time++, views) : instance.render(values, time++, views);
-  }
-  state.SetItemsProcessed(state.iterations());
-}
-
-std::string rowName(const Workload& load, int threads) {
-  return std::string(load.name) + "/threads/" + std::to_string(threads);
-}
-
-void printThreads(const bench::Rates& rates) {
-  std::printf("\n%-28s %8s %8s\n", "frames of an instance", "2 to 1", "a step");
-  for (const Workload& load : kWorkloads) {
-    const std::string one = rowName(load, 1);
-    std::printf("%-28s %s %s\n", load.name,
-                bench::column(rates.ratio(rowName(load, 2), one)).c_str(),
-                bench::column(rates.ratio(rowName(load, 0), one)).c_str());
-  }
-}
-
 void printTable(const bench::Rates& rates, const std::string& set,
                 const std::vector<Frame>& grown) {
   const auto milliseconds = [&](const std::string& name) {
@@ -271,16 +212,8 @@ int main(int argc, char** argv) {
   benchmark::RegisterBenchmark("simulate_30000_stars", simulateCrowd);
   benchmark::RegisterBenchmark("paint_30000_stars",
                                [&](benchmark::State& state) { paintCrowd(state, kernels); });
-  for (const Workload& load : kWorkloads) {
-    for (const int threads : {0, 1, 2}) {
-      benchmark::RegisterBenchmark(rowName(load, threads).c_str(), [=](benchmark::State& state) {
-        runInstance(state, load, threads);
-      })->UseRealTime();
-    }
-  }
   bench::Rates rates;
   benchmark::RunSpecifiedBenchmarks(&rates);
   printTable(rates, set, grown);
-  printThreads(rates);
   benchmark::Shutdown();
 }

@@ -1,11 +1,13 @@
 #!/bin/sh
-# Prints what painting is measured by: ratios to cairo, to copying and to the plain kernels, and
-# how the cost of frames and emitters grows. BRISEL_INSTRUCTIONS chooses the instruction set.
+# Prints what painting is measured by: ratios to cairo, to copying and to the plain kernels, how the
+# cost of frames and emitters grows, and what threads give. BRISEL_INSTRUCTIONS chooses the instruction set.
 set -e
 bin=${1:-"$(dirname "$0")/../build/release/bin"}
 grep -m 1 'model name' /proc/cpuinfo | sed 's/.*: //'
 "$bin/sprite_bench" --benchmark_min_time=0.02
 echo
 "$bin/frame_bench" --benchmark_min_time=0.1
+echo
+"$bin/thread_bench"
 echo
 "$bin/emission_bench" --benchmark_min_time=0.05 2>/dev/null

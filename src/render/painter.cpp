@@ -22,8 +22,10 @@ void Painter::paint(const PaintTarget& target, const std::function<void(SpriteLi
 
 void Painter::paintPortion(const PaintTarget& target, Portion portion) {
   workers_.run(sprites_.partCount(), [&](int part, int) { sprites_.buildRaysIn(part); });
-  workers_.run(sprites_.bandCount(), [&](int band, int thread) {
-    paintBand(target, portion, sprites_, band, *kernels_, grids_[static_cast<std::size_t>(thread)]);
+  const std::vector<std::int32_t> bands = sprites_.bandsDearestFirst();
+  workers_.run(sprites_.bandCount(), [&](int index, int thread) {
+    paintBand(target, portion, sprites_, bands[static_cast<std::size_t>(index)], *kernels_,
+              grids_[static_cast<std::size_t>(thread)]);
   });
 }
 

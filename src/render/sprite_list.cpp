@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <numeric>
 #include <utility>
 
 #include "core/numbers.h"
@@ -25,6 +27,7 @@ void SpriteList::resetBands() {
     Band& marks = bands_[static_cast<std::size_t>(band)];
     const std::int32_t first = band << rowShift_;
     marks.touched = {first, first};
+    marks.work = 0;
     marks.sprites.fill(0);
   }
 }
@@ -36,6 +39,15 @@ IndexRange SpriteList::rowsOf(std::int32_t band) const {
 
 IndexRange SpriteList::touchedRowsOf(std::int32_t band) const {
   return bands_[static_cast<std::size_t>(band)].touched;
+}
+
+std::vector<std::int32_t> SpriteList::bandsDearestFirst() const {
+  std::vector<std::int32_t> order(bands_.size());
+  std::iota(order.begin(), order.end(), 0);
+  std::ranges::sort(order, std::greater{}, [this](std::int32_t band) {
+    return bands_[static_cast<std::size_t>(band)].work;
+  });
+  return order;
 }
 
 void SpriteList::add(const DotSpec& dot) {
@@ -104,6 +116,7 @@ void SpriteList::keep(const Spec& spec, IndexRange rows) {
     Band& marks = bands_[static_cast<std::size_t>(band)];
     marks.sprites[index / 64] |= mark;
     const IndexRange here = overlap(rows, rowsOf(band));
+    marks.work += std::int64_t{here.end - here.begin} * (rows.end - rows.begin);
     marks.touched = marks.touched.empty() ? here
                                           : IndexRange{std::min(marks.touched.begin, here.begin),
                                                        std::max(marks.touched.end, here.end)};

@@ -63,6 +63,10 @@ class SpriteList {
   /// Those of the band's rows that sprites may touch; an empty range within the band without any.
   IndexRange touchedRowsOf(std::int32_t band) const;
 
+  /// All bands in the order in which threads had best take them up, so that none is left with much
+  /// at the end.
+  std::vector<std::int32_t> bandsDearestFirst() const;
+
   /// Visits the band's sprites, in order, as visit(spec).
   template <class Visit>
   void forEachIn(std::int32_t band, const Visit& visit) const {
@@ -83,6 +87,7 @@ class SpriteList {
 
   struct Band {
     IndexRange touched;
+    std::int64_t work;                                     // roughly, in pixels
     std::array<std::uint64_t, kMostSprites / 64> sprites;  // a bit each
   };
 

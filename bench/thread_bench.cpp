@@ -1,0 +1,172 @@
+// What an instance's frames gain from threads and from not being painted; what more cores than this
+// machine has would give, by calculation; and what a star costs before it is painted.
+//
+// usage: thread_bench [TURNS]
+//
+// What is compared takes turns, frame by frame, with the same frames. Ratios are medians of all
+// turns, so that other work on the machine cannot favor one side.
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <iterator>
+
+#include "clock.h"
+#include "core_model.h"
+#include "effect/instance.h"
+#include "render/painter.h"
+
+namespace {
+
+constexpr int kWarmUpFrames = 60;  // after which populations are full
+constexpr int kCores[] = {2, 4, 8, 16};
+
+struct Workload {
+  const char* name;
+  brisel::FrameSize size;
+  brisel::PixelFormat format;
+  bool heavy;  // as heavyScene(), or with the default values
+};
+constexpr Workload kWorkloads[] = {
+    {"heavy/1080p/8bit", {1920, 1080}, brisel::PixelFormat::Argb8, true},
+    {"heavy/1080p/16bit", {1920, 1080}, brisel::PixelFormat::Argb16, true},
+    {"default/1080p/8bit", {1920, 1080}, brisel::PixelFormat::Argb8, false},
+    {"default/2160p/8bit", {3840, 2160}, brisel::PixelFormat::Argb8, false},
+};
+
+brisel::Values valuesOf(const Workload& load) {
+  return load.heavy ? bench::heavyScene(load.size) : brisel::Values(load.size);
+}
+
+struct Picture {
+  explicit Picture(const Workload& load)
+      : bytes(static_cast<std::size_t>(load.size.width) *
+              static_cast<std::size_t>(load.size.height) *
+              (load.format == brisel::PixelFormat::Argb16 ? 8 : 4)),
+        view{bytes.data(), load.size.width, load.size.height,
+             static_cast<std::ptrdiff_t>(bytes.size()) / load.size.height, load.format} {}
+
+  std::vector<std::uint8_t> bytes;
+  brisel::MutableImageView view;
+};
+
+/// An instance that renders on from a frame at which the population is full.
+class Clip {
+ public:
+  Clip(const Workload& load, int threads)
+      : values_(valuesOf(load)), picture_(load), painter_({.threads = threads}) {
+    while (time_ < kWarmUpFrames) instance_.step(values_, time_++, views());
+  }
+
+  double renderSeconds() {
+    return bench::secondsOf([&] { instance_.render(values_, time_++, views()); });
+  }
+  double stepSeconds() {
+    return bench::secondsOf([&] { instance_.step(values_, time_++, views()); });
+  }
+  const std::vector<std::uint8_t>& bytes() const { return picture_.bytes; }
+
+ private:
+  brisel::FrameViews views() { return {.output = picture_.view, .painter = &painter_}; }
+
+  brisel::Values values_;
+  Picture picture_;
+  brisel::Painter painter_;
+  brisel::Instance instance_;
+  int time_ = 0;
+};
+
+/// Seconds until another thread of a pool has begun its part of a piece of work.
+double wakeSeconds(brisel::WorkerPool& pool) {
+  std::atomic<int> begun = 0;
+  return bench::secondsOf([&] {
+    pool.run(2, [&](int, int) {
+      ++begun;
+      while (begun < 2) {
+      }
+    });
+  });
+}
+
+/// Returns false when the pictures differ.
+bool measureThreads(const Workload& load, int turns, brisel::WorkerPool& pool) {
+  Clip one(load, 1);
+  Clip two(load, 2);
+  Clip stepped(load, 1);
+  bench::Stages scene(valuesOf(load), load.size);
+  for (int time = 0; time < kWarmUpFrames; ++time) {
+    scene.step();
+    scene.compose(nullptr);
+  }
+  Picture modelled(load);
+  brisel::SpriteList sprites;
+  std::vector<double> ones, twos, steps, predicted[std::size(kCores)];
+  bench::Prediction most;  // of the greatest number of cores, all turns together
+  for (int turn = 0; turn < turns; ++turn) {
+    const double wake = wakeSeconds(pool);
+    double seconds = 0.0;
+    const bool oneFirst = turn % 2 == 0;
+    if (oneFirst) seconds = one.renderSeconds();
+    const double secondsOfTwo = two.renderSeconds();
+    if (!oneFirst) seconds = one.renderSeconds();
+    ones.push_back(seconds);
+    twos.push_back(seconds / secondsOfTwo);
+    steps.push_back(seconds / stepped.stepSeconds());
+    const std::size_t which = static_cast<std::size_t>(turn / 2) % std::size(kCores);
+    const auto frame = measureFrame(scene, modelled.view, kCores[which], sprites);
+    const bench::Prediction prediction = predict(frame, kCores[which], wake);
+    predicted[which].push_back(seconds / prediction.seconds());
+    if (which == std::size(kCores) - 1) most += prediction;
+  }
+  std::printf("%-20s %8.2f %8.0f %8.2f", load.name, 1000.0 * bench::median(ones),
+              bench::median(steps), bench::median(twos));
+  for (const auto& ratios : predicted) std::printf(" %6.2f", bench::median(ratios));
+  for (const double part : {most.painted, most.serial, most.wake, most.uneven}) {
+    std::printf(" %7.1f", 100.0 * part / most.seconds());
+  }
+  std::printf("\n");
+  return one.bytes() == two.bytes() && one.bytes() == modelled.bytes;
+}
+
+void measureStars(const char* name, brisel::StarType type, bool hasElements, int turns) {
+  constexpr brisel::FrameSize kSize{1920, 1080};
+  bench::Stages scene(bench::crowd(kSize, type, hasElements), kSize);
+  for (int time = 0; time < kWarmUpFrames; ++time) scene.step();
+  brisel::SpriteList sprites;
+  std::vector<double> step, compose, list;
+  for (int turn = 0; turn < turns; ++turn) {
+    const double unit = 1e-9 * scene.starCount();
+    step.push_back(bench::secondsOf([&] { scene.step(); }) / unit);
+    compose.push_back(bench::secondsOf([&] { scene.compose(nullptr); }) / unit);
+    list.push_back(bench::secondsOf([&] {
+                     sprites.begin(kSize, 128, [] {});
+                     scene.compose(&sprites);
+                   }) /
+                   unit);
+  }
+  std::printf("%-20s %8d %8.1f %8.1f %8.1f\n", name, scene.starCount(), bench::median(step),
+              bench::median(compose), bench::median(list));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const int turns = std::max(argc > 1 ? std::atoi(argv[1]) : 24, 8);
+  brisel::WorkerPool pool(2);
+  if (pool.threadCount() < 2) {
+    std::fputs("thread_bench: the system gives no second thread\n", stderr);
+    return 1;
+  }
+  std::printf("%-20s %8s %8s %8s  calculated for cores         %% of 16 cores' time\n", "", "ms",
+              "x a step", "2 to 1");
+  std::printf("%-47s", "frames of an instance");
+  for (const int cores : kCores) std::printf(" %6d", cores);
+  std::printf(" %7s %7s %7s %7s\n", "paint", "compose", "wake", "uneven");
+  bool same = true;
+  for (const Workload& load : kWorkloads) same = measureThreads(load, turns, pool) && same;
+  std::printf("\n%-20s %8s %8s %8s %8s\n", "nanoseconds a star", "stars", "step", "compose",
+              "to list");
+  measureStars("rays", brisel::StarType::Type1, false, turns);
+  measureStars("glow+halo+blink", brisel::StarType::Glow1, true, turns);
+  if (!same) std::fputs("thread_bench: frames differ\n", stderr);
+  return same ? 0 : 1;
+}
