@@ -117,10 +117,10 @@ void renderFrame(const Values& values, const FrameViews& views, const MaskOutlin
   if (state != nullptr) advance(frame, *state);
   std::optional<Painter> own;
   Painter& painter = views.painter != nullptr ? *views.painter : own.emplace();
-  painter.paint({views.output, views.input, frame.settings.mixWithOriginal},
-                [&](SpriteList& sprites) {
-                  if (state != nullptr) compose(frame, *state, &sprites);
-                });
+  const ImageView& backdrop = views.backdrop.bytes != nullptr ? views.backdrop : views.input;
+  painter.paint({views.output, backdrop, frame.settings.mixWithOriginal}, [&](SpriteList& sprites) {
+    if (state != nullptr) compose(frame, *state, &sprites);
+  });
 }
 
 void stepFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,

@@ -35,10 +35,10 @@ void releaseStars(Particle* stars, std::int32_t capacity);
 /// As before the first frame: no stars, and the same ones are born again. Keeps the array.
 void resetState(const FrameState& state);
 
-/// Advances `state` by one step, and makes all pixels of the output: the stars, with the input
-/// mixed in as "Mix with original" says. Without a state there are no stars. `mask` is the outline
-/// of the mask that `values` choose, or null when none is chosen; a chosen mask without an outline
-/// gives way to the Bezier. Throws std::bad_alloc.
+/// Advances `state` by one step, and makes all pixels of the output: the stars, with the backdrop
+/// or else the input mixed in as "Mix with original" says. Without a state there are no stars.
+/// `mask` is the outline of the mask that `values` choose, or null when none is chosen; a chosen
+/// mask without an outline gives way to the Bezier. Throws std::bad_alloc.
 void renderFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
                  const FrameState* state);
 

@@ -15,7 +15,8 @@ namespace brisel {
 namespace {
 
 bool isFrame(const ImageView& view) {
-  return view.width > 0 && view.height > 0 && view.format != PixelFormat::Mask8;
+  return view.width > 0 && view.height > 0 &&
+         (view.format == PixelFormat::Argb8 || view.format == PixelFormat::Argb16);
 }
 
 bool holdsRows(const ImageView& view) {
@@ -23,16 +24,22 @@ bool holdsRows(const ImageView& view) {
   return view.bytes != nullptr && (view.rowBytes >= rowBytes || view.rowBytes <= -rowBytes);
 }
 
-/// Whether the input can be read as pixels like the output's; one without any pixels can.
-bool isInputFor(const ImageView& output, const ImageView& input) {
-  if (input.width <= 0 || input.height <= 0 || input.bytes == nullptr) return true;
-  return input.format == output.format && holdsRows(input);
+bool isEmpty(const ImageView& image) {
+  return image.width <= 0 || image.height <= 0 || image.bytes == nullptr;
 }
 
-/// The views, whose input is wholly empty unless it has pixels.
+/// Whether the output is a frame, and input and backdrop can be read as pixels like its own.
+bool areOfOneFrame(const FrameViews& views) {
+  const auto canBeRead = [&](const ImageView& image) {
+    return isEmpty(image) || (image.format == views.output.format && holdsRows(image));
+  };
+  return isFrame(views.output) && canBeRead(views.input) && canBeRead(views.backdrop);
+}
+
+/// The views, whose images without pixels are wholly empty.
 FrameViews normalized(FrameViews views) {
-  const ImageView& input = views.input;
-  if (input.width <= 0 || input.height <= 0 || input.bytes == nullptr) views.input = {};
+  if (isEmpty(views.input)) views.input = {};
+  if (isEmpty(views.backdrop)) views.backdrop = {};
   return views;
 }
 
@@ -107,10 +114,7 @@ Instance& Instance::operator=(Instance other) noexcept {
 
 bool Instance::render(const Values& values, std::int32_t time, const FrameViews& views,
                       const MaskOutline* mask) {
-  if (!isFrame(views.output) || !holdsRows(views.output) ||
-      !isInputFor(views.output, views.input)) {
-    return false;
-  }
+  if (!areOfOneFrame(views) || !holdsRows(views.output)) return false;
   const FloatingPointGuard floatingPoint;
   const FrameState state = state_->view();
   if (time < 1) resetState(state);
@@ -120,7 +124,7 @@ bool Instance::render(const Values& values, std::int32_t time, const FrameViews&
 
 bool Instance::step(const Values& values, std::int32_t time, const FrameViews& views,
                     const MaskOutline* mask) {
-  if (!isFrame(views.output) || !isInputFor(views.output, views.input)) return false;
+  if (!areOfOneFrame(views)) return false;
   const FloatingPointGuard floatingPoint;
   const FrameState state = state_->view();
   if (time < 1) resetState(state);
@@ -133,27 +137,11 @@ std::int32_t Instance::starCount() const {
 }
 
 std::vector<std::uint8_t> Instance::save() const {
-  const State& s = *state_;
-  return toBytes({s.stepCounter, s.emissionAccumulator, s.random.state(), s.sprites,
-                  std::vector<Particle>(s.stars, s.stars + s.starCount)});
+  return saveState(state_->view());
 }
 
-RestoreResult Instance::restore(std::span<const std::uint8_t> bytes) try {
-  SavedState saved;
-  const RestoreResult result = fromBytes(bytes, saved);
-  if (result != RestoreResult::Restored) return result;
-  auto state = std::make_unique<State>();
-  if (!state->takeStars(saved.stars.data(), static_cast<std::int32_t>(saved.stars.size()))) {
-    return RestoreResult::OutOfMemory;
-  }
-  state->stepCounter = saved.stepCounter;
-  state->emissionAccumulator = saved.emissionAccumulator;
-  state->random.seedRandom(saved.randomState);
-  state->sprites = saved.sprites;
-  state_ = std::move(state);
-  return result;
-} catch (const std::bad_alloc&) {
-  return RestoreResult::OutOfMemory;
+RestoreResult Instance::restore(std::span<const std::uint8_t> bytes) {
+  return restoreState(bytes, state_->view());
 }
 
 }  // namespace brisel

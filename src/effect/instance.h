@@ -45,8 +45,8 @@ class Instance {
   /// the mask that the values choose, at this time; null without one. Nothing passed is kept.
   ///
   /// Returns false, and does nothing, when a view cannot be what it says it is: no output, rows
-  /// shorter than their pixels, an input of another format. Throws std::bad_alloc; the stars have
-  /// then taken the step or not, and the frame is incomplete.
+  /// shorter than their pixels, an input or backdrop of another format. Throws std::bad_alloc; the
+  /// stars have then taken the step or not, and the frame is incomplete.
   bool render(const Values& values, std::int32_t time, const FrameViews& views,
               const MaskOutline* mask = nullptr);
 

@@ -4,10 +4,24 @@
 #include <array>
 #include <cstddef>
 #include <cstring>
+#include <new>
 #include <type_traits>
+
+#include "core/random.h"
+#include "engine/particle.h"
+#include "render/stars/compose.h"
 
 namespace brisel {
 namespace {
+
+/// The state that frames leave to the next ones.
+struct SavedState {
+  std::int32_t stepCounter = 0;
+  float emissionAccumulator = 0.0f;
+  std::uint32_t randomState = 0;
+  SpriteState sprites;
+  std::vector<Particle> stars;
+};
 
 /// At the start of all saved bytes, in the machine's own byte order.
 struct Header {
@@ -159,8 +173,6 @@ bool isPossible(const SavedState& state) {
          std::ranges::all_of(state.stars, [](const Particle& star) { return isPossible(star); });
 }
 
-}  // namespace
-
 std::vector<std::uint8_t> toBytes(const SavedState& state) {
   std::vector<std::uint8_t> bytes;
   bytes.reserve(sizeof(Header) + 64 + kStarBytes * state.stars.size());
@@ -175,6 +187,7 @@ std::vector<std::uint8_t> toBytes(const SavedState& state) {
   return bytes;
 }
 
+/// Fills `state` when the result is Restored; else its content means nothing.
 RestoreResult fromBytes(std::span<const std::uint8_t> bytes, SavedState& state) {
   const RestoreResult result = check(bytes);
   if (result != RestoreResult::Restored) return result;
@@ -187,6 +200,30 @@ RestoreResult fromBytes(std::span<const std::uint8_t> bytes, SavedState& state) 
   state.stars.resize(static_cast<std::size_t>(count));
   for (Particle& star : state.stars) forStarFields(star, read);
   return isPossible(state) ? RestoreResult::Restored : RestoreResult::Damaged;
+}
+
+}  // namespace
+
+std::vector<std::uint8_t> saveState(const FrameState& state) {
+  return toBytes({state.stepCounter, state.emissionAccumulator, state.random.state(), state.sprites,
+                  std::vector<Particle>(state.stars, state.stars + state.starCount)});
+}
+
+RestoreResult restoreState(std::span<const std::uint8_t> bytes, const FrameState& state) try {
+  SavedState saved;
+  const RestoreResult result = fromBytes(bytes, saved);
+  if (result != RestoreResult::Restored) return result;
+  const auto count = static_cast<std::int32_t>(saved.stars.size());
+  if (count > state.capacity && !resizeStars(state, count)) return RestoreResult::OutOfMemory;
+  std::copy_n(saved.stars.begin(), count, state.stars);
+  state.starCount = count;
+  state.stepCounter = saved.stepCounter;
+  state.emissionAccumulator = saved.emissionAccumulator;
+  state.random.seedRandom(saved.randomState);
+  state.sprites = saved.sprites;
+  return result;
+} catch (const std::bad_alloc&) {
+  return RestoreResult::OutOfMemory;
 }
 
 }  // namespace brisel

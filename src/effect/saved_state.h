@@ -6,26 +6,16 @@
 #include <span>
 #include <vector>
 
+#include "effect/frame.h"
 #include "effect/instance.h"
-#include "engine/particle.h"
-#include "render/stars/compose.h"
 
 namespace brisel {
 
-/// The state that frames leave to the next ones.
-struct SavedState {
-  std::int32_t stepCounter = 0;
-  float emissionAccumulator = 0.0f;
-  std::uint32_t randomState = 0;
-  SpriteState sprites;
-  std::vector<Particle> stars;
-};
+/// Throws std::bad_alloc.
+std::vector<std::uint8_t> saveState(const FrameState& state);
 
-/// Throws std::bad_alloc, as fromBytes does.
-std::vector<std::uint8_t> toBytes(const SavedState& state);
-
-/// Fills `state` when the result is Restored; else its content means nothing. Bytes that claim more
-/// rays, steps or color than the effect itself makes count as damaged, whatever their checksum.
-RestoreResult fromBytes(std::span<const std::uint8_t> bytes, SavedState& state);
+/// Changes nothing unless the result is Restored. Bytes that claim more rays, steps or color than
+/// the effect itself makes count as damaged, whatever their checksum.
+RestoreResult restoreState(std::span<const std::uint8_t> bytes, const FrameState& state);
 
 }  // namespace brisel
