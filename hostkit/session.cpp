@@ -18,7 +18,8 @@ bool takesParams(PF_Cmd cmd) {
 }
 
 bool isOfFrame(PF_Cmd cmd) {
-  return cmd == PF_Cmd_FRAME_SETUP || cmd == PF_Cmd_RENDER || cmd == PF_Cmd_FRAME_SETDOWN;
+  return cmd == PF_Cmd_FRAME_SETUP || cmd == PF_Cmd_RENDER || cmd == PF_Cmd_FRAME_SETDOWN ||
+         cmd == PF_Cmd_COMPLETELY_GENERAL;
 }
 
 A_long timeOf(const RenderRequest& request) {
@@ -59,6 +60,8 @@ std::string commandName(PF_Cmd cmd) {
       return "parameter-UI update";
     case PF_Cmd_EVENT:
       return "event";
+    case PF_Cmd_COMPLETELY_GENERAL:
+      return "message";
     default:
       return "command " + std::to_string(cmd);
   }
@@ -128,17 +131,21 @@ std::string Session::about() {
 }
 
 void Session::prepareFrame(World& input, World& output, const RenderRequest& request) {
-  records_.parameters.setInput(input.record());
+  prepareFrame(input, {output.width(), output.height(), output.depth()}, request);
   output_ = &output.record();
   output_->world_flags |= PF_WorldFlag_WRITEABLE;
+}
+
+void Session::prepareFrame(World& input, const OutputShape& output, const RenderRequest& request) {
+  records_.parameters.setInput(input.record());
   in_.quality = request.quality;
   in_.current_time = timeOf(request);
   in_.time_step = request.rateDen;
   in_.local_time_step = request.rateDen;
   in_.time_scale = request.rateNum;
-  in_.width = request.layerWidth != 0 ? request.layerWidth : output.width();
-  in_.height = request.layerHeight != 0 ? request.layerHeight : output.height();
-  in_.extent_hint = {0, 0, output.width(), output.height()};
+  in_.width = request.layerWidth != 0 ? request.layerWidth : output.width;
+  in_.height = request.layerHeight != 0 ? request.layerHeight : output.height;
+  in_.extent_hint = {0, 0, output.width, output.height};
   in_.downsample_x = request.downsampleX;
   in_.downsample_y = request.downsampleY;
   in_.pixel_aspect_ratio = {1, 1};
@@ -203,8 +210,8 @@ void Session::noteSuccess(PF_Cmd cmd) {
   }
 }
 
-void Session::callOrThrow(PF_Cmd cmd) {
-  const PF_Err err = call(cmd);
+void Session::callOrThrow(PF_Cmd cmd, void* extra) {
+  const PF_Err err = call(cmd, extra);
   throwIfFailed(cmd, err, messageOf(out_));
 }
 

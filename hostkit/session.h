@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,10 @@
 #include "hostkit/module.h"
 #include "hostkit/world.h"
 #include "plugin/sdk/codes.h"
+
+namespace brisel {
+struct ProgramMessage;
+}
 
 namespace hostkit {
 
@@ -28,6 +33,13 @@ struct RenderRequest {
   // The output's share of that. The module is given points and masks reduced by it.
   PF_RationalScale downsampleX{1, 1};
   PF_RationalScale downsampleY{1, 1};
+};
+
+// The output that frames are rendered into.
+struct OutputShape {
+  A_long width = 0;  // pixels
+  A_long height = 0;
+  Depth depth = Depth::k8;
 };
 
 // What the module reported about itself.
@@ -49,7 +61,8 @@ struct EventReport {
 // A control's title lies in a line of this height above it, pixels.
 inline constexpr A_long kTitleHeight = 24;
 
-// The module must outlive the session. Not for use from two threads.
+// The module must outlive the session. For one thread at a time. Sessions of one module are opened
+// and closed one after the other, and rendered so, too, unless each has a state of its own.
 class Session {
  public:
   explicit Session(const Module& module);
@@ -73,6 +86,28 @@ class Session {
   // Sends the parameter-UI update. For use between renders, which send it when it is due.
   void updateParamsUI();
 
+  // Messages that this effect's module understands. Each throws Error when it does not, or when it
+  // refuses; nothing is changed then.
+
+  // The step that render() would take into such an output, without its pixels and so in a fraction
+  // of the time: the next frame is the same as after it.
+  void advance(World& input, const OutputShape& output, const RenderRequest& request);
+  // All that the next frames depend on, and becoming an instance that was saved. The bytes are for
+  // the same version of the effect.
+  std::vector<std::uint8_t> saveState();
+  void restoreState(std::span<const std::uint8_t> bytes);
+  // How to paint, which changes no pixel: threads in all, this one among them; "plain", "sse2",
+  // "avx2" or "avx512", "" being the widest that the processor has.
+  void usePainting(int threads, const std::string& instructionSet = "");
+  // Stops sharing random numbers and drawing state with other sessions, and starts afresh. Such
+  // sessions may be rendered on several threads at once.
+  void useOwnState();
+  // An image of the output's depth that the next frame's stars are mixed with in place of the
+  // input; null takes it back. It must stay until that frame is rendered; later frames have the
+  // input again.
+  void setBackdrop(const World* backdrop);
+  // Flattening ends what the last three ask for.
+
   // The size of the layer for events before the first render, pixels.
   void setLayerSize(A_long width, A_long height);
 
@@ -91,7 +126,7 @@ class Session {
 
   // Below the level of a session: single commands, in any order.
 
-  // Fills the input data for a frame and keeps the worlds for the next render command.
+  // Fills the input data for a frame, and keeps the worlds for the next render command.
   void prepareFrame(World& input, World& output, const RenderRequest& request);
   // Sends one command with what a host passes along with it, carries the sequence handle over and
   // notes what the module reports.
@@ -108,8 +143,10 @@ class Session {
   const PF_OutData& outData() const { return out_; }  // as the last command left it
 
  private:
+  void prepareFrame(World& input, const OutputShape& output, const RenderRequest& request);
+  void ask(brisel::ProgramMessage& message);
   void noteSuccess(PF_Cmd cmd);
-  void callOrThrow(PF_Cmd cmd);
+  void callOrThrow(PF_Cmd cmd, void* extra = nullptr);
   static std::string messageOf(const PF_OutData& out);
   static void throwIfFailed(PF_Cmd cmd, PF_Err err, const std::string& message);
 

@@ -2,19 +2,19 @@
 #include "plugin/sdk/entry_point.h"
 
 #include <cstdio>
-#include <cstdlib>
+#include <optional>
 
 #include "core/floating_point_guard.h"
 #include "plugin/controls/panel.h"
 #include "plugin/host_parameters.h"
 #include "plugin/locked_handle.h"
+#include "plugin/messages.h"
 #include "plugin/module_state.h"
 #include "plugin/params_setup.h"
 #include "plugin/render_driver.h"
 #include "plugin/resources/identity.h"
 #include "plugin/sdk/codes.h"
 #include "plugin/sequence_data.h"
-#include "render/kernels.h"
 
 #if defined(_WIN32)
 #define BRISEL_EXPORT __declspec(dllexport)
@@ -30,7 +30,7 @@ PF_Err showAbout(PF_OutData& out) {
                 "Corvane - Brisel 2.0\r"
                 "Stars that leave points, paths and circles, shine, drift, fade and burst.\r"
                 "Instruction set: %s",
-                moduleState().painter.kernels().name);
+                moduleState().drawing.painter.kernels().name);
   return PF_Err_NONE;
 }
 
@@ -38,7 +38,6 @@ PF_Err setUpGlobally(PF_OutData& out) {
   ModuleState& module = moduleState();
   module.folders = findFolders();
   LoadGreyTexture(module.greyTexture, 999, 30, 30, 1.0f);
-  module.painter.useKernels(kernelsNamed(std::getenv("BRISEL_INSTRUCTIONS")));
   out.my_version = kEffectVersion;
   out.out_flags = kOutFlags;
   out.out_flags2 = kOutFlags2;
@@ -62,15 +61,18 @@ PF_Err updateParameters(const PF_InData& in, PF_ParamDef* const* params) {
 PF_Err handleEvent(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
                    PF_EventExtra& extra) {
   ControlEvent event{in, out, params, suppliedParameters(in, params), extra};
+  std::optional<LockedHandle> locked;
+  if (hasHandleCallbacks(in)) locked.emplace(*in.utils, in.sequence_data);
+  const auto* sequence = locked ? static_cast<const SequenceState*>(locked->get()) : nullptr;
+  InstanceExtras* extras = sequence != nullptr ? sequence->extras : nullptr;
   ModuleState& module = moduleState();
-  PanelState panel{module.header, module.frameSize, module.folders.presetRootFolder, nullptr,
+  DrawingState& drawing =
+      extras != nullptr && extras->own != nullptr ? extras->own->state : module.drawing;
+  PanelState panel{module.header, drawing.frameSize, module.folders.presetRootFolder, nullptr,
                    nullptr};
-  if (!hasHandleCallbacks(in)) return handlePanelEvent(event, panel);
-  const LockedHandle locked(*in.utils, in.sequence_data);
-  const auto* state = static_cast<const SequenceState*>(locked.get());
-  if (state != nullptr && state->presetLists != nullptr) {
-    panel.emitterPresets = &state->presetLists[kEmitterPresetList];
-    panel.starPresets = &state->presetLists[kStarPresetList];
+  if (extras != nullptr) {
+    panel.emitterPresets = &extras->presetLists[kEmitterPresetList];
+    panel.starPresets = &extras->presetLists[kStarPresetList];
   }
   return handlePanelEvent(event, panel);
 }
@@ -100,6 +102,9 @@ PF_Err dispatch(PF_Cmd command, PF_InData& in, PF_OutData& out, PF_ParamDef* par
     case PF_Cmd_EVENT:
       if (extra == nullptr) return PF_Err_NONE;
       return handleEvent(in, out, params, *static_cast<PF_EventExtra*>(extra));
+    case PF_Cmd_COMPLETELY_GENERAL:
+      answerMessage(in, out, params, extra);
+      return PF_Err_NONE;
     default:
       return PF_Err_NONE;
   }

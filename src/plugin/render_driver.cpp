@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstring>
 #include <optional>
+#include <utility>
 
 #include "effect/frame.h"
 #include "plugin/host_parameters.h"
@@ -16,7 +17,6 @@
 namespace brisel {
 namespace {
 
-/// Input and output are read at the output's depth.
 PixelFormat formatOf(const PF_LayerDef& output) {
   return (output.world_flags & PF_WorldFlag_DEEP) != 0 ? PixelFormat::Argb16 : PixelFormat::Argb8;
 }
@@ -26,22 +26,15 @@ MutableImageView outputView(PF_LayerDef& output) {
           output.rowbytes, formatOf(output)};
 }
 
-/// Empty when the host gives no input, or the output for one; never wider than its rows.
-ImageView inputView(const PF_LayerDef& input, const PF_LayerDef& output) {
-  if (input.data == nullptr || input.data == output.data) return {};
-  const PixelFormat format = formatOf(output);
-  ImageView view{reinterpret_cast<const std::uint8_t*>(input.data), 0, std::max(input.height, 0),
-                 input.rowbytes, format};
+/// Input and backdrop are read at the output's depth. Empty when the host gives none, or the output
+/// for one; never wider than its rows.
+ImageView inputView(const PF_LayerDef& input, const MutableImageView& output) {
+  const auto* bytes = reinterpret_cast<const std::uint8_t*>(input.data);
+  if (bytes == nullptr || bytes == output.bytes) return {};
+  ImageView view{bytes, 0, std::max(input.height, 0), input.rowbytes, output.format};
   const auto widest = static_cast<std::int32_t>(input.rowbytes / view.pixelBytes());
   view.width = std::clamp(input.width, 0, std::max(widest, 0));
   return view;
-}
-
-/// Whether the world's rows hold as many pixels as it claims.
-bool isSound(const PF_LayerDef& world) {
-  const std::int32_t pixelBytes = formatOf(world) == PixelFormat::Argb16 ? 8 : 4;
-  return world.data != nullptr && world.width > 0 && world.height > 0 &&
-         world.rowbytes / pixelBytes >= world.width;
 }
 
 void clear(PF_LayerDef& world) {
@@ -60,31 +53,39 @@ void clearPadding(PF_LayerDef& world) {
   }
 }
 
-FrameState frameState(SequenceState& state) {
-  return {state.stars,
-          state.capacity,
-          state.starCount,
-          state.stepCounter,
-          state.emissionAccumulator,
-          randomGenerator(),
-          moduleState().sprites};
+/// What surrounds the frame of a command, without what it is painted with.
+FrameViews viewsOf(const PF_InData& in, PF_ParamDef* const* params,
+                   const MutableImageView& output) {
+  FrameViews views;
+  views.output = output;
+  views.input = inputView(params[kInputLayer]->u.ld, output);
+  views.layerWidth = in.width;
+  views.highQuality = in.quality == PF_Quality_HI;
+  return views;
 }
 
+/// The handle stays locked while the frame is painted: painting takes stars as they are composed,
+/// and mixes the input in while the pixels are in the cache.
 void renderSoundFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
                       PF_LayerDef& output) {
-  ModuleState& module = moduleState();
-  module.frameSize = {output.width, output.height};
   const Values values = readValues(params);
-  const FrameViews views{outputView(output), inputView(params[kInputLayer]->u.ld, output), in.width,
-                         in.quality == PF_Quality_HI, &module.painter};
+  FrameViews views = viewsOf(in, params, outputView(output));
   const MaskPath mask(in, values[kPath].number);
   std::optional<LockedHandle> locked;
   if (hasHandleCallbacks(in)) locked.emplace(*in.utils, out.sequence_data);
   auto* sequence = locked ? static_cast<SequenceState*>(locked->get()) : nullptr;
+  InstanceExtras* extras = sequence != nullptr ? sequence->extras : nullptr;
+  const DrawingLease drawing(extras != nullptr ? extras->own.get() : nullptr);
+  drawing.state().frameSize = {output.width, output.height};
+  views.painter = &drawing.state().painter;
+  if (extras != nullptr && extras->painter != nullptr) views.painter = extras->painter.get();
+  if (extras != nullptr && extras->backdrop) {
+    views.backdrop = inputView(*std::exchange(extras->backdrop, {}), views.output);
+  }
   if (sequence == nullptr) {
     renderFrame(values, views, mask.outline(), nullptr);
   } else {
-    const FrameState state = frameState(*sequence);
+    const FrameState state = frameStateOf(*sequence, drawing);
     if (in.current_time < 1) resetState(state);
     renderFrame(values, views, mask.outline(), &state);
   }
@@ -92,6 +93,22 @@ void renderSoundFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params
 }
 
 }  // namespace
+
+bool isSound(const PF_LayerDef& world) {
+  const std::int32_t pixelBytes = formatOf(world) == PixelFormat::Argb16 ? 8 : 4;
+  return world.data != nullptr && world.width > 0 && world.height > 0 &&
+         world.rowbytes / pixelBytes >= world.width;
+}
+
+FrameState frameStateOf(SequenceState& sequence, const DrawingLease& drawing) {
+  return {sequence.stars,
+          sequence.capacity,
+          sequence.starCount,
+          sequence.stepCounter,
+          sequence.emissionAccumulator,
+          drawing.random(),
+          drawing.state().sprites};
+}
 
 PF_Err renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
                    PF_LayerDef& output) {
@@ -107,6 +124,18 @@ PF_Err renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
     throw;
   }
   return PF_Err_NONE;
+}
+
+void advanceFrame(const PF_InData& in, PF_ParamDef* const* params, FrameSize size,
+                  PixelFormat format, SequenceState& sequence) {
+  const Values values = readValues(params);
+  const FrameViews views = viewsOf(in, params, {nullptr, size.width, size.height, 0, format});
+  const MaskPath mask(in, values[kPath].number);
+  const DrawingLease drawing(sequence.extras != nullptr ? sequence.extras->own.get() : nullptr);
+  drawing.state().frameSize = size;
+  const FrameState state = frameStateOf(sequence, drawing);
+  if (in.current_time < 1) resetState(state);
+  stepFrame(values, views, mask.outline(), state);
 }
 
 }  // namespace brisel

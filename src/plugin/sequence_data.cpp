@@ -11,20 +11,20 @@
 namespace brisel {
 namespace {
 
-std::unique_ptr<PresetList[]> readPresetLists() {
+std::unique_ptr<InstanceExtras> makeExtras() {
   const ModuleFolders& folders = moduleState().folders;
   const PresetFolders paths{folders.presetFilePath, folders.presetFolder};
-  auto lists = std::make_unique<PresetList[]>(kPresetListCount);
-  lists[kEmitterPresetList] = readPresetList(paths, kEmitterSection);
-  lists[kStarPresetList] = readPresetList(paths, kStarSection);
-  return lists;
+  auto extras = std::make_unique<InstanceExtras>();
+  extras->presetLists[kEmitterPresetList] = readPresetList(paths, kEmitterSection);
+  extras->presetLists[kStarPresetList] = readPresetList(paths, kStarSection);
+  return extras;
 }
 
 }  // namespace
 
 PF_Err createSequence(PF_InData& in, PF_OutData& out) {
   if (!hasHandleCallbacks(in)) return kNoSequenceHandle;
-  auto presetLists = readPresetLists();
+  auto extras = makeExtras();
   const PF_Handle handle = in.utils->host_new_handle(sizeof(SequenceState));
   if (handle == nullptr) return kNoSequenceHandle;
   {
@@ -32,10 +32,10 @@ PF_Err createSequence(PF_InData& in, PF_OutData& out) {
     if (locked.get() != nullptr) {
       auto* state = new (locked.get()) SequenceState;
       state->presetListCount = kPresetListCount;
-      state->presetLists = presetLists.release();
+      state->extras = extras.release();
     }
   }
-  if (presetLists != nullptr) {
+  if (extras != nullptr) {
     in.utils->host_dispose_handle(handle);
     return kNoSequenceHandle;
   }
@@ -50,7 +50,7 @@ PF_Err releaseSequence(PF_InData& in, PF_OutData& out) {
     const LockedHandle locked(*in.utils, out.sequence_data);
     if (auto* state = static_cast<SequenceState*>(locked.get())) {
       releaseStars(state->stars, state->capacity);
-      delete[] state->presetLists;
+      delete state->extras;
       *state = SequenceState{};
     }
   }

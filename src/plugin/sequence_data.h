@@ -1,16 +1,33 @@
 // The state of one effect instance, which the host keeps in its sequence-data handle.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
 
 #include "engine/particle.h"
 #include "plugin/controls/preset_list.h"
+#include "plugin/drawing_state.h"
 #include "plugin/sdk/in_out_data.h"
+#include "render/painter.h"
 
 namespace brisel {
 
 /// The lists of an instance.
 enum PresetListIndex : std::int32_t { kEmitterPresetList, kStarPresetList, kPresetListCount };
+
+/// What an instance has outside of the handle. The handle's last field leads to the lists, which
+/// are therefore the first.
+struct InstanceExtras {
+  PresetList presetLists[kPresetListCount];
+
+  // What messages from programs ask for
+  std::unique_ptr<OwnDrawing> own;         // null: the module's
+  std::unique_ptr<Painter> painter;        // null: that of the drawing state
+  std::optional<PF_EffectWorld> backdrop;  // of the next frame; its pixels are a program's
+};
+static_assert(offsetof(InstanceExtras, presetLists) == 0);
 
 /// The handle's contents. Nothing of it survives flattening.
 struct SequenceState {
@@ -20,8 +37,8 @@ struct SequenceState {
   std::int32_t stepCounter = 0;  // steps since the last reset
   std::int32_t reserved = 0;
   float emissionAccumulator = 0.0f;
-  std::int32_t presetListCount = 0;   // 2 while the lists exist
-  PresetList* presetLists = nullptr;  // kPresetListCount of them; owned
+  std::int32_t presetListCount = 0;  // 2 while the lists exist
+  InstanceExtras* extras = nullptr;  // owned; null only after release
 };
 static_assert(sizeof(SequenceState) == 40);
 

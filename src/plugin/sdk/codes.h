@@ -18,6 +18,7 @@ inline constexpr PF_Cmd PF_Cmd_FRAME_SETDOWN = 12;
 inline constexpr PF_Cmd PF_Cmd_USER_CHANGED_PARAM = 13;
 inline constexpr PF_Cmd PF_Cmd_UPDATE_PARAMS_UI = 14;
 inline constexpr PF_Cmd PF_Cmd_EVENT = 15;
+inline constexpr PF_Cmd PF_Cmd_COMPLETELY_GENERAL = 17;
 
 inline constexpr PF_Err PF_Err_NONE = 0;
 inline constexpr PF_Err PF_Err_OUT_OF_MEMORY = 4;
