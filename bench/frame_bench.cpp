@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <functional>
 #include <string>
 #include <vector>
@@ -12,6 +11,7 @@
 #include "engine/simulation.h"
 #include "hostkit/module.h"
 #include "hostkit/session.h"
+#include "instructions.h"
 #include "rates.h"
 #include "render/painter.h"
 #include "render/stars/compose.h"
@@ -71,13 +71,13 @@ void setCrowd(Hosted& hosted, int stars, double size) {
   hosted.number("Time life", 1000);
 }
 
-/// Whole frames with one instruction set, which global set-up takes from the environment.
+/// Whole frames with one instruction set.
 void addFrames(const std::string& set, const std::string& name, int width, int height,
                hostkit::Depth depth, const std::function<void(Hosted&)>& prepare,
                int warmUpFrames) {
   const auto run = [=](benchmark::State& state) {
-    setenv("BRISEL_INSTRUCTIONS", set.c_str(), 1);
     Hosted hosted(width, height);
+    hosted.session.usePainting(1, set);
     prepare(hosted);
     runFrames(state, hosted, width, height, depth, warmUpFrames);
   };
@@ -196,10 +196,9 @@ void printTable(const bench::Rates& rates, const std::string& set,
 }  // namespace
 
 int main(int argc, char** argv) {
+  const brisel::Kernels& kernels = bench::chosenKernels(argc, argv);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  const char* wanted = std::getenv("BRISEL_INSTRUCTIONS");
-  const brisel::Kernels& kernels = brisel::kernelsNamed(wanted);
   const std::string set = kernels.name;
   const std::vector<Frame> grown = growth();
   for (const Frame& f : kScenes) {

@@ -5,13 +5,13 @@
 #include <cairo.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "canvas.h"
+#include "instructions.h"
 #include "rates.h"
 #include "render/stars/compose.h"
 
@@ -263,9 +263,9 @@ void printTable(const bench::Rates& rates, const std::string& set) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const brisel::Kernels& kernels = bench::chosenKernels(argc, argv);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  const brisel::Kernels& kernels = brisel::kernelsNamed(std::getenv("BRISEL_INSTRUCTIONS"));
   registerAll(kernels);
   bench::Rates rates;
   benchmark::RunSpecifiedBenchmarks(&rates);
