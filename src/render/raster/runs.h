@@ -3,6 +3,8 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
+#include <cstddef>
 #include <cstdint>
 
 #include "core/image_view.h"
@@ -26,7 +28,7 @@ struct RowBlock {
   static constexpr int kRows = L::kCount;
 
   static constexpr int kMostStretches = 5;
-  alignas(64) float row[kRows];  // what the sprite's shader needs to know of it
+  alignas(64) float row[kRows];  // what the shader's rowValues() says of it
   alignas(64) std::int32_t begin[kMostStretches][kRows];
   alignas(64) std::int32_t end[kMostStretches][kRows];
 
@@ -117,8 +119,9 @@ class RunPlotter {
   [[gnu::noinline]] static void plotTogether(const Shader& shader, const Piece* pieces,
                                              const Piece* end) {
     const auto lanes = L::steps(0);
-    auto steps = lanes;
-    auto rows = L::splat(0.0f);
+    // Lanes that no piece fills lie next to those of the first.
+    auto steps = lanes + pieces->step;
+    auto rows = L::splat(pieces->row);
     typename Pixels::Raw before{};
 #pragma GCC unroll 1
     for (const Piece* piece = pieces; piece != end; ++piece) {
@@ -149,7 +152,9 @@ template <BlendRule kRule, class Pixels, class Isa, class Shader>
   RunPlotter<kRule, Pixels, Isa, Shader> plotter(shader, pieces);
   std::uint8_t* pixels = image.at(columns.pixel, rows.pixel);
   for (std::int32_t first = 0; first < rows.count; first += block.kRows) {
-    shader.findRows(Lanes<Isa>::steps(rows.step + first), columns.steps(), block);
+    const auto values = shader.rowValues(Lanes<Isa>::steps(rows.step + first));
+    Lanes<Isa>::store(block.row, values);
+    shader.findStretches(values, columns.steps(), block);
     const std::int32_t count = std::min(rows.count - first, block.kRows);
     for (std::int32_t i = 0; i < count; ++i) {
       for (int stretch = 0; stretch < Shader::kStretches; ++stretch) {
@@ -163,16 +168,58 @@ template <BlendRule kRule, class Pixels, class Isa, class Shader>
   plotter.finish();
 }
 
+/// The same for a part so narrow that whole rows of it fit a vector. All of its pixels are shaded,
+/// several rows at a time, which costs less than finding out which of them the sprite covers.
+template <BlendRule kRule, class Pixels, class Isa, class Shader>
+[[gnu::flatten]] void paintNarrowPart(const MutableImageView& image, const StepRun& rows,
+                                      const StepRun& columns, const Shader& shader) {
+  using L = Lanes<Isa>;
+  const int shift = std::bit_width(static_cast<unsigned>(columns.count - 1));
+  const std::int32_t rowLanes = 1 << shift;
+  const std::int32_t rowsAtOnce = L::kCount >> shift;
+  const auto lanes = L::steps(0);
+  const auto steps = (lanes & (rowLanes - 1)) + columns.step;
+  const auto laneRows = (lanes >> shift) + rows.step;
+  std::uint8_t* pixels = image.at(columns.pixel, rows.pixel);
+  // From the lanes of a row to those of the next.
+  const std::ptrdiff_t stride = image.rowBytes - rowLanes * Pixels::kBytes;
+  for (std::int32_t first = 0; first < rows.count; first += rowsAtOnce) {
+    const std::int32_t count = std::min(rows.count - first, rowsAtOnce);
+    const auto forEachRow = [&](const auto& visit) {
+      std::uint8_t* origin = pixels;
+#pragma GCC unroll 1
+      for (std::int32_t i = 0; i < count; ++i, origin += stride) {
+        visit(L::lanes(i << shift, columns.count), origin);
+      }
+    };
+    typename Pixels::Raw before{};
+    forEachRow([&](auto mask, std::uint8_t* origin) { before.load(mask, origin); });
+    const auto shaded = shader.shade(steps, shader.rowValues(laneRows + first));
+    const auto after = plotted<kRule, Pixels, Isa>(Pixels::fromRaw(before), shaded).raw();
+    forEachRow([&](auto mask, std::uint8_t* origin) { after.store(mask, origin); });
+    pixels += count * image.rowBytes;
+  }
+}
+
 /// Paints a sprite on its grid. Besides what RunPlotter asks of it, the shader offers
-///   kStretches   how many of a row's stretches it uses
-///   findRows(Int rows, IndexRange visible, RowBlock<Isa>& block)   sets their row and stretches
+///   kStretches                    how many of a row's stretches it uses
+///   kIsCostly                     whether a pixel costs more than finding out if it is covered
+///   Float rowValues(Int rows)     what shade() needs to know of rows
+///   findStretches(Float rowValues, IndexRange visible, RowBlock<Isa>& block)
+/// and shades what lies outside the stretches with a value of 0.
 template <class Isa, class Shader>
 void paintSprite(const MutableImageView& image, const PixelGrid& grid, BlendRule rule,
                  const Shader& shader) {
+  constexpr int kLanes = Lanes<Isa>::kCount;
+  constexpr int kNarrow = kLanes < 8 ? 0 : kLanes / (Shader::kIsCostly ? 4 : 1);
   withRule<Isa>(rule, image.isDeep(), [&]<BlendRule kRule, class Pixels>() {
     for (const StepRun& rows : grid.rows) {
       for (const StepRun& columns : grid.columns) {
-        paintPart<kRule, Pixels, Isa>(image, rows, columns, shader);
+        if (columns.count <= kNarrow) {
+          paintNarrowPart<kRule, Pixels, Isa>(image, rows, columns, shader);
+        } else {
+          paintPart<kRule, Pixels, Isa>(image, rows, columns, shader);
+        }
       }
     }
   });

@@ -31,16 +31,16 @@ class BlicsShader {
   }
 
   static constexpr int kStretches = kProfile == BlicsProfile::Ring ? 2 : 1;
-  void findRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
-    const Float squares = disc_.rowSquares<Isa>(rows);
-    L::store(block.row, squares);
-    const auto near = disc_.nearSteps<Isa>(squares, visible, disc_.radius());
+  static constexpr bool kIsCostly = kRainbow;
+  Float rowValues(typename L::Int rows) const { return disc_.rowSquares<Isa>(rows); }
+  void findStretches(Float rowSquares, IndexRange visible, RowBlock<Isa>& block) const {
+    const auto near = disc_.nearSteps<Isa>(rowSquares, visible, disc_.radius());
     if constexpr (kProfile == BlicsProfile::Disc) {
       block.setStretch(0, near);
     } else {
       // Inside the ring nothing is plotted; the margin keeps pixels whose rounding could matter.
       const float clear = (inner_ - 0.001f) * disc_.radius();
-      const auto hole = disc_.clearSteps<Isa>(squares, visible, clear);
+      const auto hole = disc_.clearSteps<Isa>(rowSquares, visible, clear);
       block.setStretch(0, {near.begin, hole.begin < near.end ? hole.begin : near.end});
       block.setStretch(1, {hole.end, near.end});
     }

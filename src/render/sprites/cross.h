@@ -98,9 +98,9 @@ class CrossShader {
   }
 
   static constexpr int kStretches = 5;
-  void findRows(Int rows, IndexRange visible, RowBlock<Isa>& block) const {
-    const Float ny = top_ + L::toFloat(rows) / radius_;
-    L::store(block.row, ny);
+  static constexpr bool kIsCostly = kTextured || kRainbow;
+  Float rowValues(Int rows) const { return top_ + L::toFloat(rows) / radius_; }
+  void findStretches(Float ny, IndexRange visible, RowBlock<Isa>& block) const {
     // The star lies in the unit circle, less four unit circles around the corners of a square. The
     // slack covers the rounding of a pixel's own test.
     constexpr float kSlack = 0.0001f;

@@ -24,10 +24,10 @@ class Glow {
 
   float radius() const { return disc_.radius(); }
 
-  void findRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
-    const Float squares = disc_.rowSquares<Isa>(rows);
-    L::store(block.row, squares);
-    block.setStretch(0, disc_.nearSteps<Isa>(squares, visible, disc_.radius()));
+  Float rowSquares(typename L::Int rows) const { return disc_.rowSquares<Isa>(rows); }
+
+  void findStretches(Float rowSquares, IndexRange visible, RowBlock<Isa>& block) const {
+    block.setStretch(0, disc_.nearSteps<Isa>(rowSquares, visible, disc_.radius()));
   }
 
   /// Distances from the center in pixels.
@@ -62,8 +62,10 @@ class SimpleGlowShader {
   }
 
   static constexpr int kStretches = 1;
-  void findRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
-    glow_.findRows(rows, visible, block);
+  static constexpr bool kIsCostly = kRainbow;
+  Float rowValues(typename L::Int rows) const { return glow_.rowSquares(rows); }
+  void findStretches(Float rowSquares, IndexRange visible, RowBlock<Isa>& block) const {
+    glow_.findStretches(rowSquares, visible, block);
   }
 
   Shaded<Isa> shade(typename L::Int steps, Float rowSquares) const {
@@ -115,8 +117,10 @@ class FullGlowShader {
   }
 
   static constexpr int kStretches = 1;
-  void findRows(typename L::Int rows, IndexRange visible, RowBlock<Isa>& block) const {
-    glow_.findRows(rows, visible, block);
+  static constexpr bool kIsCostly = kRainbow;
+  Float rowValues(typename L::Int rows) const { return glow_.rowSquares(rows); }
+  void findStretches(Float rowSquares, IndexRange visible, RowBlock<Isa>& block) const {
+    glow_.findStretches(rowSquares, visible, block);
   }
 
   Shaded<Isa> shade(typename L::Int steps, Float rowSquares) const {
