@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,7 @@ void addInfoCommand(CLI::App& app);
 
 // Options that several commands share.
 void addModuleOption(CLI::App& command, std::string& modulePath);
+void addThreadsOption(CLI::App& command, std::optional<int>& threads);
 void addSceneOptions(CLI::App& command, SceneOptions& options);
 void addValueOptions(CLI::App& command, SceneOptions& options);  // those about parameters alone
 void addOutputOptions(CLI::App& command, OutputOptions& options);

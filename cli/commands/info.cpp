@@ -36,7 +36,7 @@ std::string flagText(PF_OutFlags flags, const FlagNames& names) {
 }
 
 void printInfo(const std::string& modulePath) {
-  Effect effect(modulePath);
+  Effect effect(loadModule(modulePath));
   const hostkit::ModuleReport& report = effect.session().report();
   std::printf("module      %s\n", effect.path().c_str());
   std::printf("version     %s (0x%08x)\n", versionText(report.version).c_str(), report.version);

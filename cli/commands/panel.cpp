@@ -4,7 +4,7 @@
 #include "cli/media/output_files.h"
 #include "cli/media/png_writer.h"
 #include "cli/pictures/panel.h"
-#include "cli/scene/scene_effect.h"
+#include "cli/scene/layer_effect.h"
 #include "cli/support/errors.h"
 #include "cli/support/numbers.h"
 
@@ -62,7 +62,7 @@ void paintPanel(const PanelOptions& options) {
 
   Scene scene = options.scene.empty() ? Scene{} : readScene(options.scene);
   applyOptions(scene, options.overrides);
-  SceneEffect effect(planScene(std::move(scene)), options.module);
+  LayerEffect effect(loadModule(options.module), planScene(std::move(scene)), 0);
   effect.setFrame(0);
 
   Panel panel(effect.session(), titleOf(effect.session()), options.width);
@@ -86,7 +86,7 @@ void addPanelCommand(CLI::App& app) {
   command
       ->add_option("SCENE", options->scene,
                    "A scene file, TOML, whose values at frame 0 are\n"
-                   "shown; otherwise the defaults")
+                   "shown, of layers the first's; otherwise the defaults")
       ->type_name("");
   command->add_option("-o,--output", options->output, "The picture to write")
       ->type_name("FILE.png")

@@ -53,7 +53,7 @@ void showNamesakes(const ListedParameter& shown, const std::vector<ListedParamet
 }
 
 void listParameters(const ParamsOptions& options) {
-  Effect effect(options.module);
+  Effect effect(loadModule(options.module));
   const std::vector<ListedParameter> all = listedParameters(effect.session().parameters());
   std::string text;
   for (const std::string& word : options.words) text += (text.empty() ? "" : " ") + word;

@@ -72,7 +72,7 @@ void printForPeople(const std::vector<Described>& presets) {
 }
 
 void listPresets(const PresetsOptions& options) {
-  const Effect effect(options.module);
+  const Effect effect(loadModule(options.module));
   const PresetIndex index = readPresetIndex(effect.path());
   const std::vector<Described> meant = presetsMeant(index, options.words);
   if (options.json) return printJson(meant);

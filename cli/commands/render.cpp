@@ -19,10 +19,10 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
   }
   if (frames.empty()) return;
 
-  const int rendered = plan.scene.preroll + frames.back() + 1;
+  const int steps = plan.scene.preroll + frames.front();
   Progress progress(target.isStandardOutput() ? target.name() : target.path.filename().string(),
-                    rendered);
-  SceneRenderer renderer(plan, options.module);
+                    steps, static_cast<int>(frames.size()));
+  SceneRenderer renderer(plan, options.renderer);
   for (const std::string& text : renderer.notes()) note(ofScene(scene, text));
   OutputStream output(openFrameWriter(target, plan.size, plan.rate, plan.scene.depth, sound),
                       plan.size, plan.scene.depth);
@@ -32,11 +32,11 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
   };
   auto next = frames.begin();
   for (int frame = -plan.scene.preroll; frame <= frames.back(); ++frame) {
-    renderer.renderNext();
     if (frame < *next) {
-      progress.frameDone();
+      renderer.stepNext();
+      progress.stepDone();
     } else {
-      renderer.lookForStars();
+      renderer.renderNext();
       output.write(renderer.output(), frame);
       ++next;
       showProgress();
@@ -45,7 +45,7 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
   output.finish();
   showProgress();
   const double seconds = progress.elapsedSeconds();
-  progress.finish(static_cast<int>(frames.size()));
+  progress.finish();
   if (there == 0) {  // else the frames kept may show stars
     for (const std::string& warning : renderer.warnings()) warn(ofScene(scene, warning));
   }
@@ -53,9 +53,10 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
   if (options.stats) {
     printRenderStats(target.isStandardOutput() ? stderr : stdout,
                      {{"decode", renderer.decodingSeconds()},
+                      {"step", renderer.steppingSeconds()},
                       {"render", renderer.renderingSeconds()},
                       {"encode", output.encodingSeconds(), output.threads()}},
-                     rendered, seconds);
+                     written, seconds);
   }
   const std::string damage = renderer.damage();
   if (damage.empty()) return;
@@ -87,12 +88,13 @@ void addRenderCommand(CLI::App& app) {
   addSceneOptions(*command, options->overrides);
   command
       ->add_option("--frames", options->frames,
-                   "Frames to write, counted from 0; those before are\n"
-                   "rendered unseen, as each frame follows from the last")
+                   "Frames to write, counted from 0; the stars of those\n"
+                   "before move unseen, as each frame follows from the last")
       ->type_name("A-B");
   command->add_flag("--stats", options->stats,
                     "Say how busy decoding, rendering and encoding were");
-  addModuleOption(*command, options->module);
+  addThreadsOption(*command, options->renderer.threads);
+  addModuleOption(*command, options->renderer.module);
   command->callback([options] { render(*options); });
 }
 

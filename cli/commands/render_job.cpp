@@ -4,7 +4,7 @@
 #include <map>
 #include <string_view>
 
-#include "cli/scene/scene_effect.h"
+#include "cli/scene/layer_effect.h"
 
 namespace cli {
 namespace {
@@ -68,7 +68,7 @@ RenderJob planJob(const std::string& file, const RenderOptions& options) {
     const FrameRange range = rangeToRender(options, plan);
     std::vector<int> frames = framesToWrite(target, range, plan.scene.depth, output);
     // A wrong value in the last scene must not surface only at the end of a long run.
-    if (!isAlone) SceneEffect(plan, options.module);
+    if (!isAlone) layerEffects(plan, options.renderer.module);
     auto sound = soundtrackOf(target, output, plan, range);
     return RenderJob{name, std::move(plan), target, range, std::move(frames), std::move(sound)};
   });

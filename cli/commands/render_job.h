@@ -8,6 +8,7 @@
 
 #include "cli/media/output_files.h"
 #include "cli/media/soundtrack.h"
+#include "cli/pipeline/scene_renderer.h"
 #include "cli/scene/scene_plan.h"
 #include "cli/support/errors.h"
 #include "cli/support/interrupt.h"
@@ -20,7 +21,7 @@ struct RenderOptions {
   OutputOptions output;
   std::optional<std::string> frames;
   bool stats = false;
-  std::string module;
+  RendererOptions renderer;
 };
 
 // One scene of a run, with its output.

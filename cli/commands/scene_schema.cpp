@@ -37,6 +37,11 @@ Json shared(const char* definition) {
   return {{"$ref", std::string("#/definitions/") + definition}};
 }
 
+// What the table of that name at the top of the file takes.
+Json sameAs(const char* table) {
+  return {{"$ref", std::string("#/properties/") + table}};
+}
+
 // An object with these keys and no others. Throws std::logic_error for a key without values.
 Json table(std::span<const SceneKey> keys, const Json& values) {
   Json properties = Json::object();
@@ -48,6 +53,22 @@ Json table(std::span<const SceneKey> keys, const Json& values) {
     properties[key.name]["description"] = key.meaning;
   }
   return {{"type", "object"}, {"properties", properties}, {"additionalProperties", false}};
+}
+
+Json maskReference() {
+  return {{"type", "string"}, {"pattern", "^.+#.+$"}};
+}
+
+Json presetList() {
+  return {{"type", "array"}, {"items", text()}};
+}
+
+Json layerList() {
+  const Json layer = table(kLayerKeys, {{"name", text()},
+                                        {"presets", presetList()},
+                                        {"mask", {{"anyOf", {maskReference(), sameAs("mask")}}}},
+                                        {"params", sameAs("params")}});
+  return {{"type", "array"}, {"items", layer}, {"minItems", 1}, {"maxItems", kMaxLayers}};
 }
 
 Json sceneTable() {
@@ -62,8 +83,8 @@ Json sceneTable() {
                             {"depth", {{"enum", {8, 16}}}},
                             {"quality", {{"enum", {"high", "low"}}}},
                             {"input", text()},
-                            {"mask", {{"type", "string"}, {"pattern", "^.+#.+$"}}},
-                            {"presets", {{"type", "array"}, {"items", text()}}}});
+                            {"mask", maskReference()},
+                            {"presets", presetList()}});
 }
 
 // A constant, or keyframes of it.
@@ -143,8 +164,10 @@ Json sceneSchema(const std::vector<ListedParameter>& parameters) {
                        {{"type", "string"}, {"pattern", R"(^\s*[-+0-9.eE]+\s*s\s*$)"}}}}}},
                    {"ease", easeSchema()},
                    {"color", colorSchema()}}}};
-  schema.update(
-      table(kTables, {{"scene", sceneTable()}, {"params", params}, {"mask", maskTable()}}));
+  schema.update(table(kTables, {{"scene", sceneTable()},
+                                {"params", params},
+                                {"mask", maskTable()},
+                                {"layer", layerList()}}));
   return schema;
 }
 

@@ -1,6 +1,7 @@
 #include <cstdio>
 
 #include "cli/commands/commands.h"
+#include "cli/pipeline/scene_renderer.h"
 
 namespace cli {
 
@@ -10,6 +11,15 @@ void addModuleOption(CLI::App& command, std::string& modulePath) {
                   "The effect module; otherwise the one beside this\n"
                   "program or in ../lib/brisel from there")
       ->type_name("FILE");
+}
+
+void addThreadsOption(CLI::App& command, std::optional<int>& threads) {
+  command
+      .add_option("--threads", threads,
+                  "Threads that paint a frame; otherwise one for each\n"
+                  "processor that may be used")
+      ->option_text("N")
+      ->check(CLI::Range(1, kMostThreads));
 }
 
 void addSceneOptions(CLI::App& command, SceneOptions& options) {

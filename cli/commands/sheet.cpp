@@ -19,7 +19,7 @@ struct SheetOptions {
   int columns = 0;  // 0: likewise
   int cellWidth = 320;
   bool overwrite = false;
-  std::string module;
+  RendererOptions renderer;
 };
 
 // The middles of `count` equal parts of the scene.
@@ -32,20 +32,22 @@ std::vector<int> evenlySpaced(int count, int frames) {
 }
 
 void addScene(ContactSheet& sheet, ScenePlan plan, int count, Progress& progress,
-              const std::string& modulePath) {
+              const RendererOptions& options) {
   const std::string name = plan.scene.file.stem().string();
   sheet.addGroup(name);
   const std::vector<int> numbers = evenlySpaced(std::min(count, plan.frames), plan.frames);
   int next = -plan.scene.preroll;
-  SceneRenderer renderer(std::move(plan), modulePath);
+  SceneRenderer renderer(std::move(plan), options);
   for (const std::string& text : renderer.notes()) note(name + ": " + text);
   for (const int number : numbers) {
-    for (; next <= number; ++next) {
-      renderer.renderNext();
-      progress.frameDone();
+    for (; next < number; ++next) {
+      renderer.stepNext();
+      progress.stepDone();
     }
-    renderer.lookForStars();
+    renderer.renderNext();
+    ++next;
     sheet.addFrame(renderer.picture(), number);
+    progress.frameDone();
   }
   for (const std::string& warning : renderer.warnings()) warn(name + ": " + warning);
   if (const std::string damage = renderer.damage(); !damage.empty()) warn(name + ": " + damage);
@@ -63,24 +65,20 @@ void makeSheet(const SheetOptions& options) {
 
   std::vector<ScenePlan> plans;
   int shownFrames = 0;
-  int totalFrames = 0;
   for (const std::string& file : options.scenes) {
     Scene scene = readScene(file);
     applyOptions(scene, options.overrides);
     plans.push_back(planScene(std::move(scene)));
-    const int frames = plans.back().frames;
-    const int shown = std::min(count, frames);
-    shownFrames += shown;
-    totalFrames += plans.back().scene.preroll + evenlySpaced(shown, frames).back() + 1;
+    shownFrames += std::min(count, plans.back().frames);
   }
 
   ContactSheet sheet(columns, options.cellWidth);
-  Progress progress(std::filesystem::path(options.output).filename().string(), totalFrames);
+  Progress progress(std::filesystem::path(options.output).filename().string(), 0, shownFrames);
   for (ScenePlan& plan : plans) {
-    addScene(sheet, std::move(plan), count, progress, options.module);
+    addScene(sheet, std::move(plan), count, progress, options.renderer);
   }
   writePng(sheet.picture(), options.output);
-  progress.finish(shownFrames);
+  progress.finish();
 }
 
 }  // namespace
@@ -112,7 +110,8 @@ void addSheetCommand(CLI::App& app) {
       ->option_text("PIXELS")
       ->check(CLI::Range(16, 4096));
   command->add_flag("--overwrite", options->overwrite, "Replace an existing picture");
-  addModuleOption(*command, options->module);
+  addThreadsOption(*command, options->renderer.threads);
+  addModuleOption(*command, options->renderer.module);
   command->callback([options] { makeSheet(*options); });
 }
 

@@ -20,7 +20,7 @@ std::string instructionSet(hostkit::Session& session) {
 
 std::string moduleLines() {
   try {
-    Effect effect("");
+    Effect effect(loadModule(""));
     return "module          " + versionText(effect.session().report().version) +
            "\ninstruction set " + instructionSet(effect.session());
   } catch (const std::exception& error) {

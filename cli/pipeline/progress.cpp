@@ -56,33 +56,51 @@ std::string barText(int cells, int done, int total) {
 std::string progressLine(const ProgressState& state, int columns) {
   constexpr int kBarEnds = 3;  // the blank before it, and its brackets
   char speed[32];
-  std::snprintf(speed, sizeof speed, "  %.1f fps", state.framesPerSecond);
-  const std::string count = ' ' + std::to_string(state.done) + '/' + std::to_string(state.total);
-  const std::string left =
-      "  " + clockText((state.total - state.done) / state.framesPerSecond) + " left";
+  std::snprintf(speed, sizeof speed, "  %.1f fps", state.perSecond);
+  const std::string count = (state.isStepping ? " step " : " ") + std::to_string(state.done) + '/' +
+                            std::to_string(state.total);
+  const std::string left = "  " + clockText((state.total - state.done) / state.perSecond) + " left";
   // The last column stays free, as some terminals wrap once it is written to.
   const auto cellsBeside = [&](const std::string& numbers) {
     return columns - 1 - columnsOf(state.name) - columnsOf(numbers) - kBarEnds;
   };
   std::string numbers = count + speed + left;
-  if (cellsBeside(numbers) < kFewestBarCells) numbers = count + left;
+  if (state.isStepping || cellsBeside(numbers) < kFewestBarCells) numbers = count + left;
   const int cells = std::clamp(cellsBeside(numbers), kFewestBarCells, kMostBarCells);
   const int nameColumns = columns - 1 - columnsOf(numbers) - kBarEnds - cells;
   return shortened(state.name, nameColumns) + barText(cells, state.done, state.total) + numbers;
 }
 
-Progress::Progress(std::string name, int totalFrames)
+Progress::Progress(std::string name, int steps, int frames)
     : name_(std::move(name)),
-      total_(totalFrames),
+      frames_(frames),
+      stepping_(steps > 0),
+      total_(stepping_ ? steps : frames),
       terminal_(isatty(STDERR_FILENO) == 1),
       start_(Clock::now()),
+      countedSince_(start_),
       lastShown_(start_) {}
 
 Progress::~Progress() {
   eraseBar();
 }
 
+void Progress::stepDone() {
+  ++stepsDone_;
+  if (stepping_) countOne();
+}
+
 void Progress::frameDone() {
+  if (stepping_) {
+    stepping_ = false;
+    total_ = frames_;
+    done_ = 0;
+    countedSince_ = lastShown_ = Clock::now();
+  }
+  countOne();
+}
+
+void Progress::countOne() {
   ++done_;
   const Clock::time_point now = Clock::now();
   const Clock::duration interval = terminal_ ? Clock::duration(kRedrawInterval) : kLineInterval;
@@ -95,28 +113,30 @@ void Progress::frameDone() {
   }
 }
 
-void Progress::finish(int written) {
+void Progress::finish() {
   eraseBar();
-  std::string frames = std::to_string(written);
-  if (written < done_) frames += " of " + std::to_string(done_) + " rendered";
-  frames += done_ == 1 ? " frame" : " frames";
-  std::fprintf(stderr, "%s: %s in %.1f s (%.1f fps)\n", name_.c_str(), frames.c_str(),
-               elapsedSeconds(), framesPerSecond());
+  const std::string frames = std::to_string(done_) + (done_ == 1 ? " frame" : " frames");
+  if (stepsDone_ > 0) {
+    std::fprintf(stderr, "%s: %s and %d %s in %.1f s\n", name_.c_str(), frames.c_str(), stepsDone_,
+                 stepsDone_ == 1 ? "step" : "steps", elapsedSeconds());
+  } else {
+    std::fprintf(stderr, "%s: %s in %.1f s (%.1f fps)\n", name_.c_str(), frames.c_str(),
+                 elapsedSeconds(), state().perSecond);
+  }
 }
 
 double Progress::elapsedSeconds() const {
   return std::chrono::duration<double>(Clock::now() - start_).count();
 }
 
-double Progress::framesPerSecond() const {
-  const double seconds = elapsedSeconds();
-  return seconds > 0 ? done_ / seconds : 0;
+ProgressState Progress::state() const {
+  const double seconds = std::chrono::duration<double>(Clock::now() - countedSince_).count();
+  return {name_, done_, total_, seconds > 0 ? done_ / seconds : 0, stepping_};
 }
 
 void Progress::drawBar() {
   barShown_ = true;
-  const std::string line =
-      progressLine({name_, done_, total_, framesPerSecond()}, terminalColumns(STDERR_FILENO));
+  const std::string line = progressLine(state(), terminalColumns(STDERR_FILENO));
   std::fprintf(stderr, "%s%s%s%s\r", kWrapOff, line.c_str(), kEraseBehind, kWrapOn);
   std::fflush(stderr);
 }
@@ -127,8 +147,12 @@ void Progress::eraseBar() {
 }
 
 void Progress::printLine() const {
-  std::fprintf(stderr, "%s: frame %d of %d, %.1f fps\n", name_.c_str(), done_, total_,
-               framesPerSecond());
+  if (stepping_) {
+    std::fprintf(stderr, "%s: step %d of %d\n", name_.c_str(), done_, total_);
+  } else {
+    std::fprintf(stderr, "%s: frame %d of %d, %.1f fps\n", name_.c_str(), done_, total_,
+                 state().perSecond);
+  }
 }
 
 }  // namespace cli

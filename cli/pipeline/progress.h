@@ -7,12 +7,13 @@
 
 namespace cli {
 
-// How far the work is, and its speed in frames per second.
+// How far the work is, and its speed per second.
 struct ProgressState {
   std::string name;  // what is being made
   int done;
   int total;  // above 0
-  double framesPerSecond;
+  double perSecond;
+  bool isStepping = false;  // towards the first frame, by steps that paint nothing
 };
 
 // The line with the bar, shorter than `columns`, 40 or more: the bar shrinks first, then the speed
@@ -21,33 +22,40 @@ std::string progressLine(const ProgressState& state, int columns);
 
 class Progress {
  public:
-  // `name` is what is being made.
-  Progress(std::string name, int totalFrames);
+  // `name` is what is being made; `steps` come before the first of the `frames`.
+  Progress(std::string name, int steps, int frames);
 
   // Takes an unfinished bar off the terminal, so that a message can follow on a clean line.
   ~Progress();
 
+  // Steps between frames count for no more than the message at the end.
+  void stepDone();
   void frameDone();
 
-  // Says how long it took, and how many of the frames were written.
-  void finish(int written);
+  // Says how much was done, and how long it took.
+  void finish();
 
   double elapsedSeconds() const;
 
  private:
   using Clock = std::chrono::steady_clock;
 
-  double framesPerSecond() const;
+  void countOne();
+  ProgressState state() const;
   void drawBar();
   void eraseBar();
   void printLine() const;
 
   std::string name_;
-  int total_;
+  int frames_;
+  int stepsDone_ = 0;
+  bool stepping_;  // before the first frame
+  int total_;      // of steps then, of frames later; the same for what follows
   int done_ = 0;
   bool terminal_;
   bool barShown_ = false;
-  Clock::time_point start_;
+  Clock::time_point start_;  // of all
+  Clock::time_point countedSince_;
   Clock::time_point lastShown_;
 };
 

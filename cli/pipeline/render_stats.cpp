@@ -19,6 +19,7 @@ void printRenderStats(std::FILE* stream, const std::vector<StageTime>& stages, i
                       double seconds) {
   std::vector<TableRow> rows = {{"stage", "busy", "share", "threads"}};
   for (const StageTime& stage : stages) {
+    if (stage.busySeconds == 0) continue;
     rows.push_back({stage.name, fixed(stage.busySeconds, 2) + " s",
                     fixed(100 * stage.busySeconds / seconds, 0) + " %",
                     std::to_string(stage.threads)});

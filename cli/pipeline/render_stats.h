@@ -13,7 +13,7 @@ struct StageTime {
   int threads = 1;
 };
 
-// Prints a table of the stages with their shares of the whole time.
+// Prints a table of the stages that took time, with their shares of the whole.
 void printRenderStats(std::FILE* stream, const std::vector<StageTime>& stages, int frames,
                       double seconds);
 

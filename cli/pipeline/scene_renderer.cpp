@@ -1,27 +1,85 @@
 #include "cli/pipeline/scene_renderer.h"
 
 #include <algorithm>
+#include <thread>
 
 #include "cli/scene/star_warnings.h"
 #include "cli/support/interrupt.h"
+#include "hostkit/error.h"
 
 namespace cli {
+namespace {
 
-SceneRenderer::SceneRenderer(ScenePlan plan, const std::string& modulePath)
+hostkit::World worldFor(const ScenePlan& plan) {
+  return {plan.size.width, plan.size.height, plan.scene.depth};
+}
+
+int defaultThreads() {
+  return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostThreads);
+}
+
+}  // namespace
+
+SceneRenderer::SceneRenderer(ScenePlan plan, const RendererOptions& options)
     : plan_(std::move(plan)),
-      effect_(plan_, modulePath),
-      noInput_(plan_.size.width, plan_.size.height, plan_.scene.depth),
-      output_(plan_.size.width, plan_.size.height, plan_.scene.depth),
+      layers_(layerEffects(plan_, options.module)),
+      starsSeen_(layers_.size()),
+      noInput_(worldFor(plan_)),
+      output_(worldFor(plan_)),
       nextFrame_(-plan_.scene.preroll) {
+  setUpPainting(options.threads);
+  if (layers_.size() > 1) below_ = worldFor(plan_);
   if (plan_.input) input_.emplace(plan_);
 }
 
+// An older module paints one layer on one thread, and cannot step without painting.
+void SceneRenderer::setUpPainting(std::optional<int> threads) {
+  const bool isLayered = layers_.size() > 1;
+  try {
+    for (LayerEffect& layer : layers_) {
+      if (isLayered) layer.session().useOwnState();
+      layer.session().usePainting(threads.value_or(defaultThreads()));
+    }
+  } catch (const hostkit::Error&) {
+    if (isLayered || threads) throw;
+    canStep_ = false;
+  }
+}
+
 void SceneRenderer::renderNext() {
+  const hostkit::RenderRequest request = beginFrame();
+  const BusyTime::Scope busy(rendering_);
+  hostkit::World* below = picture_;
+  for (std::size_t i = 0; i < layers_.size(); ++i) {
+    hostkit::Session& session = layers_[i].session();
+    if (i > 0) {
+      std::swap(output_, *below_);
+      below = &*below_;
+      session.setBackdrop(below);
+    }
+    layers_[i].setFrame(std::max(nextFrame_, 0));
+    session.render(*picture_, output_, request);
+    lookForStars(i, *below);
+  }
+  ++nextFrame_;
+}
+
+void SceneRenderer::stepNext() {
+  if (!canStep_) return renderNext();
+  const hostkit::RenderRequest request = beginFrame();
+  const hostkit::OutputShape shape{plan_.size.width, plan_.size.height, plan_.scene.depth};
+  const BusyTime::Scope busy(stepping_);
+  for (LayerEffect& layer : layers_) {
+    layer.setFrame(std::max(nextFrame_, 0));
+    layer.session().advance(*picture_, shape, request);
+  }
+  ++nextFrame_;
+}
+
+hostkit::RenderRequest SceneRenderer::beginFrame() {
   throwIfInterrupted();
   // The pre-roll and frame 0 show the input's first frame.
-  if (!layer_ || nextFrame_ > 0) layer_ = input_ ? &input_->next() : &noInput_;
-  const BusyTime::Scope busy(rendering_);
-  effect_.setFrame(std::max(nextFrame_, 0));
+  if (!picture_ || nextFrame_ > 0) picture_ = input_ ? &input_->next() : &noInput_;
   hostkit::RenderRequest request;
   // The host's time begins with the pre-roll: the effect starts afresh at 0, and only there.
   request.frame = nextFrame_ + plan_.scene.preroll;
@@ -32,8 +90,7 @@ void SceneRenderer::renderNext() {
   request.downsampleX.den = static_cast<A_u_long>(plan_.scene.reduction);
   request.downsampleY.den = static_cast<A_u_long>(plan_.scene.reduction);
   request.quality = plan_.scene.highQuality ? PF_Quality_HI : PF_Quality_LO;
-  effect_.session().render(*layer_, output_, request);
-  ++nextFrame_;
+  return request;
 }
 
 Frame SceneRenderer::picture() const {
@@ -42,21 +99,32 @@ Frame SceneRenderer::picture() const {
   return frame;
 }
 
-void SceneRenderer::lookForStars() {
-  if (starsSeen_) return;
+// Where there is no star, the output is transparent black or what lies below.
+void SceneRenderer::lookForStars(std::size_t layer, const hostkit::World& below) {
+  if (starsSeen_[layer]) return;
   const auto isZero = [](std::uint8_t byte) { return byte == 0; };
-  // Where there is no star, the output is transparent black or the input.
-  starsSeen_ = !samePixels(output_, *layer_) && !std::ranges::all_of(output_.bytes(), isZero);
+  starsSeen_[layer] = !samePixels(output_, below) && !std::ranges::all_of(output_.bytes(), isZero);
 }
 
 std::vector<std::string> SceneRenderer::warnings() {
-  return starWarnings(plan_, effect_.session().parameters(), starsSeen_);
+  std::vector<std::string> warnings;
+  for (std::size_t i = 0; i < layers_.size(); ++i) {
+    for (const std::string& text :
+         starWarnings(plan_, i, layers_[i].session().parameters(), starsSeen_[i])) {
+      warnings.push_back(layerPrefix(plan_.scene, i) + text);
+    }
+  }
+  return warnings;
 }
 
 std::vector<std::string> SceneRenderer::notes() const {
-  std::vector<std::string> notes = effect_.notes();
-  if (!plan_.input) return notes;
-  notes.insert(notes.begin(), plan_.input->notes.begin(), plan_.input->notes.end());
+  std::vector<std::string> notes;
+  if (plan_.input) notes = plan_.input->notes;
+  for (std::size_t i = 0; i < layers_.size(); ++i) {
+    for (const std::string& text : layers_[i].notes()) {
+      notes.push_back(layerPrefix(plan_.scene, i) + text);
+    }
+  }
   return notes;
 }
 

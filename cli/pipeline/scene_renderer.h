@@ -1,36 +1,45 @@
 // Renders the frames of one scene in order, as a host plays a composition.
 #pragma once
 
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "cli/pipeline/busy_time.h"
 #include "cli/pipeline/input_stream.h"
-#include "cli/scene/scene_effect.h"
+#include "cli/scene/layer_effect.h"
 #include "cli/scene/scene_plan.h"
 #include "hostkit/world.h"
 
 namespace cli {
 
+// How many threads may paint a frame.
+inline constexpr int kMostThreads = 256;
+
+struct RendererOptions {
+  std::string module;          // as for findModule
+  std::optional<int> threads;  // none: as many as this process may use processors
+};
+
 class SceneRenderer {
  public:
-  // Loads the module, checks the scene's values against it and opens the input.
-  SceneRenderer(ScenePlan plan, const std::string& modulePath);
+  // Loads the module, checks the scene's values against it and opens the input. Throws when the
+  // scene has layers, or threads are asked for, and the module is too old for that.
+  explicit SceneRenderer(ScenePlan plan, const RendererOptions& options = {});
 
   // Renders the next frame, beginning with the first of the pre-roll: -1 comes right before 0. A
   // frame depends on all frames before it, which is why none can be left out. Throws Interrupted
   // when the user asked to stop.
   void renderNext();
 
+  // The same for a frame that nobody will see: the stars move on, and are not painted.
+  void stepNext();
+
   // The frame rendered last.
   Frame picture() const;
   // The same as the host's world; another of its size may take its place.
   hostkit::World& output() { return output_; }
-
-  // Checks whether the frame rendered last shows a star, until one does. Call it for frames that
-  // people get to see.
-  void lookForStars();
 
   // What the user should know before the first frame.
   std::vector<std::string> notes() const;
@@ -43,17 +52,25 @@ class SceneRenderer {
 
   // How long the input was being decoded; 0 without one.
   double decodingSeconds() const { return input_ ? input_->decoding().seconds() : 0; }
+  double steppingSeconds() const { return stepping_.seconds(); }
   double renderingSeconds() const { return rendering_.seconds(); }
 
  private:
+  void setUpPainting(std::optional<int> threads);
+  hostkit::RenderRequest beginFrame();
+  void lookForStars(std::size_t layer, const hostkit::World& below);
+
   ScenePlan plan_;
-  SceneEffect effect_;
+  std::deque<LayerEffect> layers_;
+  std::vector<bool> starsSeen_;  // of each layer, in frames that were rendered
   std::optional<InputStream> input_;
-  hostkit::World noInput_;           // a transparent layer
-  hostkit::World* layer_ = nullptr;  // what the last frame was put on
+  hostkit::World noInput_;             // transparent
+  hostkit::World* picture_ = nullptr;  // of the input, that the last frame was put on
   hostkit::World output_;
+  std::optional<hostkit::World> below_;  // what the layers before the one being drawn made
   int nextFrame_;
-  bool starsSeen_ = false;
+  bool canStep_ = true;
+  BusyTime stepping_;
   BusyTime rendering_;
 };
 

@@ -30,7 +30,7 @@ void writeAll(const std::filesystem::path& share) {
   write(share / "zsh/site-functions/_brisel", cli::zshCompletion(tree));
   write(share / "fish/vendor_completions.d/brisel.fish", cli::fishCompletion(tree));
 
-  cli::Effect effect("");
+  cli::Effect effect(cli::loadModule(""));
   const auto parameters = cli::listedParameters(effect.session().parameters());
   write(share / "brisel/scene.schema.json", cli::sceneSchema(parameters).dump(1) + "\n");
 }

@@ -12,7 +12,7 @@ namespace {
 [[noreturn]] void reject(const Setting& setting, const std::string& place,
                          const std::string& what) {
   const std::string message = place + ": " + what;
-  if (setting.isOption) throw UsageError(message);
+  if (setting.origin == Origin::kOption) throw UsageError(message);
   throw WorkError(message);
 }
 
@@ -31,7 +31,7 @@ Track bind(const Setting& setting, const hostkit::ParameterSet& parameters, Fram
            "the effect has no parameter " + inQuotes(setting.label) + "; the nearest is " +
                inQuotes(nearestName(setting.label, settableLabels(parameters))));
   }
-  Track track{parameter, setting.isOption, {}};
+  Track track{parameter, setting.origin, {}};
   for (const Setting::Key& key : setting.keys) {
     if (!isInterpolated(parameter->type()) && !key.ease.isStraight() && !key.ease.hold) {
       reject(setting, key.place,

@@ -5,25 +5,27 @@
 #include <vector>
 
 #include "cli/scene/keyframe.h"
+#include "cli/scene/origin.h"
 #include "cli/scene/param_values.h"
 #include "hostkit/parameters.h"
 
 namespace cli {
 
-// One entry of [params] or one --set, not yet checked against what the module declares.
+// One entry of [params], of [layer.params] or one --set, not yet checked against what the module
+// declares.
 struct Setting {
   using Key = KeyOf<UserValue>;
   std::string label;
   std::vector<Key> keys;  // one for a constant; else keyframes
   std::string place;
-  bool isOption = false;  // from the command line
+  Origin origin = Origin::kScene;
 };
 
 // A setting that the module's parameter can hold.
 struct Track {
   using Key = KeyOf<ParamValue>;
   const hostkit::Parameter* parameter;
-  bool isOption;          // from the command line
+  Origin origin;
   std::vector<Key> keys;  // in order, times in frames
 };
 

@@ -1,6 +1,7 @@
 #include "cli/scene/effect.h"
 
 #include <set>
+#include <utility>
 
 #include "cli/scene/param_values.h"
 #include "cli/support/errors.h"
@@ -53,8 +54,11 @@ std::string versionText(A_u_long version) {
          std::to_string(bits(0, 0x1FF));
 }
 
-Effect::Effect(const std::string& askedFor)
-    : module_(hostkit::Module::load(findModule(askedFor))), session_(module_) {
+SharedModule loadModule(const std::string& askedFor) {
+  return std::make_shared<const hostkit::Module>(hostkit::Module::load(findModule(askedFor)));
+}
+
+Effect::Effect(SharedModule module) : module_(std::move(module)), session_(*module_) {
   session_.open();
   checkVersion(path(), session_.report().version);
   checkLabels(path(), session_.parameters());

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string>
 
 #include "hostkit/module.h"
@@ -18,17 +19,24 @@ std::filesystem::path findModule(const std::string& askedFor);
 // "2.0.0 develop, build 1" of the host's packed version number.
 std::string versionText(A_u_long version);
 
+// Stays loaded while any instance of its effect needs it.
+using SharedModule = std::shared_ptr<const hostkit::Module>;
+
+// `askedFor` as for findModule. Throws WorkError or hostkit::Error when there is no such module.
+SharedModule loadModule(const std::string& askedFor);
+
+// One instance.
 class Effect {
  public:
-  // `askedFor` as for findModule. Throws WorkError or hostkit::Error when the module cannot be
-  // used: no module, too old, or parameters that cannot be told apart by their labels.
-  explicit Effect(const std::string& askedFor);
+  // Throws WorkError or hostkit::Error when the module cannot be used: too old, or parameters that
+  // cannot be told apart by their labels.
+  explicit Effect(SharedModule module);
 
-  const std::filesystem::path& path() const { return module_.path(); }
+  const std::filesystem::path& path() const { return module_->path(); }
   hostkit::Session& session() { return session_; }
 
  private:
-  hostkit::Module module_;
+  SharedModule module_;
   hostkit::Session session_;
 };
 

@@ -27,7 +27,7 @@ class NoPainter : public hostkit::Painter {
 
 [[noreturn]] void reject(const PresetChoice& choice, const std::string& what) {
   const std::string message = choice.place + ": " + what;
-  if (choice.isOption) throw UsageError(message);
+  if (choice.origin == Origin::kOption) throw UsageError(message);
   throw WorkError(message);
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/scene/origin.h"
 #include "cli/scene/preset_index.h"
 #include "hostkit/session.h"
 
@@ -12,8 +13,8 @@ namespace cli {
 // One name of a scene's presets, or of a --preset.
 struct PresetChoice {
   std::string name;
-  std::string place;      // where it was written, for messages: "fire.toml:12"
-  bool isOption = false;  // from the command line
+  std::string place;  // where it was written, for messages: "fire.toml:12"
+  Origin origin = Origin::kScene;
 };
 
 // Throws WorkError, or UsageError for an option, naming the nearest preset when there is none of

@@ -1,6 +1,8 @@
 #include "cli/scene/scene.h"
 
 #include <algorithm>
+#include <iterator>
+#include <span>
 
 #include "cli/scene/scene_keys.h"
 #include "cli/scene/scene_mask.h"
@@ -17,20 +19,20 @@ class SceneReader {
 
   Scene read() {
     const toml::table root = toml_.parse();
-    const std::vector<std::string> sceneKeys = namesOf(kSceneKeys);
     for (const TomlEntry& entry : inFileOrder(root)) {
       if (entry.key == "scene") {
         readSceneTable(toml_.tableOf(entry));
       } else if (entry.key == "params") {
-        readParams(toml_.tableOf(entry));
+        takeParams(forAll_, entry, Origin::kScene);
       } else if (entry.key == "mask") {
         takeMask(entry, readMaskTable(toml_, entry));
-      } else if (std::ranges::find(sceneKeys, entry.key) != sceneKeys.end()) {
-        toml_.fail(*entry.node, inQuotes(entry.key) + " belongs under [scene]");
+      } else if (entry.key == "layer") {
+        readLayers(entry);
       } else {
-        toml_.unknownKey(entry, "table", namesOf(kTables));
+        rejectKey(entry, "table", kTables);
       }
     }
+    takeLayers();
     return std::move(scene_);
   }
 
@@ -53,9 +55,7 @@ class SceneReader {
         scene_.input = scene_.file.parent_path() / toml_.textOf(entry);
         scene_.inputPlace = toml_.placeOf(*entry.node);
       } else if (entry.key == "presets") {
-        for (const std::string& name : toml_.textsOf(entry)) {
-          scene_.presets.push_back({name, toml_.placeOf(*entry.node)});
-        }
+        takePresets(forAll_, entry, Origin::kScene);
       } else if (entry.key == "mask") {
         takeMask(entry, readMaskReference(toml_, entry));
       } else {
@@ -64,15 +64,77 @@ class SceneReader {
     }
   }
 
-  void readParams(const toml::table& table) {
+  void readLayers(const TomlEntry& entry) {
+    const toml::array* array = entry.node->as_array();
+    if (!array || array->empty() || !array->is_homogeneous(toml::node_type::table)) {
+      toml_.fail(*entry.node, "\"layer\" is a list of tables, each written [[layer]]");
+    }
+    for (const toml::node& node : *array) {
+      if (own_.size() == kMaxLayers) {
+        toml_.fail(node, "a scene has " + std::to_string(kMaxLayers) + " layers at most");
+      }
+      own_.push_back(layerOf(*node.as_table()));
+    }
+  }
+
+  Layer layerOf(const toml::table& table) const {
+    Layer layer;
     for (const TomlEntry& entry : inFileOrder(table)) {
-      scene_.settings.push_back({entry.key, toml_.keysOf(entry), toml_.placeOf(*entry.node)});
+      const TomlEntry subtable{"layer." + entry.key, entry.node};  // as its header names it
+      if (entry.key == "name") {
+        layer.name = toml_.textOf(entry);
+      } else if (entry.key == "presets") {
+        takePresets(layer, entry, Origin::kLayer);
+      } else if (entry.key == "params") {
+        takeParams(layer, subtable, Origin::kLayer);
+      } else if (entry.key == "mask") {
+        layer.mask = entry.node->is_table() ? readMaskTable(toml_, subtable)
+                                            : readMaskReference(toml_, subtable);
+      } else {
+        rejectKey(entry, "key of a layer", kLayerKeys);
+      }
+    }
+    return layer;
+  }
+
+  // What is said for all layers comes first, so that a layer's own wins.
+  void takeLayers() {
+    if (own_.empty()) own_.emplace_back();
+    scene_.layers.assign(own_.size(), forAll_);
+    for (std::size_t i = 0; i < own_.size(); ++i) {
+      Layer& layer = scene_.layers[i];
+      layer.name = own_[i].name;
+      if (own_[i].mask) layer.mask = std::move(own_[i].mask);
+      std::ranges::move(own_[i].presets, std::back_inserter(layer.presets));
+      std::ranges::move(own_[i].settings, std::back_inserter(layer.settings));
+    }
+  }
+
+  void takePresets(Layer& layer, const TomlEntry& entry, Origin origin) const {
+    for (const std::string& name : toml_.textsOf(entry)) {
+      layer.presets.push_back({name, toml_.placeOf(*entry.node), origin});
+    }
+  }
+
+  void takeParams(Layer& layer, const TomlEntry& table, Origin origin) const {
+    for (const TomlEntry& entry : inFileOrder(toml_.tableOf(table))) {
+      layer.settings.push_back(
+          {entry.key, toml_.keysOf(entry), toml_.placeOf(*entry.node), origin});
     }
   }
 
   void takeMask(const TomlEntry& entry, Mask mask) {
-    if (scene_.mask) toml_.fail(*entry.node, "the scene has a mask already");
-    scene_.mask = std::move(mask);
+    if (forAll_.mask) toml_.fail(*entry.node, "the scene has a mask already");
+    forAll_.mask = std::move(mask);
+  }
+
+  [[noreturn]] void rejectKey(const TomlEntry& entry, const std::string& kind,
+                              std::span<const SceneKey> known) const {
+    const std::vector<std::string> sceneKeys = namesOf(kSceneKeys);
+    if (std::ranges::find(sceneKeys, entry.key) != sceneKeys.end()) {
+      toml_.fail(*entry.node, inQuotes(entry.key) + " belongs under [scene]");
+    }
+    toml_.unknownKey(entry, kind, namesOf(known));
   }
 
   FrameSize sizeOf(const TomlEntry& entry) const {
@@ -110,6 +172,8 @@ class SceneReader {
 
   TomlReader toml_;
   Scene scene_;
+  Layer forAll_;            // what the scene says for all of its layers
+  std::vector<Layer> own_;  // what each [[layer]] says
 };
 
 }  // namespace
@@ -118,8 +182,14 @@ Scene readScene(const std::filesystem::path& file) {
   return SceneReader(file).read();
 }
 
+std::string layerPrefix(const Scene& scene, std::size_t layer) {
+  if (scene.layers.size() == 1) return {};
+  const std::string& name = scene.layers[layer].name;
+  return "layer " + (name.empty() ? std::to_string(layer + 1) : inQuotes(name)) + ": ";
+}
+
 PresetChoice presetFromOption(const std::string& name) {
-  return {name, "--preset " + inQuotes(name), true};
+  return {name, "--preset " + inQuotes(name), Origin::kOption};
 }
 
 Setting settingFromOption(const std::string& text) {
@@ -128,7 +198,7 @@ Setting settingFromOption(const std::string& text) {
   if (equals == std::string::npos) {
     throw UsageError(place + ": a setting reads \"LABEL=VALUE\", such as \"Size=40\"");
   }
-  Setting setting{std::string(trimmed(text.substr(0, equals))), {}, place, true};
+  Setting setting{std::string(trimmed(text.substr(0, equals))), {}, place, Origin::kOption};
   setting.keys = {{{.time = 0, .place = place}, userValueFromText(text.substr(equals + 1))}};
   return setting;
 }

@@ -15,7 +15,8 @@ struct SceneKey {
 inline constexpr SceneKey kTables[] = {
     {"scene", "What to render, and on what."},
     {"params", "Values of the effect's parameters, by their labels."},
-    {"mask", "An outline that takes the place of the emitter's shape."}};
+    {"mask", "An outline that takes the place of the emitter's shape."},
+    {"layer", "One of several layers of stars, drawn one over the other."}};
 
 inline constexpr SceneKey kSceneKeys[] = {
     {"size", "Width and height in pixels; otherwise the input's, else 1280x720."},
@@ -27,6 +28,12 @@ inline constexpr SceneKey kSceneKeys[] = {
     {"input", "A still or a clip that stars go over, relative to the scene file."},
     {"mask", "A path of an SVG file, relative to the scene file: \"logo.svg#star\"."},
     {"presets", "Values to start from, applied in turn, as \"brisel presets\" lists them."}};
+
+inline constexpr SceneKey kLayerKeys[] = {
+    {"name", "What messages call the layer; otherwise its number."},
+    {"presets", "Values to start from; they win over what the scene says for all layers."},
+    {"mask", "The layer's own outline: a path of an SVG file, or a table as [mask]."},
+    {"params", "Values of the layer's own; they win over all others."}};
 
 inline constexpr SceneKey kMaskKeys[] = {
     {"path", "SVG path data in pixels of the layer, or keyframes of such."},

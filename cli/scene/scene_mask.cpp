@@ -70,7 +70,7 @@ Mask readMaskTable(const TomlReader& reader, const TomlEntry& entry) {
       reader.unknownKey(item, "key", namesOf(kMaskKeys));
     }
   }
-  if (mask.keys.empty()) reader.fail(*entry.node, "[mask] has no path");
+  if (mask.keys.empty()) reader.fail(*entry.node, "[" + entry.key + "] has no path");
   return mask;
 }
 
@@ -80,7 +80,8 @@ Mask readMaskReference(const TomlReader& reader, const TomlEntry& entry) {
   if (hash == std::string::npos || hash == 0 || hash + 1 == reference.size()) {
     reader.fail(*entry.node, entry.key +
                                  " is an SVG file and the id of a path in it, such as "
-                                 "\"logo.svg#star\"; path data goes into the table [mask]");
+                                 "\"logo.svg#star\"; path data goes into the table [" +
+                                 entry.key + "]");
   }
   try {
     return {{{{0},

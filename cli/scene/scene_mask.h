@@ -6,7 +6,8 @@
 
 namespace cli {
 
-// The table [mask]. Throws WorkError naming the file, the line and the key.
+// The table [mask], or [layer.mask], as the entry's key has it. Throws WorkError naming the file,
+// the line and the key.
 Mask readMaskTable(const TomlReader& reader, const TomlEntry& entry);
 
 // An entry such as mask = "logo.svg#star": a path of an SVG file, relative to the scene file.

@@ -58,10 +58,12 @@ ScenePlan planScene(Scene scene) {
   plan.layer = plan.scene.size.value_or(plan.layer);
   plan.size = reduced(plan.layer, plan.scene.reduction);
   plan.rate = plan.scene.rate.value_or(plan.rate);
-  for (Setting& setting : plan.scene.settings) {
-    countInFrames(setting.keys, plan.rate, setting.label);
+  for (Layer& layer : plan.scene.layers) {
+    for (Setting& setting : layer.settings) {
+      countInFrames(setting.keys, plan.rate, setting.label);
+    }
+    if (layer.mask) countInFrames(layer.mask->keys, plan.rate, "path");
   }
-  if (plan.scene.mask) countInFrames(plan.scene.mask->keys, plan.rate, "path");
   if (plan.input && !plan.input->isStill()) {
     plan.frames = std::min(framesAtRate(*plan.input, plan.rate), kMaxFrames);
   }
@@ -81,11 +83,13 @@ void applyOptions(Scene& scene, const SceneOptions& options) {
   if (!options.rate.empty()) scene.rate = rateFromOption(options.rate);
   if (!options.depth.empty()) scene.depth = options.depth == "16" ? Depth::k16 : Depth::k8;
   if (!options.quality.empty()) scene.highQuality = options.quality == "high";
-  for (const std::string& name : options.presets) {
-    scene.presets.push_back(presetFromOption(name));
-  }
-  for (const std::string& text : options.settings) {
-    scene.settings.push_back(settingFromOption(text));
+  for (Layer& layer : scene.layers) {
+    for (const std::string& name : options.presets) {
+      layer.presets.push_back(presetFromOption(name));
+    }
+    for (const std::string& text : options.settings) {
+      layer.settings.push_back(settingFromOption(text));
+    }
   }
 }
 

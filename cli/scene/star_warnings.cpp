@@ -49,12 +49,11 @@ std::string textOf(const hostkit::ParameterSet& parameters, const char* label) {
   }
 }
 
-bool hasEffect(const InputUse& use, const ScenePlan& plan,
-               const hostkit::ParameterSet& parameters) {
+bool hasEffect(const InputUse& use, const Layer& layer, const hostkit::ParameterSet& parameters) {
   if (textOf(parameters, use.label) != use.value) return false;
   switch (use.trait) {
     case Trait::kPath:
-      return !plan.scene.mask;
+      return !layer.mask;
     case Trait::kSize:
       return textOf(parameters, "Type") != "Dots";  // always one pixel
     default:
@@ -79,16 +78,17 @@ bool liesOutside(const Mask& mask, FrameSize layer) {
   return right < 0 || bottom < 0 || left >= layer.width || top >= layer.height;
 }
 
-std::string likeliestReason(const ScenePlan& plan, const hostkit::ParameterSet& parameters) {
+std::string likeliestReason(const ScenePlan& plan, const Layer& layer,
+                            const hostkit::ParameterSet& parameters) {
   for (const char* label : kNeededNumbers) {
     if (textOf(parameters, label) == "0") return inQuotes(label) + " is 0";
   }
-  if (plan.scene.mask && liesOutside(*plan.scene.mask, plan.layer)) {
+  if (layer.mask && liesOutside(*layer.mask, plan.layer)) {
     return "the mask lies outside the layer of " + sizeText(plan.layer) + " pixels";
   }
   if (plan.input) {
     for (const InputUse& use : kInputUses) {
-      if (!hasEffect(use, plan, parameters)) continue;
+      if (!hasEffect(use, layer, parameters)) continue;
       return inQuotes(use.label) + " is " + inQuotes(use.value) +
              ", and the input may be too dark or too transparent for that";
     }
@@ -103,17 +103,18 @@ std::string likeliestReason(const ScenePlan& plan, const hostkit::ParameterSet& 
 
 }  // namespace
 
-std::vector<std::string> starWarnings(const ScenePlan& plan,
+std::vector<std::string> starWarnings(const ScenePlan& plan, std::size_t index,
                                       const hostkit::ParameterSet& parameters, bool starsSeen) {
+  const Layer& layer = plan.scene.layers[index];
   std::vector<std::string> warnings;
   for (const InputUse& use : kInputUses) {
-    if (plan.input || !hasEffect(use, plan, parameters)) continue;
+    if (plan.input || !hasEffect(use, layer, parameters)) continue;
     warnings.push_back(inQuotes(use.label) + " is " + inQuotes(use.value) +
                        ", but there is no input, so that " + use.withoutInput +
                        "; give one with -i");
   }
   if (!starsSeen && warnings.empty()) {
-    warnings.push_back("no frame shows a star: " + likeliestReason(plan, parameters));
+    warnings.push_back("no frame shows a star: " + likeliestReason(plan, layer, parameters));
   }
   return warnings;
 }

@@ -9,9 +9,9 @@
 
 namespace cli {
 
-// After a render, with the parameters of its last frame: which of them have no input to go
-// by, and, when no frame showed a star, the likeliest reason.
-std::vector<std::string> starWarnings(const ScenePlan& plan,
+// Of one layer after a render, with its parameters of the last frame: which of them have no input
+// to go by, and, when no frame showed a star of it, the likeliest reason.
+std::vector<std::string> starWarnings(const ScenePlan& plan, std::size_t index,
                                       const hostkit::ParameterSet& parameters, bool starsSeen);
 
 }  // namespace cli

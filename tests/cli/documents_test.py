@@ -28,7 +28,7 @@ def scenes_of(document):
     if document.suffix == ".md":
         return re.findall(r"^```toml\n(.*?)^```", text, re.M | re.DOTALL)
     blocks = map(html.unescape, re.findall(r"<pre[^>]*><code>(.*?)</code>", text, re.DOTALL))
-    return [block for block in blocks if re.search(r"^\[(scene|params|mask)\]$", block, re.M)]
+    return [block for block in blocks if re.search(r"^\[(scene|params|mask|\[layer\])\]$", block, re.M)]
 
 
 def documents():

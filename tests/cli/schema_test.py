@@ -27,6 +27,8 @@ TAKEN = [
     '[params]\n"Type" = [{frame=0, value="Type 6"}, {frame=9, value=1}]',
     '[mask]\npath = "M 0 0 L 9 9"\ninverted = true',
     '[mask]\npath = [{frame=0, value="M 0 0 L 9 9"}, {frame=4, value="M 1 1 L 9 9", ease="hold"}]',
+    '[[layer]]\nname = "head"\npresets = ["comet"]\n[layer.mask]\npath = "M 0 0"\n'
+    '[layer.params]\n"Type" = 3\n[[layer]]\n[params]\n"Size" = 1',
 ]
 
 REFUSED = [
@@ -45,6 +47,8 @@ REFUSED = [
     '[params]\n"Size" = [{frame=0, value=1, ease=[2, 0, 1, 1]}]',
     '[params]\n"Size" = [{frame="1.5", value=1}]',
     '[params]\n"Type" = [{frame=0, value=1, ease="in"}]',
+    "[layer]", "[[layer]]\nframes = 3", "[[layer]]\nname = 3", '[[layer]]\nmask = "logo.svg"',
+    '[[layer]]\n[layer.params]\n"Sise" = 3', "layer = []", "[[layer]]\n" * 65,
     "[mask]\ninverted = true", '[mask]\npath = "M 0 0"\ninvert = true',
 ]
 

@@ -31,6 +31,7 @@ TEST_F(ProgramTest, HelpSucceedsAndMisuseDoesNot) {
         {"--nothing"},
         {"params", "zork"},
         {"presets", "zork"},
+        {"render", "s.toml", "-o", "f.mov", "--threads", "257"},
         {"render", "s.toml", "-o", "f.mov", "--depth", "32"}}) {
     const CommandResult result = brisel(arguments);
     EXPECT_EQ(result.exitCode, 2);

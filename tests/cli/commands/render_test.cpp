@@ -24,7 +24,7 @@ TEST_F(RenderTest, ProgressInALogHasNoControlCharacters) {
 TEST_F(RenderTest, AFrameIsTheSameAloneAndInSequence) {
   renders("s.toml -o all_%d.png");
   const CommandResult one = render("s.toml -o one.png --frames 4");
-  EXPECT_NE(one.err.find("one.png: 1 of 5 rendered frames in "), std::string::npos) << one.err;
+  EXPECT_NE(one.err.find("one.png: 1 frame and 4 steps in "), std::string::npos) << one.err;
   EXPECT_EQ(read("one.png"), read("all_4.png"));
   EXPECT_NE(read("one.png"), read("all_5.png"));
   renders("s.toml -o clip.mov --codec png");
@@ -191,7 +191,7 @@ TEST_F(RenderTest, MissingAndTornFramesAreFilledIn) {
   EXPECT_EQ(read("f.1002.png"), torn);
   EXPECT_EQ(read("f.1006.png"), last);
   const CommandResult other = render("s.toml -o e_%d.exr --skip-existing");
-  EXPECT_NE(other.err.find("1 of 3 rendered frames"), std::string::npos) << other.err;
+  EXPECT_NE(other.err.find("1 frame and 2 steps"), std::string::npos) << other.err;
   EXPECT_EQ(read("e_2.exr"), exr);
 }
 

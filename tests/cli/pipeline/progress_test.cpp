@@ -14,6 +14,8 @@ TEST(ProgressLine, TheBarFillsWithTheFramesDone) {
             "a.mp4 [####################### ] 99/100  0.0 fps  1:40 left");
   EXPECT_EQ(progressLine({"a.mp4", 1'000'000, 1'000'000, 60}, 80),
             "a.mp4 [########################] 1000000/1000000  60.0 fps  0:00 left");
+  EXPECT_EQ(progressLine({"a.mp4", 500, 1000, 250, true}, 80),
+            "a.mp4 [############            ] step 500/1000  0:02 left");
 }
 
 TEST(ProgressLine, NarrowTerminalsLoseBarThenSpeedThenName) {

@@ -17,7 +17,7 @@ class SceneRendererTest : public tests::ScratchTest {
     options.size = size;
     cli::Scene scene = cli::readScene(path("s.toml"));
     applyOptions(scene, options);
-    cli::SceneRenderer renderer(cli::planScene(std::move(scene)), "");
+    cli::SceneRenderer renderer(cli::planScene(std::move(scene)));
     for (int i = 0; i <= frame; ++i) renderer.renderNext();
     return renderer.picture();
   }

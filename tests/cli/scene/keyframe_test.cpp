@@ -50,8 +50,8 @@ path = [ { frame = "1s", value = "M 0 0" }, { frame = "1.5 s", value = "M 8 0" }
 [scene]
 fps = 50
 )");
-  EXPECT_EQ(plan50.scene.settings[0].keys[1].time, 25);
-  EXPECT_EQ(shapeAt(*plan50.scene.mask, 50 + 6.25).vertices[0].x, 2);
+  EXPECT_EQ(plan50.scene.layers[0].settings[0].keys[1].time, 25);
+  EXPECT_EQ(shapeAt(*plan50.scene.layers[0].mask, 50 + 6.25).vertices[0].x, 2);
 }
 
 TEST_F(KeyframeTest, AMaskFollowsItsEase) {
@@ -59,7 +59,8 @@ TEST_F(KeyframeTest, AMaskFollowsItsEase) {
 path = [ { frame = 0, value = "M 0 0", ease = "hold" },
          { frame = 4, value = "M 8 0", ease = [0, 2, 1, 2] }, { frame = 8, value = "M 16 0" } ]
 )")
-                         .scene.mask;
+                         .scene.layers[0]
+                         .mask;
   EXPECT_EQ(shapeAt(mask, 3.9).vertices[0].x, 0);
   EXPECT_NEAR(shapeAt(mask, 6).vertices[0].x, 8 + 8 * 1.625, 1e-9);
 }

@@ -104,8 +104,9 @@ Picture render(const Cut& cut) {
   options.presets = {cut.preset};
   if (!isRound) options.scale = "1/2";
   cli::applyOptions(scene, options);
-  cli::SceneRenderer renderer(cli::planScene(std::move(scene)), "");
-  for (int frame = 0; frame <= cut.frame; ++frame) renderer.renderNext();
+  cli::SceneRenderer renderer(cli::planScene(std::move(scene)));
+  for (int frame = 0; frame < cut.frame; ++frame) renderer.stepNext();
+  renderer.renderNext();
   return reduce(renderer.picture(), cut, isRound ? 1 : 0.5);
 }
 

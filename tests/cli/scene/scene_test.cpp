@@ -14,7 +14,7 @@ class SceneTest : public tests::ScratchTest {
     write("s.toml", text);
     return cli::readScene(path("s.toml"));
   }
-  cli::Mask mask(const std::string& text) const { return scene(text).mask.value(); }
+  cli::Mask mask(const std::string& text) const { return scene(text).layers.at(0).mask.value(); }
 
   // The message without the folder in front: "s.toml:2: ...".
   std::string complaint(const std::string& text) const {
@@ -50,13 +50,54 @@ input = "media/title.png"
   EXPECT_EQ(read.depth, cli::Depth::k16);
   EXPECT_FALSE(read.highQuality);
   EXPECT_EQ(read.input, path("media/title.png")) << "relative to the scene";
-  ASSERT_EQ(read.settings.size(), 4u);
-  EXPECT_EQ(read.settings[0].label, "Type") << "in the order of the file";
-  ASSERT_EQ(read.settings[1].keys.size(), 2u);
-  EXPECT_EQ(read.settings[1].keys[1].time, 10.5);
-  EXPECT_EQ(std::get<double>(read.settings[1].keys[1].value), 2.5);
-  EXPECT_EQ(std::get<bool>(read.settings[2].keys[0].value), true);
-  EXPECT_EQ(std::get<std::vector<double>>(read.settings[3].keys[0].value), (std::vector{0.5, 1.0}));
+  ASSERT_EQ(read.layers.size(), 1u);
+  const auto& settings = read.layers[0].settings;
+  ASSERT_EQ(settings.size(), 4u);
+  EXPECT_EQ(settings[0].label, "Type") << "in the order of the file";
+  ASSERT_EQ(settings[1].keys.size(), 2u);
+  EXPECT_EQ(settings[1].keys[1].time, 10.5);
+  EXPECT_EQ(std::get<double>(settings[1].keys[1].value), 2.5);
+  EXPECT_EQ(std::get<bool>(settings[2].keys[0].value), true);
+  EXPECT_EQ(std::get<std::vector<double>>(settings[3].keys[0].value), (std::vector{0.5, 1.0}));
+}
+
+TEST_F(SceneTest, WhatTheSceneSaysForAllLayersComesBeforeTheirOwn) {
+  write("f.svg", "<svg><path id='dot' d='M5 5'/></svg>");
+  const cli::Scene read = scene(R"(
+[[layer]]
+name = "tail"
+presets = ["snowfall"]
+mask = "f.svg#dot"
+[[layer]]
+[layer.mask]
+path = "M 1 1"
+[layer.params]
+"Size" = 7
+[[layer]]
+[params]
+"Size" = 3
+[mask]
+path = "M 0 0"
+[scene]
+presets = ["comet"]
+)");
+  ASSERT_EQ(read.layers.size(), 3u);
+  const auto presetsOf = [&](std::size_t layer) {
+    std::vector<std::string> names;
+    for (const auto& preset : read.layers[layer].presets) names.push_back(preset.name);
+    return names;
+  };
+  EXPECT_EQ(presetsOf(0), (std::vector<std::string>{"comet", "snowfall"}));
+  EXPECT_EQ(presetsOf(2), (std::vector<std::string>{"comet"}));
+  for (const auto& [layer, x] : {std::pair{0, 5}, {1, 1}, {2, 0}}) {
+    const auto& mask = read.layers.at(static_cast<std::size_t>(layer)).mask.value();
+    EXPECT_EQ(shapeAt(mask, 0).vertices[0].x, x);
+  }
+  ASSERT_EQ(read.layers[1].settings.size(), 2u);
+  EXPECT_EQ(std::get<double>(read.layers[1].settings.back().keys[0].value), 7) << "the last wins";
+  EXPECT_EQ(layerPrefix(read, 0), "layer \"tail\": ");
+  EXPECT_EQ(layerPrefix(read, 1), "layer 2: ");
+  EXPECT_EQ(layerPrefix(scene("[[layer]]\nname = \"alone\""), 0), "");
 }
 
 TEST_F(SceneTest, AMaskIsReadFromItsTable) {
@@ -101,6 +142,8 @@ TEST(MaskTime, AWholeFrameIsFoundExactly) {
 }
 
 TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
+  std::string tooManyLayers;
+  for (int i = 0; i < 65; ++i) tooManyLayers += "[[layer]]\n";
   write("f.svg", "<svg>\n<path id='bad' d='M 0 0 L 1'/><path id='ok' d='M0 0'/></svg>");
   const tests::Complaints cases = {
       {"[scene]\nsizes = [1, 2]", "s.toml:2: unknown key \"sizes\"; the nearest is \"size\""},
@@ -138,6 +181,16 @@ TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
       {"[params]\n'a=b' = {x = 1,x = 2}", "s.toml:2: \"x\" is given a second time"},
       {"[scene]\n[params]\n[scene]  # again", "s.toml:3: [scene] is given a second time"},
       {"[scene\n", "s.toml:1: "},
+      {"\n[layer]\n", "s.toml:2: \"layer\" is a list of tables, each written [[layer]]"},
+      {"layer = []", "s.toml:1: \"layer\" is a list of tables"},
+      {"[[layer]]\nframes = 3", "s.toml:2: \"frames\" belongs under [scene]"},
+      {"[[layer]]\n[layer.parms]",
+       "s.toml:2: unknown key of a layer \"parms\"; the nearest is "
+       "\"params\""},
+      {"[[layer]]\n[layer.mask]\n", "s.toml:2: [layer.mask] has no path"},
+      {"[[layer]]\nmask = \"f.svg\"", "s.toml:2: layer.mask is an SVG file and the id of a path"},
+      {"[[layer]]\nparams = 3", "s.toml:2: \"layer.params\" is a table, written [layer.params]"},
+      {tooManyLayers, "s.toml:65: a scene has 64 layers at most"},
       {"mask = 3", "s.toml:1: \"mask\" is a table, written [mask]"},
       {"[mask]\n", "s.toml:1: [mask] has no path"},
       {"[mask]\npath = 3", "s.toml:2: path is SVG path data in quotes, or keyframes"},

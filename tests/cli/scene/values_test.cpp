@@ -152,7 +152,7 @@ TEST_F(ValuesTest, WhatIsRefusedIsExplained) {
 
 TEST_F(ValuesTest, KeyframesBlendNumbersAndHoldChoices) {
   const auto animated = [this](const char* label, std::vector<Setting::Key> keys) {
-    return bind({label, std::move(keys), "test", false});
+    return bind({label, std::move(keys), "test"});
   };
   const cli::Track size = animated("Size", {{{10}, 100.0}, {{20}, 200.0}, {{40}, 0.0}});
   for (const auto& [frame, value] : {std::pair{0, 100}, {10, 100}, {15, 150}, {35, 50}, {99, 0}}) {
