@@ -42,9 +42,9 @@ Uint128 twoOverPiDigits(int first) {
   return static_cast<Uint128>(digits(0)) << 64 | digits(1);
 }
 
-/// For a finite angle above pi / 4. The angle is an integer of 24 bits times a power of two, so
+/// For any finite angle above pi / 4. The angle is an integer of 24 bits times a power of two, so
 /// that its product with 2 / pi, less all whole turns, is one multiplication of integers.
-Reduced reduce(float radians) {
+Reduced reduceHuge(float radians) {
   const auto bits = std::bit_cast<std::uint32_t>(radians);
   const std::uint32_t mantissa = (bits & 0x7fffff) | 0x800000;
   const int exponent = static_cast<int>(bits >> 23) - 150;
@@ -68,37 +68,42 @@ Reduced reduce(float radians) {
   return {quarters & 3, {high, others - (high - product)}};
 }
 
-Reduced reduceAny(float magnitude) {
-  constexpr float kEighthTurn = 0.7853981f;
-  return magnitude <= kEighthTurn ? Reduced{0, {static_cast<double>(magnitude), 0.0}}
-                                  : reduce(magnitude);
+Reduced reduce(float magnitude) {
+  constexpr float kEighthTurn = 0.7853981f, kHuge = 1048576.0f;
+  if (magnitude <= kEighthTurn) return {0, {static_cast<double>(magnitude), 0.0}};
+  if (magnitude >= kHuge) return reduceHuge(magnitude);
+  // The first 33 bits of pi / 2, whose products with so few quarters are exact, and the others.
+  constexpr double kHalfPiStart = 1.5707963267341256, kHalfPiEnd = 6.077100506506192e-11;
+  const auto angle = static_cast<double>(magnitude);
+  const auto quarters = static_cast<int>(angle * (1.0 / kHalfPi.high) + 0.5);
+  const double start = angle - quarters * kHalfPiStart;
+  const double others = quarters * kHalfPiEnd;
+  const double high = start - others;
+  return {static_cast<unsigned>(quarters) & 3, {high, (start - high) - others}};
 }
 
-/// The series of sine and of cosine, within an eighth of a turn.
-double sineOf(Pair angle) {
+/// The sine of an angle within an eighth of a turn, or its cosine. Which of the two differs from
+/// angle to angle beyond prediction, so both take the same way without a branch.
+double sineOrCosineOf(Pair angle, bool isCosine) {
+  static constexpr double kSeries[2][8] = {
+      {-1.0 / 6, 1.0 / 120, -1.0 / 5040, 1.0 / 362880, -1.0 / 39916800, 1.0 / 6227020800.0,
+       -1.0 / 1307674368000.0, 1.0 / 355687428096000.0},
+      {1.0 / 24, -1.0 / 720, 1.0 / 40320, -1.0 / 3628800, 1.0 / 479001600.0, -1.0 / 87178291200.0,
+       1.0 / 20922789888000.0, -1.0 / 6402373705728000.0}};
+  const double* k = kSeries[isCosine];
   const double x = angle.high, z = x * x;
+  const double z2 = z * z, z4 = z2 * z2;
   const double series =
-      -1.0 / 6 +
-      z * (1.0 / 120 + z * (-1.0 / 5040 +
-                            z * (1.0 / 362880 + z * (-1.0 / 39916800 +
-                                                     z * (1.0 / 6227020800.0 +
-                                                          z * (-1.0 / 1307674368000.0 +
-                                                               z * (1.0 / 355687428096000.0)))))));
-  return x + (angle.low * (1.0 - 0.5 * z) + x * z * series);
-}
-
-double cosineOf(Pair angle) {
-  const double x = angle.high, z = x * x;
-  const double series =
-      1.0 / 24 +
-      z * (-1.0 / 720 +
-           z * (1.0 / 40320 +
-                z * (-1.0 / 3628800 +
-                     z * (1.0 / 479001600.0 +
-                          z * (-1.0 / 87178291200.0 +
-                               z * (1.0 / 20922789888000.0 - z * (1.0 / 6402373705728000.0)))))));
+      (k[0] + z * k[1] + z2 * (k[2] + z * k[3])) + z4 * (k[4] + z * k[5] + z2 * (k[6] + z * k[7]));
   const double start = 1.0 - 0.5 * z;
-  return start + ((1.0 - start - 0.5 * z) + (z * z * series - x * angle.low));
+  const double values[] = {x + (angle.low * start + x * z * series),
+                           start + ((1.0 - start - 0.5 * z) + (z2 * series - x * angle.low))};
+  return values[isCosine];
+}
+
+float rounded(double magnitude, bool isNegative) {
+  static constexpr double kSigns[] = {1.0, -1.0};
+  return static_cast<float>(magnitude * kSigns[isNegative]);
 }
 
 /// Arc tangents of the eighths from 0 to 1.
@@ -148,17 +153,14 @@ double addArcTangent(Pair base, double sign, double lesser, double greater) {
 
 float sine(float radians) {
   if (!std::isfinite(radians)) return std::numeric_limits<float>::quiet_NaN();
-  const auto [quarters, rest] = reduceAny(std::abs(radians));
-  const double value = quarters & 1 ? cosineOf(rest) : sineOf(rest);
-  const bool negative = std::signbit(radians) != (quarters >= 2);
-  return static_cast<float>(negative ? -value : value);
+  const auto [quarters, rest] = reduce(std::abs(radians));
+  return rounded(sineOrCosineOf(rest, quarters % 2 == 1), std::signbit(radians) != (quarters >= 2));
 }
 
 float cosine(float radians) {
   if (!std::isfinite(radians)) return std::numeric_limits<float>::quiet_NaN();
-  const auto [quarters, rest] = reduceAny(std::abs(radians));
-  const double value = quarters & 1 ? sineOf(rest) : cosineOf(rest);
-  return static_cast<float>(quarters == 1 || quarters == 2 ? -value : value);
+  const auto [quarters, rest] = reduce(std::abs(radians));
+  return rounded(sineOrCosineOf(rest, quarters % 2 == 0), quarters == 1 || quarters == 2);
 }
 
 float arcTangent(float slope) {
