@@ -72,7 +72,15 @@ void varyColor(const Composition& composition, const Particle& p, Rgb& color) {
   }
 }
 
-void drawBody(const Composition& composition, const Particle& p, const StarLook& look) {
+/// What of a look its star varies from moment to moment.
+struct Moment {
+  float angle;
+  float size;
+  Rgb color;
+};
+
+void drawBody(const Composition& composition, const Particle& p, const StarLook& look,
+              const Moment& now) {
   SpriteState& state = composition.state;
   if (look.type >= StarType::Type6 && look.type <= StarType::Blics) {
     const bool textured = look.type == StarType::Type7;
@@ -80,11 +88,11 @@ void drawBody(const Composition& composition, const Particle& p, const StarLook&
     state.textureScale = textured ? -0.5f : 0.0f;
     state.textureMix = textured ? 0.75f : 0.0f;
   }
-  const SpriteLook sprite{{p.x, p.y}, look.size, look.color, look.value, look.rule};
+  const SpriteLook sprite{{p.x, p.y}, now.size, now.color, look.value, look.rule};
   switch (look.type) {
     case StarType::Type6:
     case StarType::Type7:
-      return drawCrossStar(composition, sprite, look.angle * kShortPi / 180.0f);
+      return drawCrossStar(composition, sprite, now.angle * kShortPi / 180.0f);
     case StarType::Glow1:
     case StarType::Glow2:
       state.glowScale = look.type == StarType::Glow1 ? 1.25f : 0.75f;
@@ -93,13 +101,13 @@ void drawBody(const Composition& composition, const Particle& p, const StarLook&
       return drawBlicsStar(composition, sprite, BlicsProfile::Disc);
     default:
       return drawRayStar(composition, sprite,
-                         {look.type, look.width, look.angle, static_cast<float>(look.rays)});
+                         {look.type, look.width, now.angle, static_cast<float>(look.rays)});
   }
 }
 
 }  // namespace
 
-void drawStar(const Composition& composition, const Particle& star, StarLook look) {
+void drawStar(const Composition& composition, const Particle& star, const StarLook& look) {
   composition.state.currentRandomFactor = star.randomFactor;
   drawAdditionalElements(composition, {{star.x, star.y},
                                        look.size,
@@ -107,11 +115,12 @@ void drawStar(const Composition& composition, const Particle& star, StarLook loo
                                        look.color,
                                        look.value,
                                        truncToInt(star.randomFactor * 131.131f)});
-  oscillateAngle(composition.settings, star, look.angle);
-  jitterAngle(composition, look.angle);
-  varySize(composition, star, look.size);
-  varyColor(composition, star, look.color);
-  drawBody(composition, star, look);
+  Moment now{look.angle, look.size, look.color};
+  oscillateAngle(composition.settings, star, now.angle);
+  jitterAngle(composition, now.angle);
+  varySize(composition, star, now.size);
+  varyColor(composition, star, now.color);
+  drawBody(composition, star, look, now);
 }
 
 }  // namespace brisel

@@ -63,7 +63,7 @@ struct StarLook {
 
 /// One copy of a star at its position: its halo and blink, its oscillation and jitter of the
 /// moment, and its body.
-void drawStar(const Composition& composition, const Particle& star, StarLook look);
+void drawStar(const Composition& composition, const Particle& star, const StarLook& look);
 
 /// The star that elements are composed for, as it stands before its oscillation and jitter.
 struct ElementStar {

@@ -78,12 +78,12 @@ void becomeGlow(Particle& p, StarLook& look) {
   look.value = look.value / 2.0f + 0.25f;
 }
 
-void drawFading(const Composition& composition, const Particle& p, Life life, StarLook look) {
+void drawFading(const Composition& composition, const Particle& p, Life life, StarLook& look) {
   look.value *= life.left;
   drawStar(composition, p, look);
 }
 
-void drawFlash(const Composition& composition, Particle& p, Life life, StarLook look) {
+void drawFlash(const Composition& composition, Particle& p, Life life, StarLook& look) {
   const float start = finaleStart(composition.settings);
   look.rule = BlendRule::AddSolid;
   look.color = terminateColor(p);
@@ -95,7 +95,7 @@ void drawFlash(const Composition& composition, Particle& p, Life life, StarLook 
   drawStar(composition, p, look);
 }
 
-void drawExplosion(const Composition& composition, Particle& p, Life life, StarLook look) {
+void drawExplosion(const Composition& composition, Particle& p, Life life, StarLook& look) {
   const RenderSettings& s = composition.settings;
   const float start = finaleStart(s);
   look.rule = BlendRule::AddSolid;
