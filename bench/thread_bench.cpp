@@ -24,18 +24,23 @@ struct Workload {
   const char* name;
   brisel::FrameSize size;
   brisel::PixelFormat format;
-  bool heavy;  // as heavyScene(), or with the default values
-};
-constexpr Workload kWorkloads[] = {
-    {"heavy/1080p/8bit", {1920, 1080}, brisel::PixelFormat::Argb8, true},
-    {"heavy/1080p/16bit", {1920, 1080}, brisel::PixelFormat::Argb16, true},
-    {"default/1080p/8bit", {1920, 1080}, brisel::PixelFormat::Argb8, false},
-    {"default/2160p/8bit", {3840, 2160}, brisel::PixelFormat::Argb8, false},
+  brisel::Values (*values)(brisel::FrameSize);
 };
 
-brisel::Values valuesOf(const Workload& load) {
-  return load.heavy ? bench::heavyScene(load.size) : brisel::Values(load.size);
+brisel::Values defaults(brisel::FrameSize size) {
+  return brisel::Values(size);
 }
+brisel::Values smallGlows(brisel::FrameSize size) {
+  return bench::crowd(size, brisel::StarType::Glow1, true);
+}
+
+constexpr Workload kWorkloads[] = {
+    {"heavy/1080p/8bit", {1920, 1080}, brisel::PixelFormat::Argb8, bench::heavyScene},
+    {"heavy/1080p/16bit", {1920, 1080}, brisel::PixelFormat::Argb16, bench::heavyScene},
+    {"default/1080p/8bit", {1920, 1080}, brisel::PixelFormat::Argb8, defaults},
+    {"default/2160p/8bit", {3840, 2160}, brisel::PixelFormat::Argb8, defaults},
+    {"30,000 small/1080p", {1920, 1080}, brisel::PixelFormat::Argb8, smallGlows},
+};
 
 struct Picture {
   explicit Picture(const Workload& load)
@@ -53,7 +58,7 @@ struct Picture {
 class Clip {
  public:
   Clip(const Workload& load, int threads)
-      : values_(valuesOf(load)), picture_(load), painter_({.threads = threads}) {
+      : values_(load.values(load.size)), picture_(load), painter_({.threads = threads}) {
     while (time_ < kWarmUpFrames) instance_.step(values_, time_++, views());
   }
 
@@ -92,7 +97,7 @@ bool measureThreads(const Workload& load, int turns, brisel::WorkerPool& pool) {
   Clip one(load, 1);
   Clip two(load, 2);
   Clip stepped(load, 1);
-  bench::Stages scene(valuesOf(load), load.size);
+  bench::Stages scene(load.values(load.size), load.size);
   for (int time = 0; time < kWarmUpFrames; ++time) {
     scene.step();
     scene.compose(nullptr);

@@ -70,8 +70,8 @@ struct RowPainter {
 
 std::int32_t rowsPerBand(const MutableImageView& image, int threads) {
   constexpr std::ptrdiff_t kBandBytes = 2 << 20;
-  constexpr std::int32_t kLeastRows = 16;
-  constexpr std::int32_t kBandsPerThread = 6;
+  constexpr std::int32_t kLeastRows = 8;
+  constexpr std::int32_t kBandsPerThread = 12;
   const std::ptrdiff_t rowBytes = std::max<std::ptrdiff_t>(image.pixelBytes() * image.width, 1);
   auto rows = static_cast<std::int32_t>(std::min<std::ptrdiff_t>(kBandBytes / rowBytes, 1024));
   if (threads > 1) rows = std::min(rows, image.height / (kBandsPerThread * threads));
