@@ -39,12 +39,13 @@ void fill(const PaintTarget& target, IndexRange rows) {
   }
 }
 
-/// Paints what lies in some rows of an image.
-struct RowPainter {
+/// Paints a sprite as far as it lies in some rows of an image.
+struct SpritePainter {
   const MutableImageView& image;
   const Kernels& kernels;
   const SpriteList& sprites;
   IndexRange rows;
+  const PixelBox& box;
   PixelGrid& grid;
 
   void operator()(const DotSpec& dot) const {
@@ -61,7 +62,11 @@ struct RowPainter {
   template <class Spec>
   void paintOnGrid(void (*kernel)(const MutableImageView&, const PixelGrid&, const Spec&),
                    const Spec& spec) const {
-    grid.place(image, rows, spec.steps(), spec.rowMap(), spec.columnMap());
+    if (!box.empty()) {
+      grid.place(box, rows);
+    } else {
+      grid.place(image, rows, spec.steps(), spec.rowMap(), spec.columnMap());
+    }
     if (!grid.empty()) kernel(image, grid, spec);
   }
 };
@@ -87,7 +92,9 @@ void paintBand(const PaintTarget& target, Portion portion, const SpriteList& spr
   const bool isWholeFrame = clears && portion.isLast;
   const IndexRange painted = isWholeFrame ? sprites.touchedRowsOf(band) : rows;
   if (clears) clear(output, painted);
-  sprites.forEachIn(band, RowPainter{output, kernels, sprites, rows, grid});
+  sprites.forEachIn(band, [&](const ListedSprite& sprite) {
+    std::visit(SpritePainter{output, kernels, sprites, rows, sprite.box, grid}, sprite.spec);
+  });
   if (portion.isLast) kernels.mixWithInput(output, painted, target.input, target.mix);
   if (isWholeFrame) {
     fill(target, {rows.begin, painted.begin});

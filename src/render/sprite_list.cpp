@@ -56,15 +56,15 @@ void SpriteList::add(const DotSpec& dot) {
 }
 
 void SpriteList::add(const GlowSpec& glow) {
-  keep(glow, rowsOnGrid(glow.steps(), glow.rowMap(), glow.columnMap()));
+  keepOnGrid(glow);
 }
 
 void SpriteList::add(const BlicsSpec& blics) {
-  keep(blics, rowsOnGrid(blics.steps(), blics.rowMap(), blics.columnMap()));
+  keepOnGrid(blics);
 }
 
 void SpriteList::add(const CrossSpec& cross) {
-  keep(cross, rowsOnGrid(cross.steps(), cross.rowMap(), cross.columnMap()));
+  keepOnGrid(cross);
 }
 
 void SpriteList::add(const RaySpec& rays) {
@@ -99,18 +99,21 @@ void SpriteList::add(const RaySpec& rays) {
   keep(ListedRays{rays, begin, count}, rows);
 }
 
-IndexRange SpriteList::rowsOnGrid(IndexRange steps, const StepMap& rowMap,
-                                  const StepMap& columnMap) const {
-  if (pixelsOf(steps, frame_.width, columnMap).empty()) return {};
-  return pixelsOf(steps, frame_.height, rowMap);
+template <class Spec>
+void SpriteList::keepOnGrid(const Spec& spec) {
+  const IndexRange steps = spec.steps();
+  const PixelBox box = pixelBoxOf(frame_, steps, spec.rowMap(), spec.columnMap());
+  if (!box.empty()) return keep(spec, box.rows.pixels(), box);
+  if (pixelsOf(steps, frame_.width, spec.columnMap()).empty()) return;
+  keep(spec, pixelsOf(steps, frame_.height, spec.rowMap()));
 }
 
 /// `rows` lie in the frame, or are none.
 template <class Spec>
-void SpriteList::keep(const Spec& spec, IndexRange rows) {
+void SpriteList::keep(const Spec& spec, IndexRange rows, const PixelBox& box) {
   if (rows.empty()) return;
   const std::size_t index = sprites_.size();
-  sprites_.emplace_back(spec);
+  sprites_.push_back({spec, box});
   const auto mark = std::uint64_t{1} << index % 64;
   for (std::int32_t band = rows.begin >> rowShift_; band <= (rows.end - 1) >> rowShift_; ++band) {
     Band& marks = bands_[static_cast<std::size_t>(band)];
@@ -139,7 +142,7 @@ void SpriteList::buildRaysIn(std::int32_t part) {
   const std::size_t first = static_cast<std::size_t>(part) * kPart;
   const std::size_t end = std::min(first + kPart, sprites_.size());
   for (std::size_t i = first; i < end; ++i) {
-    const auto* fan = std::get_if<ListedRays>(&sprites_[i]);
+    const auto* fan = std::get_if<ListedRays>(&sprites_[i].spec);
     if (fan == nullptr || fan->count == 0) continue;
     for (RayAngles angles(fan->spec); !angles.atEnd(); angles.next()) {
       const auto index = static_cast<std::size_t>(angles.index());
@@ -149,7 +152,7 @@ void SpriteList::buildRaysIn(std::int32_t part) {
 }
 
 std::size_t SpriteList::memoryBytes() const {
-  return sprites_.capacity() * sizeof(Sprite) + shapes_.capacity() * sizeof(RayShape) +
+  return sprites_.capacity() * sizeof(ListedSprite) + shapes_.capacity() * sizeof(RayShape) +
          bands_.capacity() * sizeof(Band);
 }
 

@@ -24,6 +24,12 @@ struct ListedRays {
   std::uint32_t first = 0, count = 0;
 };
 
+/// A sprite in the list.
+struct ListedSprite {
+  std::variant<DotSpec, GlowSpec, BlicsSpec, CrossSpec, ListedRays> spec;
+  PixelBox box;  // of glow, blics and cross, where it is known
+};
+
 /// Takes sprites as they are composed. The frame is divided into bands of rows, and each band knows
 /// its own sprites, so that bands can be painted one by one, or by several threads at once. Sprites
 /// that cannot touch the frame are not kept.
@@ -67,13 +73,13 @@ class SpriteList {
   /// at the end.
   std::vector<std::int32_t> bandsDearestFirst() const;
 
-  /// Visits the band's sprites, in order, as visit(spec).
+  /// Visits the band's sprites, in order, as visit(sprite).
   template <class Visit>
   void forEachIn(std::int32_t band, const Visit& visit) const {
     const Band& marks = bands_[static_cast<std::size_t>(band)];
     for (std::size_t word = 0; word * 64 < sprites_.size(); ++word) {
       for (std::uint64_t left = marks.sprites[word]; left != 0; left &= left - 1) {
-        std::visit(visit, sprites_[word * 64 + static_cast<std::size_t>(std::countr_zero(left))]);
+        visit(sprites_[word * 64 + static_cast<std::size_t>(std::countr_zero(left))]);
       }
     }
   }
@@ -83,8 +89,6 @@ class SpriteList {
  private:
   static constexpr std::size_t kPart = 64;  // sprites
 
-  using Sprite = std::variant<DotSpec, GlowSpec, BlicsSpec, CrossSpec, ListedRays>;
-
   struct Band {
     IndexRange touched;
     std::int64_t work;                                     // roughly, in pixels
@@ -92,15 +96,16 @@ class SpriteList {
   };
 
   template <class Spec>
-  void keep(const Spec& spec, IndexRange rows);
-  IndexRange rowsOnGrid(IndexRange steps, const StepMap& rowMap, const StepMap& columnMap) const;
+  void keep(const Spec& spec, IndexRange rows, const PixelBox& box = {});
+  template <class Spec>
+  void keepOnGrid(const Spec& spec);
   void paintNow();
   void resetBands();
 
   FrameSize frame_{};
   int rowShift_ = 0;  // rows of a band, as a power of two
   std::function<void()> whenFull_;
-  std::vector<Sprite> sprites_;
+  std::vector<ListedSprite> sprites_;
   std::vector<RayShape> shapes_;  // shapeCount_ of them in use; kept, since making them takes time
   std::uint32_t shapeCount_ = 0;
   std::vector<Band> bands_;

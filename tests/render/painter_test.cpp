@@ -56,7 +56,6 @@ void addAnySprite(Dice& dice, FrameSize frame, float largest, SpriteList& sprite
 struct WholeFrame {
   const MutableImageView& image;
   const Kernels& kernels;
-  const SpriteList& sprites;
 
   IndexRange rows() const { return {0, image.height}; }
   void operator()(const DotSpec& dot) const {
@@ -84,7 +83,11 @@ void paintAtOnce(const PaintTarget& target, const std::function<void(SpriteList&
     }
   }
   SpriteList list;
-  const auto paint = [&] { list.forEachIn(0, WholeFrame{image, kernels, list}); };
+  const auto paint = [&] {
+    list.forEachIn(0, [&](const ListedSprite& sprite) {
+      std::visit(WholeFrame{image, kernels}, sprite.spec);
+    });
+  };
   list.begin({image.width, image.height}, 1 << 20, paint);
   compose(list);
   paint();

@@ -61,19 +61,42 @@ void collectRuns(IndexRange range, const StepMap& map, std::vector<StepRun>& run
   }
 }
 
-/// Leaves of `runs` what falls on `pixels`.
+/// What of `run` falls on `pixels`.
+StepRun kept(const StepRun& run, IndexRange pixels) {
+  const IndexRange both = overlap(run.pixels(), pixels);
+  return {run.step + both.begin - run.pixel, both.begin, both.end - both.begin};
+}
+
 void keepPixels(IndexRange pixels, std::vector<StepRun>& runs) {
-  for (StepRun& run : runs) {
-    const IndexRange kept = overlap({run.pixel, run.pixel + run.count}, pixels);
-    run = {run.step + kept.begin - run.pixel, kept.begin, kept.end - kept.begin};
-  }
+  for (StepRun& run : runs) run = kept(run, pixels);
   std::erase_if(runs, [](const StepRun& run) { return run.count <= 0; });
+}
+
+/// The steps on pixels 0 .. extent - 1 if they are certain to be a single run, else none.
+StepRun soleRun(IndexRange steps, std::int32_t extent, const StepMap& map) {
+  const float first = map.positionOf(steps.begin);
+  if (!(first >= 0.0f && first < static_cast<float>(extent)) || !risesByOne(steps, map)) return {};
+  const auto pixel = static_cast<std::int32_t>(first);
+  return {steps.begin, pixel, std::min(steps.end - steps.begin, extent - pixel)};
 }
 
 }  // namespace
 
+PixelBox pixelBoxOf(FrameSize image, IndexRange steps, const StepMap& rowMap,
+                    const StepMap& columnMap) {
+  return {soleRun(steps, image.height, rowMap), soleRun(steps, image.width, columnMap)};
+}
+
+void PixelGrid::place(const PixelBox& box, IndexRange shownRows) {
+  const StepRun shown = kept(box.rows, shownRows);
+  rows.assign(shown.count > 0, shown);
+  columns.assign(1, box.columns);
+}
+
 void PixelGrid::place(const MutableImageView& image, IndexRange shownRows, IndexRange steps,
                       StepMap rowMap, StepMap columnMap) {
+  const PixelBox box = pixelBoxOf({image.width, image.height}, steps, rowMap, columnMap);
+  if (!box.empty()) return place(box, shownRows);
   collectRuns(visibleSteps(steps, image.height, rowMap), rowMap, rows);
   keepPixels(shownRows, rows);
   collectRuns(visibleSteps(steps, image.width, columnMap), columnMap, columns);

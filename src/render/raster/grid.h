@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "core/geometry.h"
 #include "core/image_view.h"
 #include "core/numbers.h"
 
@@ -41,13 +42,28 @@ struct StepRun {
   std::int32_t count;
 
   IndexRange steps() const { return {step, step + count}; }
+  IndexRange pixels() const { return {pixel, pixel + count}; }
 };
+
+/// Where a sprite falls on an image on which its steps, rows and columns alike, keep neighbors
+/// neighbors: as nearly always. Empty where that is not known.
+struct PixelBox {
+  StepRun rows{}, columns{};
+
+  bool empty() const { return rows.count <= 0 || columns.count <= 0; }
+};
+
+PixelBox pixelBoxOf(FrameSize image, IndexRange steps, const StepMap& rowMap,
+                    const StepMap& columnMap);
 
 /// The steps of a sprite that fall on the image, in order.
 struct PixelGrid {
   std::vector<StepRun> rows, columns;
 
   bool empty() const { return rows.empty() || columns.empty(); }
+
+  /// Places a sprite in its box, of which only `shownRows` count.
+  void place(const PixelBox& box, IndexRange shownRows);
 
   /// Places a sprite of `steps` on either axis on an image of which only `shownRows` count.
   void place(const MutableImageView& image, IndexRange shownRows, IndexRange steps, StepMap rowMap,
