@@ -64,6 +64,16 @@ FrameViews viewsOf(const PF_InData& in, PF_ParamDef* const* params,
   return views;
 }
 
+/// What the instance is to be painted with. A backdrop is for one frame.
+void takeOver(InstanceExtras* extras, const DrawingLease& drawing, FrameViews& views) {
+  views.painter = &drawing.state().painter;
+  if (extras == nullptr) return;
+  if (extras->painter != nullptr) views.painter = extras->painter.get();
+  if (extras->backdrop) {
+    views.backdrop = inputView(*std::exchange(extras->backdrop, {}), views.output);
+  }
+}
+
 /// The handle stays locked while the frame is painted: painting takes stars as they are composed,
 /// and mixes the input in while the pixels are in the cache.
 void renderSoundFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
@@ -77,11 +87,7 @@ void renderSoundFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params
   InstanceExtras* extras = sequence != nullptr ? sequence->extras : nullptr;
   const DrawingLease drawing(extras != nullptr ? extras->own.get() : nullptr);
   drawing.state().frameSize = {output.width, output.height};
-  views.painter = &drawing.state().painter;
-  if (extras != nullptr && extras->painter != nullptr) views.painter = extras->painter.get();
-  if (extras != nullptr && extras->backdrop) {
-    views.backdrop = inputView(*std::exchange(extras->backdrop, {}), views.output);
-  }
+  takeOver(extras, drawing, views);
   if (sequence == nullptr) {
     renderFrame(values, views, mask.outline(), nullptr);
   } else {
@@ -131,7 +137,7 @@ void advanceFrame(const PF_InData& in, PF_ParamDef* const* params, FrameSize siz
   const Values values = readValues(params);
   const FrameViews views = viewsOf(in, params, {nullptr, size.width, size.height, 0, format});
   const MaskPath mask(in, values[kPath].number);
-  const DrawingLease drawing(sequence.extras != nullptr ? sequence.extras->own.get() : nullptr);
+  const DrawingLease drawing(sequence.extras->own.get());
   drawing.state().frameSize = size;
   const FrameState state = frameStateOf(sequence, drawing);
   if (in.current_time < 1) resetState(state);

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <thread>
 
@@ -166,6 +167,17 @@ TEST(Instance, RendersTheSameFramesWithAPainterThatOthersUseToo) {
   }
 }
 
+TEST(Instance, MixesStarsWithTheBackdropWhereThereIsOne) {
+  Values values = busyValues(2);
+  values.setNumber(kMixWithOriginal, 2);
+  Picture input, backdrop, over, instead;
+  std::ranges::fill(backdrop.bytes, std::uint8_t{0x99});
+  ASSERT_TRUE(Instance().render(values, 0, {over.view(), backdrop.view()}));
+  ASSERT_TRUE(Instance().render(
+      values, 0, {.output = instead.view(), .input = input.view(), .backdrop = backdrop.view()}));
+  EXPECT_EQ(instead.bytes, over.bytes) << "these stars do not read the input";
+}
+
 /// Saved bytes with other ones at `offset`, and a checksum that says they are sound.
 Bytes forged(Bytes saved, std::size_t offset, const auto& number) {
   std::memcpy(saved.data() + offset, &number, sizeof number);
@@ -227,12 +239,16 @@ TEST(Instance, WritesThePixelsOfItsOutputAndNothingElse) {
   narrow.rowBytes = 4 * kFrameWidth - 1;
   MutableImageView nowhere = upright.view();
   nowhere.bytes = nullptr;
+  MutableImageView unknown = upright.view();
+  unknown.format = static_cast<PixelFormat>(7);
   const Bytes before = upright.bytes;
   Instance instance;
   for (const FrameViews& views : {FrameViews{narrow, {}},
                                   {nowhere, {}},
+                                  {unknown, unknown},
                                   {upright.view(), deep.view()},
-                                  {upright.view(), narrow}}) {
+                                  {upright.view(), narrow},
+                                  {.output = upright.view(), .backdrop = deep.view()}}) {
     EXPECT_FALSE(instance.render(values, 0, views));
   }
   EXPECT_EQ(upright.bytes, before);

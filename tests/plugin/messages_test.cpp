@@ -204,7 +204,7 @@ TEST_P(MessagesTest, RecordsThatAreNotKnownAreLeftAlone) {
   };
   const ProgramMessage ours;
   for (const std::uint32_t size : {0u, 8u, 40u, 47u, 49u, 4096u}) {
-    expectIgnored(size, ours.magic, ours.version, 5, std::min<std::size_t>(size + 4, 48) / 8 * 8);
+    expectIgnored(size, ours.magic, ours.version, 5, std::clamp<std::size_t>(size, 8, 48));
   }
   expectIgnored(ours.size, ours.magic ^ 1, ours.version, 5, 8);
   expectIgnored(ours.size, ours.magic, ours.version + 1, 5, sizeof ours);
