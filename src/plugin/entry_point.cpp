@@ -2,7 +2,6 @@
 #include "plugin/sdk/entry_point.h"
 
 #include <cstdio>
-#include <optional>
 
 #include "core/floating_point_guard.h"
 #include "plugin/controls/panel.h"
@@ -61,15 +60,13 @@ PF_Err updateParameters(const PF_InData& in, PF_ParamDef* const* params) {
 PF_Err handleEvent(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
                    PF_EventExtra& extra) {
   ControlEvent event{in, out, params, suppliedParameters(in, params), extra};
-  std::optional<LockedHandle> locked;
-  if (hasHandleCallbacks(in)) locked.emplace(*in.utils, in.sequence_data);
-  const auto* sequence = locked ? static_cast<const SequenceState*>(locked->get()) : nullptr;
+  const LockedHandle locked(in, in.sequence_data);
+  const auto* sequence = static_cast<const SequenceState*>(locked.get());
   InstanceExtras* extras = sequence != nullptr ? sequence->extras : nullptr;
+  OwnDrawing* own = extras != nullptr ? extras->own.get() : nullptr;
   ModuleState& module = moduleState();
-  DrawingState& drawing =
-      extras != nullptr && extras->own != nullptr ? extras->own->state : module.drawing;
-  PanelState panel{module.header, drawing.frameSize, module.folders.presetRootFolder, nullptr,
-                   nullptr};
+  PanelState panel{module.header, own != nullptr ? own->state.frameSize : module.drawing.frameSize,
+                   module.folders.presetRootFolder, nullptr, nullptr};
   if (extras != nullptr) {
     panel.emitterPresets = &extras->presetLists[kEmitterPresetList];
     panel.starPresets = &extras->presetLists[kStarPresetList];

@@ -5,26 +5,6 @@
 
 namespace brisel {
 
-class LockedHandle {
- public:
-  /// `handle` may be null; get() is then null, as when the host refuses the lock.
-  LockedHandle(const PF_UtilCallbacks& utils, PF_Handle handle) : utils_(utils), handle_(handle) {
-    if (handle_ != nullptr) block_ = utils_.host_lock_handle(handle_);
-  }
-  ~LockedHandle() {
-    if (block_ != nullptr) utils_.host_unlock_handle(handle_);
-  }
-  LockedHandle(const LockedHandle&) = delete;
-  LockedHandle& operator=(const LockedHandle&) = delete;
-
-  void* get() const { return block_; }
-
- private:
-  const PF_UtilCallbacks& utils_;
-  PF_Handle handle_;
-  void* block_ = nullptr;
-};
-
 /// Whether the host gives all the handle callbacks.
 inline bool hasHandleCallbacks(const PF_InData& in) {
   const PF_UtilCallbacks* utils = in.utils;
@@ -32,5 +12,26 @@ inline bool hasHandleCallbacks(const PF_InData& in) {
          utils->host_lock_handle != nullptr && utils->host_unlock_handle != nullptr &&
          utils->host_dispose_handle != nullptr;
 }
+
+class LockedHandle {
+ public:
+  /// `handle` may be null; get() is then null, as when the host refuses the lock or gives no
+  /// callbacks for handles.
+  LockedHandle(const PF_InData& in, PF_Handle handle) : in_(in), handle_(handle) {
+    if (handle_ != nullptr && hasHandleCallbacks(in)) block_ = in.utils->host_lock_handle(handle_);
+  }
+  ~LockedHandle() {
+    if (block_ != nullptr) in_.utils->host_unlock_handle(handle_);
+  }
+  LockedHandle(const LockedHandle&) = delete;
+  LockedHandle& operator=(const LockedHandle&) = delete;
+
+  void* get() const { return block_; }
+
+ private:
+  const PF_InData& in_;
+  PF_Handle handle_;
+  void* block_ = nullptr;
+};
 
 }  // namespace brisel

@@ -138,8 +138,7 @@ void answerMessage(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params, v
   ProgramMessage* message = knownMessage(extra);
   if (message == nullptr) return;
   message->answer = MessageAnswer::NoInstance;
-  if (!hasHandleCallbacks(in)) return;
-  const LockedHandle locked(*in.utils, out.sequence_data);
+  const LockedHandle locked(in, out.sequence_data);
   auto* sequence = static_cast<SequenceState*>(locked.get());
   if (sequence == nullptr || sequence->extras == nullptr) return;
   try {

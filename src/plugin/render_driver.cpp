@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <optional>
 #include <utility>
 
 #include "effect/frame.h"
@@ -65,7 +64,7 @@ FrameViews viewsOf(const PF_InData& in, PF_ParamDef* const* params,
 }
 
 /// What the instance is to be painted with. A backdrop is for one frame.
-void takeOver(InstanceExtras* extras, const DrawingLease& drawing, FrameViews& views) {
+void choosePainting(InstanceExtras* extras, const DrawingLease& drawing, FrameViews& views) {
   views.painter = &drawing.state().painter;
   if (extras == nullptr) return;
   if (extras->painter != nullptr) views.painter = extras->painter.get();
@@ -81,13 +80,12 @@ void renderSoundFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params
   const Values values = readValues(params);
   FrameViews views = viewsOf(in, params, outputView(output));
   const MaskPath mask(in, values[kPath].number);
-  std::optional<LockedHandle> locked;
-  if (hasHandleCallbacks(in)) locked.emplace(*in.utils, out.sequence_data);
-  auto* sequence = locked ? static_cast<SequenceState*>(locked->get()) : nullptr;
+  const LockedHandle locked(in, out.sequence_data);
+  auto* sequence = static_cast<SequenceState*>(locked.get());
   InstanceExtras* extras = sequence != nullptr ? sequence->extras : nullptr;
   const DrawingLease drawing(extras != nullptr ? extras->own.get() : nullptr);
   drawing.state().frameSize = {output.width, output.height};
-  takeOver(extras, drawing, views);
+  choosePainting(extras, drawing, views);
   if (sequence == nullptr) {
     renderFrame(values, views, mask.outline(), nullptr);
   } else {

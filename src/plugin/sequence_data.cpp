@@ -28,7 +28,7 @@ PF_Err createSequence(PF_InData& in, PF_OutData& out) {
   const PF_Handle handle = in.utils->host_new_handle(sizeof(SequenceState));
   if (handle == nullptr) return kNoSequenceHandle;
   {
-    const LockedHandle locked(*in.utils, handle);
+    const LockedHandle locked(in, handle);
     if (locked.get() != nullptr) {
       auto* state = new (locked.get()) SequenceState;
       state->presetListCount = kPresetListCount;
@@ -47,7 +47,7 @@ PF_Err createSequence(PF_InData& in, PF_OutData& out) {
 PF_Err releaseSequence(PF_InData& in, PF_OutData& out) {
   if (in.sequence_data == nullptr || !hasHandleCallbacks(in)) return PF_Err_NONE;
   {
-    const LockedHandle locked(*in.utils, out.sequence_data);
+    const LockedHandle locked(in, out.sequence_data);
     if (auto* state = static_cast<SequenceState*>(locked.get())) {
       releaseStars(state->stars, state->capacity);
       delete state->extras;
