@@ -17,7 +17,7 @@ Available findAvailable() {
   add(kSse2Kernels);
 #if defined(BRISEL_WIDE_KERNELS)
   if (!__builtin_cpu_supports("bmi2")) return found;
-  if (__builtin_cpu_supports("avx2")) add(kAvx2Kernels);
+  if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) add(kAvx2Kernels);
   if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
       __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl")) {
     add(kAvx512Kernels);

@@ -1,4 +1,4 @@
-// Eight lanes. Only for files that are compiled for processors with AVX2.
+// Eight lanes. Only for files that are compiled for processors with AVX2 and FMA.
 #pragma once
 
 #include <immintrin.h>
@@ -15,8 +15,34 @@ struct Avx2 {
   static __m256 minimum(__m256 a, __m256 b) { return _mm256_min_ps(a, b); }
   static __m256 maximum(__m256 a, __m256 b) { return _mm256_max_ps(a, b); }
   static __m256 squareRoot(__m256 v) { return _mm256_sqrt_ps(v); }
+  static __m256 truncated(__m256 v) {
+    return _mm256_round_ps(v, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
+  }
+  static __m256 floored(__m256 v) {
+    return _mm256_round_ps(v, _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC);
+  }
+  static __m256 fused(__m256 a, __m256 b, __m256 c) { return _mm256_fmadd_ps(a, b, c); }
 
   static bool any(Words mask) { return _mm256_testz_si256(mask, mask) == 0; }
+  static bool anyNotBelow(__m256 a, __m256 b) {
+    return _mm256_movemask_ps(_mm256_cmp_ps(a, b, _CMP_NLT_UQ)) != 0;
+  }
+
+  template <int kByte>
+  static Words byteOf(Words pixels) {
+    constexpr int kRest = static_cast<int>(0x80808000);  // makes the other bytes 0
+    return _mm256_shuffle_epi8(pixels, _mm256_broadcastsi128_si256(_mm_setr_epi32(
+                                           kRest | kByte, kRest | (4 + kByte), kRest | (8 + kByte),
+                                           kRest | (12 + kByte))));
+  }
+  static Words joinBytes(Words b0, Words b1, Words b2, Words b3) {
+    const __m256i planes =
+        _mm256_packus_epi16(_mm256_packus_epi32(b0, b1), _mm256_packus_epi32(b2, b3));
+    return _mm256_shuffle_epi8(planes, _mm256_broadcastsi128_si256(_mm_setr_epi32(
+                                           0x0c080400, 0x0d090501, 0x0e0a0602, 0x0f0b0703)));
+  }
+  static Words addBytes(Words a, Words b) { return _mm256_adds_epu8(a, b); }
+  static Words maximumBytes(Words a, Words b) { return _mm256_max_epu8(a, b); }
 
   static Mask lanes(int first, int count) {
     const __m256i lane = _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7);

@@ -16,8 +16,31 @@ struct Avx512 {
   static __m512 minimum(__m512 a, __m512 b) { return _mm512_min_ps(a, b); }
   static __m512 maximum(__m512 a, __m512 b) { return _mm512_max_ps(a, b); }
   static __m512 squareRoot(__m512 v) { return _mm512_sqrt_ps(v); }
+  static __m512 truncated(__m512 v) {
+    return _mm512_roundscale_ps(v, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
+  }
+  static __m512 floored(__m512 v) {
+    return _mm512_roundscale_ps(v, _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC);
+  }
+  static __m512 fused(__m512 a, __m512 b, __m512 c) { return _mm512_fmadd_ps(a, b, c); }
 
   static bool any(Words mask) { return _mm512_movepi32_mask(mask) != 0; }
+  static bool anyNotBelow(__m512 a, __m512 b) { return _mm512_cmp_ps_mask(a, b, _CMP_NLT_UQ) != 0; }
+
+  template <int kByte>
+  static Words byteOf(Words pixels) {
+    constexpr int kRest = static_cast<int>(0x80808000);  // makes the other bytes 0
+    return _mm512_shuffle_epi8(pixels, _mm512_set4_epi32(kRest | (12 + kByte), kRest | (8 + kByte),
+                                                         kRest | (4 + kByte), kRest | kByte));
+  }
+  static Words joinBytes(Words b0, Words b1, Words b2, Words b3) {
+    const __m512i planes =
+        _mm512_packus_epi16(_mm512_packus_epi32(b0, b1), _mm512_packus_epi32(b2, b3));
+    return _mm512_shuffle_epi8(planes,
+                               _mm512_set4_epi32(0x0f0b0703, 0x0e0a0602, 0x0d090501, 0x0c080400));
+  }
+  static Words addBytes(Words a, Words b) { return _mm512_adds_epu8(a, b); }
+  static Words maximumBytes(Words a, Words b) { return _mm512_max_epu8(a, b); }
 
   static Mask lanes(int first, int count) {
     return static_cast<Mask>(_bzhi_u32(~0u, static_cast<unsigned>(count)) << first);

@@ -16,8 +16,28 @@ struct Sse2 {
   static __m128 minimum(__m128 a, __m128 b) { return _mm_min_ps(a, b); }
   static __m128 maximum(__m128 a, __m128 b) { return _mm_max_ps(a, b); }
   static __m128 squareRoot(__m128 v) { return _mm_sqrt_ps(v); }
+  static __m128 truncated(__m128 v) { return _mm_cvtepi32_ps(_mm_cvttps_epi32(v)); }
+  static __m128 floored(__m128 v) {
+    const __m128 whole = truncated(v);
+    return _mm_sub_ps(whole, _mm_and_ps(_mm_cmpgt_ps(whole, v), _mm_set1_ps(1.0f)));
+  }
+  static __m128 fused(__m128 a, __m128 b, __m128 c) { return _mm_add_ps(_mm_mul_ps(a, b), c); }
 
   static bool any(Words mask) { return _mm_movemask_epi8(mask) != 0; }
+  static bool anyNotBelow(__m128 a, __m128 b) { return _mm_movemask_ps(_mm_cmpnlt_ps(a, b)) != 0; }
+
+  template <int kByte>
+  static Words byteOf(Words pixels) {
+    return _mm_and_si128(_mm_srli_epi32(pixels, 8 * kByte), _mm_set1_epi32(255));
+  }
+  static Words joinBytes(Words b0, Words b1, Words b2, Words b3) {
+    const __m128i planes =
+        _mm_packus_epi16(_mm_packs_epi32(b0, b2), _mm_packs_epi32(b1, b3));  // 0, 2, 1, 3
+    const __m128i pairs = _mm_unpacklo_epi8(planes, _mm_srli_si128(planes, 8));
+    return _mm_unpacklo_epi16(pairs, _mm_srli_si128(pairs, 8));
+  }
+  static Words addBytes(Words a, Words b) { return _mm_adds_epu8(a, b); }
+  static Words maximumBytes(Words a, Words b) { return _mm_max_epu8(a, b); }
 
   static Mask lanes(int first, int count) {
     const __m128i lane = _mm_setr_epi32(0, 1, 2, 3);

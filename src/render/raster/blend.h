@@ -17,7 +17,7 @@ using FloatOf = typename Lanes<Isa>::Float;
 template <BlendRule kRule, class Pixels, class Isa>
 Channels<Isa> blended(const Channels<Isa>& dst, FloatOf<Isa> value, const Channels<Isa>& pen) {
   using L = Lanes<Isa>;
-  const auto full = L::splat(Pixels::kFullScale);
+  const auto limited = [](FloatOf<Isa> v) { return Pixels::limited(v); };
   const auto t = value / Pixels::kFullScale;
   if constexpr (kRule == BlendRule::Over) {
     const auto replace = (dst.alpha == 0.0f) | (value == Pixels::kFullScale);
@@ -27,20 +27,20 @@ Channels<Isa> blended(const Channels<Isa>& dst, FloatOf<Isa> value, const Channe
     return {L::maximum(dst.alpha, value), over(dst.red, pen.red), over(dst.green, pen.green),
             over(dst.blue, pen.blue)};
   } else if constexpr (kRule == BlendRule::AddScaled) {
-    const auto add = [&](FloatOf<Isa> d, FloatOf<Isa> c) { return L::minimum(d + c * t, full); };
-    return {L::minimum(dst.alpha + value, full), add(dst.red, pen.red), add(dst.green, pen.green),
+    const auto add = [&](FloatOf<Isa> d, FloatOf<Isa> c) { return limited(d + c * t); };
+    return {limited(dst.alpha + value), add(dst.red, pen.red), add(dst.green, pen.green),
             add(dst.blue, pen.blue)};
   } else if constexpr (kRule == BlendRule::AddSolid || kRule == BlendRule::AddGlow) {
-    const auto add = [&](FloatOf<Isa> d, FloatOf<Isa> c) { return L::minimum(d + c, full); };
-    Channels<Isa> out{L::minimum(dst.alpha + value, full), add(dst.red, pen.red),
-                      add(dst.green, pen.green), add(dst.blue, pen.blue)};
+    const auto add = [&](FloatOf<Isa> d, FloatOf<Isa> c) { return limited(d + c); };
+    Channels<Isa> out{limited(dst.alpha + value), add(dst.red, pen.red), add(dst.green, pen.green),
+                      add(dst.blue, pen.blue)};
     if constexpr (kRule == BlendRule::AddGlow) {
       out.alpha = L::maximum(dst.alpha, L::maximum(L::maximum(out.red, out.green), out.blue));
     }
     return out;
   } else {
     const auto lighten = [&](FloatOf<Isa> d, FloatOf<Isa> c) {
-      return L::minimum(L::maximum(d, c * t), full);
+      return limited(L::maximum(d, c * t));
     };
     Channels<Isa> out{dst.alpha, lighten(dst.red, pen.red), lighten(dst.green, pen.green),
                       lighten(dst.blue, pen.blue)};

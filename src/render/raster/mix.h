@@ -15,7 +15,6 @@ template <MixMode kMode, class Pixels, class Isa>
 Channels<Isa> mixed(const Channels<Isa>& star, const Channels<Isa>& input) {
   using L = Lanes<Isa>;
   using Float = typename L::Float;
-  const Float full = L::splat(Pixels::kFullScale);
   const Float t = star.alpha / Pixels::kFullScale;
   if constexpr (kMode == MixMode::Normal) {
     const auto mix = [&](Float p, Float i) { return t * p + (1.0f - t) * i; };
@@ -25,9 +24,9 @@ Channels<Isa> mixed(const Channels<Isa>& star, const Channels<Isa>& input) {
     const Float share = input.alpha / Pixels::kFullScale;
     const auto opaque = input.alpha >= Pixels::kFullScale;
     const auto mix = [&](Float p, Float i) {
-      return L::minimum(p * t + (opaque ? i : i * share), full);
+      return Pixels::limited(p * t + (opaque ? i : i * share));
     };
-    return {L::minimum(star.alpha + input.alpha, full), mix(star.red, input.red),
+    return {Pixels::limited(star.alpha + input.alpha), mix(star.red, input.red),
             mix(star.green, input.green), mix(star.blue, input.blue)};
   }
 }

@@ -80,16 +80,16 @@ struct Pixels8 {
   static Float penScale(Float channel) { return channel; }
 
   Channels<Isa> channels() const {
-    const auto channel = [&](int shift) {
-      return L::toFloat(__builtin_convertvector((words >> shift) & 255u, Int));
-    };
-    return {channel(0), channel(8), channel(16), channel(24)};
+    return {L::toFloat(L::template byteOf<0>(words)), L::toFloat(L::template byteOf<1>(words)),
+            L::toFloat(L::template byteOf<2>(words)), L::toFloat(L::template byteOf<3>(words))};
   }
 
   static Pixels8 pack(const Channels<Isa>& c) {
-    const auto word = [](Float v) { return __builtin_convertvector(L::toInt(v), Word); };
-    return {word(c.alpha) | word(c.red) << 8 | word(c.green) << 16 | word(c.blue) << 24};
+    return {L::joinBytes(L::toInt(c.alpha), L::toInt(c.red), L::toInt(c.green), L::toInt(c.blue))};
   }
+
+  /// What pack() stores of a channel above full scale is full scale.
+  static Float limited(Float channel) { return channel; }
 
   /// `a` in the lanes where `mask` is set, `b` elsewhere.
   static Pixels8 select(Int mask, Pixels8 a, Pixels8 b) { return {mask ? a.words : b.words}; }
@@ -144,6 +144,8 @@ struct Pixels16 {
     const auto high = [](Word w) { return L::toFloat(__builtin_convertvector(w >> 16, Int)); };
     return {low(alphaRed), high(alphaRed), low(greenBlue), high(greenBlue)};
   }
+
+  static Float limited(Float channel) { return L::minimum(channel, L::splat(kFullScale)); }
 
   static Pixels16 pack(const Channels<Isa>& c) {
     const auto word = [](Float v) { return __builtin_convertvector(L::toInt(v), Word); };

@@ -15,7 +15,8 @@ struct VectorOf {
 };
 
 /// `Isa` gives the number of lanes and the operations that vector arithmetic alone does not
-/// express: minimum, maximum, squareRoot, any, and all that takes a mask.
+/// express: minimum, maximum, squareRoot, truncated, floored, fused, any, those on bytes, and all
+/// that takes a mask.
 template <class Isa>
 struct Lanes {
   static constexpr int kCount = Isa::kLanes;
@@ -86,6 +87,8 @@ struct Lanes {
 
   /// Whether any lane of a comparison's result is set.
   static bool any(Int mask) { return Isa::any(reinterpret_cast<Words>(mask)); }
+  /// any(!(a < b)), without a vector for the comparison's result.
+  static bool anyNotBelow(Float a, Float b) { return Isa::anyNotBelow(a, b); }
 
   /// The lesser; `b` when either is not a number. maximum likewise.
   static Float minimum(Float a, Float b) { return Isa::minimum(a, b); }
@@ -109,11 +112,36 @@ struct Lanes {
   /// Clamps to [0, 1]; not-a-number becomes 0.
   static Float clampUnit(Float v) { return minimum(maximum(v, Float{}), splat(1.0f)); }
 
+  /// Byte `kByte` of each word, byte 0 being the lowest.
+  template <int kByte>
+  static Int byteOf(Word words) {
+    return reinterpret_cast<Int>(Isa::template byteOf<kByte>(reinterpret_cast<Words>(words)));
+  }
+  /// Words of these bytes, each limited to 0..255; none may lie beyond 16 bits.
+  static Word joinBytes(Int byte0, Int byte1, Int byte2, Int byte3) {
+    return reinterpret_cast<Word>(
+        Isa::joinBytes(reinterpret_cast<Words>(byte0), reinterpret_cast<Words>(byte1),
+                       reinterpret_cast<Words>(byte2), reinterpret_cast<Words>(byte3)));
+  }
+  /// Each byte's sum, at most 255, and the greater of each two.
+  static Word addBytes(Word a, Word b) {
+    return reinterpret_cast<Word>(
+        Isa::addBytes(reinterpret_cast<Words>(a), reinterpret_cast<Words>(b)));
+  }
+  static Word maximumBytes(Word a, Word b) {
+    return reinterpret_cast<Word>(
+        Isa::maximumBytes(reinterpret_cast<Words>(a), reinterpret_cast<Words>(b)));
+  }
+
   static Float toFloat(Int v) { return __builtin_convertvector(v, Float); }
 
   /// Truncates toward zero; every lane must lie within the range of a 32-bit integer.
   static Int toInt(Float v) { return __builtin_convertvector(v, Int); }
-  static Float truncated(Float v) { return toFloat(toInt(v)); }
+  static Float truncated(Float v) { return Isa::truncated(v); }
+  static Float floored(Float v) { return Isa::floored(v); }
+
+  /// a * b + c, rounded once or twice: only for what comes to the same either way.
+  static Float fused(Float a, Float b, Float c) { return Isa::fused(a, b, c); }
 
   /// Truncates toward zero and saturates; not-a-number becomes the least integer.
   static Int toIntSaturated(Float v) {
