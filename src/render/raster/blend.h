@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <type_traits>
 
 #include "core/image_view.h"
 #include "render/raster/blend_rule.h"
@@ -50,9 +51,33 @@ Channels<Isa> blended(const Channels<Isa>& dst, FloatOf<Isa> value, const Channe
   }
 }
 
+/// The same for rules that add whole pens of 8 bits: the colors' bytes are added as they lie.
+template <BlendRule kRule, class Isa>
+Pixels8<Isa> blendedBytes(const Pixels8<Isa>& before, const Shaded<Isa>& plot) {
+  using L = Lanes<Isa>;
+  const auto& pens = plot.pens;
+  const auto pen = L::joinBytes(typename L::Int{}, L::toInt(pens.red), L::toInt(pens.green),
+                                L::toInt(pens.blue));
+  const auto sum = L::addBytes(before.words, pen);
+  typename L::Word alpha;
+  if constexpr (kRule == BlendRule::AddGlow) {
+    const auto pair = L::maximumBytes(sum, sum >> 16);
+    alpha = L::maximumBytes(pair, pair >> 8) & 255u;
+  } else {
+    const auto added = L::toFloat(L::template byteOf<0>(before.words)) + plot.value;
+    alpha = __builtin_convertvector(L::toInt(L::minimum(added, L::splat(Pixels8<Isa>::kFullScale))),
+                                    typename L::Word);
+  }
+  return {(sum & ~255u) | alpha};
+}
+
 /// Pixels that were `before`, with `plot` blended in.
 template <BlendRule kRule, class Pixels, class Isa>
 Pixels plotted(const Pixels& before, const Shaded<Isa>& plot) {
+  if constexpr (std::is_same_v<Pixels, Pixels8<Isa>> &&
+                (kRule == BlendRule::AddSolid || kRule == BlendRule::AddGlow)) {
+    return Pixels::select(plot.value > 0.0f, blendedBytes<kRule>(before, plot), before);
+  }
   const Channels<Isa> pen{FloatOf<Isa>{}, Pixels::penScale(plot.pens.red),
                           Pixels::penScale(plot.pens.green), Pixels::penScale(plot.pens.blue)};
   const auto channels = blended<kRule, Pixels, Isa>(before.channels(), plot.value, pen);

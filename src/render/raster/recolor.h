@@ -31,8 +31,8 @@ Rgb recoloredEvenly(Rgb color, std::int32_t leastSaturation);
 std::int32_t hueToChannel(std::int32_t m1, std::int32_t m2, std::int32_t hue);
 
 /// The same conversions for several pixels at once. Values are whole numbers held as floats, where
-/// every product and quotient below is exact or truncates to the exact integer result; they equal
-/// the integer conversions for every color.
+/// every quotient below truncates to the exact integer result; they equal the integer conversions
+/// for every color.
 template <class Isa>
 struct HlsLanes {
   using L = Lanes<Isa>;
@@ -45,17 +45,17 @@ struct HlsLanes {
     const Float least = L::minimum(L::minimum(red, green), blue);
     const Float sum = most + least;
     const Float delta = most - least;
-    const Float lightness = truncated((sum * 240.0f + 255.0f) / 510.0f);
+    const Float lightness = scaled(sum, 240.0f / 510.0f, L::splat(255.5f / 510.0f));
     const auto gray = delta == 0.0f;
     const Float range = lightness <= 120.0f ? sum : 510.0f - sum;
     const Float safeRange = gray ? L::splat(1.0f) : range;
-    const Float saturation = truncated((delta * 240.0f + truncated(range * 0.5f)) / safeRange);
+    const Float saturation =
+        L::truncated(L::fused(range, L::splat(0.5f), delta * 240.0f) / safeRange);
 
-    const Float safeDelta = gray ? L::splat(1.0f) : delta;
-    const Float half = truncated(delta * 0.5f);
-    const auto share = [&](Float channel) {
-      return truncated(((most - channel) * 40.0f + half) / safeDelta);
-    };
+    const Float perDelta = 1.0f / (gray ? L::splat(1.0f) : delta);
+    const Float fortieth = 40.0f * perDelta;
+    const Float half = L::fused(delta, L::splat(0.5f), L::splat(0.25f)) * perDelta;
+    const auto share = [&](Float channel) { return scaled(most - channel, fortieth, half); };
     const Float r = share(red);
     const Float g = share(green);
     const Float b = share(blue);
@@ -67,29 +67,35 @@ struct HlsLanes {
   /// Any hue that is a whole number of magnitude below 2^22; lightness and saturation 0..240.
   void toRgb(Float& red, Float& green, Float& blue) const {
     // The channels lie `swing` around the lightness, at most.
-    const Float part = truncated((lightness * saturation + 120.5f) * kPer240);
+    const Float part = scaled(lightness * saturation, kPer240, L::splat(120.5f * kPer240));
     const Float swing = lightness <= 120.0f ? part : saturation - part;
-    const Float least = lightness - swing;
     // Whole turns change nothing, and 240 is as good as 0.
-    Float turn = hue - 240.0f * truncated(hue * kPer240);
-    turn = turn < 0.0f ? turn + 240.0f : turn;
-    const Float bias = saturation == 0.0f ? L::splat(0.5f) : L::splat(120.5f);
+    const Float turn = L::fused(L::splat(-240.0f), L::floored(hue * kPer240), hue);
+    const Float bias = saturation == 0.0f ? L::splat(0.5f * kPer240) : L::splat(120.5f * kPer240);
+    constexpr float kPerLevel = 255.0f / 240.0f;
+    const Float least = L::fused(lightness - swing, L::splat(kPerLevel), bias);
+    const Float slope = 2.0f / 40.0f * swing;
     const auto channel = [&](Float x) {
       // Rises over a sixth of the circle, holds for two, falls over one.
-      x = L::clamp(x, 0.0f, 40.0f);
-      const Float level = least + truncated((2.0f * swing * x + 20.5f) * 0.025f);
-      return truncated((level * 255.0f + bias) * kPer240);
+      const Float level = scaled(L::clamp(x, 0.0f, 40.0f), slope, L::splat(20.5f / 40.0f));
+      return scaled(level, kPerLevel, least);
     };
-    red = channel(L::maximum(80.0f - turn, turn - 160.0f));
+    red = channel(L::absolute(turn - 120.0f) - 40.0f);
     green = channel(80.0f - L::absolute(turn - 80.0f));
     blue = channel(80.0f - L::absolute(turn - 160.0f));
   }
 
  private:
-  // Half a unit more in the numerator keeps a reciprocal's rounding away from the next integer.
   static constexpr float kPer240 = 1.0f / 240.0f;
 
-  static Float truncated(Float v) { return L::truncated(v); }
+  /// A quotient of integers, of which half the last unit or so is added to the numerator: so it is
+  /// far enough from the next integer for a reciprocal's rounding, and for a fused multiply-add.
+  static Float scaled(Float v, Float factor, Float offset) {
+    return L::truncated(L::fused(v, factor, offset));
+  }
+  static Float scaled(Float v, float factor, Float offset) {
+    return scaled(v, L::splat(factor), offset);
+  }
 };
 
 /// The pens of hue `baseHue` + `hueShift`, `lightness` and `saturation`, all three truncated.
@@ -104,7 +110,7 @@ template <class Isa>
   constexpr float kExactHue = 4194304.0f;
   const typename L::Float hue = baseHue + hueShift;
   Pens<Isa> pens;
-  if (L::any(!(L::absolute(hue) < kExactHue))) {
+  if (L::anyNotBelow(L::absolute(hue), L::splat(kExactHue))) {
     // A ray far shorter than a pixel: its hue wraps thousands of times.
     for (int lane = 0; lane < L::kCount; ++lane) {
       const Rgb pen = hlsToRgb(
