@@ -21,7 +21,16 @@ struct Avx2 {
   static __m256 floored(__m256 v) {
     return _mm256_round_ps(v, _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC);
   }
+  static __m256 truncatedAny(__m256 v) { return truncated(v); }
   static __m256 fused(__m256 a, __m256 b, __m256 c) { return _mm256_fmadd_ps(a, b, c); }
+  static __m256d fused(__m256d a, __m256d b, __m256d c) { return _mm256_fmadd_pd(a, b, c); }
+  // The quotient by the reciprocal, corrected by what it leaves of v, is rounded as a division
+  // (Markstein's theorem), and does not wait for the divider.
+  static __m256 quotient(__m256 v, __m256 divisor, __m256 reciprocal) {
+    const __m256 estimate = _mm256_mul_ps(v, reciprocal);
+    const __m256 rest = _mm256_fnmadd_ps(estimate, divisor, v);
+    return _mm256_fmadd_ps(rest, reciprocal, estimate);
+  }
 
   static bool any(Words mask) { return _mm256_testz_si256(mask, mask) == 0; }
   static bool anyNotBelow(__m256 a, __m256 b) {

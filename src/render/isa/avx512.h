@@ -22,7 +22,16 @@ struct Avx512 {
   static __m512 floored(__m512 v) {
     return _mm512_roundscale_ps(v, _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC);
   }
+  static __m512 truncatedAny(__m512 v) { return truncated(v); }
   static __m512 fused(__m512 a, __m512 b, __m512 c) { return _mm512_fmadd_ps(a, b, c); }
+  static __m512d fused(__m512d a, __m512d b, __m512d c) { return _mm512_fmadd_pd(a, b, c); }
+  // The quotient by the reciprocal, corrected by what it leaves of v, is rounded as a division
+  // (Markstein's theorem), and does not wait for the divider.
+  static __m512 quotient(__m512 v, __m512 divisor, __m512 reciprocal) {
+    const __m512 estimate = _mm512_mul_ps(v, reciprocal);
+    const __m512 rest = _mm512_fnmadd_ps(estimate, divisor, v);
+    return _mm512_fmadd_ps(rest, reciprocal, estimate);
+  }
 
   static bool any(Words mask) { return _mm512_movepi32_mask(mask) != 0; }
   static bool anyNotBelow(__m512 a, __m512 b) { return _mm512_cmp_ps_mask(a, b, _CMP_NLT_UQ) != 0; }

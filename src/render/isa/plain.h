@@ -24,7 +24,12 @@ struct Plain {
     const Floats whole = truncated(v);
     return whole[0] > v[0] ? whole - 1.0f : whole;
   }
-  static Floats fused(Floats a, Floats b, Floats c) { return a * b + c; }
+  static Floats truncatedAny(Floats v) { return Floats{std::trunc(v[0])}; }
+  template <class Vector>
+  static Vector fused(Vector a, Vector b, Vector c) {
+    return a * b + c;
+  }
+  static Floats quotient(Floats v, Floats divisor, Floats /*reciprocal*/) { return v / divisor; }
 
   static bool any(Words mask) { return mask[0] != 0; }
   static bool anyNotBelow(Floats a, Floats b) { return !(a[0] < b[0]); }

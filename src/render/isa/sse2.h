@@ -21,7 +21,16 @@ struct Sse2 {
     const __m128 whole = truncated(v);
     return _mm_sub_ps(whole, _mm_and_ps(_mm_cmpgt_ps(whole, v), _mm_set1_ps(1.0f)));
   }
+  static __m128 truncatedAny(__m128 v) {
+    const __m128 magnitude = _mm_andnot_ps(_mm_set1_ps(-0.0f), v);
+    const __m128 isFraction = _mm_cmplt_ps(magnitude, _mm_set1_ps(8388608.0f));
+    return _mm_or_ps(_mm_and_ps(isFraction, truncated(v)), _mm_andnot_ps(isFraction, v));
+  }
   static __m128 fused(__m128 a, __m128 b, __m128 c) { return _mm_add_ps(_mm_mul_ps(a, b), c); }
+  static __m128d fused(__m128d a, __m128d b, __m128d c) { return _mm_add_pd(_mm_mul_pd(a, b), c); }
+  static __m128 quotient(__m128 v, __m128 divisor, __m128 /*reciprocal*/) {
+    return _mm_div_ps(v, divisor);
+  }
 
   static bool any(Words mask) { return _mm_movemask_epi8(mask) != 0; }
   static bool anyNotBelow(__m128 a, __m128 b) { return _mm_movemask_ps(_mm_cmpnlt_ps(a, b)) != 0; }

@@ -138,10 +138,22 @@ struct Lanes {
   /// Truncates toward zero; every lane must lie within the range of a 32-bit integer.
   static Int toInt(Float v) { return __builtin_convertvector(v, Int); }
   static Float truncated(Float v) { return Isa::truncated(v); }
+  /// The same without a limit.
+  static Float truncatedAny(Float v) { return Isa::truncatedAny(v); }
   static Float floored(Float v) { return Isa::floored(v); }
 
-  /// a * b + c, rounded once or twice: only for what comes to the same either way.
-  static Float fused(Float a, Float b, Float c) { return Isa::fused(a, b, c); }
+  /// a * b + c, of floats or doubles, rounded once or twice: only for what comes to the same either
+  /// way.
+  template <class Vector>
+  static Vector fused(Vector a, Vector b, Vector c) {
+    return Isa::fused(a, b, c);
+  }
+
+  /// v / divisor, where the caller has 1 / divisor at hand. Where the quotient is a normal number
+  /// its bits are those of the division; others may be not-a-number.
+  static Float quotient(Float v, float divisor, float reciprocal) {
+    return Isa::quotient(v, splat(divisor), splat(reciprocal));
+  }
 
   /// Truncates toward zero and saturates; not-a-number becomes the least integer.
   static Int toIntSaturated(Float v) {

@@ -21,6 +21,7 @@ class CrossTexture {
   explicit CrossTexture(float textureScale) : textureScale_(textureScale) {
     const std::int32_t wholeDegrees = 360 / std::max(50, truncToInt(200.0f * textureScale));
     sector_ = static_cast<float>(wholeDegrees);
+    perSector_ = 1.0f / sector_;
   }
 
   /// The texture's brightness, 127.5 to 382.5, at normalized coordinates (nx, ny) and `distance`
@@ -33,8 +34,10 @@ class CrossTexture {
     Float angle = distance == 0.0f ? Float{} : arcTangents<Isa>(ny, nx);
     angle = angle < 0.0f ? angle + 2.0f * kPi : angle;
     const Float degrees = withinSector<Isa>(angle * 180.0f / kShortPi);
-    Float w =
-        L::minimum(stripe<Isa>(distance / 2.0f, degrees), stripe<Isa>(-distance / 2.0f, degrees));
+    // One family has wound by as much as the other, the other way.
+    const Float wound = L::absolute(distance / 2.0f * textureScale_);
+    const Float back = wound > 0.0f ? 360.0f - wound : Float{};
+    Float w = L::minimum(fromStripe<Isa>(wound, degrees), fromStripe<Isa>(back, degrees));
     w = distance > 0.0f ? w * distance : w;
     return 25.5f * (5.0f + L::maximum(10.0f - w, Float{}));
   }
@@ -42,19 +45,17 @@ class CrossTexture {
  private:
   template <class Isa>
   typename Lanes<Isa>::Float withinSector(typename Lanes<Isa>::Float a) const {
-    const auto turns = a / sector_;
-    constexpr float kWhole = 8388608.0f;  // larger numbers are whole already
-    const auto whole = Lanes<Isa>::absolute(turns) < kWhole;
-    return a - sector_ * (whole ? Lanes<Isa>::truncated(turns) : turns);
+    const auto turns = Lanes<Isa>::quotient(a, sector_, perSector_);
+    return a - sector_ * Lanes<Isa>::truncatedAny(turns);
   }
 
-  /// How far an angle within the sector is from the stripe that has wound by `spiral`.
+  /// A tenth of the degrees between an angle within the sector and the stripe that has wound by so
+  /// many.
   template <class Isa>
-  typename Lanes<Isa>::Float stripe(typename Lanes<Isa>::Float spiral,
-                                    typename Lanes<Isa>::Float angle) const {
+  typename Lanes<Isa>::Float fromStripe(typename Lanes<Isa>::Float degrees,
+                                        typename Lanes<Isa>::Float angle) const {
     using Float = typename Lanes<Isa>::Float;
-    Float wound = spiral * textureScale_;
-    wound = withinSector<Isa>(wound < 0.0f ? wound + 360.0f : wound);
+    const Float wound = withinSector<Isa>(degrees);
     const float half = sector_ / 2.0f;
     const auto angleAhead = (wound < half) & (half < angle);
     const auto stripeAhead = (angle < half) & (half < wound);
@@ -65,6 +66,7 @@ class CrossTexture {
 
   float textureScale_;
   float sector_;  // degrees between stripes
+  float perSector_;
 };
 
 /// A cross on its grid: steps 0, 1 ... while below 2r, from the corner (x - r, y - r). Normalized
