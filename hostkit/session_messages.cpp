@@ -45,20 +45,21 @@ std::string describe(MessageAnswer answer) {
   }
 }
 
-std::string purposeOf(MessageRequest request) {
+/// What is asked for, as an infinitive.
+std::string actionOf(MessageRequest request) {
   switch (request) {
     case MessageRequest::Advance:
-      return "to step without a picture";
+      return "step without a picture";
     case MessageRequest::SaveState:
-      return "to save its state";
+      return "save its state";
     case MessageRequest::RestoreState:
-      return "to restore a state";
+      return "restore a state";
     case MessageRequest::UsePainting:
-      return "to be given threads";
+      return "paint as asked";
     case MessageRequest::UseOwnState:
-      return "to have a state of its own";
+      return "keep a state of its own";
     case MessageRequest::SetBackdrop:
-      return "to be given a backdrop";
+      return "take a backdrop";
   }
   return {};
 }
@@ -122,11 +123,11 @@ void Session::ask(ProgramMessage& message) {
   message.answer = MessageAnswer::None;
   callOrThrow(PF_Cmd_COMPLETELY_GENERAL, &message);
   if (message.answer == MessageAnswer::Done) return;
-  const std::string asked = purposeOf(message.request);
+  const std::string asked = actionOf(message.request);
   if (message.answer == MessageAnswer::None) {
-    throw Error("the effect module does not know how " + asked + "; use one of this version");
+    throw Error("the effect module does not know how to " + asked + "; use one of this version");
   }
-  throw Error("the effect module refused " + asked + ": " + describe(message.answer));
+  throw Error("the effect module cannot " + asked + ": " + describe(message.answer));
 }
 
 }  // namespace hostkit
