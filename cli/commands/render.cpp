@@ -54,7 +54,7 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
     printRenderStats(target.isStandardOutput() ? stderr : stdout,
                      {{"decode", renderer.decodingSeconds()},
                       {"step", renderer.steppingSeconds()},
-                      {"render", renderer.renderingSeconds()},
+                      {"render", renderer.renderingSeconds(), renderer.threads()},
                       {"encode", output.encodingSeconds(), output.threads()}},
                      written, seconds);
   }

@@ -9,8 +9,8 @@ namespace cli {
 
 struct StageTime {
   std::string name;
-  double busySeconds;  // of each of its threads, on average
-  int threads = 1;
+  double busySeconds;
+  int threads = 1;  // that share the work
 };
 
 // Prints a table of the stages that took time, with their shares of the whole.

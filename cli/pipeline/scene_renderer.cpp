@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <thread>
 
+#include "cli/pictures/add_light.h"
 #include "cli/scene/star_warnings.h"
 #include "cli/support/interrupt.h"
 #include "hostkit/error.h"
@@ -26,22 +27,24 @@ SceneRenderer::SceneRenderer(ScenePlan plan, const RendererOptions& options)
       starsSeen_(layers_.size()),
       noInput_(worldFor(plan_)),
       output_(worldFor(plan_)),
-      nextFrame_(-plan_.scene.preroll) {
-  setUpPainting(options.threads);
+      nextFrame_(-plan_.scene.preroll),
+      threads_(options.threads.value_or(defaultThreads())) {
+  setUpPainting(options.threads.has_value());
   if (layers_.size() > 1) below_ = worldFor(plan_);
   if (plan_.input) input_.emplace(plan_);
 }
 
 // An older module paints one layer on one thread, and cannot step without painting.
-void SceneRenderer::setUpPainting(std::optional<int> threads) {
+void SceneRenderer::setUpPainting(bool threadsAreAskedFor) {
   const bool isLayered = layers_.size() > 1;
   try {
     for (LayerEffect& layer : layers_) {
       if (isLayered) layer.session().useOwnState();
-      layer.session().usePainting(threads.value_or(defaultThreads()));
+      layer.session().usePainting(threads_);
     }
   } catch (const hostkit::Error&) {
-    if (isLayered || threads) throw;
+    if (isLayered || threadsAreAskedFor) throw;
+    threads_ = 1;
     canStep_ = false;
   }
 }
@@ -49,19 +52,26 @@ void SceneRenderer::setUpPainting(std::optional<int> threads) {
 void SceneRenderer::renderNext() {
   const hostkit::RenderRequest request = beginFrame();
   const BusyTime::Scope busy(rendering_);
-  hostkit::World* below = picture_;
   for (std::size_t i = 0; i < layers_.size(); ++i) {
-    hostkit::Session& session = layers_[i].session();
-    if (i > 0) {
-      std::swap(output_, *below_);
-      below = &*below_;
-      session.setBackdrop(below);
-    }
     layers_[i].setFrame(std::max(nextFrame_, 0));
-    session.render(*picture_, output_, request);
-    lookForStars(i, *below);
+    if (i == 0) {
+      layers_[i].session().render(*picture_, output_, request);
+      lookForStars(i, *picture_);
+    } else {
+      std::swap(output_, *below_);
+      renderOver(*below_, layers_[i], request);
+      lookForStars(i, *below_);
+    }
   }
   ++nextFrame_;
+}
+
+void SceneRenderer::renderOver(const hostkit::World& below, LayerEffect& layer,
+                               const hostkit::RenderRequest& request) {
+  const bool isToBeAdded = layer.isToBeAdded();
+  if (!isToBeAdded) layer.session().setBackdrop(&below);
+  layer.session().render(*picture_, output_, request);
+  if (isToBeAdded) addLight(output_, below);
 }
 
 void SceneRenderer::stepNext() {

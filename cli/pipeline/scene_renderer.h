@@ -52,12 +52,15 @@ class SceneRenderer {
 
   // How long the input was being decoded; 0 without one.
   double decodingSeconds() const { return input_ ? input_->decoding().seconds() : 0; }
+  int threads() const { return threads_; }  // that paint
   double steppingSeconds() const { return stepping_.seconds(); }
   double renderingSeconds() const { return rendering_.seconds(); }
 
  private:
-  void setUpPainting(std::optional<int> threads);
+  void setUpPainting(bool threadsAreAskedFor);
   hostkit::RenderRequest beginFrame();
+  void renderOver(const hostkit::World& below, LayerEffect& layer,
+                  const hostkit::RenderRequest& request);
   void lookForStars(std::size_t layer, const hostkit::World& below);
 
   ScenePlan plan_;
@@ -69,6 +72,7 @@ class SceneRenderer {
   hostkit::World output_;
   std::optional<hostkit::World> below_;  // what the layers before the one being drawn made
   int nextFrame_;
+  int threads_;
   bool canStep_ = true;
   BusyTime stepping_;
   BusyTime rendering_;

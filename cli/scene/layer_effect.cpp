@@ -68,29 +68,32 @@ void LayerEffect::chooseMask(const Mask& mask, FrameRate rate, int preroll) {
 }
 
 // The module's default leaves out what lies below, which a host's user sees at once, but here only
-// when the clip is done. A scene that chooses this for all layers means the input.
+// when the clip is done. A scene that chooses this for all layers means the input, not the layers.
 void LayerEffect::chooseMix(bool isFirst, bool hasInput) {
-  const hostkit::Parameter* mix = session().parameters().find(kMix);
-  if (mix == nullptr) return;
-  const ParamValue alone = paramValue(kAlone, *mix, size_);
-  const ParamValue added = paramValue(kAdded, *mix, size_);
-  const auto track = std::ranges::find(tracks_, mix, &Track::parameter);
-  if (track == tracks_.end()) {
-    if (isFirst && !hasInput) return;
-    tracks_.push_back({mix, Origin::kScene, {{{0}, added}}});
-    if (isFirst) {
-      notes_.push_back(inQuotes(kMix) + " is not set, so stars are added to the input (" +
-                       inQuotes(kAdded) + ")");
+  mix_ = session().parameters().find(kMix);
+  if (mix_ == nullptr) return;
+  const auto track = std::ranges::find(tracks_, mix_, &Track::parameter);
+  const bool isSet = track != tracks_.end();
+  const bool isOwn = isSet && track->origin == Origin::kLayer;
+  if (isOwn && !isFirst) {
+    const ParamValue alone = paramValue(kAlone, *mix_, size_);
+    if (std::ranges::find(track->keys, alone, &Track::Key::value) != track->keys.end()) {
+      notes_.push_back(inQuotes(kMix) + " is " + inQuotes(kAlone) +
+                       ", which hides the layers below");
     }
-  } else if (isFirst) {
-    return;
-  } else if (track->origin != Origin::kLayer) {
-    for (Track::Key& key : track->keys) {
-      if (key.value == alone) key.value = added;
-    }
-  } else if (std::ranges::find(track->keys, alone, &Track::Key::value) != track->keys.end()) {
-    notes_.push_back(inQuotes(kMix) + " is " + inQuotes(kAlone) + ", which hides the layers below");
   }
+  joinsWhenAlone_ = !isOwn && !isFirst;
+  if (isSet || !hasInput) return;
+  tracks_.push_back({mix_, Origin::kScene, {{{0}, paramValue(kAdded, *mix_, size_)}}});
+  if (!isFirst) return;
+  notes_.push_back(inQuotes(kMix) + " is not set, so stars are added to the input (" +
+                   inQuotes(kAdded) + ")");
+}
+
+bool LayerEffect::isToBeAdded() {
+  if (!joinsWhenAlone_) return false;
+  const A_long item = session().parameters().value(mix_->index).u.pd.value;
+  return mix_->items.at(static_cast<std::size_t>(item - 1)) == kAlone;
 }
 
 std::deque<LayerEffect> layerEffects(const ScenePlan& plan, const std::string& modulePath) {

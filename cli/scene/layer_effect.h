@@ -12,13 +12,16 @@ namespace cli {
 
 class LayerEffect {
  public:
-  // Sets up an instance, and applies the presets and the mask. Stars are added to what lies below
-  // them, the input or other layers, where nothing says how to mix. Throws when the module cannot
-  // do what the scene says.
+  // Sets up an instance, and applies the presets and the mask. Stars are added to an input where
+  // nothing says how to mix. Throws when the module cannot do what the scene says.
   LayerEffect(SharedModule module, const ScenePlan& plan, std::size_t layer);
 
   // Gives the parameters their values at that frame.
   void setFrame(double frame);
+
+  // Whether the module renders the stars of that frame alone although they are to join those of
+  // the layers below: without an input, or when the scene leaves it out.
+  bool isToBeAdded();
 
   hostkit::Session& session() { return effect_.session(); }
 
@@ -33,6 +36,8 @@ class LayerEffect {
   FrameSize size_;  // of the composition's layer, at full resolution
   Effect effect_;
   std::vector<Track> tracks_;
+  const hostkit::Parameter* mix_ = nullptr;
+  bool joinsWhenAlone_ = false;
   std::vector<std::string> notes_;
 };
 

@@ -53,11 +53,33 @@ TEST_F(RenderLayersTest, EachGoesOverThoseBeforeIt) {
   write("below.toml", kHead + "[params]\n" + kGlows);
   write("above.toml", kHead + "[params]\n\"Size\" = 30\n");
   write("scene.toml", kHead + "[params]\n\"Size\" = 30\n" + layer(kGlows) + layer(""));
-  for (const std::string options : {"", " -i in_%d.png", " -i in_0.png --still --depth 16"}) {
+  for (const std::string options : {" -i in_%d.png", " -i in_0.png --still --depth 16"}) {
     const std::string depth = options.ends_with("16") ? " --depth 16" : "";
     renders("below.toml -o below_%d.png --overwrite" + options);
     EXPECT_EQ(rendered("scene.toml" + options), rendered("above.toml -i below_%d.png" + depth))
         << options;
+  }
+}
+
+// Each looks as it does alone, and so the one below may be above.
+TEST_F(RenderLayersTest, WithoutAnInputTheyAreAddedAsLight) {
+  const std::string rays = "\"Start\" = [0.3, 0.5]\n\"Size\" = 30\n";
+  write("rays.toml", kHead + "[params]\n" + rays);
+  write("none.toml", kHead + layer("\"Intensity\" = 0\n") + layer(rays));
+  write("scene.toml", kHead + layer(kGlows) + layer(rays));
+  write("swapped.toml", kHead + layer(rays) + layer(kGlows));
+  for (const std::string depth : {"", " --depth 16"}) {
+    EXPECT_EQ(rendered("none.toml" + depth), rendered("rays.toml" + depth));
+    EXPECT_EQ(rendered("scene.toml" + depth), rendered("swapped.toml" + depth));
+    const cli::Frame both = frames("o_5.png").front();
+    rendered("rays.toml" + depth);
+    const cli::Frame one = frames("o_5.png").front();
+    bool isBrighter = false;
+    for (std::size_t i = 3; i < one.bytes.size(); i += 4) {
+      ASSERT_GE(both.bytes[i], one.bytes[i]);
+      isBrighter |= both.bytes[i] > one.bytes[i] && one.bytes[i] > 0;
+    }
+    EXPECT_TRUE(isBrighter) << "they overlap";
   }
 }
 
@@ -77,6 +99,8 @@ TEST_F(RenderLayersTest, EmittersReadTheInputAndNoLayerChangesAnothersStars) {
   const std::string right = rightOf();
   rendered("rays.toml" + input);
   EXPECT_EQ(right, rightOf());
+  rendered("rays.toml --set Intensity=0" + input);
+  EXPECT_NE(right, rightOf()) << "there are rays";
 }
 
 TEST_F(RenderLayersTest, FramesThatNobodySeesAndThreadsChangeNoPixel) {
