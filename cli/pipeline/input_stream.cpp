@@ -10,10 +10,6 @@ namespace {
 // One is being filled, one waits; the renderer has a third.
 constexpr int kWorldsAhead = 2;
 
-hostkit::World worldFor(const ScenePlan& plan) {
-  return {plan.size.width, plan.size.height, plan.scene.depth};
-}
-
 }  // namespace
 
 InputStream::InputStream(const ScenePlan& plan)

@@ -3,15 +3,17 @@
 #include <algorithm>
 #include <utility>
 
+#include "cli/support/processors.h"
+
 namespace cli {
 namespace {
 
 // Each holds a few pictures in memory.
-constexpr unsigned kMostThreads = 8;
+constexpr int kMostEncoders = 8;
 
 int threadsFor(const FrameWriter& writer) {
   if (!writer.isSlowToEncode()) return 1;
-  return static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, kMostThreads));
+  return std::min(usableProcessors(), kMostEncoders);
 }
 
 }  // namespace

@@ -1,25 +1,14 @@
 #include "cli/pipeline/scene_renderer.h"
 
 #include <algorithm>
-#include <thread>
 
 #include "cli/pictures/add_light.h"
 #include "cli/scene/star_warnings.h"
 #include "cli/support/interrupt.h"
+#include "cli/support/processors.h"
 #include "hostkit/error.h"
 
 namespace cli {
-namespace {
-
-hostkit::World worldFor(const ScenePlan& plan) {
-  return {plan.size.width, plan.size.height, plan.scene.depth};
-}
-
-int defaultThreads() {
-  return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostThreads);
-}
-
-}  // namespace
 
 SceneRenderer::SceneRenderer(ScenePlan plan, const RendererOptions& options)
     : plan_(std::move(plan)),
@@ -28,7 +17,7 @@ SceneRenderer::SceneRenderer(ScenePlan plan, const RendererOptions& options)
       noInput_(worldFor(plan_)),
       output_(worldFor(plan_)),
       nextFrame_(-plan_.scene.preroll),
-      threads_(options.threads.value_or(defaultThreads())) {
+      threads_(options.threads.value_or(std::min(usableProcessors(), kMostThreads))) {
   setUpPainting(options.threads.has_value());
   if (layers_.size() > 1) below_ = worldFor(plan_);
   if (plan_.input) input_.emplace(plan_);

@@ -71,6 +71,10 @@ ScenePlan planScene(Scene scene) {
   return plan;
 }
 
+hostkit::World worldFor(const ScenePlan& plan) {
+  return {plan.size.width, plan.size.height, plan.scene.depth};
+}
+
 void applyOptions(Scene& scene, const SceneOptions& options) {
   if (!options.input.empty()) {
     scene.input = options.input;

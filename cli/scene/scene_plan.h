@@ -5,6 +5,7 @@
 
 #include "cli/media/media_info.h"
 #include "cli/scene/scene.h"
+#include "hostkit/world.h"
 
 namespace cli {
 
@@ -20,6 +21,9 @@ struct ScenePlan {
 // Looks at the input, if there is one, and counts times in frames. Throws WorkError when the input
 // cannot be read or keyframes are not in order.
 ScenePlan planScene(Scene scene);
+
+// An empty world of the size and depth of the plan's frames.
+hostkit::World worldFor(const ScenePlan& plan);
 
 // What the command line may say about a scene; empty or none where it says nothing.
 struct SceneOptions {

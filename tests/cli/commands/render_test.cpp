@@ -21,16 +21,6 @@ TEST_F(RenderTest, ProgressInALogHasNoControlCharacters) {
   EXPECT_NE(result.err.find("o.mov: 6 frames in "), std::string::npos) << result.err;
 }
 
-TEST_F(RenderTest, AFrameIsTheSameAloneAndInSequence) {
-  renders("s.toml -o all_%d.png");
-  const CommandResult one = render("s.toml -o one.png --frames 4");
-  EXPECT_NE(one.err.find("one.png: 1 frame and 4 steps in "), std::string::npos) << one.err;
-  EXPECT_EQ(read("one.png"), read("all_4.png"));
-  EXPECT_NE(read("one.png"), read("all_5.png"));
-  renders("s.toml -o clip.mov --codec png");
-  EXPECT_EQ(frames("clip.mov")[4].bytes, frames("one.png")[0].bytes);
-}
-
 // Nothing in the scene changes, so that the steps may be frames or pre-roll.
 TEST_F(RenderTest, FrameZeroFollowsThePreroll) {
   renders("s.toml -o all_%d.png");
