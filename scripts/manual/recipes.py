@@ -27,5 +27,6 @@ def recipe_html(path, recipe, parameters, pictures):
 
 def scene_html(scene, parameters):
     """The scene's text; the labels that it sets lead to their descriptions."""
-    return re.sub(r'^"([^"]+)"(?= = )', lambda label: f'"{parameters.link(label[1])}"',
-                  html.escape(scene, quote=False), flags=re.M)
+    text = html.escape(scene, quote=False).replace("[[", "[&#91;")  # a table, and no link
+    return re.sub(r'^"([^"]+)"(?= = )', lambda label: f'"{parameters.link(label[1])}"', text,
+                  flags=re.M)
