@@ -32,7 +32,19 @@ struct Avx2 {
     return _mm256_fmadd_ps(rest, reciprocal, estimate);
   }
 
+  /// One half of the lanes as doubles, and both halves back.
+  template <int kHalf>
+  static __m256d doubles(__m256 v) {
+    return _mm256_cvtps_pd(_mm256_extractf128_ps(v, kHalf));
+  }
+  static __m256 floats(__m256d low, __m256d high) {
+    return _mm256_set_m128(_mm256_cvtpd_ps(high), _mm256_cvtpd_ps(low));
+  }
+
   static bool any(Words mask) { return _mm256_testz_si256(mask, mask) == 0; }
+  static bool anyBelow(__m256 a, __m256 b) {
+    return _mm256_movemask_ps(_mm256_cmp_ps(a, b, _CMP_LT_OQ)) != 0;
+  }
   static bool anyNotBelow(__m256 a, __m256 b) {
     return _mm256_movemask_ps(_mm256_cmp_ps(a, b, _CMP_NLT_UQ)) != 0;
   }

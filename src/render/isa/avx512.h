@@ -33,7 +33,18 @@ struct Avx512 {
     return _mm512_fmadd_ps(rest, reciprocal, estimate);
   }
 
+  /// One half of the lanes as doubles, and both halves back.
+  template <int kHalf>
+  static __m512d doubles(__m512 v) {
+    return _mm512_cvtps_pd(_mm512_extractf32x8_ps(v, kHalf));
+  }
+  static __m512 floats(__m512d low, __m512d high) {
+    return _mm512_insertf32x8(_mm512_castps256_ps512(_mm512_cvtpd_ps(low)), _mm512_cvtpd_ps(high),
+                              1);
+  }
+
   static bool any(Words mask) { return _mm512_movepi32_mask(mask) != 0; }
+  static bool anyBelow(__m512 a, __m512 b) { return _mm512_cmp_ps_mask(a, b, _CMP_LT_OQ) != 0; }
   static bool anyNotBelow(__m512 a, __m512 b) { return _mm512_cmp_ps_mask(a, b, _CMP_NLT_UQ) != 0; }
 
   template <int kByte>

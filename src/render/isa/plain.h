@@ -11,6 +11,7 @@ namespace brisel {
 struct Plain {
   static constexpr int kLanes = 1;
   typedef float Floats __attribute__((vector_size(4)));
+  typedef double Doubles __attribute__((vector_size(8)));
   typedef std::uint32_t Words __attribute__((vector_size(4)));
   using Mask = bool;
 
@@ -31,7 +32,13 @@ struct Plain {
   }
   static Floats quotient(Floats v, Floats divisor, Floats /*reciprocal*/) { return v / divisor; }
 
+  template <int kHalf>
+  static Doubles doubles(Floats v) {
+    return Doubles{v[0]};
+  }
+
   static bool any(Words mask) { return mask[0] != 0; }
+  static bool anyBelow(Floats a, Floats b) { return a[0] < b[0]; }
   static bool anyNotBelow(Floats a, Floats b) { return !(a[0] < b[0]); }
 
   template <int kByte>

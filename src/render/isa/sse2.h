@@ -32,7 +32,17 @@ struct Sse2 {
     return _mm_div_ps(v, divisor);
   }
 
+  /// One half of the lanes as doubles, and both halves back.
+  template <int kHalf>
+  static __m128d doubles(__m128 v) {
+    return _mm_cvtps_pd(kHalf == 0 ? v : _mm_movehl_ps(v, v));
+  }
+  static __m128 floats(__m128d low, __m128d high) {
+    return _mm_movelh_ps(_mm_cvtpd_ps(low), _mm_cvtpd_ps(high));
+  }
+
   static bool any(Words mask) { return _mm_movemask_epi8(mask) != 0; }
+  static bool anyBelow(__m128 a, __m128 b) { return _mm_movemask_ps(_mm_cmplt_ps(a, b)) != 0; }
   static bool anyNotBelow(__m128 a, __m128 b) { return _mm_movemask_ps(_mm_cmpnlt_ps(a, b)) != 0; }
 
   template <int kByte>

@@ -98,31 +98,46 @@ struct HlsLanes {
   }
 };
 
-/// The pens of hue `baseHue` + `hueShift`, `lightness` and `saturation`, all three truncated.
-/// Lightness and saturation lie in 0..240. Not inlined: the loops that call it exist once for each
-/// rule and depth.
+/// A color for each lane in the model, before truncation: any hue, the others 0..240.
 template <class Isa>
-[[gnu::noinline]] Pens<Isa> recolored(typename Lanes<Isa>::Float baseHue,
-                                      typename Lanes<Isa>::Float hueShift,
-                                      typename Lanes<Isa>::Float lightness,
-                                      typename Lanes<Isa>::Float saturation) {
+struct Turned {
+  typename Lanes<Isa>::Float hue, lightness, saturation;
+};
+
+/// What shading of a recolored pixel begins with.
+template <class Isa>
+struct TurnedShade {
+  typename Lanes<Isa>::Float value;
+  Turned<Isa> color;
+};
+
+/// recolored() for hues that wrap thousands of times: those of a ray far shorter than a pixel.
+template <class Isa>
+[[gnu::noinline, gnu::cold]] Pens<Isa> recoloredSlowly(Turned<Isa> color) {
+  Pens<Isa> pens;
+  for (int lane = 0; lane < Lanes<Isa>::kCount; ++lane) {
+    const Rgb pen = hlsToRgb({truncToInt(color.hue[lane]), truncToInt(color.lightness[lane]),
+                              truncToInt(color.saturation[lane])});
+    pens.red[lane] = static_cast<float>(pen.red);
+    pens.green[lane] = static_cast<float>(pen.green);
+    pens.blue[lane] = static_cast<float>(pen.blue);
+  }
+  return pens;
+}
+
+/// The pens of a color whose hue, lightness and saturation are truncated first. Not inlined: the
+/// loops that call it exist once for each rule and depth.
+template <class Isa>
+[[gnu::noinline]] Pens<Isa> recolored(const Turned<Isa>& color) {
   using L = Lanes<Isa>;
   constexpr float kExactHue = 4194304.0f;
-  const typename L::Float hue = baseHue + hueShift;
-  Pens<Isa> pens;
-  if (L::anyNotBelow(L::absolute(hue), L::splat(kExactHue))) {
-    // A ray far shorter than a pixel: its hue wraps thousands of times.
-    for (int lane = 0; lane < L::kCount; ++lane) {
-      const Rgb pen = hlsToRgb(
-          {truncToInt(hue[lane]), truncToInt(lightness[lane]), truncToInt(saturation[lane])});
-      pens.red[lane] = static_cast<float>(pen.red);
-      pens.green[lane] = static_cast<float>(pen.green);
-      pens.blue[lane] = static_cast<float>(pen.blue);
-    }
-    return pens;
+  if (L::anyNotBelow(L::absolute(color.hue), L::splat(kExactHue))) {
+    return recoloredSlowly<Isa>(color);
   }
-  HlsLanes<Isa>{L::truncated(hue), L::truncated(lightness), L::truncated(saturation)}.toRgb(
-      pens.red, pens.green, pens.blue);
+  Pens<Isa> pens;
+  HlsLanes<Isa>{L::truncated(color.hue), L::truncated(color.lightness),
+                L::truncated(color.saturation)}
+      .toRgb(pens.red, pens.green, pens.blue);
   return pens;
 }
 

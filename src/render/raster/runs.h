@@ -52,12 +52,33 @@ struct RunPieces {
   Piece pieces[Lanes<Isa>::kCount];
 };
 
+template <class Isa, class Shader>
+concept StagedShader = requires(const Shader& shader, typename Lanes<Isa>::Int steps,
+                                FloatOf<Isa> rows) {
+  shader.shade(shader.prepare(steps, rows));
+};
+
+/// Both stages of a staged shader, or all of another.
+template <class Isa, class Shader>
+Shaded<Isa> shadedBy(const Shader& shader, typename Lanes<Isa>::Int steps, FloatOf<Isa> rows) {
+  if constexpr (StagedShader<Isa, Shader>) {
+    return shader.shade(shader.prepare(steps, rows));
+  } else {
+    return shader.shade(steps, rows);
+  }
+}
+
 /// Plots runs of pixels, whole vectors at once. What is left of a run waits until the remainders of
 /// several rows fill a vector, so that thin and small shapes use all lanes as well.
 ///
 /// No two runs between calls of finish() may share a pixel. The shader, which is borrowed, offers
 ///   Shaded<Isa> shade(Int steps, Float rows) const
-/// where each lane's row is the number that its run was given.
+/// where each lane's row is the number that its run was given. A staged shader, one that has much
+/// to compute, offers
+///   auto prepare(Int steps, Float rows) const
+///   Shaded<Isa> shade(const auto& prepared) const
+/// instead. Each stage is done for two vectors in turn: a processor does not look so far ahead that
+/// it would find enough to do at a time in one.
 template <BlendRule kRule, class Pixels, class Isa, class Shader>
 class RunPlotter {
   using L = Lanes<Isa>;
@@ -68,8 +89,20 @@ class RunPlotter {
 
   /// Plots `count` pixels from the shader's step `step` on.
   void plot(std::uint8_t* pixels, std::int32_t step, std::int32_t count, float row) {
+    if constexpr (StagedShader<Isa, Shader> && kLanes > 1) {
+      for (; count >= 2 * kLanes; count -= 2 * kLanes) {
+        const auto first = shader_.prepare(L::steps(step), L::splat(row));
+        const auto second = shader_.prepare(L::steps(step + kLanes), L::splat(row));
+        const Shaded<Isa> shaded[] = {shader_.shade(first), shader_.shade(second)};
+        for (const Shaded<Isa>& each : shaded) {
+          plotted<kRule, Pixels, Isa>(Pixels::load(pixels), each).store(pixels);
+          pixels += kLanes * Pixels::kBytes;
+        }
+        step += 2 * kLanes;
+      }
+    }
     for (; count >= kLanes; count -= kLanes) {
-      const Shaded<Isa> shaded = shader_.shade(L::steps(step), L::splat(row));
+      const Shaded<Isa> shaded = shadedBy<Isa>(shader_, L::steps(step), L::splat(row));
       plotted<kRule, Pixels, Isa>(Pixels::load(pixels), shaded).store(pixels);
       pixels += kLanes * Pixels::kBytes;
       step += kLanes;
@@ -130,7 +163,8 @@ class RunPlotter {
       before.load(piece->lanes, piece->origin);
     }
     const auto after =
-        plotted<kRule, Pixels, Isa>(Pixels::fromRaw(before), shader.shade(steps, rows)).raw();
+        plotted<kRule, Pixels, Isa>(Pixels::fromRaw(before), shadedBy<Isa>(shader, steps, rows))
+            .raw();
 #pragma GCC unroll 1
     for (const Piece* piece = pieces; piece != end; ++piece) {
       after.store(piece->lanes, piece->origin);
@@ -194,7 +228,7 @@ template <BlendRule kRule, class Pixels, class Isa, class Shader>
     };
     typename Pixels::Raw before{};
     forEachRow([&](auto mask, std::uint8_t* origin) { before.load(mask, origin); });
-    const auto shaded = shader.shade(steps, shader.rowValues(laneRows + first));
+    const auto shaded = shadedBy<Isa>(shader, steps, shader.rowValues(laneRows + first));
     const auto after = plotted<kRule, Pixels, Isa>(Pixels::fromRaw(before), shaded).raw();
     forEachRow([&](auto mask, std::uint8_t* origin) { after.store(mask, origin); });
     pixels += count * image.rowBytes;

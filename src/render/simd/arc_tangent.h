@@ -2,56 +2,21 @@
 #pragma once
 
 #include <cstdint>
-#include <utility>
 
 #include "core/trigonometry.h"
 #include "render/simd/lanes.h"
 
 namespace brisel {
 
-/// The two halves of the lanes, as doubles; a single lane is taken as a half.
+/// arcTangents() one by one.
 template <class Isa>
-struct HalfLanes {
-  using Float = typename Lanes<Isa>::Float;
-  static constexpr int kLanes = Lanes<Isa>::kCount;
-  static constexpr int kCount = kLanes > 1 ? kLanes / 2 : 1;
-  using Double = typename VectorOf<double, kCount>::Type;
-  using Long = typename VectorOf<std::int64_t, kCount>::Type;
-  using HalfFloat = typename VectorOf<float, kCount>::Type;
-
-  template <int kFirst>
-  static Double half(Float v) {
-    if constexpr (kLanes == 1) {
-      return __builtin_convertvector(v, Double);
-    } else {
-      return halfOf<kFirst>(v, std::make_integer_sequence<int, kCount>{});
-    }
-  }
-
-  static bool any(Long mask) {
-    if constexpr (kLanes == 1) {
-      return mask[0] != 0;
-    } else {
-      return Lanes<Isa>::any(reinterpret_cast<typename Lanes<Isa>::Int>(mask));
-    }
-  }
-
-  static HalfFloat rounded(Double v) { return __builtin_convertvector(v, HalfFloat); }
-
-  static Float joined(HalfFloat low, HalfFloat high) {
-    return joined(low, high, std::make_integer_sequence<int, kLanes>{});
-  }
-
- private:
-  template <int kFirst, int... i>
-  static Double halfOf(Float v, std::integer_sequence<int, i...>) {
-    return __builtin_convertvector(__builtin_shufflevector(v, v, (kFirst + i)...), Double);
-  }
-  template <int... i>
-  static Float joined(HalfFloat low, HalfFloat high, std::integer_sequence<int, i...>) {
-    return __builtin_shufflevector(low, high, i...);
-  }
-};
+[[gnu::noinline, gnu::cold]] typename Lanes<Isa>::Float exactArcTangents(
+    typename Lanes<Isa>::Float y, typename Lanes<Isa>::Float x) {
+  typename Lanes<Isa>::Float result;
+  for (int lane = 0; lane < Lanes<Isa>::kCount; ++lane)
+    result[lane] = arcTangent2(y[lane], x[lane]);
+  return result;
+}
 
 /// arcTangent2 of each lane; any result where both coordinates are 0.
 template <class Isa>
@@ -59,9 +24,10 @@ typename Lanes<Isa>::Float arcTangents(typename Lanes<Isa>::Float y, typename La
   using L = Lanes<Isa>;
   using Float = typename L::Float;
   using Int = typename L::Int;
-  using Half = HalfLanes<Isa>;
-  using Double = typename Half::Double;
-  using Long = typename Half::Long;
+  // Doubles fill the vectors with half of the lanes.
+  constexpr int kHalf = L::kCount > 1 ? L::kCount / 2 : 1;
+  using Double = typename VectorOf<double, kHalf>::Type;
+  using Long = typename VectorOf<std::int64_t, kHalf>::Type;
   const auto steep = L::absolute(y) > L::absolute(x);
   const Float lesser = L::absolute(steep ? x : y);
   const Float greater = L::absolute(steep ? y : x);
@@ -79,12 +45,12 @@ typename Lanes<Isa>::Float arcTangents(typename Lanes<Isa>::Float y, typename La
       toSide(L::minimum(L::truncated(lesser / greater * 4.0f + 0.5f), L::splat(3.0f)));
 
   Long close{};
-  const auto angles = [&]<int kFirst>() {
+  const auto angles = [&]<int kPart>() {
     const auto fused = [](Double p, Double q, Double r) { return L::fused(p, q, r); };
     const auto all = [](double v) { return v - Double{}; };
-    const Double o = Half::template half<kFirst>(opposite);
-    const Double a = Half::template half<kFirst>(greater);
-    const Double n = Half::template half<kFirst>(nearest);
+    const Double o = Isa::template doubles<kPart>(opposite);
+    const Double a = Isa::template doubles<kPart>(greater);
+    const Double n = Isa::template doubles<kPart>(nearest);
     const Double slope = 0.25 * n;
     const Double t = fused(-slope, a, o) / fused(slope, o, a);
     const Double z = t * t;
@@ -99,28 +65,26 @@ typename Lanes<Isa>::Float arcTangents(typename Lanes<Isa>::Float y, typename La
     const Double known =
         fused(square, fused(square, all(0.00011503323686983911), all(-0.004960119059836228)),
               all(0.24982374894983053));
-    const Double angle = fused(Half::template half<kFirst>(quarters), all(1.5707963267948966),
+    const Double angle = fused(Isa::template doubles<kPart>(quarters), all(1.5707963267948966),
                                fused(n, known, rest));
     // Too close to the middle between two floats to tell which one is nearer: by 2^-41 of it.
     constexpr std::int64_t kFloatUnit = 1 << 29, kMargin = 1 << 11;
     const Long fromMiddle = reinterpret_cast<Long>(angle) + (kFloatUnit / 2 + kMargin);
     close |= (fromMiddle & (kFloatUnit - 2 * kMargin)) == 0;
-    return Half::rounded(angle);
+    return angle;
   };
-  Float result;
+  const Double low = angles.template operator()<0>();
+  bool isClose;
+  Int result;
   if constexpr (L::kCount == 1) {
-    result = angles.template operator()<0>();
+    result = reinterpret_cast<Int>(__builtin_convertvector(low, Float));
+    isClose = close[0] != 0;
   } else {
-    // One after the other, as the order of arguments is open.
-    const auto low = angles.template operator()<0>();
-    result = Half::joined(low, angles.template operator()<Half::kCount>());
+    result = reinterpret_cast<Int>(Isa::floats(low, angles.template operator()<1>()));
+    isClose = L::any(reinterpret_cast<Int>(close));
   }
-  const Int signs = (reinterpret_cast<Int>(y) & ~0x7fffffff) | reinterpret_cast<Int>(result);
-  result = reinterpret_cast<Float>(signs);
-  if (Half::any(close)) {
-    for (int lane = 0; lane < L::kCount; ++lane) result[lane] = arcTangent2(y[lane], x[lane]);
-  }
-  return result;
+  if (isClose) return exactArcTangents<Isa>(y, x);
+  return reinterpret_cast<Float>((reinterpret_cast<Int>(y) & ~0x7fffffff) | result);
 }
 
 }  // namespace brisel

@@ -87,7 +87,8 @@ struct Lanes {
 
   /// Whether any lane of a comparison's result is set.
   static bool any(Int mask) { return Isa::any(reinterpret_cast<Words>(mask)); }
-  /// any(!(a < b)), without a vector for the comparison's result.
+  /// any(a < b) and any(!(a < b)), without a vector for the comparison's result.
+  static bool anyBelow(Float a, Float b) { return Isa::anyBelow(a, b); }
   static bool anyNotBelow(Float a, Float b) { return Isa::anyNotBelow(a, b); }
 
   /// The lesser; `b` when either is not a number. maximum likewise.

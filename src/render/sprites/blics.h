@@ -46,27 +46,36 @@ class BlicsShader {
     }
   }
 
-  Shaded<Isa> shade(typename L::Int steps, Float rowSquares) const {
-    const float radius = disc_.radius();
-    const Float fx = L::toFloat(steps) - disc_.fractionX();
-    const Float distance = L::squareRoot(fx * fx + rowSquares);
-    const Float t = distance / radius;
-    const Float k = L::clampUnit(shape(t) * value_) * fullScale_;
-    const Float value = distance < radius ? k : Float{};
-    if constexpr (kRainbow) return {value, rainbowPens(t)};
-    return {value, pen_.template inAllLanes<Isa>()};
+  Shaded<Isa> shade(typename L::Int steps, Float rowSquares) const requires(!kRainbow) {
+    const Float distance = disc_.distances<Isa>(steps, rowSquares);
+    return {plotValue(distance, distance / disc_.radius()), pen_.template inAllLanes<Isa>()};
+  }
+
+  TurnedShade<Isa> prepare(typename L::Int steps, Float rowSquares) const requires kRainbow {
+    const Float distance = disc_.distances<Isa>(steps, rowSquares);
+    const Float t = distance / disc_.radius();
+    return {plotValue(distance, t), turned(t)};
+  }
+  Shaded<Isa> shade(const TurnedShade<Isa>& prepared) const {
+    return {prepared.value, recolored<Isa>(prepared.color)};
   }
 
  private:
+  Float plotValue(Float distance, Float t) const {
+    const Float k = L::clampUnit(shape(t) * value_) * fullScale_;
+    return distance < disc_.radius() ? k : Float{};
+  }
+
   Float shape(Float t) const {
     const auto outside = t >= outer_;
     if constexpr (kProfile == BlicsProfile::Disc) {
       const Float off = L::absolute(outer_ - t);
       // Most lanes lie on the same side of the rim, and one side is enough then.
       const auto toCenter = [&] { return L::squareRoot(L::minimum(off * 0.7f, L::splat(1.0f))); };
-      if (!L::any(outside)) return 1.0f - toCenter();
+      const Float outer = L::splat(outer_);
+      if (!L::anyNotBelow(t, outer)) return 1.0f - toCenter();
       const Float toEdge = off / rim_;
-      if (!L::any(!outside)) return 1.0f - toEdge;
+      if (!L::anyBelow(t, outer)) return 1.0f - toEdge;
       return 1.0f - (outside ? toEdge : toCenter());
     } else {
       const Float from = outside ? L::splat(outer_) : L::splat(inner_);
@@ -76,7 +85,7 @@ class BlicsShader {
     }
   }
 
-  Pens<Isa> rainbowPens(Float t) const {
+  Turned<Isa> turned(Float t) const {
     const Float p =
         kProfile == BlicsProfile::Ring ? L::absolute(t - inner_) * 10.0f + 1.0f : t * 5.0f;
     const Float q = (p / 4.0f) * (p / 4.0f);
@@ -85,8 +94,7 @@ class BlicsShader {
         L::clamp(static_cast<float>(base_.saturation) + 2.0f * p * strength, 100.0f, 240.0f);
     const Float lightness =
         L::maximum(static_cast<float>(base_.lightness) - q * strength, L::splat(120.0f));
-    return recolored<Isa>(L::splat(static_cast<float>(base_.hue)), q * rainbowShift_, lightness,
-                          saturation);
+    return {static_cast<float>(base_.hue) + q * rainbowShift_, lightness, saturation};
   }
 
   Disc disc_;

@@ -24,15 +24,23 @@ class CrossTexture {
     perSector_ = 1.0f / sector_;
   }
 
-  /// The texture's brightness, 127.5 to 382.5, at normalized coordinates (nx, ny) and `distance`
+  /// Where the stripes lie: angles from 0 to 2 pi of normalized coordinates (nx, ny), `distance`
   /// pixels from the center.
   template <class Isa>
-  typename Lanes<Isa>::Float at(typename Lanes<Isa>::Float nx, typename Lanes<Isa>::Float ny,
+  static typename Lanes<Isa>::Float angles(typename Lanes<Isa>::Float nx,
+                                           typename Lanes<Isa>::Float ny,
+                                           typename Lanes<Isa>::Float distance) {
+    using Float = typename Lanes<Isa>::Float;
+    const Float angle = distance == 0.0f ? Float{} : arcTangents<Isa>(ny, nx);
+    return angle < 0.0f ? angle + 2.0f * kPi : angle;
+  }
+
+  /// The texture's brightness there, 127.5 to 382.5.
+  template <class Isa>
+  typename Lanes<Isa>::Float at(typename Lanes<Isa>::Float angle,
                                 typename Lanes<Isa>::Float distance) const {
     using L = Lanes<Isa>;
     using Float = typename L::Float;
-    Float angle = distance == 0.0f ? Float{} : arcTangents<Isa>(ny, nx);
-    angle = angle < 0.0f ? angle + 2.0f * kPi : angle;
     const Float degrees = withinSector<Isa>(angle * 180.0f / kShortPi);
     // One family has wound by as much as the other, the other way.
     const Float wound = L::absolute(distance / 2.0f * textureScale_);
@@ -123,20 +131,32 @@ class CrossShader {
     block.setStretch(kGaps, {begin, end});
   }
 
-  Shaded<Isa> shade(Int steps, Float ny) const {
-    const Float nx = left_ + L::toFloat(steps) / radius_;
-    const Float k = L::clampUnit(shape(nx, ny) * value_);
-    if constexpr (!kTextured && !kRainbow) return {k * fullScale_, pen_.template inAllLanes<Isa>()};
+  Shaded<Isa> shade(Int steps, Float ny) const requires(!kTextured && !kRainbow) {
+    return {brightness(columns(steps), ny) * fullScale_, pen_.template inAllLanes<Isa>()};
+  }
+
+  struct Prepared {
+    Float k, distance, angle;
+  };
+  Prepared prepare(Int steps, Float ny) const requires(kTextured || kRainbow) {
+    const Float nx = columns(steps);
     const Float distance = distances(nx, ny);
+    Float angle{};
+    if constexpr (kTextured) angle = CrossTexture::angles<Isa>(nx, ny, distance);
+    return {brightness(nx, ny), distance, angle};
+  }
+  Shaded<Isa> shade(const Prepared& at) const {
     Float texture = L::splat(255.0f);
     Float amplitude = L::splat(fullScale_);
     if constexpr (kTextured) {
-      texture = texture_.template at<Isa>(nx, ny, distance);
+      texture = texture_.template at<Isa>(at.angle, at.distance);
       amplitude = (texture * textureMix_ + (1.0f - textureMix_) * 255.0f) * byteScale_;
     }
     // Where a stripe passes, the texture is brighter than full scale.
-    const Float value = L::minimum(k * amplitude, L::splat(fullScale_));
-    if constexpr (kRainbow) return {value, rainbowPens(distance / radius_, texture)};
+    const Float value = L::minimum(at.k * amplitude, L::splat(fullScale_));
+    if constexpr (kRainbow) {
+      return {value, recolored<Isa>(turned(at.distance / radius_, texture))};
+    }
     return {value, pen_.template inAllLanes<Isa>()};
   }
 
@@ -152,13 +172,16 @@ class CrossShader {
     return L::clamp(L::toIntSaturated((nx - left_) * radius_), visible.begin, visible.end);
   }
 
-  Float shape(Float nx, Float ny) const {
+  Float columns(Int steps) const { return left_ + L::toFloat(steps) / radius_; }
+
+  /// Without texture, as a share of full scale.
+  Float brightness(Float nx, Float ny) const {
     const Float u = nx * cos_ - ny * sin_;
     const Float v = nx * sin_ + ny * cos_;
     const Float a = L::absolute(u) - 1.0f;
     const Float b = L::absolute(v) - 1.0f;
     const Float k = a * a + b * b - 1.0f;
-    return L::clampUnit(u * u + v * v > 1.0f ? Float{} : k);
+    return L::clampUnit(L::clampUnit(u * u + v * v > 1.0f ? Float{} : k) * value_);
   }
 
   /// Distances from the center in the units of texture and rainbow: the box's full width is 2r per
@@ -169,7 +192,7 @@ class CrossShader {
     return L::squareRoot(dx * dx + dy * dy);
   }
 
-  Pens<Isa> rainbowPens(Float p, Float texture) const {
+  Turned<Isa> turned(Float p, Float texture) const {
     const Float q = (p / 4.0f) * (p / 4.0f);
     const float strength = std::fabs(rainbowShift_);
     const Float saturation =
@@ -177,7 +200,7 @@ class CrossShader {
     const Float lightness =
         L::clamp(static_cast<float>(base_.lightness) - q * strength, 120.0f, 240.0f);
     const Float shift = (q + p * texture * textureMix_ / 1000.0f) * rainbowShift_;
-    return recolored<Isa>(L::splat(static_cast<float>(base_.hue)), shift, lightness, saturation);
+    return {static_cast<float>(base_.hue) + shift, lightness, saturation};
   }
 
   float radius_;

@@ -20,13 +20,20 @@ class Disc {
         radius_(static_cast<float>(radius)) {}
 
   float radius() const { return radius_; }
-  float fractionX() const { return fractionX_; }
 
   /// The squares of rows' distances from the center.
   template <class Isa>
   typename Lanes<Isa>::Float rowSquares(typename Lanes<Isa>::Int dy) const {
     const auto fy = Lanes<Isa>::toFloat(dy) - fractionY_;
     return fy * fy;
+  }
+
+  /// Distances from the center in pixels.
+  template <class Isa>
+  typename Lanes<Isa>::Float distances(typename Lanes<Isa>::Int dx,
+                                       typename Lanes<Isa>::Float rowSquares) const {
+    const auto fx = Lanes<Isa>::toFloat(dx) - fractionX_;
+    return Lanes<Isa>::squareRoot(fx * fx + rowSquares);
   }
 
   /// The steps of rows that may lie within `distance` of the center: all that do, and few

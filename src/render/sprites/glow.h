@@ -30,10 +30,8 @@ class Glow {
     block.setStretch(0, disc_.nearSteps<Isa>(rowSquares, visible, disc_.radius()));
   }
 
-  /// Distances from the center in pixels.
   Float distances(typename L::Int steps, Float rowSquares) const {
-    const Float fx = L::toFloat(steps) - disc_.fractionX();
-    return L::squareRoot(fx * fx + rowSquares);
+    return disc_.distances<Isa>(steps, rowSquares);
   }
 
   Float plotValue(Float k, Float distance) const {
@@ -68,16 +66,23 @@ class SimpleGlowShader {
     glow_.findStretches(rowSquares, visible, block);
   }
 
-  Shaded<Isa> shade(typename L::Int steps, Float rowSquares) const {
+  Shaded<Isa> shade(typename L::Int steps, Float rowSquares) const requires(!kRainbow) {
     const Float distance = glow_.distances(steps, rowSquares);
     const Float t = distance / glow_.radius();
-    const Float value = glow_.plotValue(1.0f - t * t, distance);
-    if constexpr (kRainbow) return {value, rainbowPens(t * t)};
-    return {value, pen_.template inAllLanes<Isa>()};
+    return {glow_.plotValue(1.0f - t * t, distance), pen_.template inAllLanes<Isa>()};
+  }
+
+  TurnedShade<Isa> prepare(typename L::Int steps, Float rowSquares) const requires kRainbow {
+    const Float distance = glow_.distances(steps, rowSquares);
+    const Float t = distance / glow_.radius();
+    return {glow_.plotValue(1.0f - t * t, distance), turned(t * t)};
+  }
+  Shaded<Isa> shade(const TurnedShade<Isa>& prepared) const {
+    return {prepared.value, recolored<Isa>(prepared.color)};
   }
 
  private:
-  Pens<Isa> rainbowPens(Float p) const {
+  Turned<Isa> turned(Float p) const {
     const Float q = (p / 4.0f) * (p / 4.0f);
     const float strength = std::fabs(rainbowShift_);
     const Float lightness =
@@ -85,7 +90,7 @@ class SimpleGlowShader {
     const Float saturation =
         L::minimum(static_cast<float>(base_.saturation) + 2.0f * p * strength, L::splat(240.0f));
     const Float shift = (q + p * 255.0f * textureMix_ / 1000.0f) * rainbowShift_;
-    return recolored<Isa>(L::splat(static_cast<float>(base_.hue)), shift, lightness, saturation);
+    return {static_cast<float>(base_.hue) + shift, lightness, saturation};
   }
 
   Glow<Isa> glow_;
@@ -101,7 +106,6 @@ template <class Isa, bool kRainbow>
 class FullGlowShader {
   using L = Lanes<Isa>;
   using Float = typename L::Float;
-  using Int = typename L::Int;
 
  public:
   FullGlowShader(const GlowSpec& spec, float fullScale)
@@ -123,22 +127,39 @@ class FullGlowShader {
     glow_.findStretches(rowSquares, visible, block);
   }
 
-  Shaded<Isa> shade(typename L::Int steps, Float rowSquares) const {
+  Shaded<Isa> shade(typename L::Int steps, Float rowSquares) const requires(!kRainbow) {
+    const Fringe fringe = fringeAt(steps, rowSquares);
+    return {fringe.value, fringe.pens};
+  }
+
+  TurnedShade<Isa> prepare(typename L::Int steps, Float rowSquares) const requires kRainbow {
+    const Fringe fringe = fringeAt(steps, rowSquares);
+    return {fringe.value, turned(fringe.fromCore, fringe.pens)};
+  }
+  Shaded<Isa> shade(const TurnedShade<Isa>& prepared) const {
+    return {prepared.value, recolored<Isa>(prepared.color)};
+  }
+
+ private:
+  struct Fringe {
+    Float fromCore;  // 0 at the core's edge, 1 at the rim; negative in the core
+    Float value;
+    Pens<Isa> pens;
+  };
+
+  Fringe fringeAt(typename L::Int steps, Float rowSquares) const {
     const float redStart = 2.0f * core_;
     const float blueStart = 1.1f * core_;
     const Float distance = glow_.distances(steps, rowSquares);
     const Float t = distance / glow_.radius();
     const Float g = (t - core_) / greenRange_;
     const Float core = g < 0.0f ? L::splat(255.0f) : Float{};
-    const Pens<Isa> pens = {fringed(pen_.red, (t - redStart) / redRange_, core),
-                            fringed(pen_.green, g, core),
-                            fringed(pen_.blue, (t - blueStart) / blueRange_, core)};
-    const Float value = glow_.plotValue(1.0f - g, distance);
-    if constexpr (kRainbow) return {value, rainbowPens(g, pens)};
-    return {value, pens};
+    return {g,
+            glow_.plotValue(1.0f - g, distance),
+            {fringed(pen_.red, (t - redStart) / redRange_, core), fringed(pen_.green, g, core),
+             fringed(pen_.blue, (t - blueStart) / blueRange_, core)}};
   }
 
- private:
   /// The channel after the loss that begins where `share` reaches 0; before that, `share` is
   /// negative and the loss would be a gain. `core` is 255 in the white core and 0 elsewhere.
   static Float fringed(float channel, Float share, Float core) {
@@ -147,18 +168,14 @@ class FullGlowShader {
     return L::truncated(L::maximum(L::minimum(lost, full), core));
   }
 
-  /// Turns the pens outside the core, whose pens stay as they are.
-  Pens<Isa> rainbowPens(Float g, const Pens<Isa>& pens) const {
+  /// The core's white stays as it is, whatever the hue.
+  Turned<Isa> turned(Float g, const Pens<Isa>& pens) const {
     const auto base = HlsLanes<Isa>::fromRgb(pens.red, pens.green, pens.blue);
     const Float saturation =
-        L::minimum(base.saturation + 2.0f * g * std::fabs(rainbowShift_), L::splat(240.0f));
+        L::clamp(base.saturation + 2.0f * g * std::fabs(rainbowShift_), 0.0f, 240.0f);
     const Float shift =
         ((g / 4.0f) * (g / 4.0f) + g * 255.0f * textureMix_ / 1000.0f) * rainbowShift_;
-    const Int inCore = g < 0.0f;
-    const Pens<Isa> turned = recolored<Isa>(base.hue, inCore ? Float{} : shift, base.lightness,
-                                            inCore ? Float{} : saturation);
-    return {inCore ? pens.red : turned.red, inCore ? pens.green : turned.green,
-            inCore ? pens.blue : turned.blue};
+    return {base.hue + shift, base.lightness, saturation};
   }
 
   Glow<Isa> glow_;

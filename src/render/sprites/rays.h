@@ -96,9 +96,9 @@ class RayShader {
     }
     const Float lightness = static_cast<float>(base_.lightness) - loss;
     const Float turn = ray_->shading == RayShading::Side ? p : square;
-    return recolored<Isa>(L::splat(static_cast<float>(base_.hue)), turn * rainbowShift_,
-                          L::maximum(lightness, L::splat(120.0f)),
-                          L::minimum(saturation, L::splat(240.0f)));
+    return recolored<Isa>({static_cast<float>(base_.hue) + turn * rainbowShift_,
+                           L::maximum(lightness, L::splat(120.0f)),
+                           L::minimum(saturation, L::splat(240.0f))});
   }
 
   Pen pen_;
