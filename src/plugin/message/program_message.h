@@ -17,10 +17,8 @@ inline constexpr std::int32_t kMostMessageThreads = 256;
 
 /// What is asked for, and the member of ProgramMessage::u that goes with it.
 enum class MessageRequest : std::int32_t {
-  /// u.advance: the step that a render of this frame would take, without its pixels. The frame is
-  /// that of the command: its time, layer width and quality from PF_InData, its parameters and
-  /// input
-  /// from `params`.
+  /// u.advance: the step that a render of this frame would take, without its pixels. Time, layer
+  /// width and quality are the command's, in PF_InData; so are parameters and input, in `params`.
   Advance = 1,
   /// u.state: writes all that the instance's next frames depend on. That takes in the random
   /// generator and drawing state that the instance uses, which are shared with others unless they
@@ -50,7 +48,7 @@ enum class MessageAnswer : std::int32_t {
   BadThreadCount = 6,
   UnknownInstructionSet = 7,  // or one that this processor lacks
   Busy = 8,                   // another thread renders with the shared state
-  OutOfMemory = 9,
+  OutOfMemory = 9,            // an Advance at time 0 may have started afresh, no more
   // Refused bytes of a saved state:
   NoSavedState = 10,  // they are something else
   OtherByteOrder = 11,
