@@ -88,8 +88,8 @@ void addRenderCommand(CLI::App& app) {
   addSceneOptions(*command, options->overrides);
   command
       ->add_option("--frames", options->frames,
-                   "Frames to write, counted from 0; the stars of those\n"
-                   "before move unseen, as each frame follows from the last")
+                   "Frames to write, counted from 0; stars move unseen\n"
+                   "through those before, as each follows from the last")
       ->type_name("A-B");
   command->add_flag("--stats", options->stats,
                     "Say how busy decoding, rendering and encoding were");

@@ -36,10 +36,10 @@ void addSceneOptions(CLI::App& command, SceneOptions& options) {
                    "Take what can be read of a damaged input as success");
   command.add_flag("--keep-fields", options.reading.keepFields,
                    "Do not deinterlace an interlaced clip");
-  command.add_option("--size", options.size, "Size of the layer in pixels")->type_name("WxH");
+  command.add_option("--size", options.size, "Size of the frame in pixels")->type_name("WxH");
   command
       .add_option("--scale", options.scale,
-                  "Smaller pictures of the same layer, as a host's\n"
+                  "Smaller pictures of the same frame, as a host's\n"
                   "reduced resolution shows it")
       ->option_text("1/2|1/3|1/4")
       ->check(CLI::IsMember({"1/2", "1/3", "1/4"}));

@@ -36,7 +36,7 @@ inline constexpr SceneKey kLayerKeys[] = {
     {"params", "Values of the layer's own; they win over all others."}};
 
 inline constexpr SceneKey kMaskKeys[] = {
-    {"path", "SVG path data in pixels of the layer, or keyframes of such."},
+    {"path", "SVG path data in pixels of the frame, or keyframes of such."},
     {"inverted", "Whether the outline runs the other way."}};
 
 inline constexpr SceneKey kKeyframeKeys[] = {

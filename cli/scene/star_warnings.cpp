@@ -84,7 +84,7 @@ std::string likeliestReason(const ScenePlan& plan, const Layer& layer,
     if (textOf(parameters, label) == "0") return inQuotes(label) + " is 0";
   }
   if (layer.mask && liesOutside(*layer.mask, plan.layer)) {
-    return "the mask lies outside the layer of " + sizeText(plan.layer) + " pixels";
+    return "the mask lies outside the frame of " + sizeText(plan.layer) + " pixels";
   }
   if (plan.input) {
     for (const InputUse& use : kInputUses) {

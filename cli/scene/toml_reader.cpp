@@ -65,8 +65,10 @@ toml::table TomlReader::parse() const {
     const toml::source_position position = parseError.source().begin;
     const std::string place = position.line > 0 ? name + ":" + std::to_string(position.line) : name;
     if (parseError.description().find("redefine existing") != std::string_view::npos) {
-      throw WorkError(place + ": " + keyGivenTwice(file_, position) +
-                      " is given a second time; once is enough");
+      const std::string key = keyGivenTwice(file_, position);
+      const bool ofLayers = key == "[params]" || key == "[mask]";
+      throw WorkError(place + ": " + key + " is given a second time; " +
+                      (ofLayers ? "a layer's own is [layer." + key.substr(1) : "once is enough"));
     }
     throw WorkError(place + ": " + std::string(parseError.description()));
   }

@@ -130,7 +130,7 @@ TEST_F(RenderTest, StarsThatCannotBeSeenAreExplained) {
   EXPECT_EQ(warnings({"s.toml"}), "");
   EXPECT_EQ(warnings({"s.toml", "--set", "Size depend on source=true", "--set", "Type=Dots"}), "");
   EXPECT_EQ(warnings({"s.toml", "--set", "Intensity=0"}), no + "\"Intensity\" is 0\n");
-  EXPECT_EQ(warnings({"far.toml"}), no + "the mask lies outside the layer of 64x36 pixels\n");
+  EXPECT_EQ(warnings({"far.toml"}), no + "the mask lies outside the frame of 64x36 pixels\n");
   const std::string raster = "Standard path=Source as raster mask";
   EXPECT_EQ(
       warnings({"s.toml", "--set", raster}),

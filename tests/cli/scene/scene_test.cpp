@@ -183,6 +183,8 @@ TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
       {"[scene\n", "s.toml:1: "},
       {"\n[layer]\n", "s.toml:2: \"layer\" is a list of tables, each written [[layer]]"},
       {"layer = []", "s.toml:1: \"layer\" is a list of tables"},
+      {"[[layer]]\n[params]\n[[layer]]\n[params]",
+       "s.toml:4: [params] is given a second time; a layer's own is [layer.params]"},
       {"[[layer]]\nframes = 3", "s.toml:2: \"frames\" belongs under [scene]"},
       {"[[layer]]\n[layer.parms]",
        "s.toml:2: unknown key of a layer \"parms\"; the nearest is "
