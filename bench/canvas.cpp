@@ -17,6 +17,7 @@ brisel::MutableImageView viewOf(std::vector<std::uint16_t>& pixels, bool deep) {
 Canvas::Canvas(bool deep, const brisel::Kernels& kernels)
     : pixels_(static_cast<std::size_t>(kWidth) * kHeight * 4),
       image_(viewOf(pixels_, deep)),
+      kernels_(kernels),
       painter_({.kernels = &kernels}) {
   settings_.frameWidth = kWidth;
   settings_.frameHeight = kHeight;
@@ -32,6 +33,15 @@ void Canvas::paint(const Compose& compose, int times) {
   painter_.paint({.output = image_, .keepsOutput = true}, [&](brisel::SpriteList& sprites) {
     for (int i = 0; i < times; ++i) compose({settings_, random_, state_, &sprites});
   });
+}
+
+void Canvas::list(const Compose& compose, int times) {
+  listed_.begin({kWidth, kHeight}, kHeight, [] {});
+  for (int i = 0; i < times; ++i) compose({settings_, random_, state_, &listed_});
+}
+
+void Canvas::paintListed() {
+  paintBand({.output = image_, .keepsOutput = true}, {}, listed_, 0, kernels_, grid_);
 }
 
 std::int64_t Canvas::coveredPixels(const Compose& compose) {

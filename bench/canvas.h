@@ -23,6 +23,11 @@ class Canvas {
 
   /// Composes as often as told, and paints it all on what is there.
   void paint(const Compose& compose, int times);
+
+  /// The two halves of paint(), so that a list that is there can be painted again and again.
+  void list(const Compose& compose, int times);  // up to SpriteList::kMostSprites - 1 times
+  void paintListed();
+
   void clear();
 
   /// The pixels that one painting changes on an empty frame.
@@ -34,7 +39,10 @@ class Canvas {
   brisel::RandomGenerator random_;
   brisel::SpriteState state_;
   brisel::MutableImageView image_;
+  const brisel::Kernels& kernels_;
   brisel::Painter painter_;
+  brisel::SpriteList listed_;
+  brisel::PixelGrid grid_;
 };
 
 }  // namespace bench

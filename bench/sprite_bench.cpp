@@ -1,6 +1,6 @@
 // Each sprite by size, depth and rule, and the final mix: pixels of the frame covered per second,
 // as ratios to the same discs drawn by cairo's radial gradient with ADD, to a copy of the bytes
-// mixed, and to the plain kernels.
+// mixed, and to the plain kernels. Small sprites by their number, too.
 #include <benchmark/benchmark.h>
 #include <cairo.h>
 
@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "canvas.h"
+#include "core/numbers.h"
 #include "instructions.h"
 #include "rates.h"
 #include "render/stars/compose.h"
@@ -23,7 +24,7 @@ using brisel::Composition;
 using brisel::SpriteLook;
 using brisel::StarType;
 
-constexpr float kCenter = 512.3f;
+constexpr float kCenter = 380.3f;  // far enough from the edges of the painter's bands
 constexpr brisel::Rgb kColor{255, 180, 90};
 
 /// Composes a sprite of `size` pixels across, as its star body does.
@@ -100,6 +101,7 @@ constexpr Rule kRules[] = {{"Over", BlendRule::Over},
                            {"AddGlow", BlendRule::AddGlow},
                            {"Lighten", BlendRule::Lighten}};
 constexpr int kSizes[] = {16, 64, 256};
+constexpr int kSmallSizes[] = {4, 8, 16};
 
 void runSprite(benchmark::State& state, const brisel::Kernels& kernels, const Sprite& sprite,
                BlendRule rule, bool deep, int size) {
@@ -113,6 +115,29 @@ void runSprite(benchmark::State& state, const brisel::Kernels& kernels, const Sp
     benchmark::ClobberMemory();
   }
   state.SetItemsProcessed(state.iterations() * kSpritesAtOnce * pixels);
+}
+
+/// Small sprites all over the canvas, as those of a crowd lie.
+void runCrowd(benchmark::State& state, const brisel::Kernels& kernels, const Sprite& sprite,
+              int size, bool composes) {
+  constexpr int kSprites = 4000;
+  bench::Canvas canvas(false, kernels);
+  float number = 0.0f;
+  const auto compose = [&](const Composition& c) {
+    const auto along = [&](float step) {
+      return brisel::fraction(number * step) * 1000.0f + 12.0f;
+    };
+    const brisel::PointF center{along(0.7548777f), along(0.5698403f)};
+    ++number;
+    sprite.compose(c, {center, static_cast<float>(size), kColor, 1.0f, BlendRule::AddScaled});
+  };
+  canvas.list(compose, kSprites);
+  for ([[maybe_unused]] auto _ : state) {
+    number = 0.0f;
+    composes ? canvas.paint(compose, kSprites) : canvas.paintListed();
+    benchmark::ClobberMemory();
+  }
+  state.SetItemsProcessed(state.iterations() * kSprites);
 }
 
 void runCairo(benchmark::State& state, int size) {
@@ -190,7 +215,20 @@ void add(const std::string& name, const Runner& run) {
   benchmark::RegisterBenchmark(name.c_str(), [run](benchmark::State& s) { run(s); });
 }
 
+std::string crowdName(const Sprite& sprite, int size, bool composes) {
+  return std::string(composes ? "crowd/" : "crowd_painted/") + sprite.name + "/" +
+         std::to_string(size);
+}
+
 void registerAll(const brisel::Kernels& chosen) {
+  for (const Sprite& sprite : kSprites) {
+    for (const int size : kSmallSizes) {
+      for (const bool composes : {false, true}) {
+        add(crowdName(sprite, size, composes),
+            [=, &sprite, &chosen](auto& s) { runCrowd(s, chosen, sprite, size, composes); });
+      }
+    }
+  }
   for (const int size : kSizes) {
     add("cairo/" + std::to_string(size), [=](auto& s) { runCairo(s, size); });
   }
@@ -235,6 +273,25 @@ void printRow(const bench::Rates& rates, const std::string& set, const Sprite& s
   std::printf("\n");
 }
 
+void printCrowds(const bench::Rates& rates) {
+  std::printf("\nMillions of small sprites per second, all over a frame of 8 bits, by size\n\n");
+  std::printf("%-15s %26s %26s\n%-15s", "", "painted", "composed and painted", "");
+  for (int column = 0; column < 2; ++column) {
+    for (const int size : kSmallSizes) std::printf(" %5d px", size);
+  }
+  std::printf("\n");
+  for (const Sprite& sprite : kSprites) {
+    std::printf("%-15s", sprite.name);
+    for (const bool composes : {false, true}) {
+      for (const int size : kSmallSizes) {
+        const double rate = rates.of(crowdName(sprite, size, composes));
+        std::printf(" %s", bench::column(rate / 1e6).c_str());
+      }
+    }
+    std::printf("\n");
+  }
+}
+
 void printTable(const bench::Rates& rates, const std::string& set) {
   std::printf("Instruction set: %s. Pixels covered per second, as a multiple of\n\n", set.c_str());
   std::printf("%26s %44s %44s\n%26s", "", "cairo (radial gradient, ADD)", "the plain kernels", "");
@@ -270,5 +327,6 @@ int main(int argc, char** argv) {
   bench::Rates rates;
   benchmark::RunSpecifiedBenchmarks(&rates);
   printTable(rates, kernels.name);
+  printCrowds(rates);
   benchmark::Shutdown();
 }
