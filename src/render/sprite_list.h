@@ -41,7 +41,7 @@ class SpriteList {
  public:
   static constexpr std::size_t kMostSprites = 4096;
   static constexpr std::size_t kMostRays = 2048;
-  static constexpr std::size_t kMostBytes = std::size_t{900} << 10;
+  static constexpr std::size_t kMostBytes = std::size_t{1} << 20;
   static constexpr std::size_t kMostBytesPerBand = 640;
 
   /// Starts a frame, with no sprites. `rowsPerBand` is a power of two. `whenFull` is to paint the

@@ -41,6 +41,13 @@ struct Avx2 {
     return _mm256_set_m128(_mm256_cvtpd_ps(high), _mm256_cvtpd_ps(low));
   }
 
+  static __m256 picked(const float* table, Words index) {
+    return _mm256_permutevar8x32_ps(_mm256_loadu_ps(table), index);
+  }
+  static __m256 pickedOfFour(const float* four, Words index) {
+    return _mm256_permutevar_ps(_mm256_set_m128(_mm_loadu_ps(four), _mm_loadu_ps(four)), index);
+  }
+
   static bool any(Words mask) { return _mm256_testz_si256(mask, mask) == 0; }
   static bool anyBelow(__m256 a, __m256 b) {
     return _mm256_movemask_ps(_mm256_cmp_ps(a, b, _CMP_LT_OQ)) != 0;

@@ -43,6 +43,13 @@ struct Avx512 {
                               1);
   }
 
+  static __m512 picked(const float* table, Words index) {
+    return _mm512_permutexvar_ps(index, _mm512_loadu_ps(table));
+  }
+  static __m512 pickedOfFour(const float* four, Words index) {
+    return _mm512_permutevar_ps(_mm512_broadcast_f32x4(_mm_loadu_ps(four)), index);
+  }
+
   static bool any(Words mask) { return _mm512_movepi32_mask(mask) != 0; }
   static bool anyBelow(__m512 a, __m512 b) { return _mm512_cmp_ps_mask(a, b, _CMP_LT_OQ) != 0; }
   static bool anyNotBelow(__m512 a, __m512 b) { return _mm512_cmp_ps_mask(a, b, _CMP_NLT_UQ) != 0; }

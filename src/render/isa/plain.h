@@ -37,6 +37,9 @@ struct Plain {
     return Doubles{v[0]};
   }
 
+  static Floats picked(const float* table, Words index) { return Floats{table[index[0]]}; }
+  static Floats pickedOfFour(const float* four, Words index) { return picked(four, index); }
+
   static bool any(Words mask) { return mask[0] != 0; }
   static bool anyBelow(Floats a, Floats b) { return a[0] < b[0]; }
   static bool anyNotBelow(Floats a, Floats b) { return !(a[0] < b[0]); }

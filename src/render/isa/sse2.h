@@ -41,6 +41,13 @@ struct Sse2 {
     return _mm_movelh_ps(_mm_cvtpd_ps(low), _mm_cvtpd_ps(high));
   }
 
+  static __m128 picked(const float* table, Words index) {
+    std::uint32_t lanes[kLanes];
+    std::memcpy(lanes, &index, sizeof index);
+    return _mm_setr_ps(table[lanes[0]], table[lanes[1]], table[lanes[2]], table[lanes[3]]);
+  }
+  static __m128 pickedOfFour(const float* four, Words index) { return picked(four, index); }
+
   static bool any(Words mask) { return _mm_movemask_epi8(mask) != 0; }
   static bool anyBelow(__m128 a, __m128 b) { return _mm_movemask_ps(_mm_cmplt_ps(a, b)) != 0; }
   static bool anyNotBelow(__m128 a, __m128 b) { return _mm_movemask_ps(_mm_cmpnlt_ps(a, b)) != 0; }

@@ -89,6 +89,15 @@ class RunPlotter {
 
   /// Plots `count` pixels from the shader's step `step` on.
   void plot(std::uint8_t* pixels, std::int32_t step, std::int32_t count, float row) {
+    const std::int32_t whole = plotWhole(pixels, step, count, row);
+    if constexpr (kLanes > 1) {
+      gather(pixels + whole * Pixels::kBytes, step + whole, count - whole, row);
+    }
+  }
+
+  /// Plots as many of them as fill whole vectors, from the first on; returns how many.
+  std::int32_t plotWhole(std::uint8_t* pixels, std::int32_t step, std::int32_t count, float row) {
+    const std::int32_t begin = step;
     if constexpr (StagedShader<Isa, Shader> && kLanes > 1) {
       for (; count >= 2 * kLanes; count -= 2 * kLanes) {
         const auto first = shader_.prepare(L::steps(step), L::splat(row));
@@ -107,7 +116,7 @@ class RunPlotter {
       pixels += kLanes * Pixels::kBytes;
       step += kLanes;
     }
-    if constexpr (kLanes > 1) gather(pixels, step, count, row);
+    return step - begin;
   }
 
   /// The same for runs that are usually shorter than a vector.

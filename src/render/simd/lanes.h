@@ -83,6 +83,20 @@ struct Lanes {
     Isa::template storePairs<kHalf>(mask, origin, reinterpret_cast<Words>(words));
   }
 
+  /// table[index] in each lane; the table is as long as there are lanes, or of four, and each index
+  /// lies in it.
+  static Float picked(const float* table, Int index) {
+    return Isa::picked(table, reinterpret_cast<Words>(index));
+  }
+  static Int picked(const std::int32_t* table, Int index) {
+    return reinterpret_cast<Int>(
+        Isa::picked(reinterpret_cast<const float*>(table), reinterpret_cast<Words>(index)));
+  }
+
+  static Float pickedOfFour(const float* four, Int index) {
+    return Isa::pickedOfFour(four, reinterpret_cast<Words>(index));
+  }
+
   static Float squareRoot(Float v) { return Isa::squareRoot(v); }
 
   /// Whether any lane of a comparison's result is set.

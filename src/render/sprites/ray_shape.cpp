@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <span>
 
 #include "core/numbers.h"
@@ -29,22 +30,52 @@ HalfWidths quadHalfWidths(StarType type, float width) {
   }
 }
 
-RayEdge edgeBetween(PointF start, PointF end) {
-  const float alongX = end.x - start.x;
-  const float alongY = end.y - start.y;
-  return {start,
-          end,
-          alongX,
-          alongY,
-          alongX * alongX + alongY * alongY,
-          std::min(start.x, end.x),
-          std::max(start.x, end.x),
-          std::fabs(alongY) < 1.0f};
+/// Derives all else from where the edges start and end, for all of them at once, so that the
+/// compiler makes vectors of it.
+void deriveEdges(RayEdges& edges) {
+  for (int i = 0; i < RayEdges::kMost; ++i) {
+    const float startX = edges.startX[i];
+    const float endX = edges.endX[i];
+    edges.alongX[i] = endX - startX;
+    edges.alongY[i] = edges.endY[i] - edges.startY[i];
+    edges.leftX[i] = startX < endX ? startX : endX;
+    edges.rightX[i] = startX < endX ? endX : startX;
+  }
+  for (int i = 0; i < RayEdges::kMost; ++i) edges.isLevel[i] = std::fabs(edges.alongY[i]) < 1.0f;
+}
+
+/// The same for what the bands of smooth edges need.
+void deriveBands(RayEdges& edges) {
+  constexpr float kEverywhere = std::numeric_limits<float>::infinity();
+  for (int i = 0; i < RayEdges::kMost; ++i) {
+    const float startX = edges.startX[i];
+    const float startY = edges.startY[i];
+    const float alongX = edges.alongX[i];
+    const float alongY = edges.alongY[i];
+    const float lengthSquare = alongX * alongX + alongY * alongY;
+    const float length = std::sqrt(lengthSquare);
+    const float norm = length == 0.0f ? 1.0f : length;
+    edges.lengthSquare[i] = lengthSquare;
+    edges.offset[i] = alongX * startY - alongY * startX;
+    edges.norm[i] = norm;
+    // Two pixels, and the rounding of distances, which grows with the coordinates.
+    const float extent =
+        std::fabs(startX) + std::fabs(startY) + std::fabs(edges.endX[i]) + std::fabs(edges.endY[i]);
+    const float fadeOut = 2.01f + extent * 0x1p-18f;
+    const bool isPoint = std::fabs(alongX) + std::fabs(alongY) == 0.0f;
+    edges.reach[i] = fadeOut * norm / std::fabs(alongY) + 0.05f;
+    edges.leftEnd[i] = isPoint ? -kEverywhere : edges.leftX[i] - fadeOut;
+    edges.rightEnd[i] = isPoint ? kEverywhere : edges.rightX[i] + fadeOut;
+  }
+  for (int i = 0; i < RayEdges::kMost; ++i) {
+    const float rise = std::fabs(edges.alongY[i]);
+    edges.isNarrowest[i] = (rise >= 1.0f) & (std::fabs(edges.alongX[i]) < 2.5f * rise);
+  }
 }
 
 /// Lists the edges around `corners` from the corner with the greatest y on, the last such one if
 /// several.
-void listEdges(RayShape& ray, std::span<const PointF> corners) {
+void listEdges(RayShape& ray, std::span<const PointF> corners, bool isSmooth) {
   std::size_t next = 0;
   ray.yMin = corners[0].y;
   ray.xMin = ray.xMax = corners[0].x;
@@ -55,11 +86,17 @@ void listEdges(RayShape& ray, std::span<const PointF> corners) {
     ray.xMax = std::max(ray.xMax, corners[i].x);
   }
   ray.edgeCount = static_cast<std::int32_t>(corners.size());
-  for (std::int32_t i = 0; i < ray.edgeCount; ++i) {
+  for (int i = 0; i < RayEdges::kMost; ++i) {  // a triangle's first edge is there twice
     const PointF start = corners[next];
     if (++next == corners.size()) next = 0;
-    ray.edges[i] = edgeBetween(start, corners[next]);
+    const PointF end = corners[next];
+    ray.edges.startX[i] = start.x;
+    ray.edges.startY[i] = start.y;
+    ray.edges.endX[i] = end.x;
+    ray.edges.endY[i] = end.y;
   }
+  deriveEdges(ray.edges);
+  if (isSmooth) deriveBands(ray.edges);
 }
 
 }  // namespace
@@ -96,7 +133,7 @@ void buildRay(RayShape& ray, const RaySpec& rays, float angleDegrees) {
     ray.baseHalfWidth = std::max(width, kLeastHalfWidth);
     ray.base = lineThrough(corners[0], center);
     ray.across = lineThrough(center, corners[1]);
-    listEdges(ray, std::array{corners[0], corners[2], corners[1]});
+    listEdges(ray, std::array{corners[0], corners[2], corners[1]}, rays.isSmooth);
     return;
   }
 
@@ -116,7 +153,7 @@ void buildRay(RayShape& ray, const RaySpec& rays, float angleDegrees) {
     ray.shading = RayShading::Axis;
     ray.across = lineThrough(center, {center.x + length * -s, center.y + length * c});
   }
-  listEdges(ray, corners);
+  listEdges(ray, corners, rays.isSmooth);
 }
 
 }  // namespace brisel

@@ -17,13 +17,30 @@ struct RayLine {
 
 RayLine lineThrough(PointF p, PointF q);
 
-struct RayEdge {
-  PointF start;
-  PointF end;
-  float alongX, alongY;  // from start to end
-  float lengthSquare;
-  float leftX, rightX;
-  bool isLevel;  // within one pixel of horizontal
+/// The edges of a ray by number, in painting order: the first starts at the corner with the
+/// greatest y. Light fades beside them in bands, over two pixels along an edge, over one around its
+/// ends.
+struct RayEdges {
+  static constexpr int kMost = 4;
+  float startX[kMost], startY[kMost];
+  float endX[kMost], endY[kMost];
+  float alongX[kMost], alongY[kMost];  // from start to end
+  float leftX[kMost], rightX[kMost];
+  bool isLevel[kMost];  // within one pixel of horizontal
+
+  // Those of smooth edges only
+  float lengthSquare[kMost];
+  float offset[kMost];  // alongY x - alongX y + offset = 0 on the edge's line
+  float norm[kMost];    // the edge's length, or 1 when that is 0
+  /// How far from the edge, along a row, the light has faded out for certain; infinite for a
+  /// horizontal edge.
+  float reach[kMost];
+  /// The x beyond which nothing is covered for certain. An edge so short that its corners coincide
+  /// covers its whole band.
+  float leftEnd[kMost], rightEnd[kMost];
+  /// Whether it rises so steeply that its band is the narrowest: by less than the slope at which
+  /// twice a row's shift exceeds the least width.
+  bool isNarrowest[kMost];
 };
 
 /// In pixels of the frame.
@@ -34,7 +51,7 @@ struct RayShape {
   RayLine base;    // distances from it run along the ray
   RayLine across;  // distances from it run across the ray
   std::int32_t edgeCount = 0;
-  RayEdge edges[4];  // in painting order: the first starts at the corner with the greatest y
+  RayEdges edges;
   float yMin = 0.0f;
   float xMin = 0.0f, xMax = 0.0f;
 };

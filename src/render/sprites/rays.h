@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <type_traits>
 
 #include "core/image_view.h"
 #include "core/numbers.h"
@@ -109,47 +108,36 @@ class RayShader {
   const RayShape* ray_ = nullptr;
 };
 
-/// Shades the pixels along the outside of an edge of a ray.
+/// Shades the pixels of a ray and of the bands around it. Their rows are numbers in the spans.
 template <class Isa, class FullShader>
-class RayBandShader {
+class CoveredRayShader {
+  using L = Lanes<Isa>;
+
  public:
-  explicit RayBandShader(const FullShader& ray) : ray_(ray) {}
+  CoveredRayShader(const FullShader& shader, const RayEdges& edges, const RaySpans<Isa>& spans)
+      : shader_(shader), edges_(edges), spans_(spans) {}
 
-  void setBand(const EdgeBand& band) { band_ = &band; }
+  /// The frame's row that row 0 of the spans is; the others lie above it.
+  void setLowestRow(std::int32_t row) { lowestRow_ = static_cast<float>(row); }
 
-  Shaded<Isa> shade(typename Lanes<Isa>::Int columns, typename Lanes<Isa>::Float y) const {
-    const auto x = Lanes<Isa>::toFloat(columns);
-    return ray_.shade(x, y, band_->coverage<Isa>(x, y));
+  Shaded<Isa> shade(typename L::Int columns, typename L::Float rows) const {
+    const auto row = L::toInt(rows);
+    const auto of = [&](const std::int32_t* table) { return L::picked(table, row); };
+    const auto x = L::toFloat(columns);
+    const auto y = lowestRow_ - rows;
+    const auto isLeft = columns < of(spans_.left.end);
+    const auto isBand = isLeft | (columns >= of(spans_.right.begin));
+    const auto isFull = (columns >= of(spans_.full.begin)) & (columns < of(spans_.full.end));
+    const auto own = isLeft ? of(spans_.leftEdge) : of(spans_.rightEdge);
+    const auto coverage = isBand ? bandCoverage<Isa>(edges_, own, x, y) : L::splat(0.0f);
+    return shader_.shade(x, y, isFull ? L::splat(1.0f) : coverage);
   }
 
  private:
-  const FullShader& ray_;
-  const EdgeBand* band_ = nullptr;
-};
-
-/// Plots the bands on one side of a ray.
-template <BlendRule kRule, class Pixels, class Isa, class FullShader>
-class RayBandPlotter {
- public:
-  RayBandPlotter(const FullShader& ray, const EdgeBand* bands, RunPieces<Isa>& pieces)
-      : bands_(bands), shader_(ray), plotter_(shader_, pieces) {}
-
-  void plot(std::int32_t edge, std::uint8_t* pixels, std::int32_t column, std::int32_t count,
-            float row) {
-    if (edge != edge_) {
-      plotter_.finish();
-      shader_.setBand(bands_[edge]);
-      edge_ = edge;
-    }
-    plotter_.plotShort(pixels, column, count, row);
-  }
-  void finish() { plotter_.finish(); }
-
- private:
-  const EdgeBand* bands_;
-  RayBandShader<Isa, FullShader> shader_;
-  RunPlotter<kRule, Pixels, Isa, RayBandShader<Isa, FullShader>> plotter_;
-  std::int32_t edge_ = -1;
+  const FullShader& shader_;
+  const RayEdges& edges_;
+  const RaySpans<Isa>& spans_;
+  float lowestRow_ = 0.0f;
 };
 
 /// Whether the ray cannot touch the frame's columns. A ray that ends less than a pixel above the
@@ -157,46 +145,51 @@ class RayBandPlotter {
 [[gnu::always_inline]] inline bool missesColumns(const RayShape& ray,
                                                  const MutableImageView& image) {
   constexpr float kFarthestBand = 8.0f;
-  if (ray.edges[0].start.y < 0.0f) return false;
+  if (ray.edges.startY[0] < 0.0f) return false;
   return ray.xMax < -kFarthestBand || ray.xMin > static_cast<float>(image.width) + kFarthestBand;
 }
 
 template <BlendRule kRule, class Pixels, class Isa, bool kSmooth, class Shader>
 [[gnu::flatten]] void paintRay(const MutableImageView image, IndexRange rowRange,
                                const RayShape& ray, const Shader& shader) {
-  const std::int32_t top = std::min(truncToInt(ray.edges[0].start.y), rowRange.end - 1);
+  const std::int32_t top = std::min(truncToInt(ray.edges.startY[0]), rowRange.end - 1);
   if (top < rowRange.begin || !(static_cast<float>(top) > ray.yMin)) return;
   const std::int32_t last =
       std::max(ray.yMin < 0.0f ? 0 : truncToInt(ray.yMin) + 1, rowRange.begin);
   constexpr std::ptrdiff_t kBytes = Pixels::kBytes;
-  EdgeBand bands[std::extent_v<decltype(RayShape::edges)>];
-  if (kSmooth) {
-    for (std::int32_t i = 0; i < ray.edgeCount; ++i) bands[i].setEdge(ray.edges[i]);
-  }
-  RunPieces<Isa> pieces[3];
-  RunPlotter<kRule, Pixels, Isa, Shader> full(shader, pieces[0]);
-  RayBandPlotter<kRule, Pixels, Isa, Shader> left(shader, bands, pieces[1]),
-      right(shader, bands, pieces[2]);
-  const RayRows<Isa> rows(ray, kSmooth ? bands : nullptr, image.width);
+  RunPieces<Isa> pieces[2];
+  const RayRows<Isa, kSmooth> rows(ray, image.width);
   RaySpans<Isa> spans;
+  RunPlotter<kRule, Pixels, Isa, Shader> full(shader, pieces[0]);
+  CoveredRayShader<Isa, Shader> coveredShader(shader, ray.edges, spans);
+  RunPlotter<kRule, Pixels, Isa, CoveredRayShader<Isa, Shader>> covered(coveredShader, pieces[1]);
   std::uint8_t* pixels = image.at(0, top);
   for (std::int32_t first = top; first >= last; first -= spans.kRows) {
     rows.find(first - Lanes<Isa>::steps(0), spans);
+    coveredShader.setLowestRow(first);
     const std::int32_t count = std::min(first - last + 1, spans.kRows);
     for (std::int32_t i = 0; i < count; ++i, pixels -= image.rowBytes) {
-      const float row = static_cast<float>(first - i);
-      const auto at = [&](const ColumnSpans<Isa>& of) { return pixels + of.begin[i] * kBytes; };
-      full.plot(at(spans.full), spans.full.begin[i], spans.full.count(i), row);
-      if constexpr (kSmooth) {
-        left.plot(spans.leftEdge[i], at(spans.left), spans.left.begin[i], spans.left.count(i), row);
-        right.plot(spans.rightEdge[i], at(spans.right), spans.right.begin[i], spans.right.count(i),
-                   row);
+      const auto at = [&](std::int32_t column) { return pixels + column * kBytes; };
+      const std::int32_t begin = spans.full.begin[i];
+      const auto row = static_cast<float>(first - i);
+      if constexpr (!kSmooth) {
+        full.plot(at(begin), begin, spans.full.count(i), row);
+      } else {
+        const auto plot = [&](std::int32_t from, std::int32_t to) {
+          covered.plotShort(at(from), from, to - from, static_cast<float>(i));
+        };
+        if (spans.full.count(i) < Lanes<Isa>::kCount) {
+          plot(spans.all.begin[i], spans.all.end[i]);
+        } else {
+          plot(spans.all.begin[i], begin);
+          const auto whole = full.plotWhole(at(begin), begin, spans.full.count(i), row);
+          plot(begin + whole, spans.all.end[i]);
+        }
       }
     }
+    covered.finish();
   }
   full.finish();
-  left.finish();
-  right.finish();
 }
 
 template <class Isa>
