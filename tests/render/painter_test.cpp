@@ -160,6 +160,20 @@ TEST(Painter, KeepsAListOfBoundedSizeWhateverTheNumberOfSprites) {
   });
 }
 
+TEST(SpriteList, HasTheBandsWithMostToPaintComeFirst) {
+  SpriteList sprites;
+  sprites.begin({100, 64}, 16, [] {});
+  const auto addDisc = [&](std::int32_t radius, float y) {
+    sprites.add(
+        BlicsSpec{BlicsProfile::Disc, BlendRule::Over, radius, {50.0f, y}, {}, 1.0f, 0.0f, 0.1f});
+  };
+  addDisc(4, 40.0f);
+  addDisc(4, 40.0f);
+  addDisc(4, 56.0f);
+  addDisc(3, 20.0f);
+  EXPECT_EQ(sprites.bandsDearestFirst(), (std::vector<std::int32_t>{2, 3, 1, 0}));
+}
+
 TEST(WorkerPool, DoesEveryPartOnceAndHandsOnTheFirstFailure) {
   WorkerPool pool(3);
   for (int round = 0; round < 200; ++round) {
