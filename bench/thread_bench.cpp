@@ -99,7 +99,7 @@ double speedUpOfArithmetic(brisel::WorkerPool& pool) {
     return bench::secondsOf([&] {
       pool.run(parts, [](int, int) {
         volatile double number = 1.0;
-        for (int i = 0; i < 500000; ++i) number = number * 1.0000001;
+        for (int i = 0; i < 1500000; ++i) number = number * 1.0000001;
       });
     });
   };
