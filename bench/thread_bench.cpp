@@ -5,7 +5,7 @@
 //
 // What is compared takes turns, frame by frame, with the same frames. Ratios are medians of all
 // turns, so that other work on the machine cannot favor one side. Where two threads do less
-// than 1.9 times the arithmetic of one, the machine does not give two whole cores: measure again.
+// than 1.8 times the arithmetic of one, the machine does not give two whole cores: measure again.
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
