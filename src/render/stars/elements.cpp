@@ -26,7 +26,7 @@ struct Element {
 Element seededElement(const RenderSettings& s, const ElementStar& star) {
   const auto channel = [&](std::int32_t base, std::int32_t k) {
     const float offset = seededOffset(star.seed, k) * 0.255f * s.colorDispersionOfElements;
-    return truncToInt(std::clamp(static_cast<float>(base) + offset, 0.0f, 255.0f));
+    return std::clamp(truncToInt(static_cast<float>(base) + offset), 0, 255);
   };
   const auto factor = [&](std::int32_t k, float dispersion) {
     return 1.0f + seededOffset(star.seed, k) / 1000.0f * dispersion;
