@@ -30,7 +30,8 @@ void CairoPainter::drawImage(const hostkit::PaintedImage& image, const DRAWBOT_P
   const std::uint8_t* pixel = image.pixels.data();
   for (int y = 0; y < image.height; ++y) {
     for (int x = 0; x < image.width; ++x, pixel += 3) {
-      const std::uint32_t packed = std::uint32_t{pixel[0]} << 16 | pixel[1] << 8 | pixel[2];
+      const std::uint32_t packed =
+          std::uint32_t{pixel[0]} << 16 | std::uint32_t{pixel[1]} << 8 | pixel[2];
       std::memcpy(rows + std::ptrdiff_t{y} * stride + 4 * x, &packed, sizeof packed);
     }
   }
