@@ -83,6 +83,7 @@ void LayerEffect::chooseMix(bool isFirst, bool hasInput) {
     }
   }
   joinsWhenAlone_ = !isOwn && !isFirst;
+  joinsWhenAdded_ = !hasInput && !isFirst;  // the module would darken what it adds to, by its alpha
   if (isSet || !hasInput) return;
   tracks_.push_back({mix_, Origin::kScene, {{{0}, paramValue(kAdded, *mix_, size_)}}});
   if (!isFirst) return;
@@ -91,9 +92,10 @@ void LayerEffect::chooseMix(bool isFirst, bool hasInput) {
 }
 
 bool LayerEffect::isToBeAdded() {
-  if (!joinsWhenAlone_) return false;
+  if (mix_ == nullptr) return false;
   const A_long item = session().parameters().value(mix_->index).u.pd.value;
-  return mix_->items.at(static_cast<std::size_t>(item - 1)) == kAlone;
+  const std::string& mix = mix_->items.at(static_cast<std::size_t>(item - 1));
+  return (joinsWhenAlone_ && mix == kAlone) || (joinsWhenAdded_ && mix == kAdded);
 }
 
 std::deque<LayerEffect> layerEffects(const ScenePlan& plan, const std::string& modulePath) {

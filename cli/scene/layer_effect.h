@@ -19,8 +19,8 @@ class LayerEffect {
   // Gives the parameters their values at that frame.
   void setFrame(double frame);
 
-  // Whether the module renders the stars of that frame alone although they are to join those of
-  // the layers below: without an input, or when the scene leaves it out.
+  // Whether the module renders the stars of that frame alone, and they are to be added to those of
+  // the layers below: where there is no input, or the scene leaves it out.
   bool isToBeAdded();
 
   hostkit::Session& session() { return effect_.session(); }
@@ -38,6 +38,7 @@ class LayerEffect {
   std::vector<Track> tracks_;
   const hostkit::Parameter* mix_ = nullptr;
   bool joinsWhenAlone_ = false;
+  bool joinsWhenAdded_ = false;
   std::vector<std::string> notes_;
 };
 

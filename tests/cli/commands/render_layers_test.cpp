@@ -68,8 +68,12 @@ TEST_F(RenderLayersTest, WithoutAnInputTheyAreAddedAsLight) {
   write("none.toml", kHead + layer("\"Intensity\" = 0\n") + layer(rays));
   write("scene.toml", kHead + layer(kGlows) + layer(rays));
   write("swapped.toml", kHead + layer(rays) + layer(kGlows));
+  const std::string add = kHead + "[params]\n\"Mix with original\" = \"Add\"\n";
+  write("added.toml", add + layer(kGlows) + layer(rays));
+  write("added_swapped.toml", add + layer(rays) + layer(kGlows));
   for (const std::string depth : {"", " --depth 16"}) {
     EXPECT_EQ(rendered("none.toml" + depth), rendered("rays.toml" + depth));
+    EXPECT_EQ(rendered("added.toml" + depth), rendered("added_swapped.toml" + depth));
     EXPECT_EQ(rendered("scene.toml" + depth), rendered("swapped.toml" + depth));
     const cli::Frame both = frames("o_5.png").front();
     rendered("rays.toml" + depth);
@@ -158,7 +162,7 @@ TEST_F(RenderLayersTest, MixingIsForTheWholeSceneOrForOneLayer) {
 
 TEST_F(RenderLayersTest, AModuleThatKnowsNoMessagesRendersOneLayerAsBefore) {
   const std::string deaf = " --module " DEAF_MODULE_PATH;
-  EXPECT_EQ(rendered("s.toml" + deaf), rendered("s.toml"));
+  EXPECT_EQ(rendered("s.toml --threads 1" + deaf), rendered("s.toml"));
   renders("s.toml -o one.png --frames 5" + deaf);
   EXPECT_EQ(read("one.png"), read("o_5.png"));
   for (const std::string arguments : {"s.toml --threads 2", "both.toml"}) {
