@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "cli/support/errors.h"
+#include "cli/support/processors.h"
 
 namespace cli {
 namespace {
@@ -21,7 +22,7 @@ InputStream::InputStream(const ScenePlan& plan)
       free_(kWorldsAhead + 1),
       decoded_(kWorldsAhead) {
   for (int i = 0; i < kWorldsAhead; ++i) free_.push(worldFor(plan));
-  thread_ = std::jthread([this] { decode(); });
+  thread_ = startThread([this] { decode(); });
 }
 
 InputStream::~InputStream() {

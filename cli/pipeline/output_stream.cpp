@@ -27,11 +27,16 @@ OutputStream::OutputStream(std::unique_ptr<FrameWriter> writer, FrameSize size, 
       free_(static_cast<std::size_t>(worlds_)),
       rendered_(static_cast<std::size_t>(worlds_)) {
   for (int i = 0; i < worlds_; ++i) free_.push(hostkit::World(size.width, size.height, depth));
+  startWorkers();
+}
+
+// One is enough, where more cannot be had.
+void OutputStream::startWorkers() {
   try {
-    for (int i = 0; i < threads_; ++i) workers_.emplace_back([this] { encode(); });
+    for (int i = 0; i < threads_; ++i) workers_.push_back(startThread([this] { encode(); }));
   } catch (...) {
-    stop();
-    throw;
+    if (workers_.empty()) throw;
+    threads_ = static_cast<int>(workers_.size());
   }
 }
 

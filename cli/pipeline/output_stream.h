@@ -17,7 +17,7 @@ namespace cli {
 
 class OutputStream {
  public:
-  // Takes frames of that size and depth.
+  // Takes frames of that size and depth. Throws when no thread can be started.
   OutputStream(std::unique_ptr<FrameWriter> writer, FrameSize size, Depth depth);
 
   // Without finish(): numbered pictures on their way are still written, a clip is given up.
@@ -47,6 +47,7 @@ class OutputStream {
     int turn;  // pictures taken before it
   };
 
+  void startWorkers();
   void stop();
   void encode();
   bool waitForTurn(int turn);
@@ -56,7 +57,7 @@ class OutputStream {
   const std::unique_ptr<FrameWriter> writer_;
   const FrameSize size_;
   const Depth depth_;
-  const int threads_;
+  int threads_;
   const int worlds_;
   int taken_ = 0;
   BusyTime encoding_;

@@ -18,24 +18,30 @@ SceneRenderer::SceneRenderer(ScenePlan plan, const RendererOptions& options)
       output_(worldFor(plan_)),
       nextFrame_(-plan_.scene.preroll),
       threads_(options.threads.value_or(std::min(usableProcessors(), kMostThreads))) {
-  setUpPainting(options.threads.has_value());
+  setUpPainting(options.threads.value_or(1) > 1);
   if (layers_.size() > 1) below_ = worldFor(plan_);
   if (plan_.input) input_.emplace(plan_);
 }
 
 // An older module paints one layer on one thread, and cannot step without painting.
-void SceneRenderer::setUpPainting(bool threadsAreAskedFor) {
+void SceneRenderer::setUpPainting(bool threadsAreNeeded) {
   const bool isLayered = layers_.size() > 1;
   try {
     for (LayerEffect& layer : layers_) {
       if (isLayered) layer.session().useOwnState();
-      layer.session().usePainting(threads_);
+      layer.session().usePainting(1);
     }
   } catch (const hostkit::Error&) {
-    if (isLayered || threadsAreAskedFor) throw;
+    if (isLayered || threadsAreNeeded) throw;
     threads_ = 1;
     canStep_ = false;
   }
+}
+
+// Painting makes do with the threads that it gets, decoding and encoding do not: theirs come first.
+void SceneRenderer::startThreads() {
+  if (threads_ == 1) return;
+  for (LayerEffect& layer : layers_) layer.session().usePainting(threads_);
 }
 
 void SceneRenderer::renderNext() {
@@ -77,6 +83,7 @@ void SceneRenderer::stepNext() {
 
 hostkit::RenderRequest SceneRenderer::beginFrame() {
   throwIfInterrupted();
+  if (!picture_) startThreads();
   // The pre-roll and frame 0 show the input's first frame.
   if (!picture_ || nextFrame_ > 0) picture_ = input_ ? &input_->next() : &noInput_;
   hostkit::RenderRequest request;

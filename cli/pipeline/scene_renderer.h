@@ -25,7 +25,7 @@ struct RendererOptions {
 class SceneRenderer {
  public:
   // Loads the module, checks the scene's values against it and opens the input. Throws when the
-  // scene has layers, or threads are asked for, and the module is too old for that.
+  // scene has layers, or several threads are asked for, and the module is too old for that.
   explicit SceneRenderer(ScenePlan plan, const RendererOptions& options = {});
 
   // Renders the next frame, beginning with the first of the pre-roll: -1 comes right before 0. A
@@ -57,7 +57,8 @@ class SceneRenderer {
   double renderingSeconds() const { return rendering_.seconds(); }
 
  private:
-  void setUpPainting(bool threadsAreAskedFor);
+  void setUpPainting(bool threadsAreNeeded);
+  void startThreads();
   hostkit::RenderRequest beginFrame();
   void renderOver(const hostkit::World& below, LayerEffect& layer,
                   const hostkit::RenderRequest& request);
