@@ -29,7 +29,7 @@ class SceneReader {
       } else if (entry.key == "layer") {
         readLayers(entry);
       } else {
-        rejectKey(entry, "table", kTables);
+        rejectKey(entry, "table", kTables, "");
       }
     }
     takeLayers();
@@ -91,7 +91,7 @@ class SceneReader {
         layer.mask = entry.node->is_table() ? readMaskTable(toml_, subtable)
                                             : readMaskReference(toml_, subtable);
       } else {
-        rejectKey(entry, "key of a layer", kLayerKeys);
+        rejectKey(entry, "key of a layer", kLayerKeys, "layer.");
       }
     }
     return layer;
@@ -128,12 +128,19 @@ class SceneReader {
     forAll_.mask = std::move(mask);
   }
 
+  // Names the table that the key was meant for, below `prefix` where that has such tables itself.
   [[noreturn]] void rejectKey(const TomlEntry& entry, const std::string& kind,
-                              std::span<const SceneKey> known) const {
-    const std::vector<std::string> sceneKeys = namesOf(kSceneKeys);
-    if (std::ranges::find(sceneKeys, entry.key) != sceneKeys.end()) {
-      toml_.fail(*entry.node, inQuotes(entry.key) + " belongs under [scene]");
-    }
+                              std::span<const SceneKey> known, const std::string& prefix) const {
+    const auto sendTo = [&](const std::string& table) {
+      toml_.fail(*entry.node, inQuotes(entry.key) + " belongs under [" + table + "]");
+    };
+    const auto isOneOf = [&](std::span<const SceneKey> keys) {
+      return std::ranges::find(keys, entry.key, &SceneKey::name) != keys.end();
+    };
+    if (isOneOf(kSceneKeys)) sendTo("scene");
+    if (isOneOf(kMaskKeys)) sendTo(prefix + "mask");
+    const bool isLabel = !entry.key.empty() && entry.key[0] >= 'A' && entry.key[0] <= 'Z';
+    if (isLabel && !entry.node->is_table()) sendTo(prefix + "params");
     toml_.unknownKey(entry, kind, namesOf(known));
   }
 

@@ -186,6 +186,8 @@ TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
       {"[[layer]]\n[params]\n[[layer]]\n[params]",
        "s.toml:4: [params] is given a second time; a layer's own is [layer.params]"},
       {"[[layer]]\nframes = 3", "s.toml:2: \"frames\" belongs under [scene]"},
+      {"[[layer]]\nSize = 3", "s.toml:2: \"Size\" belongs under [layer.params]"},
+      {"path = \"M 0 0\"", "s.toml:1: \"path\" belongs under [mask]"},
       {"[[layer]]\n[layer.parms]",
        "s.toml:2: unknown key of a layer \"parms\"; the nearest is "
        "\"params\""},
