@@ -92,7 +92,7 @@ void addRenderCommand(CLI::App& app) {
                    "through those before, as each follows from the last")
       ->type_name("A-B");
   command->add_flag("--stats", options->stats,
-                    "Say how busy decoding, rendering and encoding were");
+                    "Say how busy decoding, steps, rendering and encoding were");
   addThreadsOption(*command, options->renderer.threads);
   addModuleOption(*command, options->renderer.module);
   command->callback([options] { render(*options); });
