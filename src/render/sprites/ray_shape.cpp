@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <limits>
-#include <span>
 
 #include "core/numbers.h"
 #include "core/trigonometry.h"
+#include "render/simd/lanes.h"
 
 namespace brisel {
 namespace {
@@ -73,28 +74,52 @@ void deriveBands(RayEdges& edges) {
   }
 }
 
+using Four = VectorOf<float, RayEdges::kMost>::Type;
+using FourMask = VectorOf<std::int32_t, RayEdges::kMost>::Type;
+
+/// One coordinate of each corner, from the next one on. A triangle's first corner is there twice.
+template <std::size_t kCount>
+Four fromNext(Four v) {
+  if constexpr (kCount == 3) return Four{v[1], v[2], v[0], v[1]};
+  return Four{v[1], v[2], v[3], v[0]};
+}
+
+/// The same from corner `first` on. Which one it is differs from ray to ray, so neither a branch
+/// nor a vector read from memory that was written by pieces is in the way.
+template <std::size_t kCount>
+Four fromCorner(Four v, std::int32_t first) {
+  const auto isSet = [&](std::int32_t bit) { return (FourMask{} + (first & bit)) != 0; };
+  const Four even = isSet(2) ? fromNext<kCount>(fromNext<kCount>(v)) : v;
+  return isSet(1) ? fromNext<kCount>(even) : even;
+}
+
 /// Lists the edges around `corners` from the corner with the greatest y on, the last such one if
 /// several.
-void listEdges(RayShape& ray, std::span<const PointF> corners, bool isSmooth) {
-  std::size_t next = 0;
+template <std::size_t kCount>
+void listEdges(RayShape& ray, const std::array<PointF, kCount>& corners, bool isSmooth) {
+  std::int32_t top = 0;
+  float yMax = corners[0].y;
   ray.yMin = corners[0].y;
   ray.xMin = ray.xMax = corners[0].x;
-  for (std::size_t i = 1; i < corners.size(); ++i) {
-    if (corners[i].y >= corners[next].y) next = i;
+  for (std::size_t i = 1; i < kCount; ++i) {
+    top = corners[i].y >= yMax ? static_cast<std::int32_t>(i) : top;
+    yMax = std::max(yMax, corners[i].y);
     ray.yMin = std::min(ray.yMin, corners[i].y);
     ray.xMin = std::min(ray.xMin, corners[i].x);
     ray.xMax = std::max(ray.xMax, corners[i].x);
   }
-  ray.edgeCount = static_cast<std::int32_t>(corners.size());
-  for (int i = 0; i < RayEdges::kMost; ++i) {  // a triangle's first edge is there twice
-    const PointF start = corners[next];
-    if (++next == corners.size()) next = 0;
-    const PointF end = corners[next];
-    ray.edges.startX[i] = start.x;
-    ray.edges.startY[i] = start.y;
-    ray.edges.endX[i] = end.x;
-    ray.edges.endY[i] = end.y;
-  }
+  ray.edgeCount = static_cast<std::int32_t>(kCount);
+  constexpr std::size_t kFourth = 3 % kCount;
+  const auto place = [&](Four v, float* starts, float* ends) {
+    const Four start = fromCorner<kCount>(v, top);
+    const Four end = fromNext<kCount>(start);
+    std::memcpy(starts, &start, sizeof start);
+    std::memcpy(ends, &end, sizeof end);
+  };
+  place(Four{corners[0].x, corners[1].x, corners[2].x, corners[kFourth].x}, ray.edges.startX,
+        ray.edges.endX);
+  place(Four{corners[0].y, corners[1].y, corners[2].y, corners[kFourth].y}, ray.edges.startY,
+        ray.edges.endY);
   deriveEdges(ray.edges);
   if (isSmooth) deriveBands(ray.edges);
 }
@@ -140,9 +165,9 @@ void buildRay(RayShape& ray, const RaySpec& rays, float angleDegrees) {
   HalfWidths half = quadHalfWidths(rays.type, width);
   half.base = std::max(half.base, kLeastHalfWidth);
   half.tip = std::max(half.tip, kLeastHalfWidth);
-  const PointF corners[4] = {placed(half.base, 0.0f), placed(half.tip, length),
-                             placed(-half.tip, length), placed(-half.base, 0.0f)};
-  if (!std::all_of(corners, corners + 4, finite)) return;
+  const std::array corners{placed(half.base, 0.0f), placed(half.tip, length),
+                           placed(-half.tip, length), placed(-half.base, 0.0f)};
+  if (!std::ranges::all_of(corners, finite)) return;
   ray.baseHalfWidth = std::max(half.base, half.tip);
   ray.base = lineThrough(corners[0], center);
   if (rays.type == StarType::Type5) {
