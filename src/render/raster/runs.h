@@ -246,7 +246,9 @@ template <BlendRule kRule, class Pixels, class Isa, class Shader>
 
 /// Paints a sprite on its grid. Besides what RunPlotter asks of it, the shader offers
 ///   kStretches                    how many of a row's stretches it uses
-///   kIsCostly                     whether a pixel costs more than finding out if it is covered
+///   kNarrowShare                  how many times a part must fit the width of a vector to be
+///                                 shaded whole: 1 where a pixel costs less than finding out
+///                                 if it is covered, more where it costs more
 ///   Float rowValues(Int rows)     what shade() needs to know of rows
 ///   findStretches(Float rowValues, IndexRange visible, RowBlock<Isa>& block)
 /// and shades what lies outside the stretches with a value of 0.
@@ -254,7 +256,7 @@ template <class Isa, class Shader>
 void paintSprite(const MutableImageView& image, const PixelGrid& grid, BlendRule rule,
                  const Shader& shader) {
   constexpr int kLanes = Lanes<Isa>::kCount;
-  constexpr int kNarrow = kLanes < 8 ? 0 : kLanes / (Shader::kIsCostly ? 4 : 1);
+  constexpr int kNarrow = kLanes < 8 ? 0 : kLanes / Shader::kNarrowShare;
   withRule<Isa>(rule, image.isDeep(), [&]<BlendRule kRule, class Pixels>() {
     for (const StepRun& rows : grid.rows) {
       for (const StepRun& columns : grid.columns) {

@@ -31,7 +31,7 @@ class BlicsShader {
   }
 
   static constexpr int kStretches = kProfile == BlicsProfile::Ring ? 2 : 1;
-  static constexpr bool kIsCostly = kRainbow;
+  static constexpr int kNarrowShare = kRainbow ? 4 : 1;
   Float rowValues(typename L::Int rows) const { return disc_.rowSquares<Isa>(rows); }
   void findStretches(Float rowSquares, IndexRange visible, RowBlock<Isa>& block) const {
     const auto near = disc_.nearSteps<Isa>(rowSquares, visible, disc_.radius());

@@ -108,7 +108,8 @@ class CrossShader {
   }
 
   static constexpr int kStretches = 5;
-  static constexpr bool kIsCostly = kTextured || kRainbow;
+  // Finding four gaps in each row costs as much as shading a vector or two.
+  static constexpr int kNarrowShare = kTextured || kRainbow ? 2 : 1;
   Float rowValues(Int rows) const { return top_ + L::toFloat(rows) / radius_; }
   void findStretches(Float ny, IndexRange visible, RowBlock<Isa>& block) const {
     // The star lies in the unit circle, less four unit circles around the corners of a square. The

@@ -60,7 +60,7 @@ class SimpleGlowShader {
   }
 
   static constexpr int kStretches = 1;
-  static constexpr bool kIsCostly = kRainbow;
+  static constexpr int kNarrowShare = kRainbow ? 4 : 1;
   Float rowValues(typename L::Int rows) const { return glow_.rowSquares(rows); }
   void findStretches(Float rowSquares, IndexRange visible, RowBlock<Isa>& block) const {
     glow_.findStretches(rowSquares, visible, block);
@@ -121,7 +121,7 @@ class FullGlowShader {
   }
 
   static constexpr int kStretches = 1;
-  static constexpr bool kIsCostly = kRainbow;
+  static constexpr int kNarrowShare = kRainbow ? 4 : 1;
   Float rowValues(typename L::Int rows) const { return glow_.rowSquares(rows); }
   void findStretches(Float rowSquares, IndexRange visible, RowBlock<Isa>& block) const {
     glow_.findStretches(rowSquares, visible, block);
