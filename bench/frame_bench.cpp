@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "effect/parameters.h"
 #include "engine/simulation.h"
 #include "hostkit/module.h"
 #include "hostkit/session.h"
@@ -15,6 +16,7 @@
 #include "rates.h"
 #include "render/painter.h"
 #include "render/stars/compose.h"
+#include "scene.h"
 
 namespace {
 
@@ -50,15 +52,15 @@ void runFrames(benchmark::State& state, Hosted& hosted, int width, int height, h
   }
 }
 
-/// 500 glows of size 25 with halo Normal and blink Rainbow.
 void setHeavyScene(Hosted& hosted) {
-  hosted.item("Type", 9);
-  hosted.number("Size", 25);
-  hosted.item("Type of halo", 3);
-  hosted.item("Type of blink", 4);
-  hosted.number("Maximum number of stars", 500);
-  hosted.number("Intensity", 500);
-  hosted.number("Time life", 100);
+  hostkit::ParameterSet& parameters = hosted.session.parameters();
+  for (const auto& [index, number] : bench::kHeavyScene) {
+    if (brisel::parameterSpec(index).kind == brisel::ParamKind::Popup) {
+      parameters.setItem(index, static_cast<int>(number));
+    } else {
+      parameters.setNumber(index, number);
+    }
+  }
 }
 
 /// As many long-lived glows as asked for, all over the frame.

@@ -7,13 +7,7 @@ namespace bench {
 
 brisel::Values heavyScene(brisel::FrameSize size) {
   brisel::Values values(size);
-  values.setNumber(brisel::kType, 9);
-  values.setNumber(brisel::kSize, 25);
-  values.setNumber(brisel::kTypeOfHalo, 3);
-  values.setNumber(brisel::kTypeOfBlink, 4);
-  values.setNumber(brisel::kMaximumNumberOfStars, 500);
-  values.setNumber(brisel::kIntensity, 500);
-  values.setNumber(brisel::kTimeLife, 100);
+  for (const auto& [index, number] : kHeavyScene) values.setNumber(index, number);
   return values;
 }
 

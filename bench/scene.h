@@ -13,7 +13,21 @@
 
 namespace bench {
 
-/// 500 glows of size 25 with halo Normal and blink Rainbow.
+struct ParamNumber {
+  brisel::ParamIndex index;
+  double number;  // as Values::setNumber() takes it
+};
+
+/// 500 glows of size 25 with halo Normal and blink Rainbow: what differs from the defaults.
+inline constexpr ParamNumber kHeavyScene[] = {
+    {brisel::kType, 9},
+    {brisel::kSize, 25},
+    {brisel::kTypeOfHalo, 3},
+    {brisel::kTypeOfBlink, 4},
+    {brisel::kMaximumNumberOfStars, 500},
+    {brisel::kIntensity, 500},
+    {brisel::kTimeLife, 100},
+};
 brisel::Values heavyScene(brisel::FrameSize size);
 
 /// As many stars as there can be, all over the frame, which live on; with a halo and a blink if

@@ -11,11 +11,8 @@
 #include "hostkit/error.h"
 #include "hostkit/module.h"
 #include "hostkit/world.h"
+#include "plugin/message/program_message.h"
 #include "plugin/sdk/codes.h"
-
-namespace brisel {
-struct ProgramMessage;
-}
 
 namespace hostkit {
 
@@ -98,6 +95,7 @@ class Session {
   void restoreState(std::span<const std::uint8_t> bytes);
   // How to paint, which changes no pixel: threads in all, this one among them; "plain", "sse2",
   // "avx2" or "avx512", "" being the widest that the processor has.
+  static constexpr int kMostThreads = brisel::kMostMessageThreads;
   void usePainting(int threads, const std::string& instructionSet = "");
   // Stops sharing random numbers and drawing state with other sessions, and starts afresh. Such
   // sessions may be rendered on several threads at once.

@@ -1,7 +1,4 @@
-#include <algorithm>
-
 #include "hostkit/session.h"
-#include "plugin/message/program_message.h"
 
 namespace hostkit {
 
@@ -23,7 +20,7 @@ std::string describe(MessageAnswer answer) {
     case MessageAnswer::BufferTooSmall:
       return "its state needs more bytes";
     case MessageAnswer::BadThreadCount:
-      return "it paints with 1 to " + std::to_string(brisel::kMostMessageThreads) + " threads";
+      return "it paints with 1 to " + std::to_string(Session::kMostThreads) + " threads";
     case MessageAnswer::UnknownInstructionSet:
       return "this processor has no such instruction set";
     case MessageAnswer::Busy:

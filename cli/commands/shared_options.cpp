@@ -1,7 +1,7 @@
 #include <cstdio>
 
 #include "cli/commands/commands.h"
-#include "cli/pipeline/scene_renderer.h"
+#include "hostkit/session.h"
 
 namespace cli {
 
@@ -19,7 +19,7 @@ void addThreadsOption(CLI::App& command, std::optional<int>& threads) {
                   "Threads that paint a frame; otherwise one for each\n"
                   "processor that may be used")
       ->option_text("N")
-      ->check(CLI::Range(1, kMostThreads));
+      ->check(CLI::Range(1, hostkit::Session::kMostThreads));
 }
 
 void addSceneOptions(CLI::App& command, SceneOptions& options) {

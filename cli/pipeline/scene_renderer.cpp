@@ -17,7 +17,8 @@ SceneRenderer::SceneRenderer(ScenePlan plan, const RendererOptions& options)
       noInput_(worldFor(plan_)),
       output_(worldFor(plan_)),
       nextFrame_(-plan_.scene.preroll),
-      threads_(options.threads.value_or(std::min(usableProcessors(), kMostThreads))) {
+      threads_(
+          options.threads.value_or(std::min(usableProcessors(), hostkit::Session::kMostThreads))) {
   setUpPainting(options.threads.value_or(1) > 1);
   if (layers_.size() > 1) below_ = worldFor(plan_);
   if (plan_.input) input_.emplace(plan_);

@@ -14,9 +14,6 @@
 
 namespace cli {
 
-// How many threads may paint a frame.
-inline constexpr int kMostThreads = 256;
-
 struct RendererOptions {
   std::string module;          // as for findModule
   std::optional<int> threads;  // none: as many as this process may use processors
