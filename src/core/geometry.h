@@ -15,6 +15,8 @@ struct PointF {
 struct FrameSize {
   std::int32_t width = 0;
   std::int32_t height = 0;
+
+  friend bool operator==(const FrameSize&, const FrameSize&) = default;
 };
 
 }  // namespace brisel

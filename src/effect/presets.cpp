@@ -61,17 +61,27 @@ std::optional<Value> presetValue(ParamKind kind, const FileParameter& parameter,
   }
 }
 
-ParameterFile::State applyParameterFile(const char* path, FrameSize frame, Values& values) {
-  const auto countOf = [](std::string_view label) {
-    const ParamIndex index = findParameter(label);
-    return index == kInputLayer ? 0 : numberCount(parameterSpec(index).kind);
-  };
-  const ParameterFile file = ReadParameterFile(path, countOf);
+int numberCountOf(std::string_view label) {
+  const ParamIndex index = findParameter(label);
+  return index == kInputLayer ? 0 : numberCount(parameterSpec(index).kind);
+}
+
+std::vector<ParamIndex> applyParameters(const ParameterFile& file, FrameSize frame,
+                                        Values& values) {
+  std::vector<ParamIndex> set;
   for (const FileParameter& parameter : file.parameters) {
     const ParamIndex index = findParameter(parameter.label);
     const auto value = presetValue(parameterSpec(index).kind, parameter, frame);
-    if (value) values[index] = *value;
+    if (!value) continue;
+    values[index] = *value;
+    set.push_back(index);
   }
+  return set;
+}
+
+ParameterFile::State applyParameterFile(const char* path, FrameSize frame, Values& values) {
+  const ParameterFile file = ReadParameterFile(path, numberCountOf);
+  applyParameters(file, frame, values);
   return file.state;
 }
 

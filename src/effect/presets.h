@@ -2,6 +2,8 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
+#include <vector>
 
 #include "effect/values.h"
 #include "presets/parameter_file.h"
@@ -16,8 +18,14 @@ int numberCount(ParamKind kind);
 /// truncated and saturate, but no range bounds them. Points are fractions of `frame`.
 std::optional<Value> presetValue(ParamKind kind, const FileParameter& parameter, FrameSize frame);
 
-/// Gives `values` what the file at `path` (zero-terminated) sets; the others stay as they are.
-/// Returns whether it could be read. Throws std::bad_alloc.
+/// The NumberCount by which a parameter file is read: of the effect's own parameters.
+int numberCountOf(std::string_view label);
+
+/// Gives `values` what the file sets, and returns the indices of the parameters that it sets. The
+/// others stay as they are. Throws std::bad_alloc.
+std::vector<ParamIndex> applyParameters(const ParameterFile& file, FrameSize frame, Values& values);
+
+/// The same of the file at `path` (zero-terminated). Returns whether it could be read.
 ParameterFile::State applyParameterFile(const char* path, FrameSize frame, Values& values);
 
 }  // namespace brisel

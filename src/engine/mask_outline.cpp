@@ -52,6 +52,7 @@ MaskOutline buildMaskOutline(std::vector<MaskVertex> vertices, bool isOpen, bool
   constexpr float kDegenerateLength = 0.00001f;
   constexpr float kDegenerateStandIn = 0.01f;
   MaskOutline outline;
+  isOpen = isOpen || vertices.size() == 1;
   outline.isOpen = isOpen;
   outline.vertices = isInverted ? reversed(vertices, isOpen) : std::move(vertices);
   const std::size_t count = outline.vertexCount();

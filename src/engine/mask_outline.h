@@ -31,7 +31,7 @@ struct MaskOutline {
 };
 
 /// Weighs the outline's segments. `vertices` are in the host's order; an inverted outline is turned
-/// to run the other way.
+/// to run the other way. A single vertex is an open outline.
 MaskOutline buildMaskOutline(std::vector<MaskVertex> vertices, bool isOpen, bool isInverted);
 
 /// The outline, which has vertices, at `t` in [0, 1].

@@ -48,10 +48,6 @@ void MaskPath::prepareMaskOutline() {
       data.PF_PathIsInverted(in_.effect_ref, pathId_, &inverted) != PF_Err_NONE) {
     return;
   }
-  if (open == 0 && segments == 1) {  // a single vertex
-    open = 1;
-    segments = 0;
-  }
   auto vertices = readVertices(std::int64_t{segments} + (open != 0 ? 1 : 0));
   if (vertices) outline_ = buildMaskOutline(std::move(*vertices), open != 0, inverted != 0);
 }

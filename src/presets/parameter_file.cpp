@@ -51,19 +51,23 @@ std::vector<FileParameter> readParameters(TextReader& reader, const NumberCount&
 
 }  // namespace
 
-ParameterFile ReadParameterFile(const char* path, const NumberCount& numberCount) {
+ParameterFile parseParameterFile(std::span<const std::uint8_t> bytes,
+                                 const NumberCount& numberCount) {
   ParameterFile file;
-  const auto content = readWholeFile(path);
-  if (!content) return file;
   file.state = ParameterFile::State::OtherKind;
-  TextReader reader(content->bytes());
+  TextReader reader(bytes);
   if (reader.ReadChars(kParameterFileHeader.size()) != kParameterFileHeader || !reader.NextLine()) {
     return file;
   }
   file.state = ParameterFile::State::Read;
-  file.description = descriptionIn(content->bytes());
+  file.description = descriptionIn(bytes);
   file.parameters = readParameters(reader, numberCount);
   return file;
+}
+
+ParameterFile ReadParameterFile(const char* path, const NumberCount& numberCount) {
+  const auto content = readWholeFile(path);
+  return content ? parseParameterFile(content->bytes(), numberCount) : ParameterFile{};
 }
 
 }  // namespace brisel

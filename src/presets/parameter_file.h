@@ -3,7 +3,9 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,8 +36,12 @@ struct ParameterFile {
 /// parameter, and its line is skipped.
 using NumberCount = std::function<int(std::string_view label)>;
 
-/// Reads the file at `path` (zero-terminated). Numbers are found across line ends; a
+/// What the bytes of a file say; its state is never Missing. Numbers are found across line ends; a
 /// missing one repeats the one before it, or is 0.
+ParameterFile parseParameterFile(std::span<const std::uint8_t> bytes,
+                                 const NumberCount& numberCount);
+
+/// The same of the file at `path` (zero-terminated).
 ParameterFile ReadParameterFile(const char* path, const NumberCount& numberCount);
 
 }  // namespace brisel

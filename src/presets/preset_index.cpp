@@ -31,21 +31,21 @@ bool nextEntry(TextReader& reader) {
 }
 
 /// The full path of a file that the index names; empty when the name is empty or too long.
-std::string pathOf(const PresetFolders& folders, const Token& token) {
+std::string pathOf(const std::string& folder, const Token& token) {
   const bool usable = token.status != TextReader::Status::Bracket && !token.text.empty() &&
                       token.text.size() <= kLongestText;
   if (!usable) return {};
-  std::string path = folders.presetFolder + token.text;
+  std::string path = folder + token.text;
   return path.size() <= kLongestText ? path : std::string();
 }
 
-PresetFiles filesOf(const PresetFolders& folders, const Token& parameters, const Token& image) {
-  PresetFiles files{pathOf(folders, parameters), {}};
-  if (!files.parameters.empty()) files.thumbnail = pathOf(folders, image);
+PresetFiles filesOf(const std::string& folder, const Token& parameters, const Token& image) {
+  PresetFiles files{pathOf(folder, parameters), {}};
+  if (!files.parameters.empty()) files.thumbnail = pathOf(folder, image);
   return files;
 }
 
-std::vector<PresetFiles> readSection(TextReader& reader, const PresetFolders& folders,
+std::vector<PresetFiles> readSection(TextReader& reader, const std::string& folder,
                                      const std::string& name) {
   if (!findSection(reader, name)) return {};
   const std::size_t start = reader.position();
@@ -59,22 +59,28 @@ std::vector<PresetFiles> readSection(TextReader& reader, const PresetFolders& fo
   for (std::size_t i = 0; i < count && nextEntry(reader); ++i) {
     const Token parameters = reader.ReadToken();
     const Token image = reader.ReadToken();
-    entries[i] = filesOf(folders, parameters, image);
+    entries[i] = filesOf(folder, parameters, image);
   }
   return entries;
 }
 
 }  // namespace
 
-std::vector<PresetFiles> ReadPresetIndex(const PresetFolders& folders, const char* sectionName) {
-  const auto content = readWholeFile(folders.presetFilePath.c_str());
-  if (!content) return {};
-  TextReader reader(content->bytes());
+std::vector<PresetFiles> parsePresetIndex(std::span<const std::uint8_t> bytes,
+                                          const std::string& presetFolder,
+                                          const char* sectionName) {
+  TextReader reader(bytes);
   try {
-    return readSection(reader, folders, sectionName);
+    return readSection(reader, presetFolder, sectionName);
   } catch (const std::bad_alloc&) {
     return {};
   }
+}
+
+std::vector<PresetFiles> ReadPresetIndex(const PresetFolders& folders, const char* sectionName) {
+  const auto content = readWholeFile(folders.presetFilePath.c_str());
+  if (!content) return {};
+  return parsePresetIndex(content->bytes(), folders.presetFolder, sectionName);
 }
 
 }  // namespace brisel

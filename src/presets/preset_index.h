@@ -1,6 +1,8 @@
 // The index of presets: their names, their rows and their files.
 #pragma once
 
+#include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -22,9 +24,14 @@ struct PresetFiles {
   std::string thumbnail;
 };
 
-/// The entries of the index's first section whose header begins with `sectionName`. Empty when
-/// there is no such index or section, or no memory for them. An entry whose file names are broken
-/// or too long is listed without them, as it takes a place in the row.
+/// The entries of the first section of an index whose header begins with `sectionName`; none when
+/// there is no such section, or no memory for them. Their paths begin with `presetFolder`, which
+/// ends with a separator or is empty. An entry whose file names are broken or too long is listed
+/// without them, as it takes a place in the row.
+std::vector<PresetFiles> parsePresetIndex(std::span<const std::uint8_t> bytes,
+                                          const std::string& presetFolder, const char* sectionName);
+
+/// The same of the index that lies there; nothing when it cannot be read.
 std::vector<PresetFiles> ReadPresetIndex(const PresetFolders& folders, const char* sectionName);
 
 }  // namespace brisel
