@@ -8,7 +8,7 @@
 #include "cli/commands/version.h"
 #include "cli/support/errors.h"
 #include "cli/support/interrupt.h"
-#include "cli/support/nearest_name.h"
+#include "scene/text/nearest_name.h"
 
 namespace {
 
@@ -35,7 +35,7 @@ void checkCommandName(const CLI::App& app, const std::vector<std::string>& argum
   const std::string& wanted = arguments.front();
   if (std::ranges::find(names, wanted) != names.end()) return;
   throw cli::UsageError("there is no command " + cli::inQuotes(wanted) + "; the nearest is " +
-                        cli::inQuotes(cli::nearestName(wanted, names)));
+                        cli::inQuotes(scene::nearestName(wanted, names)));
 }
 
 // The command being parsed; the program itself until a command is named.
@@ -56,7 +56,7 @@ std::string complaintAbout(const CLI::App& app, const CLI::ParseError& error) {
       for (const std::string& longName : o->get_lnames()) known.push_back("--" + longName);
     }
     complaint = "there is no option " + cli::inQuotes(option->substr(0, option->find('='))) +
-                "; the nearest is " + cli::inQuotes(cli::nearestName(*option, known));
+                "; the nearest is " + cli::inQuotes(scene::nearestName(*option, known));
   }
   return complaint + " (" + name + " --help tells more)";
 }

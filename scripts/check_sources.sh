@@ -21,6 +21,6 @@ lint() {
 }
 
 # Walking every path through macros of tests and descriptions of options takes longest, for nothing.
-walked="^$PWD/($build/)?(src|hostkit|cli)/(?!.*(commands|reference|main\.cpp)).*\.c(pp|xx)$"
+walked="^$PWD/($build/)?(src|scene|hostkit|cli)/(?!.*(commands|reference|main\.cpp)).*\.c(pp|xx)$"
 lint "$walked" ""
 lint "^(?!$walked).*\.c(pp|xx)$" ",-clang-analyzer-*"

@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and runs every check: all tests on the release build; those of
-# the rooms and the plug-in again without optimisation, under the sanitizers, and as Windows programs
-# under Wine, which must all give the same bytes; the layout and lint checks of the sources. Where the
-# packages for Windows cannot be had, says so at the end. Ends with the release tests' summary; with
-# "everything", with that of the heavy tests, which follow: the build by clang, whose bytes must be
-# the same as well, the manual in a real browser, the effect as a part of another project.
+# the rooms, of scenes and of the plug-in again without optimisation and under the sanitizers, and all
+# of these but scenes as Windows programs under Wine, which must all give the same bytes; the layout
+# and lint checks of the sources. Where the packages for Windows cannot be had, says so at the end.
+# Ends with the release tests' summary; with "everything", with that of the heavy tests, which follow:
+# the build by clang, whose bytes must be the same as well, the manual in a real browser, the effect
+# as a part of another project.
 #
 #   scripts/run_tests.sh [everything]
 set -euo pipefail
@@ -25,8 +26,8 @@ build() {
 
 scripts/check_sources.sh
 for preset in debug asan; do
-  build "$preset" --target unit_tests contour_tests contour_memory_tests plugin_tests
-  ctest --preset "$preset" -R '^(unit|contour|plugin)\.'
+  build "$preset" --target unit_tests contour_tests contour_memory_tests plugin_tests scene_tests
+  ctest --preset "$preset" -R '^(unit|contour|plugin|scene)\.'
 done
 not_run=
 if scripts/install_dependencies.sh windows; then
@@ -40,7 +41,7 @@ ctest --preset release
 if [ -n "$heavy" ]; then
   scripts/install_dependencies.sh clang
   build clang
-  ctest --preset clang -R '^(unit|contour|plugin)\.'
+  ctest --preset clang -R '^(unit|contour|plugin|scene)\.'
   scripts/install_dependencies.sh browser
   ctest --preset heavy
 fi

@@ -5,7 +5,7 @@
 #include "cli/commands/scene_schema.h"
 #include "cli/media/output_files.h"
 #include "cli/scene/effect.h"
-#include "cli/scene/preset_choice.h"
+#include "cli/scene/scene_plan.h"
 #include "cli/support/errors.h"
 #include "cli/support/temporary_file.h"
 
@@ -68,11 +68,11 @@ std::string schemaLine() {
 }
 
 std::string presetsLine(const NewOptions& options) {
-  const PresetIndex index = readPresetIndex(findModule(options.module));
+  const scene::PresetLibrary library = presetsBeside(findModule(options.module));
   std::string names;
   for (const std::string& option : options.presets) {
-    const Preset& preset = findPreset(index, presetFromOption(option));
-    names += (names.empty() ? "" : ", ") + inQuotes(preset.name);
+    const std::string& name = library.find(presetFromOption(option)).name;
+    names += (names.empty() ? "" : ", ") + inQuotes(name);
   }
   return "presets = [" + names + "]\n";
 }

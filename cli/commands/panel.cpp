@@ -6,7 +6,7 @@
 #include "cli/pictures/panel.h"
 #include "cli/scene/layer_effect.h"
 #include "cli/support/errors.h"
-#include "cli/support/numbers.h"
+#include "scene/text/numbers.h"
 
 namespace cli {
 namespace {
@@ -33,8 +33,9 @@ struct Place {
 Place placeFromOption(const std::string& name, const std::string& text) {
   const std::string option = name + " " + inQuotes(text);
   const std::size_t comma = text.find(',');
-  const auto x = parseInteger(text.substr(0, comma));
-  const auto y = comma == std::string::npos ? std::nullopt : parseInteger(text.substr(comma + 1));
+  const auto x = scene::parseInteger(text.substr(0, comma));
+  const auto y =
+      comma == std::string::npos ? std::nullopt : scene::parseInteger(text.substr(comma + 1));
   if (!x || !y) throw UsageError(option + ": a place is X,Y in pixels of the picture");
   return {option, {*x, *y}};
 }
@@ -60,9 +61,8 @@ void paintPanel(const PanelOptions& options) {
   if (!options.hover.empty()) hover = placeFromOption("--hover", options.hover);
   checkOutputFile(options.output, options.overwrite);
 
-  Scene scene = options.scene.empty() ? Scene{} : readScene(options.scene);
-  applyOptions(scene, options.overrides);
-  LayerEffect effect(loadModule(options.module), planScene(std::move(scene)), 0);
+  scene::Scene scene = options.scene.empty() ? scene::Scene{} : scene::readScene(options.scene);
+  LayerEffect effect(loadModule(options.module), planScene(std::move(scene), options.overrides), 0);
   effect.setFrame(0);
 
   Panel panel(effect.session(), titleOf(effect.session()), options.width);

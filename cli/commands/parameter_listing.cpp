@@ -6,9 +6,9 @@
 #include <sstream>
 
 #include "cli/support/errors.h"
-#include "cli/support/nearest_name.h"
-#include "cli/support/numbers.h"
 #include "cli/support/text_table.h"
+#include "scene/text/nearest_name.h"
+#include "scene/text/numbers.h"
 
 namespace cli {
 namespace {
@@ -53,7 +53,7 @@ Json jsonDefault(const Parameter& parameter) {
 }
 
 std::string rangeText(hostkit::Range range) {
-  return numberText(range.min) + ".." + numberText(range.max);
+  return scene::numberText(range.min) + ".." + scene::numberText(range.max);
 }
 
 std::string validText(const Parameter& parameter) {
@@ -87,7 +87,7 @@ std::string kindText(const Parameter& parameter) {
 }
 
 bool holds(const std::string& text, const std::string& wanted) {
-  return lowerCase(text).find(lowerCase(wanted)) != std::string::npos;
+  return scene::lowerCase(text).find(scene::lowerCase(wanted)) != std::string::npos;
 }
 
 bool holdsEachWord(const std::string& text, const std::string& wanted) {
@@ -167,7 +167,7 @@ List listedParameters(const hostkit::ParameterSet& parameters) {
 
 List parametersMeant(const List& list, const std::string& text) {
   List found = chosen(list, [&](const ListedParameter& parameter) {
-    return lowerCase(parameter.declared->label) == lowerCase(text) ||
+    return scene::lowerCase(parameter.declared->label) == scene::lowerCase(text) ||
            std::to_string(parameter.declared->index) == text;
   });
   if (found.empty()) {
@@ -183,7 +183,7 @@ List parametersMeant(const List& list, const std::string& text) {
   for (const ListedParameter& parameter : list) labels.push_back(parameter.declared->label);
   throw UsageError("no parameter has " + inQuotes(text) +
                    " in its label, items or description; the nearest label is " +
-                   inQuotes(nearestName(text, labels)));
+                   inQuotes(scene::nearestName(text, labels)));
 }
 
 std::string parameterTable(const List& list, bool indents, int width) {

@@ -5,8 +5,8 @@
 #include "cli/commands/parameter_listing.h"
 #include "cli/scene/effect.h"
 #include "cli/support/errors.h"
-#include "cli/support/nearest_name.h"
 #include "cli/support/text_table.h"
+#include "scene/text/nearest_name.h"
 
 namespace cli {
 namespace {
@@ -40,11 +40,12 @@ void showOne(const ListedParameter& parameter, const std::vector<ListedParameter
 
 // The labels that hold the label of the one that was shown.
 void showNamesakes(const ListedParameter& shown, const std::vector<ListedParameter>& all) {
-  const std::string label = lowerCase(shown.declared->label);
+  const std::string label = scene::lowerCase(shown.declared->label);
   std::string others;
   for (const ListedParameter& parameter : all) {
     const std::string& other = parameter.declared->label;
-    if (parameter.declared == shown.declared || lowerCase(other).find(label) == std::string::npos) {
+    if (parameter.declared == shown.declared ||
+        scene::lowerCase(other).find(label) == std::string::npos) {
       continue;
     }
     others += (others.empty() ? "" : ", ") + inQuotes(other);

@@ -5,10 +5,10 @@
 
 #include "cli/commands/commands.h"
 #include "cli/scene/effect.h"
-#include "cli/scene/preset_index.h"
 #include "cli/support/errors.h"
-#include "cli/support/nearest_name.h"
 #include "cli/support/text_table.h"
+#include "scene/preset_library.h"
+#include "scene/text/nearest_name.h"
 
 namespace cli {
 namespace {
@@ -21,19 +21,19 @@ struct PresetsOptions {
 };
 
 struct Described {
-  Preset preset;
+  scene::Preset preset;
   std::string description;
 };
 
 // The presets whose name or description holds each of the words, capitals not counted.
-std::vector<Described> presetsMeant(const PresetIndex& index,
+std::vector<Described> presetsMeant(const scene::PresetLibrary& library,
                                     const std::vector<std::string>& words) {
   std::vector<Described> meant;
-  for (const Preset& preset : index.presets) {
-    const std::string description = presetDescription(preset);
-    const std::string text = lowerCase(preset.name + '\n' + description);
+  for (const scene::Preset& preset : library.presets()) {
+    const std::string description = library.describe(preset);
+    const std::string text = scene::lowerCase(preset.name + '\n' + description);
     const auto isHeld = [&](const std::string& word) {
-      return text.find(lowerCase(word)) != std::string::npos;
+      return text.find(scene::lowerCase(word)) != std::string::npos;
     };
     if (std::ranges::all_of(words, isHeld)) meant.push_back({preset, description});
   }
@@ -43,7 +43,7 @@ std::vector<Described> presetsMeant(const PresetIndex& index,
 void printJson(const std::vector<Described>& presets) {
   auto list = nlohmann::ordered_json::array();
   for (const auto& [preset, description] : presets) {
-    list.push_back({{"row", kPresetRows[preset.row].control},
+    list.push_back({{"row", scene::kPresetRows[preset.row].control},
                     {"name", preset.name},
                     {"description", description},
                     {"file", preset.file.string()},
@@ -61,9 +61,9 @@ void printForPeople(const std::vector<Described>& presets) {
   const int indent = 2 + widest + 2;
   const char* row = nullptr;
   for (const auto& [preset, description] : presets) {
-    if (row != kPresetRows[preset.row].control) {
-      std::cout << (row == nullptr ? "" : "\n") << kPresetRows[preset.row].control << '\n';
-      row = kPresetRows[preset.row].control;
+    if (row != scene::kPresetRows[preset.row].control) {
+      std::cout << (row == nullptr ? "" : "\n") << scene::kPresetRows[preset.row].control << '\n';
+      row = scene::kPresetRows[preset.row].control;
     }
     const int gap = description.empty() ? 0 : indent - 2 - columnsOf(preset.name);
     std::cout << "  " << preset.name << std::string(static_cast<std::size_t>(gap), ' ')
@@ -73,19 +73,20 @@ void printForPeople(const std::vector<Described>& presets) {
 
 void listPresets(const PresetsOptions& options) {
   const Effect effect(loadModule(options.module));
-  const PresetIndex index = readPresetIndex(effect.path());
-  const std::vector<Described> meant = presetsMeant(index, options.words);
+  const scene::PresetLibrary library = presetsBeside(effect.path());
+  const std::vector<Described> meant = presetsMeant(library, options.words);
   if (options.json) return printJson(meant);
   if (options.names) {
     for (const Described& described : meant) std::cout << described.preset.name << '\n';
-  } else if (index.presets.empty()) {
-    std::cout << "There are no presets: " << index.file.string()
+  } else if (library.presets().empty()) {
+    std::cout << "There are no presets: " << library.index().string()
               << " does not exist or lists none.\n";
   } else if (meant.empty()) {
     throw UsageError("no preset has all of these words in its name or description");
   } else {
     printForPeople(meant);
-    if (options.words.empty()) std::cout << "\nin " << index.file.parent_path().string() << '\n';
+    if (options.words.empty())
+      std::cout << "\nin " << library.index().parent_path().string() << '\n';
   }
 }
 

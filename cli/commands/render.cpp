@@ -24,8 +24,8 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
                     steps, static_cast<int>(frames.size()));
   SceneRenderer renderer(plan, options.renderer);
   for (const std::string& text : renderer.notes()) note(ofScene(scene, text));
-  OutputStream output(openFrameWriter(target, plan.size, plan.rate, plan.scene.depth, sound),
-                      plan.size, plan.scene.depth);
+  OutputStream output(openFrameWriter(target, plan.size, plan.rate, plan.depth, sound), plan.size,
+                      plan.depth);
   int written = 0;
   const auto showProgress = [&] {
     for (; written < output.framesWritten(); ++written) progress.frameDone();

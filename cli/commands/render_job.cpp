@@ -62,11 +62,9 @@ RenderJob planJob(const std::string& file, const RenderOptions& options) {
     OutputOptions output = options.output;
     output.name = outputOfScene(output.name, file);
     const OutputTarget target = parseOutputTarget(output);
-    Scene scene = readScene(file);
-    applyOptions(scene, options.overrides);
-    ScenePlan plan = planScene(std::move(scene));
+    ScenePlan plan = planScene(scene::readScene(file), options.overrides);
     const FrameRange range = rangeToRender(options, plan);
-    std::vector<int> frames = framesToWrite(target, range, plan.scene.depth, output);
+    std::vector<int> frames = framesToWrite(target, range, plan.depth, output);
     // A wrong value in the last scene must not surface only at the end of a long run.
     if (!isAlone) layerEffects(plan, options.renderer.module);
     auto sound = soundtrackOf(target, output, plan, range);
@@ -96,8 +94,7 @@ std::vector<RenderJob> planJobs(const RenderOptions& options) {
     throw UsageError("several scenes need {scene} in the name of the output, such as " +
                      inQuotes("out/{scene}.mp4") + ", not " + inQuotes(options.output.name));
   }
-  Scene noScene;  // wrong options are no scene's fault
-  applyOptions(noScene, options.overrides);
+  checkOptions(options.overrides);  // wrong ones are no scene's fault
   std::vector<RenderJob> jobs;
   for (const std::string& file : options.scenes) jobs.push_back(planJob(file, options));
   if (jobs.size() > 1) checkThatOutputsDiffer(jobs);

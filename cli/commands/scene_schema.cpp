@@ -2,12 +2,12 @@
 
 #include <stdexcept>
 
-#include "cli/media/frame_rate.h"
-#include "cli/scene/color_text.h"
-#include "cli/scene/keyframe.h"
-#include "cli/scene/param_values.h"
-#include "cli/scene/scene.h"
-#include "cli/scene/scene_keys.h"
+#include "scene/color_text.h"
+#include "scene/frame_rate.h"
+#include "scene/keyframe.h"
+#include "scene/parameter_values.h"
+#include "scene/scene.h"
+#include "scene/scene_keys.h"
 
 namespace cli {
 namespace {
@@ -43,9 +43,9 @@ Json sameAs(const char* table) {
 }
 
 // An object with these keys and no others. Throws std::logic_error for a key without values.
-Json table(std::span<const SceneKey> keys, const Json& values) {
+Json table(std::span<const scene::SceneKey> keys, const Json& values) {
   Json properties = Json::object();
-  for (const SceneKey& key : keys) {
+  for (const scene::SceneKey& key : keys) {
     if (!values.contains(key.name)) {
       throw std::logic_error("the schema has no values for the key " + std::string(key.name));
     }
@@ -64,80 +64,81 @@ Json presetList() {
 }
 
 Json layerList() {
-  const Json layer = table(kLayerKeys, {{"name", text()},
-                                        {"presets", presetList()},
-                                        {"mask", {{"anyOf", {maskReference(), sameAs("mask")}}}},
-                                        {"params", sameAs("params")}});
-  return {{"type", "array"}, {"items", layer}, {"minItems", 1}, {"maxItems", kMaxLayers}};
+  const Json layer =
+      table(scene::kLayerKeys, {{"name", text()},
+                                {"presets", presetList()},
+                                {"mask", {{"anyOf", {maskReference(), sameAs("mask")}}}},
+                                {"params", sameAs("params")}});
+  return {{"type", "array"}, {"items", layer}, {"minItems", 1}, {"maxItems", scene::kMaxLayers}};
 }
 
 Json sceneTable() {
   const Json rate = {
       {"anyOf",
-       {{{"type", "number"}, {"exclusiveMinimum", 0}, {"maximum", kMaxFramesPerSecond}},
+       {{{"type", "number"}, {"exclusiveMinimum", 0}, {"maximum", scene::kMaxFramesPerSecond}},
         {{"type", "string"}, {"pattern", R"(^\s*[0-9.]+\s*(/\s*[0-9]+\s*)?$)"}}}}};
-  return table(kSceneKeys, {{"size", listOf(wholeNumbers(1, kMaxSide), 2)},
-                            {"frames", wholeNumbers(1, kMaxFrames)},
-                            {"preroll", wholeNumbers(0, kMaxFrames)},
-                            {"fps", rate},
-                            {"depth", {{"enum", {8, 16}}}},
-                            {"quality", {{"enum", {"high", "low"}}}},
-                            {"input", text()},
-                            {"mask", maskReference()},
-                            {"presets", presetList()}});
+  return table(scene::kSceneKeys, {{"size", listOf(wholeNumbers(1, scene::kMaxSide), 2)},
+                                   {"frames", wholeNumbers(1, scene::kMaxFrames)},
+                                   {"preroll", wholeNumbers(0, scene::kMaxFrames)},
+                                   {"fps", rate},
+                                   {"depth", {{"enum", {8, 16}}}},
+                                   {"quality", {{"enum", {"high", "low"}}}},
+                                   {"input", text()},
+                                   {"mask", maskReference()},
+                                   {"presets", presetList()}});
 }
 
 // A constant, or keyframes of it.
 Json overTime(const Json& value, bool eases) {
-  Json key =
-      table(kKeyframeKeys, {{"frame", shared("time")}, {"value", value}, {"ease", shared("ease")}});
+  Json key = table(scene::kKeyframeKeys,
+                   {{"frame", shared("time")}, {"value", value}, {"ease", shared("ease")}});
   if (!eases) key["properties"].erase("ease");
   key["required"] = {"frame", "value"};
   return {{"anyOf", {value, {{"type", "array"}, {"items", key}, {"minItems", 1}}}}};
 }
 
 Json maskTable() {
-  Json mask =
-      table(kMaskKeys, {{"path", overTime(text(), true)}, {"inverted", {{"type", "boolean"}}}});
+  Json mask = table(scene::kMaskKeys,
+                    {{"path", overTime(text(), true)}, {"inverted", {{"type", "boolean"}}}});
   mask["required"] = {"path"};
   return mask;
 }
 
 Json easeSchema() {
   const Json time = numbers(0, 1);
-  const Json share = numbers(-kMostShare, kMostShare);
+  const Json share = numbers(-scene::kMostShare, scene::kMostShare);
   Json handles = listOf({time, share, time, share}, 4);
-  return {{"anyOf", {{{"enum", easeNames()}}, handles}}};
+  return {{"anyOf", {{{"enum", scene::easeNames()}}, handles}}};
 }
 
 Json colorSchema() {
   return {{"anyOf",
            {{{"type", "string"}, {"pattern", "^#([0-9a-fA-F]{3}|[0-9a-fA-F]{6})$"}},
-            {{"enum", colorNames()}},
+            {{"enum", scene::colorNames()}},
             listOf(wholeNumbers(0, 255), 3)}}};
 }
 
-Json constantSchema(const hostkit::Parameter& parameter) {
-  const auto range = hostkit::validRange(parameter);
-  switch (parameter.type()) {
-    case PF_Param_SLIDER:
-      return wholeNumbers(static_cast<int>(range->min), static_cast<int>(range->max));
-    case PF_Param_FIX_SLIDER:
-      return numbers(range->min, range->max);
-    case PF_Param_ANGLE:
+Json constantSchema(const brisel::ParameterSpec& parameter) {
+  using brisel::ParamKind;
+  switch (parameter.kind) {
+    case ParamKind::WholeNumber:
+      return wholeNumbers(parameter.validMin, parameter.validMax);
+    case ParamKind::Number:
+      return numbers(parameter.validMin, parameter.validMax);
+    case ParamKind::Angle:
       return numbers(-kMostDegrees, kMostDegrees);
-    case PF_Param_CHECKBOX:
+    case ParamKind::Checkbox:
       return {{"type", "boolean"}};
-    case PF_Param_COLOR:
+    case ParamKind::Color:
       return shared("color");
-    case PF_Param_POINT:
+    case ParamKind::Point:
       return listOf(numbers(-kMostFractions, kMostFractions), 2);
-    case PF_Param_POPUP:
-      return {{"anyOf",
-               {{{"enum", parameter.items}},
-                wholeNumbers(1, static_cast<int>(parameter.items.size()))}}};
+    case ParamKind::Popup: {
+      const std::vector<std::string> items = scene::itemsOf(parameter);
+      return {{"anyOf", {{{"enum", items}}, wholeNumbers(1, static_cast<int>(items.size()))}}};
+    }
     default:
-      throw std::logic_error("the schema has no values for \"" + parameter.label + '"');
+      throw std::logic_error("the schema has no values for " + scene::inQuotes(parameter.label));
   }
 }
 
@@ -147,9 +148,9 @@ Json sceneSchema(const std::vector<ListedParameter>& parameters) {
   Json values = Json::object();
   const Json described = parameterJson(parameters);
   for (std::size_t i = 0; i < parameters.size(); ++i) {
-    const hostkit::Parameter& parameter = *parameters[i].declared;
-    if (!takesValue(parameter.type())) continue;
-    Json value = overTime(constantSchema(parameter), isInterpolated(parameter.type()));
+    const auto& parameter = brisel::parameterSpec(parameters[i].declared->index);
+    if (!scene::takesValue(parameter.kind)) continue;
+    Json value = overTime(constantSchema(parameter), scene::isInterpolated(parameter.kind));
     value["description"] = described[i]["description"];
     value["default"] = described[i]["default"];
     values[parameter.label] = value;
@@ -164,10 +165,10 @@ Json sceneSchema(const std::vector<ListedParameter>& parameters) {
                        {{"type", "string"}, {"pattern", R"(^\s*[-+0-9.eE]+\s*s\s*$)"}}}}}},
                    {"ease", easeSchema()},
                    {"color", colorSchema()}}}};
-  schema.update(table(kTables, {{"scene", sceneTable()},
-                                {"params", params},
-                                {"mask", maskTable()},
-                                {"layer", layerList()}}));
+  schema.update(table(scene::kTables, {{"scene", sceneTable()},
+                                       {"params", params},
+                                       {"mask", maskTable()},
+                                       {"layer", layerList()}}));
   return schema;
 }
 

@@ -48,7 +48,7 @@ void addSceneOptions(CLI::App& command, SceneOptions& options) {
                   "Steps before frame 0, so that a clip starts in full\n"
                   "swing")
       ->option_text("N")
-      ->check(CLI::Range(0, kMaxFrames));
+      ->check(CLI::Range(0, scene::kMaxFrames));
   command.add_option("--fps", options.rate, "Frames per second: 25, 29.97 or 30000/1001")
       ->type_name("RATE");
   command.add_option("--depth", options.depth, "Bits per channel")

@@ -66,9 +66,7 @@ void makeSheet(const SheetOptions& options) {
   std::vector<ScenePlan> plans;
   int shownFrames = 0;
   for (const std::string& file : options.scenes) {
-    Scene scene = readScene(file);
-    applyOptions(scene, options.overrides);
-    plans.push_back(planScene(std::move(scene)));
+    plans.push_back(planScene(scene::readScene(file), options.overrides));
     shownFrames += std::min(count, plans.back().frames);
   }
 

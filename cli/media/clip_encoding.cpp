@@ -106,7 +106,7 @@ PipedFrames pipedFrames(const OutputTarget& target) {
 
 std::vector<std::string> encodeCommand(const OutputTarget& target,
                                        const std::optional<std::filesystem::path>& file,
-                                       FrameSize size, FrameRate rate, Depth depth,
+                                       FrameSize size, scene::FrameRate rate, Depth depth,
                                        const std::optional<Soundtrack>& sound) {
   std::vector<std::string> command;
   append(command, "ffmpeg -v error -nostdin -y " + inputOptions(pipedFrames(target), size, depth) +

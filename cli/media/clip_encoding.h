@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "cli/media/frame_rate.h"
 #include "cli/media/output_target.h"
 #include "cli/media/soundtrack.h"
 #include "cli/pictures/frame.h"
+#include "scene/frame_rate.h"
 
 namespace cli {
 
@@ -25,7 +25,7 @@ PipedFrames pipedFrames(const OutputTarget& target);
 // The command line that writes the target into `file`, or onto standard output without one.
 std::vector<std::string> encodeCommand(const OutputTarget& target,
                                        const std::optional<std::filesystem::path>& file,
-                                       FrameSize size, FrameRate rate, Depth depth,
+                                       FrameSize size, scene::FrameRate rate, Depth depth,
                                        const std::optional<Soundtrack>& sound);
 
 }  // namespace cli

@@ -12,22 +12,22 @@ namespace {
 using Ticks = std::int64_t;
 
 // Rates that cameras and screens have; a measured rate this close is taken for one of them.
-constexpr std::array<FrameRate, 14> kUsualRates = {{{24000, 1001},
-                                                    {24, 1},
-                                                    {25, 1},
-                                                    {30000, 1001},
-                                                    {30, 1},
-                                                    {48, 1},
-                                                    {50, 1},
-                                                    {60000, 1001},
-                                                    {60, 1},
-                                                    {100, 1},
-                                                    {120000, 1001},
-                                                    {120, 1},
-                                                    {15, 1},
-                                                    {240, 1}}};
+constexpr std::array<scene::FrameRate, 14> kUsualRates = {{{24000, 1001},
+                                                           {24, 1},
+                                                           {25, 1},
+                                                           {30000, 1001},
+                                                           {30, 1},
+                                                           {48, 1},
+                                                           {50, 1},
+                                                           {60000, 1001},
+                                                           {60, 1},
+                                                           {100, 1},
+                                                           {120000, 1001},
+                                                           {120, 1},
+                                                           {15, 1},
+                                                           {240, 1}}};
 
-bool isNear(FrameRate rate, double perSecond) {
+bool isNear(scene::FrameRate rate, double perSecond) {
   return std::abs(rate.perSecond() - perSecond) <= 0.002 * perSecond;
 }
 
@@ -56,15 +56,16 @@ UsualStep usualStep(std::span<const Ticks> steps) {
 }
 
 // What is declared is exact where it agrees with what the pictures do.
-FrameRate rateNear(double perSecond, const DeclaredTiming& declared) {
+scene::FrameRate rateNear(double perSecond, const DeclaredTiming& declared) {
   for (const auto& rate : {declared.nominal, declared.average}) {
     if (rate && isNear(*rate, perSecond)) return *rate;
   }
-  const auto nearest = std::ranges::min_element(kUsualRates, {}, [perSecond](FrameRate rate) {
-    return std::abs(rate.perSecond() - perSecond);
-  });
+  const auto nearest = std::ranges::min_element(
+      kUsualRates, {},
+      [perSecond](scene::FrameRate rate) { return std::abs(rate.perSecond() - perSecond); });
   if (isNear(*nearest, perSecond)) return *nearest;
-  return frameRateFromNumber(std::clamp(perSecond, 0.001, kMaxFramesPerSecond)).value();
+  return scene::frameRateFromNumber(std::clamp(perSecond, 0.001, scene::kMaxFramesPerSecond))
+      .value();
 }
 
 }  // namespace
@@ -80,7 +81,8 @@ ClipTiming timingOf(std::vector<PictureTime> pictures, const DeclaredTiming& dec
   if (steps.empty() && last.duration > 0) steps.push_back(last.duration);
 
   ClipTiming timing;
-  timing.rate = declared.average ? *declared.average : declared.nominal.value_or(FrameRate{});
+  timing.rate =
+      declared.average ? *declared.average : declared.nominal.value_or(scene::FrameRate{});
   timing.start = static_cast<double>(pictures.front().start) * declared.tick;
   double lastStep = 1 / timing.rate.perSecond();
   if (!steps.empty()) {

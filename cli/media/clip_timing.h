@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "cli/media/frame_rate.h"
+#include "scene/frame_rate.h"
 
 namespace cli {
 
@@ -18,12 +18,12 @@ struct PictureTime {
 // The rates and the clock that the container declares.
 struct DeclaredTiming {
   double tick = 0;  // seconds
-  std::optional<FrameRate> nominal;
-  std::optional<FrameRate> average;
+  std::optional<scene::FrameRate> nominal;
+  std::optional<scene::FrameRate> average;
 };
 
 struct ClipTiming {
-  FrameRate rate;           // the clip's own: the one that most of its pictures keep
+  scene::FrameRate rate;    // the clip's own: the one that most of its pictures keep
   bool isVariable = false;  // some of them do not
   double start = 0;         // of the first picture on the container's clock, in seconds
   double seconds = 0;       // from there to the end of the last picture

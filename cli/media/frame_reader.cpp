@@ -4,7 +4,7 @@
 
 #include "cli/pictures/frame_fit.h"
 #include "cli/support/errors.h"
-#include "cli/support/numbers.h"
+#include "scene/text/numbers.h"
 
 namespace cli {
 namespace {
@@ -24,13 +24,13 @@ std::string sizeOptions(const MediaInfo& info) {
 }
 
 // The rate's frames from the time at which the file starts, whatever the clip's own times are.
-void addTiming(const MediaInfo& info, FrameRate rate, FilterChain& chain) {
+void addTiming(const MediaInfo& info, scene::FrameRate rate, FilterChain& chain) {
   if (info.isStill() || info.source.isSequence) return;
   if (!info.hasTimes) {
     chain.add("setpts=PTS-STARTPTS");
   } else if (info.clockStart < 0) {
     // ffmpeg counts from that time.
-    chain.add("setpts=PTS" + numberText(info.clockStart) + "/TB");
+    chain.add("setpts=PTS" + scene::numberText(info.clockStart) + "/TB");
   }
   chain.add("fps=" + rate.text() + ":start_time=0");
 }
@@ -71,7 +71,7 @@ std::string formatName(PipePixels pixels) {
   }
 }
 
-std::string filters(const MediaInfo& info, FrameRate rate, PipePixels pixels) {
+std::string filters(const MediaInfo& info, scene::FrameRate rate, PipePixels pixels) {
   FilterChain chain;
   if (!info.firstField.empty()) {
     chain.add("bwdif=mode=send_frame:parity=" + info.firstField + ":deint=all");
@@ -88,7 +88,8 @@ std::string filters(const MediaInfo& info, FrameRate rate, PipePixels pixels) {
 }
 
 // The whole command line. Frames of info.size, one after another, come out of its standard output.
-std::vector<std::string> decodeCommand(const MediaInfo& info, FrameRate rate, PipePixels pixels) {
+std::vector<std::string> decodeCommand(const MediaInfo& info, scene::FrameRate rate,
+                                       PipePixels pixels) {
   std::vector<std::string> command = {"ffmpeg", "-v", "error", "-nostdin"};
   if (!info.decoder.empty()) command.insert(command.end(), {"-c:v", info.decoder});
   command.insert(command.end(), info.source.options.begin(), info.source.options.end());
@@ -108,7 +109,7 @@ PipePixels pipePixels(const MediaInfo& info, FrameSize size, Depth wanted) {
 
 }  // namespace
 
-FrameReader::FrameReader(const MediaInfo& info, FrameSize size, FrameRate rate, Depth depth)
+FrameReader::FrameReader(const MediaInfo& info, FrameSize size, scene::FrameRate rate, Depth depth)
     : name_(info.source.name),
       size_(size),
       depth_(depth),

@@ -16,7 +16,7 @@ enum class PipePixels { kArgb8, kRgba8, kRgba16 };
 class FrameReader {
  public:
   // Pictures of another size are fitted into it, see fittedFrame.
-  FrameReader(const MediaInfo& info, FrameSize size, FrameRate rate, Depth depth);
+  FrameReader(const MediaInfo& info, FrameSize size, scene::FrameRate rate, Depth depth);
 
   // Puts the next frame into the world, which has the reader's size and depth; false at the end.
   // Throws WorkError naming the input when it cannot be decoded.

@@ -67,7 +67,7 @@ void PictureWriter::write(std::span<const std::uint8_t> encoded, int number) {
 
 std::vector<std::string> commandFor(const OutputTarget& target,
                                     std::optional<TemporaryFile>& temporary, FrameSize size,
-                                    FrameRate rate, Depth depth,
+                                    scene::FrameRate rate, Depth depth,
                                     const std::optional<Soundtrack>& sound) {
   if (target.isStandardOutput()) {
     return encodeCommand(target, std::nullopt, size, rate, depth, sound);
@@ -79,7 +79,7 @@ std::vector<std::string> commandFor(const OutputTarget& target,
 // A clip encoded by ffmpeg from frames sent down a pipe.
 class ClipWriter : public FrameWriter {
  public:
-  ClipWriter(const OutputTarget& target, FrameSize size, FrameRate rate, Depth depth,
+  ClipWriter(const OutputTarget& target, FrameSize size, scene::FrameRate rate, Depth depth,
              const std::optional<Soundtrack>& sound);
 
   std::span<const std::uint8_t> encode(const Frame& frame,
@@ -103,8 +103,8 @@ class ClipWriter : public FrameWriter {
   ChildProcess encoder_;
 };
 
-ClipWriter::ClipWriter(const OutputTarget& target, FrameSize size, FrameRate rate, Depth depth,
-                       const std::optional<Soundtrack>& sound)
+ClipWriter::ClipWriter(const OutputTarget& target, FrameSize size, scene::FrameRate rate,
+                       Depth depth, const std::optional<Soundtrack>& sound)
     : target_(target),
       frames_(pipedFrames(target)),
       sound_(sound),
@@ -159,7 +159,7 @@ void ClipWriter::fail() {
 }  // namespace
 
 std::unique_ptr<FrameWriter> openFrameWriter(const OutputTarget& target, FrameSize size,
-                                             FrameRate rate, Depth depth,
+                                             scene::FrameRate rate, Depth depth,
                                              const std::optional<Soundtrack>& sound) {
   if (target.holdsPictures()) return std::make_unique<PictureWriter>(target);
   return std::make_unique<ClipWriter>(target, size, rate, depth, sound);

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "cli/media/frame_rate.h"
 #include "cli/media/output_target.h"
 #include "cli/media/soundtrack.h"
 #include "cli/pictures/frame.h"
+#include "scene/frame_rate.h"
 
 namespace cli {
 
@@ -42,7 +42,7 @@ class FrameWriter {
 
 // Pictures have no sound.
 std::unique_ptr<FrameWriter> openFrameWriter(const OutputTarget& target, FrameSize size,
-                                             FrameRate rate, Depth depth,
+                                             scene::FrameRate rate, Depth depth,
                                              const std::optional<Soundtrack>& sound = {});
 
 }  // namespace cli

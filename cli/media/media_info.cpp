@@ -8,7 +8,7 @@
 #include "cli/media/clip_timing.h"
 #include "cli/support/child_process.h"
 #include "cli/support/errors.h"
-#include "cli/support/numbers.h"
+#include "scene/text/numbers.h"
 
 namespace cli {
 namespace {
@@ -23,7 +23,7 @@ std::string textOf(const Json& object, const char* key) {
 }
 
 int integerOf(const Json& object, const char* key, int otherwise) {
-  return parseInteger(textOf(object, key)).value_or(otherwise);
+  return scene::parseInteger(textOf(object, key)).value_or(otherwise);
 }
 
 bool liesOnItsSide(const Json& stream) {
@@ -39,8 +39,8 @@ FrameSize seenSize(const Json& stream) {
   const std::string aspect = textOf(stream, "sample_aspect_ratio");
   const std::size_t colon = aspect.find(':');
   if (colon != std::string::npos) {
-    const int across = parseInteger(aspect.substr(0, colon)).value_or(0);
-    const int down = parseInteger(aspect.substr(colon + 1)).value_or(0);
+    const int across = scene::parseInteger(aspect.substr(0, colon)).value_or(0);
+    const int down = scene::parseInteger(aspect.substr(colon + 1)).value_or(0);
     if (across > 0 && down > 0) {
       size.width = std::max(1, static_cast<int>(std::lround(1.0 * size.width * across / down)));
     }
@@ -97,14 +97,15 @@ void readTiming(const Json& answer, const Json& stream, MediaInfo& info) {
   const std::vector<PictureTime> times = pictureTimes(packets);
   info.frameCount = std::max<int>(1, static_cast<int>(packets.size()));
   DeclaredTiming declared;
-  declared.average = frameRateFromText(textOf(stream, "avg_frame_rate"));
-  declared.nominal = frameRateFromText(textOf(stream, "r_frame_rate"));
-  if (const auto tick = frameRateFromText(textOf(stream, "time_base"))) {
+  declared.average = scene::frameRateFromText(textOf(stream, "avg_frame_rate"));
+  declared.nominal = scene::frameRateFromText(textOf(stream, "r_frame_rate"));
+  if (const auto tick = scene::frameRateFromText(textOf(stream, "time_base"))) {
     declared.tick = tick->perSecond();
   }
   const bool isTimed = !times.empty() && times.size() * 2 >= packets.size() && declared.tick > 0;
   if (info.source.isSequence || !isTimed) {
-    info.rate = declared.average ? *declared.average : declared.nominal.value_or(FrameRate{});
+    info.rate =
+        declared.average ? *declared.average : declared.nominal.value_or(scene::FrameRate{});
     info.seconds = info.frameCount / info.rate.perSecond();
     return;
   }
@@ -114,8 +115,8 @@ void readTiming(const Json& answer, const Json& stream, MediaInfo& info) {
   info.rate = timing.rate;
   info.isVariable = timing.isVariable;
   // Sound that is there only to start a decoder may lie before 0.
-  const double first =
-      parseNumber(textOf(answer.value("format", Json()), "start_time")).value_or(timing.start);
+  const double first = scene::parseNumber(textOf(answer.value("format", Json()), "start_time"))
+                           .value_or(timing.start);
   info.clockStart = std::min(first, 0.0);
   info.seconds = timing.seconds + std::max(0.0, timing.start - std::max(first, 0.0));
 }
@@ -187,7 +188,7 @@ MediaInfo probeMedia(const MediaSource& source, InputChoices choices) {
   throw WorkError("the input " + inQuotes(source.name) + " holds no picture");
 }
 
-int framesAtRate(const MediaInfo& info, FrameRate rate) {
+int framesAtRate(const MediaInfo& info, scene::FrameRate rate) {
   if (info.source.isSequence) return info.frameCount;
   return std::max(1, static_cast<int>(std::lround(info.seconds * rate.perSecond())));
 }

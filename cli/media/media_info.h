@@ -4,16 +4,17 @@
 #include <string>
 #include <vector>
 
-#include "cli/media/frame_rate.h"
 #include "cli/media/media_source.h"
 #include "cli/pictures/frame.h"
+#include "scene/frame_rate.h"
 
 namespace cli {
 
 struct MediaInfo {
   MediaSource source;
-  FrameSize size;      // as seen: square pixels, turned upright
-  FrameRate rate;      // meaningless for a still; of a sequence, what it has unless told otherwise
+  FrameSize size;  // as seen: square pixels, turned upright
+  scene::FrameRate
+      rate;            // meaningless for a still; of a sequence, what it has unless told otherwise
   int frameCount = 1;  // pictures in the file; 1 is a still
   bool isVariable = false;  // some pictures do not keep the rate
   double seconds = 0;       // how long a clip lasts, from the start of its first stream
@@ -37,6 +38,6 @@ struct MediaInfo {
 MediaInfo probeMedia(const MediaSource& source, InputChoices choices = {});
 
 // How many frames the input covers when played at the given rate.
-int framesAtRate(const MediaInfo& info, FrameRate rate);
+int framesAtRate(const MediaInfo& info, scene::FrameRate rate);
 
 }  // namespace cli

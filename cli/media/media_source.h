@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/media/frame_rate.h"
 #include "cli/support/nameless_file.h"
+#include "scene/frame_rate.h"
 
 namespace cli {
 

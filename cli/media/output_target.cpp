@@ -5,7 +5,7 @@
 #include <map>
 
 #include "cli/support/errors.h"
-#include "cli/support/nearest_name.h"
+#include "scene/text/nearest_name.h"
 
 namespace cli {
 namespace {
@@ -53,7 +53,7 @@ OutputFormat formatOf(const OutputOptions& options, const std::filesystem::path&
   if (path == "-") {
     throw UsageError("say with --format what to write to standard output, such as --format mov");
   }
-  const std::string extension = lowerCase(path.extension().string());
+  const std::string extension = scene::lowerCase(path.extension().string());
   const auto found = kFormats.find(extension.empty() ? extension : extension.substr(1));
   if (found == kFormats.end()) {
     throw UsageError("cannot tell from its name what to write into " + inQuotes(options.name) +

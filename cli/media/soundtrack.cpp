@@ -9,7 +9,7 @@
 #include "cli/media/media_source.h"
 #include "cli/support/child_process.h"
 #include "cli/support/errors.h"
-#include "cli/support/numbers.h"
+#include "scene/text/numbers.h"
 
 namespace cli {
 namespace {
@@ -60,7 +60,7 @@ std::optional<Soundtrack> findSoundtrack(const MediaSource& source, double start
   if (sound.codecs.empty()) return std::nullopt;
   // ffmpeg counts from the first stream, which may lie before 0 for a decoder to start with.
   const std::string first = json.value("format", Json::object()).value("start_time", "0");
-  sound.start += std::max(0.0, -parseNumber(first).value_or(0));
+  sound.start += std::max(0.0, -scene::parseNumber(first).value_or(0));
   return sound;
 }
 

@@ -5,17 +5,13 @@
 #include <cstdint>
 #include <vector>
 
+#include "core/geometry.h"
 #include "hostkit/world.h"
 
 namespace cli {
 
+using brisel::FrameSize;
 using hostkit::Depth;
-
-struct FrameSize {
-  int width = 0;
-  int height = 0;
-  bool operator==(const FrameSize&) const = default;
-};
 
 // Interleaved red, green, blue, alpha, not premultiplied, top row first, rows without padding.
 // Channels are bytes (0..255) or 16-bit integers of this machine's byte order (0..65535).

@@ -14,11 +14,11 @@ constexpr int kWorldsAhead = 2;
 }  // namespace
 
 InputStream::InputStream(const ScenePlan& plan)
-    : reader_(*plan.input, plan.size, plan.rate, plan.scene.depth),
+    : reader_(*plan.input, plan.size, plan.rate, plan.depth),
       current_(worldFor(plan)),
       name_(plan.input->source.name),
       frames_(plan.input->isStill() ? 1 : framesAtRate(*plan.input, plan.rate)),
-      toleratesDamage_(plan.scene.reading.tolerateDamage),
+      toleratesDamage_(plan.reading.tolerateDamage),
       free_(kWorldsAhead + 1),
       decoded_(kWorldsAhead) {
   for (int i = 0; i < kWorldsAhead; ++i) free_.push(worldFor(plan));

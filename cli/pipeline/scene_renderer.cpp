@@ -49,7 +49,7 @@ void SceneRenderer::renderNext() {
   const hostkit::RenderRequest request = beginFrame();
   const BusyTime::Scope busy(rendering_);
   for (std::size_t i = 0; i < layers_.size(); ++i) {
-    layers_[i].setFrame(std::max(nextFrame_, 0));
+    layers_[i].setFrame(nextFrame_);
     if (i == 0) {
       layers_[i].session().render(*picture_, output_, request);
       lookForStars(i, *picture_);
@@ -64,7 +64,7 @@ void SceneRenderer::renderNext() {
 
 void SceneRenderer::renderOver(const hostkit::World& below, LayerEffect& layer,
                                const hostkit::RenderRequest& request) {
-  const bool isToBeAdded = layer.isToBeAdded();
+  const bool isToBeAdded = layer.layer().isToBeAdded(layer.values());
   if (!isToBeAdded) layer.session().setBackdrop(&below);
   layer.session().render(*picture_, output_, request);
   if (isToBeAdded) addLight(output_, below);
@@ -73,10 +73,10 @@ void SceneRenderer::renderOver(const hostkit::World& below, LayerEffect& layer,
 void SceneRenderer::stepNext() {
   if (!canStep_) return renderNext();
   const hostkit::RenderRequest request = beginFrame();
-  const hostkit::OutputShape shape{plan_.size.width, plan_.size.height, plan_.scene.depth};
+  const hostkit::OutputShape shape{plan_.size.width, plan_.size.height, plan_.depth};
   const BusyTime::Scope busy(stepping_);
   for (LayerEffect& layer : layers_) {
-    layer.setFrame(std::max(nextFrame_, 0));
+    layer.setFrame(nextFrame_);
     layer.session().advance(*picture_, shape, request);
   }
   ++nextFrame_;
@@ -94,14 +94,14 @@ hostkit::RenderRequest SceneRenderer::beginFrame() {
   request.rateDen = plan_.rate.seconds;
   request.layerWidth = plan_.layer.width;
   request.layerHeight = plan_.layer.height;
-  request.downsampleX.den = static_cast<A_u_long>(plan_.scene.reduction);
-  request.downsampleY.den = static_cast<A_u_long>(plan_.scene.reduction);
+  request.downsampleX.den = static_cast<A_u_long>(plan_.reduction);
+  request.downsampleY.den = static_cast<A_u_long>(plan_.reduction);
   request.quality = plan_.scene.highQuality ? PF_Quality_HI : PF_Quality_LO;
   return request;
 }
 
 Frame SceneRenderer::picture() const {
-  Frame frame(plan_.size, plan_.scene.depth);
+  Frame frame(plan_.size, plan_.depth);
   copyFromWorld(output_, frame);
   return frame;
 }
@@ -116,9 +116,8 @@ void SceneRenderer::lookForStars(std::size_t layer, const hostkit::World& below)
 std::vector<std::string> SceneRenderer::warnings() {
   std::vector<std::string> warnings;
   for (std::size_t i = 0; i < layers_.size(); ++i) {
-    for (const std::string& text :
-         starWarnings(plan_, i, layers_[i].session().parameters(), starsSeen_[i])) {
-      warnings.push_back(layerPrefix(plan_.scene, i) + text);
+    for (const std::string& text : starWarnings(plan_, layers_[i], starsSeen_[i])) {
+      warnings.push_back(scene::layerPrefix(plan_.scene, i) + text);
     }
   }
   return warnings;
@@ -128,8 +127,8 @@ std::vector<std::string> SceneRenderer::notes() const {
   std::vector<std::string> notes;
   if (plan_.input) notes = plan_.input->notes;
   for (std::size_t i = 0; i < layers_.size(); ++i) {
-    for (const std::string& text : layers_[i].notes()) {
-      notes.push_back(layerPrefix(plan_.scene, i) + text);
+    for (const std::string& text : layers_[i].layer().notes()) {
+      notes.push_back(scene::layerPrefix(plan_.scene, i) + text);
     }
   }
   return notes;

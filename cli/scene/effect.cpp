@@ -1,10 +1,9 @@
 #include "cli/scene/effect.h"
 
-#include <set>
 #include <utility>
 
-#include "cli/scene/param_values.h"
 #include "cli/support/errors.h"
+#include "effect/parameters.h"
 
 namespace cli {
 namespace {
@@ -18,13 +17,16 @@ void checkVersion(const std::filesystem::path& path, A_u_long version) {
                   " or later");
 }
 
-void checkLabels(const std::filesystem::path& path, const hostkit::ParameterSet& parameters) {
-  std::set<std::string> labels;
-  for (const hostkit::Parameter& parameter : parameters.list()) {
-    if (takesValue(parameter.type()) && !labels.insert(parameter.label).second) {
-      throw WorkError("the module " + inQuotes(path.string()) + " declares two parameters called " +
-                      inQuotes(parameter.label));
+// Values are given by the parameter's index, which never changes.
+void checkParameters(const std::filesystem::path& path, const hostkit::ParameterSet& parameters) {
+  for (std::int32_t index = 1; index < brisel::kParamCount; ++index) {
+    const char* const label = brisel::parameterSpec(index).label;
+    if (index < parameters.count() &&
+        parameters.list()[static_cast<std::size_t>(index)].label == label) {
+      continue;
     }
+    throw WorkError("the module " + inQuotes(path.string()) + " is another effect: its parameter " +
+                    std::to_string(index) + " is not " + inQuotes(label));
   }
 }
 
@@ -44,6 +46,12 @@ std::filesystem::path findModule(const std::string& askedFor) {
                   inQuotes(installed.string()) + "; name it with --module");
 }
 
+scene::PresetLibrary presetsBeside(const std::filesystem::path& module) {
+  // The module, too, looks in the folder of the file that a link leads to.
+  const auto folder = std::filesystem::canonical(module).parent_path();
+  return scene::PresetLibrary(folder / "Corvane" / "Drizzen");
+}
+
 std::string versionText(A_u_long version) {
   static const char* const kStages[] = {"develop", "alpha", "beta", "release"};
   const auto bits = [version](int shift, A_u_long mask) { return (version >> shift) & mask; };
@@ -61,7 +69,7 @@ SharedModule loadModule(const std::string& askedFor) {
 Effect::Effect(SharedModule module) : module_(std::move(module)), session_(*module_) {
   session_.open();
   checkVersion(path(), session_.report().version);
-  checkLabels(path(), session_.parameters());
+  checkParameters(path(), session_.parameters());
 }
 
 }  // namespace cli

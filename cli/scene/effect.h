@@ -7,6 +7,7 @@
 
 #include "hostkit/module.h"
 #include "hostkit/session.h"
+#include "scene/preset_library.h"
 
 namespace cli {
 
@@ -19,6 +20,9 @@ std::filesystem::path findModule(const std::string& askedFor);
 // "2.0.0 develop, build 1" of the host's packed version number.
 std::string versionText(A_u_long version);
 
+// The presets that a module shows: those in its folder.
+scene::PresetLibrary presetsBeside(const std::filesystem::path& module);
+
 // Stays loaded while any instance of its effect needs it.
 using SharedModule = std::shared_ptr<const hostkit::Module>;
 
@@ -28,8 +32,8 @@ SharedModule loadModule(const std::string& askedFor);
 // One instance.
 class Effect {
  public:
-  // Throws WorkError or hostkit::Error when the module cannot be used: too old, or parameters that
-  // cannot be told apart by their labels.
+  // Throws WorkError or hostkit::Error when the module cannot be used: too old, or parameters of
+  // another effect.
   explicit Effect(SharedModule module);
 
   const std::filesystem::path& path() const { return module_->path(); }

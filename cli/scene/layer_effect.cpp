@@ -1,101 +1,83 @@
 #include "cli/scene/layer_effect.h"
 
-#include <algorithm>
 #include <utility>
-
-#include "cli/support/errors.h"
 
 namespace cli {
 namespace {
 
-constexpr char kMix[] = "Mix with original";
-constexpr char kAlone[] = "Replace";
-constexpr char kAdded[] = "Add";
+using brisel::ParamKind;
+
+// The instance's first mask.
+constexpr PF_PathID kMaskId = 1;
+
+hostkit::MaskShape hostShape(const scene::MaskShape& shape) {
+  hostkit::MaskShape result{{}, shape.closed};
+  for (const auto& [point, in, out] : shape.vertices) {
+    result.vertices.push_back({point.x, point.y, in.x, in.y, out.x, out.y});
+  }
+  return result;
+}
+
+void giveValue(const brisel::Value& value, ParamKind kind, PF_ParamDefUnion& u) {
+  switch (kind) {
+    case ParamKind::Number:
+      u.fd.value = value.number;
+      break;
+    case ParamKind::WholeNumber:
+      u.sd.value = value.number;
+      break;
+    case ParamKind::Angle:
+      u.ad.value = value.number;
+      break;
+    case ParamKind::Checkbox:
+      u.bd.value = value.number;
+      break;
+    case ParamKind::Popup:
+      u.pd.value = value.number;
+      break;
+    case ParamKind::Color: {
+      const brisel::ByteColor color = brisel::toColor(value);
+      u.cd.value = {color.alpha, color.red, color.green, color.blue};
+      break;
+    }
+    case ParamKind::Point:
+      u.td.x_value = value.number;
+      u.td.y_value = value.y;
+      break;
+    case ParamKind::Mask:
+      u.path_d.path_id = value.number != 0 ? kMaskId : 0;
+      break;
+    default:
+      break;
+  }
+}
 
 }  // namespace
 
 LayerEffect::LayerEffect(SharedModule module, const ScenePlan& plan, std::size_t layer)
-    : size_(plan.layer),
-      effect_(std::move(module)),
-      tracks_(bindSettings(plan.scene.layers[layer].settings, session().parameters(), size_)) {
-  const Layer& described = plan.scene.layers[layer];
-  session().parameters().resetToDefaults(size_.width, size_.height);
-  session().setLayerSize(size_.width, size_.height);
-  applyPresets(described.presets);
-  if (described.mask) chooseMask(*described.mask, plan.rate, plan.scene.preroll);
-  chooseMix(layer == 0, plan.input.has_value());
-}
-
-void LayerEffect::setFrame(double frame) {
-  for (const Track& track : tracks_) {
-    setParameter(session().parameters(), *track.parameter, valueAt(track, frame), size_);
-  }
-}
-
-// What comes from one place wins over its presets, and over all that comes from places before it.
-void LayerEffect::applyPresets(const std::vector<PresetChoice>& choices) {
-  if (choices.empty()) return;
-  const PresetIndex index = readPresetIndex(effect_.path());
-  const hostkit::Parameter* mix = session().parameters().find(kMix);
-  std::optional<Origin> mixChosenBy;
-  for (const PresetChoice& choice : choices) {
-    const auto set = applyPreset(session(), index, findPreset(index, choice));
-    const auto isSet = [&set](const hostkit::Parameter* parameter) {
-      return std::ranges::find(set, parameter->index) != set.end();
-    };
-    if (mix != nullptr && isSet(mix)) mixChosenBy = choice.origin;
-    std::erase_if(tracks_, [&](const Track& track) {
-      return track.origin < choice.origin && isSet(track.parameter);
-    });
-  }
-  if (mixChosenBy && std::ranges::find(tracks_, mix, &Track::parameter) == tracks_.end()) {
-    const double item = session().parameters().value(mix->index).u.pd.value;
-    tracks_.push_back({mix, *mixChosenBy, {{{0}, {item}}}});
-  }
-}
-
-void LayerEffect::chooseMask(const Mask& mask, FrameRate rate, int preroll) {
-  const auto& parameters = session().parameters().list();
-  const auto path = std::ranges::find(parameters, PF_Param_PATH, &hostkit::Parameter::type);
-  if (path == parameters.end()) {
-    throw WorkError("the module " + inQuotes(effect_.path().string()) + " takes no mask");
-  }
-  const auto shapeAtTime = [mask, rate, preroll](const hostkit::MaskTime& time) {
-    return shapeAt(mask, std::max(frameAt(time, rate) - preroll, 0.0));
+    : effect_(std::move(module)),
+      layer_(plan.scene, layer, {plan.layer, plan.rate, plan.input.has_value()},
+             presetsBeside(effect_.path())),
+      values_(plan.layer) {
+  session().parameters().resetToDefaults(plan.layer.width, plan.layer.height);
+  session().setLayerSize(plan.layer.width, plan.layer.height);
+  if (!layer_.mask()) return;
+  const auto shapeAtTime = [mask = *layer_.mask(), rate = plan.rate,
+                            preroll = plan.scene.preroll](const hostkit::MaskTime& time) {
+    return hostShape(scene::shapeAt(mask, std::max(frameAt(time, rate) - preroll, 0.0)));
   };
-  session().parameters().setPath(path->index,
-                                 session().records().masks.add(shapeAtTime, mask.inverted));
+  session().records().masks.add(shapeAtTime, layer_.mask()->inverted);
 }
 
-// The module's default leaves out what lies below, which a host's user sees at once, but here only
-// when the clip is done. A scene that chooses this for all layers means the input, not the layers.
-void LayerEffect::chooseMix(bool isFirst, bool hasInput) {
-  mix_ = session().parameters().find(kMix);
-  if (mix_ == nullptr) return;
-  const auto track = std::ranges::find(tracks_, mix_, &Track::parameter);
-  const bool isSet = track != tracks_.end();
-  const bool isOwn = isSet && track->origin == Origin::kLayer;
-  if (isOwn && !isFirst) {
-    const ParamValue alone = paramValue(kAlone, *mix_, size_);
-    if (std::ranges::find(track->keys, alone, &Track::Key::value) != track->keys.end()) {
-      notes_.push_back(inQuotes(kMix) + " is " + inQuotes(kAlone) +
-                       ", which hides the layers below");
-    }
+// Those that have changed alone, since a host asks the effect what that means to its controls.
+void LayerEffect::setFrame(double frame) {
+  const brisel::Values values = layer_.at(frame);
+  for (std::int32_t index = 1; index < brisel::kParamCount; ++index) {
+    if (values[index] == values_[index]) continue;
+    giveValue(values[index], brisel::parameterSpec(index).kind,
+              session().parameters().value(index).u);
   }
-  joinsWhenAlone_ = !isOwn && !isFirst;
-  joinsWhenAdded_ = !hasInput && !isFirst;  // the module would darken what it adds to, by its alpha
-  if (isSet || !hasInput) return;
-  tracks_.push_back({mix_, Origin::kScene, {{{0}, paramValue(kAdded, *mix_, size_)}}});
-  if (!isFirst) return;
-  notes_.push_back(inQuotes(kMix) + " is not set, so stars are added to the input (" +
-                   inQuotes(kAdded) + ")");
-}
-
-bool LayerEffect::isToBeAdded() {
-  if (mix_ == nullptr) return false;
-  const A_long item = session().parameters().value(mix_->index).u.pd.value;
-  const std::string& mix = mix_->items.at(static_cast<std::size_t>(item - 1));
-  return (joinsWhenAlone_ && mix == kAlone) || (joinsWhenAdded_ && mix == kAdded);
+  values_ = values;
 }
 
 std::deque<LayerEffect> layerEffects(const ScenePlan& plan, const std::string& modulePath) {
@@ -103,6 +85,12 @@ std::deque<LayerEffect> layerEffects(const ScenePlan& plan, const std::string& m
   std::deque<LayerEffect> effects;
   for (std::size_t i = 0; i < plan.scene.layers.size(); ++i) effects.emplace_back(module, plan, i);
   return effects;
+}
+
+double frameAt(const hostkit::MaskTime& time, scene::FrameRate rate) {
+  // Both products are whole and below 2^53, so that a whole frame comes out exactly.
+  return static_cast<double>(time.time) * rate.frames /
+         (static_cast<double>(time.scale) * rate.seconds);
 }
 
 }  // namespace cli

@@ -7,42 +7,34 @@
 
 #include "cli/scene/effect.h"
 #include "cli/scene/scene_plan.h"
+#include "scene/layer_values.h"
 
 namespace cli {
 
 class LayerEffect {
  public:
-  // Sets up an instance, and applies the presets and the mask. Stars are added to an input where
-  // nothing says how to mix. Throws when the module cannot do what the scene says.
+  // Sets up an instance and its mask. Throws when the effect cannot do what the scene says.
   LayerEffect(SharedModule module, const ScenePlan& plan, std::size_t layer);
 
   // Gives the parameters their values at that frame.
   void setFrame(double frame);
 
-  // Whether the module renders the stars of that frame alone, and they are to be added to those of
-  // the layers below: where there is no input, or the scene leaves it out.
-  bool isToBeAdded();
-
   hostkit::Session& session() { return effect_.session(); }
 
-  // What was chosen where the scene leaves it open and a person may have expected something else.
-  const std::vector<std::string>& notes() const { return notes_; }
+  // What the scene says, and what of it the parameters have at the frame.
+  const scene::LayerValues& layer() const { return layer_; }
+  const brisel::Values& values() const { return values_; }
 
  private:
-  void applyPresets(const std::vector<PresetChoice>& choices);
-  void chooseMask(const Mask& mask, FrameRate rate, int preroll);
-  void chooseMix(bool isFirst, bool hasInput);
-
-  FrameSize size_;  // of the composition's layer, at full resolution
   Effect effect_;
-  std::vector<Track> tracks_;
-  const hostkit::Parameter* mix_ = nullptr;
-  bool joinsWhenAlone_ = false;
-  bool joinsWhenAdded_ = false;
-  std::vector<std::string> notes_;
+  scene::LayerValues layer_;
+  brisel::Values values_;
 };
 
 // All layers of a scene, from the bottom up, as instances of one module.
 std::deque<LayerEffect> layerEffects(const ScenePlan& plan, const std::string& modulePath);
+
+// The frame that begins at the host's time, with its fraction.
+double frameAt(const hostkit::MaskTime& time, scene::FrameRate rate);
 
 }  // namespace cli

@@ -3,29 +3,27 @@
 #include <algorithm>
 
 #include "cli/support/errors.h"
-#include "cli/support/numbers.h"
+#include "scene/text/numbers.h"
 
 namespace cli {
 namespace {
 
-constexpr FrameSize kDefaultSize{1280, 720};
-constexpr int kDefaultFrames = 100;
-
 FrameSize sizeFromOption(const std::string& text) {
-  const auto size = parseSize(text);
-  const auto isSide = [](int side) { return side >= 1 && side <= kMaxSide; };
+  const auto size = scene::parseSize(text);
+  const auto isSide = [](int side) { return side >= 1 && side <= scene::kMaxSide; };
   if (!size || !isSide(size->first) || !isSide(size->second)) {
     throw UsageError("--size " + inQuotes(text) + ": a size reads WIDTHxHEIGHT, each from 1 to " +
-                     std::to_string(kMaxSide));
+                     std::to_string(scene::kMaxSide));
   }
   return {size->first, size->second};
 }
 
-FrameRate rateFromOption(const std::string& text) {
-  const auto rate = frameRateFromText(text);
+scene::FrameRate rateFromOption(const std::string& text) {
+  const auto rate = scene::frameRateFromText(text);
   if (!rate) {
     throw UsageError("--fps " + inQuotes(text) + ": a frame rate is a number above 0, up to " +
-                     numberText(kMaxFramesPerSecond) + ", or a fraction such as 30000/1001");
+                     scene::numberText(scene::kMaxFramesPerSecond) +
+                     ", or a fraction such as 30000/1001");
   }
   return *rate;
 }
@@ -35,9 +33,29 @@ FrameSize reduced(FrameSize size, int reduction) {
   return {(size.width + reduction - 1) / reduction, (size.height + reduction - 1) / reduction};
 }
 
-MediaInfo probeInput(const Scene& scene) {
+void applyOptions(scene::Scene& scene, const SceneOptions& options) {
+  if (!options.input.empty()) {
+    scene.input = options.input;
+    scene.inputPlace.clear();
+  }
+  if (!options.size.empty()) scene.size = sizeFromOption(options.size);
+  if (options.preroll) scene.preroll = *options.preroll;
+  if (!options.rate.empty()) scene.rate = rateFromOption(options.rate);
+  if (!options.depth.empty()) scene.depth = options.depth == "16" ? 16 : 8;
+  if (!options.quality.empty()) scene.highQuality = options.quality == "high";
+  for (scene::Layer& layer : scene.layers) {
+    for (const std::string& name : options.presets) {
+      layer.presets.push_back(presetFromOption(name));
+    }
+    for (const std::string& text : options.settings) {
+      layer.settings.push_back(settingFromOption(text));
+    }
+  }
+}
+
+MediaInfo probeInput(const scene::Scene& scene, const InputChoices& reading) {
   try {
-    return probeMedia(findSource(scene.input, scene.reading), scene.reading);
+    return probeMedia(findSource(scene.input, reading), reading);
   } catch (const WorkError& error) {
     if (scene.inputPlace.empty()) throw;
     throw WorkError(scene.inputPlace + ": " + error.what());
@@ -46,55 +64,52 @@ MediaInfo probeInput(const Scene& scene) {
 
 }  // namespace
 
-ScenePlan planScene(Scene scene) {
-  ScenePlan plan{std::move(scene), kDefaultSize, kDefaultSize,
-                 kDefaultFrames,   FrameRate{},  std::nullopt};
+ScenePlan planScene(scene::Scene scene, const SceneOptions& options) {
+  applyOptions(scene, options);
+  ScenePlan plan;
+  plan.scene = std::move(scene);
+  plan.reading = options.reading;
   if (!plan.scene.input.empty()) {
-    plan.input = probeInput(plan.scene);
-    plan.layer = {std::min(plan.input->size.width, kMaxSide),
-                  std::min(plan.input->size.height, kMaxSide)};
+    plan.input = probeInput(plan.scene, plan.reading);
+    plan.layer = {std::min(plan.input->size.width, scene::kMaxSide),
+                  std::min(plan.input->size.height, scene::kMaxSide)};
     if (!plan.input->isStill()) plan.rate = plan.input->rate;
   }
   plan.layer = plan.scene.size.value_or(plan.layer);
-  plan.size = reduced(plan.layer, plan.scene.reduction);
+  if (!options.scale.empty()) plan.reduction = scene::parseInteger(options.scale.substr(2)).value();
+  plan.size = reduced(plan.layer, plan.reduction);
+  plan.depth = static_cast<Depth>(plan.scene.depth);
   plan.rate = plan.scene.rate.value_or(plan.rate);
-  for (Layer& layer : plan.scene.layers) {
-    for (Setting& setting : layer.settings) {
-      countInFrames(setting.keys, plan.rate, setting.label);
-    }
-    if (layer.mask) countInFrames(layer.mask->keys, plan.rate, "path");
-  }
   if (plan.input && !plan.input->isStill()) {
-    plan.frames = std::min(framesAtRate(*plan.input, plan.rate), kMaxFrames);
+    plan.frames = std::min(framesAtRate(*plan.input, plan.rate), scene::kMaxFrames);
   }
   plan.frames = plan.scene.frames.value_or(plan.frames);
   return plan;
 }
 
 hostkit::World worldFor(const ScenePlan& plan) {
-  return {plan.size.width, plan.size.height, plan.scene.depth};
+  return {plan.size.width, plan.size.height, plan.depth};
 }
 
-void applyOptions(Scene& scene, const SceneOptions& options) {
-  if (!options.input.empty()) {
-    scene.input = options.input;
-    scene.inputPlace.clear();
+void checkOptions(const SceneOptions& options) {
+  scene::Scene noScene;
+  applyOptions(noScene, options);
+}
+
+scene::PresetChoice presetFromOption(const std::string& name) {
+  return {name, "--preset " + inQuotes(name), scene::Origin::kOption};
+}
+
+scene::Setting settingFromOption(const std::string& text) {
+  const std::string place = "--set " + inQuotes(text);
+  const std::size_t equals = text.find('=');
+  if (equals == std::string::npos) {
+    throw UsageError(place + ": a setting reads \"LABEL=VALUE\", such as \"Size=40\"");
   }
-  scene.reading = options.reading;
-  if (!options.size.empty()) scene.size = sizeFromOption(options.size);
-  if (!options.scale.empty()) scene.reduction = parseInteger(options.scale.substr(2)).value();
-  if (options.preroll) scene.preroll = *options.preroll;
-  if (!options.rate.empty()) scene.rate = rateFromOption(options.rate);
-  if (!options.depth.empty()) scene.depth = options.depth == "16" ? Depth::k16 : Depth::k8;
-  if (!options.quality.empty()) scene.highQuality = options.quality == "high";
-  for (Layer& layer : scene.layers) {
-    for (const std::string& name : options.presets) {
-      layer.presets.push_back(presetFromOption(name));
-    }
-    for (const std::string& text : options.settings) {
-      layer.settings.push_back(settingFromOption(text));
-    }
-  }
+  return {std::string(scene::trimmed(text.substr(0, equals))),
+          {{{.time = 0, .place = place}, scene::userValueFromText(text.substr(equals + 1))}},
+          place,
+          scene::Origin::kOption};
 }
 
 }  // namespace cli

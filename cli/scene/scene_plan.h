@@ -4,26 +4,23 @@
 #include <optional>
 
 #include "cli/media/media_info.h"
-#include "cli/scene/scene.h"
-#include "hostkit/world.h"
+#include "cli/media/media_source.h"
+#include "cli/pictures/frame.h"
+#include "scene/scene.h"
 
 namespace cli {
 
 struct ScenePlan {
-  Scene scene;
-  FrameSize layer;  // what the scene is designed for
-  FrameSize size;   // of the frames, which show all of the layer
-  int frames;
-  FrameRate rate;
+  scene::Scene scene;
+  FrameSize layer{1280, 720};  // what the scene is designed for
+  int reduction = 1;           // its sides by those of the frames: 1 to 4
+  FrameSize size;              // of the frames, which show all of it
+  Depth depth = Depth::k8;
+  int frames = 100;
+  scene::FrameRate rate;
+  InputChoices reading;
   std::optional<MediaInfo> input;  // of scene.input
 };
-
-// Looks at the input, if there is one, and counts times in frames. Throws WorkError when the input
-// cannot be read or keyframes are not in order.
-ScenePlan planScene(Scene scene);
-
-// An empty world of the size and depth of the plan's frames.
-hostkit::World worldFor(const ScenePlan& plan);
 
 // What the command line may say about a scene; empty or none where it says nothing.
 struct SceneOptions {
@@ -39,7 +36,20 @@ struct SceneOptions {
   std::vector<std::string> settings;
 };
 
-// Options win over the scene file. Throws UsageError when one of them makes no sense.
-void applyOptions(Scene& scene, const SceneOptions& options);
+// Options win over the scene file, and the input says what both leave open. Throws UsageError when
+// an option makes no sense, and WorkError when the input cannot be read.
+ScenePlan planScene(scene::Scene scene, const SceneOptions& options = {});
+
+// An empty world of the size and depth of the plan's frames.
+hostkit::World worldFor(const ScenePlan& plan);
+
+// Throws UsageError when one of them makes no sense.
+void checkOptions(const SceneOptions& options);
+
+// The name of a --preset option.
+scene::PresetChoice presetFromOption(const std::string& name);
+
+// The "LABEL=VALUE" of a --set option. Throws UsageError when it has no equals sign.
+scene::Setting settingFromOption(const std::string& text);
 
 }  // namespace cli

@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "cli/scene/param_values.h"
 #include "cli/support/errors.h"
-#include "cli/support/numbers.h"
 
 namespace cli {
 namespace {
@@ -15,49 +13,44 @@ enum class Trait { kPath, kSize, kColor };
 // A value that takes a trait of stars from the input, and what comes of it without one.
 struct InputUse {
   Trait trait;
-  const char* label;
+  brisel::ParamIndex parameter;
   const char* value;  // a popup's item, or "true"
   const char* withoutInput;
 };
 constexpr InputUse kInputUses[] = {
-    {Trait::kPath, "Standard path", "Source as raster mask", "nothing is bright enough for a star"},
-    {Trait::kPath, "Standard path", "Contour alpha channel",
+    {Trait::kPath, brisel::kStandardPath, "Source as raster mask",
+     "nothing is bright enough for a star"},
+    {Trait::kPath, brisel::kStandardPath, "Contour alpha channel",
      "stars follow the border of the frame"},
-    {Trait::kSize, "Size depend on source", "true", "stars have no size"},
-    {Trait::kColor, "Color schema", "Source", "stars start out black"}};
+    {Trait::kSize, brisel::kSizeDependOnSource, "true", "stars have no size"},
+    {Trait::kColor, brisel::kColorSchema, "Source", "stars start out black"}};
 
 // None can be seen when one of these is 0.
-constexpr const char* kNeededNumbers[] = {"Intensity", "Maximum number of stars",
-                                          "Completeness of path", "Size", "Value"};
+constexpr brisel::ParamIndex kNeeded[] = {brisel::kIntensity, brisel::kMaximumNumberOfStars,
+                                          brisel::kCompletenessOfPath, brisel::kSize,
+                                          brisel::kValue};
 
-// As a person sees it; empty for a label that the module does not have.
-std::string textOf(const hostkit::ParameterSet& parameters, const char* label) {
-  const hostkit::Parameter* parameter = parameters.find(label);
-  if (parameter == nullptr) return {};
-  const PF_ParamDefUnion& u = parameters.value(parameter->index).u;
-  switch (parameter->type()) {
-    case PF_Param_SLIDER:
-      return numberText(u.sd.value);
-    case PF_Param_FIX_SLIDER:
-      return numberText(u.fd.value / 65536.0);
-    case PF_Param_CHECKBOX:
-      return u.bd.value != 0 ? "true" : "false";
-    case PF_Param_POPUP:
-      return parameter->items.at(static_cast<std::size_t>(u.pd.value - 1));
-    default:
-      return {};
-  }
+std::string label(brisel::ParamIndex index) {
+  return inQuotes(brisel::parameterSpec(index).label);
 }
 
-bool hasEffect(const InputUse& use, const Layer& layer, const hostkit::ParameterSet& parameters) {
-  if (textOf(parameters, use.label) != use.value) return false;
+// What a popup shows; nothing when a preset has set it to an item that there is not.
+std::string itemOf(const brisel::Values& values, brisel::ParamIndex index) {
+  const std::vector<std::string> items = scene::itemsOf(brisel::parameterSpec(index));
+  const auto item = static_cast<std::size_t>(values[index].number - 1);
+  return item < items.size() ? items[item] : "";
+}
+
+bool hasEffect(const InputUse& use, const LayerEffect& layer) {
+  const brisel::Values& values = layer.values();
   switch (use.trait) {
-    case Trait::kPath:
-      return !layer.mask;
     case Trait::kSize:
-      return textOf(parameters, "Type") != "Dots";  // always one pixel
+      return values[use.parameter].number != 0 &&
+             itemOf(values, brisel::kType) != "Dots";  // always one pixel
+    case Trait::kPath:
+      return itemOf(values, use.parameter) == use.value && !layer.layer().mask();
     default:
-      return true;
+      return itemOf(values, use.parameter) == use.value;
   }
 }
 
@@ -66,35 +59,35 @@ std::string sizeText(FrameSize size) {
 }
 
 // The box around its vertices and their handles at frame 0 does.
-bool liesOutside(const Mask& mask, FrameSize layer) {
+bool liesOutside(const scene::Mask& mask, FrameSize layer) {
   constexpr double kFar = std::numeric_limits<double>::max();
   double left = kFar, top = kFar, right = -kFar, bottom = -kFar;
-  for (const PF_PathVertex& v : shapeAt(mask, 0).vertices) {
-    left = std::min({left, v.x, v.tan_in_x, v.tan_out_x});
-    right = std::max({right, v.x, v.tan_in_x, v.tan_out_x});
-    top = std::min({top, v.y, v.tan_in_y, v.tan_out_y});
-    bottom = std::max({bottom, v.y, v.tan_in_y, v.tan_out_y});
+  for (const auto& [point, in, out] : scene::shapeAt(mask, 0).vertices) {
+    left = std::min({left, point.x, in.x, out.x});
+    right = std::max({right, point.x, in.x, out.x});
+    top = std::min({top, point.y, in.y, out.y});
+    bottom = std::max({bottom, point.y, in.y, out.y});
   }
   return right < 0 || bottom < 0 || left >= layer.width || top >= layer.height;
 }
 
-std::string likeliestReason(const ScenePlan& plan, const Layer& layer,
-                            const hostkit::ParameterSet& parameters) {
-  for (const char* label : kNeededNumbers) {
-    if (textOf(parameters, label) == "0") return inQuotes(label) + " is 0";
+std::string likeliestReason(const ScenePlan& plan, const LayerEffect& layer) {
+  const brisel::Values& values = layer.values();
+  for (const brisel::ParamIndex index : kNeeded) {
+    if (values[index].number == 0) return label(index) + " is 0";
   }
-  if (layer.mask && liesOutside(*layer.mask, plan.layer)) {
+  if (const auto& mask = layer.layer().mask(); mask && liesOutside(*mask, plan.layer)) {
     return "the mask lies outside the frame of " + sizeText(plan.layer) + " pixels";
   }
   if (plan.input) {
     for (const InputUse& use : kInputUses) {
-      if (!hasEffect(use, layer, parameters)) continue;
-      return inQuotes(use.label) + " is " + inQuotes(use.value) +
+      if (!hasEffect(use, layer)) continue;
+      return label(use.parameter) + " is " + inQuotes(use.value) +
              ", and the input may be too dark or too transparent for that";
     }
   }
-  if (plan.scene.reduction > 1 && textOf(parameters, "Oscillation") != "None") {
-    return inQuotes("Amplitude of oscillation") +
+  if (plan.reduction > 1 && itemOf(values, brisel::kOscillation) != "None") {
+    return label(brisel::kAmplitudeOfOscillation) +
            " does not shrink with --scale, so they may swing outside the frame";
   }
   return std::string("they may be too small, too dark, outside the frame, ") +
@@ -103,18 +96,17 @@ std::string likeliestReason(const ScenePlan& plan, const Layer& layer,
 
 }  // namespace
 
-std::vector<std::string> starWarnings(const ScenePlan& plan, std::size_t index,
-                                      const hostkit::ParameterSet& parameters, bool starsSeen) {
-  const Layer& layer = plan.scene.layers[index];
+std::vector<std::string> starWarnings(const ScenePlan& plan, const LayerEffect& layer,
+                                      bool starsSeen) {
   std::vector<std::string> warnings;
   for (const InputUse& use : kInputUses) {
-    if (plan.input || !hasEffect(use, layer, parameters)) continue;
-    warnings.push_back(inQuotes(use.label) + " is " + inQuotes(use.value) +
+    if (plan.input || !hasEffect(use, layer)) continue;
+    warnings.push_back(label(use.parameter) + " is " + inQuotes(use.value) +
                        ", but there is no input, so that " + use.withoutInput +
                        "; give one with -i");
   }
   if (!starsSeen && warnings.empty()) {
-    warnings.push_back("no frame shows a star: " + likeliestReason(plan, layer, parameters));
+    warnings.push_back("no frame shows a star: " + likeliestReason(plan, layer));
   }
   return warnings;
 }

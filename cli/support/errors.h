@@ -1,25 +1,12 @@
-// The failures a user can meet. what() is always one sentence, ready to be printed after "brisel:
-// ".
+// The failures a user can meet, which the command line shares with the reader of scenes.
 #pragma once
 
-#include <stdexcept>
-#include <string>
+#include "scene/text/errors.h"
 
 namespace cli {
 
-// The command line itself is wrong: an option, a value, a combination. Exit code 2.
-struct UsageError : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
-// The command was understood but cannot be carried out: a file, a scene, the module. Exit code 1.
-struct WorkError : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
-// The text in double quotes, as names and values appear in messages.
-inline std::string inQuotes(const std::string& text) {
-  return '"' + text + '"';
-}
+using scene::inQuotes;
+using scene::UsageError;
+using scene::WorkError;
 
 }  // namespace cli

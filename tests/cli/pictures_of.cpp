@@ -10,7 +10,7 @@ cli::MediaInfo infoOf(const std::filesystem::path& file) {
 }
 
 std::vector<cli::Frame> picturesOf(const cli::MediaInfo& info, cli::Depth depth,
-                                   std::optional<cli::FrameRate> rate,
+                                   std::optional<scene::FrameRate> rate,
                                    std::optional<cli::FrameSize> size) {
   const cli::FrameSize shown = size.value_or(info.size);
   cli::FrameReader reader(info, shown, rate.value_or(info.rate), depth);
@@ -28,7 +28,7 @@ void writePictures(const std::filesystem::path& file, const std::vector<cli::Fra
   options.name = file;
   options.codec = codec;
   const auto writer = cli::openFrameWriter(cli::parseOutputTarget(options), pictures[0].size,
-                                           cli::FrameRate{25, 1}, pictures[0].depth);
+                                           scene::FrameRate{25, 1}, pictures[0].depth);
   std::vector<std::uint8_t> buffer;
   int number = 0;
   for (const cli::Frame& picture : pictures) {

@@ -16,7 +16,7 @@ cli::MediaInfo infoOf(const std::filesystem::path& file);
 
 // Until the end; at the input's own size and rate where none is given.
 std::vector<cli::Frame> picturesOf(const cli::MediaInfo& info, cli::Depth depth = cli::Depth::k8,
-                                   std::optional<cli::FrameRate> rate = {},
+                                   std::optional<scene::FrameRate> rate = {},
                                    std::optional<cli::FrameSize> size = {});
 inline std::vector<cli::Frame> picturesOf(const std::filesystem::path& file,
                                           cli::Depth depth = cli::Depth::k8) {

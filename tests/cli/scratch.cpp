@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <sstream>
 
 namespace tests {
@@ -16,26 +15,11 @@ namespace {
 constexpr char kOut[] = ".stdout";
 constexpr char kErr[] = ".stderr";
 
-std::string contents(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  std::ostringstream text;
-  text << stream.rdbuf();
-  return text.str();
-}
-
 }  // namespace
-
-void ScratchTest::write(const std::string& name, const std::string& text) const {
-  std::ofstream(path(name), std::ios::binary) << text;
-}
-
-std::string ScratchTest::read(const std::string& name) const {
-  return contents(path(name));
-}
 
 std::vector<std::string> ScratchTest::names() const {
   std::vector<std::string> found;
-  for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
+  for (const auto& entry : std::filesystem::directory_iterator(path(""))) {
     const std::string name = entry.path().filename();
     if (name != kOut && name != kErr) found.push_back(name);
   }
@@ -51,7 +35,7 @@ pid_t ScratchTest::start(const std::vector<std::string>& command) const {
   const std::string err = path(kErr);
   posix_spawn_file_actions_t files;
   posix_spawn_file_actions_init(&files);
-  posix_spawn_file_actions_addchdir_np(&files, folder_.path().c_str());
+  posix_spawn_file_actions_addchdir_np(&files, path("").c_str());
   constexpr int kCreate = O_WRONLY | O_CREAT | O_TRUNC;
   posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, out.c_str(), kCreate, 0600);
   posix_spawn_file_actions_addopen(&files, STDERR_FILENO, err.c_str(), kCreate, 0600);

@@ -1,15 +1,13 @@
-// A folder of a test's own, and programs run in it.
+// Programs run in a folder of a test's own.
 #pragma once
 
 #include <gtest/gtest.h>
 #include <sys/types.h>
 
-#include <filesystem>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "tests/support/temporary_folder.h"
+#include "tests/support/folder_test.h"
 
 namespace tests {
 
@@ -25,11 +23,8 @@ struct CommandResult {
 };
 
 // The program runs in the folder, so names are short.
-class ScratchTest : public ::testing::Test {
+class ScratchTest : public FolderTest {
  protected:
-  std::filesystem::path path(const std::string& name) const { return folder_.path() / name; }
-  void write(const std::string& name, const std::string& text) const;
-  std::string read(const std::string& name) const;
   // The names in the folder, hidden ones too, sorted; those of `run`'s own log files left out.
   std::vector<std::string> names() const;
 
@@ -43,33 +38,8 @@ class ScratchTest : public ::testing::Test {
 
   // "ffmpeg -v error -y ..." on words separated by spaces, which must work.
   void ffmpeg(const std::string& words) const;
-
- private:
-  TemporaryFolder folder_;
 };
 
 std::vector<std::string> words(const std::string& text);
-
-// What an Error thrown by `work` says; "none" without one.
-template <typename Error, typename Work>
-std::string errorOf(const Work& work) {
-  try {
-    work();
-  } catch (const Error& error) {
-    return error.what();
-  }
-  return "none";
-}
-
-// Pairs of what is given and how the complaint about it begins.
-using Complaints = std::vector<std::pair<std::string, std::string>>;
-
-template <typename Complain>
-void expectComplaints(const Complaints& cases, const Complain& complain) {
-  for (const auto& [given, expected] : cases) {
-    const std::string message = complain(given);
-    EXPECT_TRUE(message.starts_with(expected)) << given << "\nis answered by: " << message;
-  }
-}
 
 }  // namespace tests

@@ -1,7 +1,5 @@
 #include "tests/presets/preset_files.h"
 
-#include <fstream>
-
 namespace tests {
 namespace {
 
@@ -12,11 +10,6 @@ std::string littleEndian(std::uint32_t number, int bytes) {
 }
 
 }  // namespace
-
-void FolderTest::write(const std::string& name, const std::string& bytes) const {
-  std::filesystem::remove(path(name));  // some file systems are slow to truncate
-  std::ofstream(path(name), std::ios::binary) << bytes;
-}
 
 std::string bitmap(int bits, std::int32_t width, std::int32_t height, const std::string& data,
                    std::uint32_t offset) {

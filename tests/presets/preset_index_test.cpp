@@ -5,6 +5,7 @@
 #include "presets/bmp_file.h"
 #include "presets/preset_index.h"
 #include "tests/presets/preset_files.h"
+#include "tests/support/folder_test.h"
 
 namespace {
 
@@ -37,7 +38,7 @@ class PresetIndexTest : public tests::FolderTest {
     };
     Row entries;
     for (const auto& [parameters, thumbnail] :
-         brisel::ReadPresetIndex({path("index"), folder()}, section.c_str())) {
+         brisel::ReadPresetIndex({path("index").string(), folder()}, section.c_str())) {
       entries.push_back(name(parameters) + ":" + name(thumbnail));
     }
     return entries;
@@ -126,7 +127,7 @@ class BmpFileTest : public tests::FolderTest {
  protected:
   BmpImage load(const std::string& file) {
     write("image", file);
-    BmpImage image = brisel::LoadBmpFile(path("image").c_str());
+    BmpImage image = brisel::LoadBmpFile(path("image").string().c_str());
     expectSound(image.pixels.get(), image.width, image.height);
     return image;
   }
@@ -174,7 +175,7 @@ TEST_F(BmpFileTest, RefusesWhatItCannotHold) {
       EXPECT_TRUE(!image.pixels || length >= whole.size() - padding) << length;
     }
   }
-  EXPECT_FALSE(brisel::LoadBmpFile(path("none").c_str()).pixels);
+  EXPECT_FALSE(brisel::LoadBmpFile(path("none").string().c_str()).pixels);
   EXPECT_FALSE(brisel::LoadBmpFile(folder().c_str()).pixels);
 }
 

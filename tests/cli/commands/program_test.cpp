@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "cli/media/media_info.h"
+#include "cli/scene/effect.h"
 #include "tests/cli/pictures_of.h"
 #include "tests/cli/scratch.h"
 
@@ -14,6 +15,12 @@ namespace {
 using tests::CommandResult;
 
 using ProgramTest = tests::ScratchTest;
+
+TEST(Versions, AreUnpackedAsTheHostPacksThem) {
+  EXPECT_EQ(cli::versionText((9u << 26 >> 3 << 3) | (1u << 19) | (5u << 15) | (3u << 11) |
+                             (3u << 9) | 17u),
+            "73.5.3 release, build 17");
+}
 
 TEST_F(ProgramTest, HelpSucceedsAndMisuseDoesNot) {
   for (const std::string command :

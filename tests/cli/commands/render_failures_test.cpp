@@ -102,6 +102,8 @@ TEST_F(RenderFailuresTest, WhatCannotBeDoneIsOneSentenceAndLeavesNothing) {
       {"s.toml -o o.png", 2, "holds one frame, not 6"},
       {"s.toml -o o.mov --frames 2-6", 2, "the scene has the frames 0-5"},
       {"s.toml", 2, "--output"},
+      {"s.toml -o o.mov --set Size", 2, "--set \"Size\": a setting reads \"LABEL=VALUE\""},
+      {"s.toml -o o.mov --set Sise=1", 2, "--set \"Sise=1\": the effect has no parameter \"Sise\""},
       {"s.toml -o -", 2, "say with --format what to write to standard output"},
       {"s.toml -o - --format apng", 2, "apng tells at its start how many frames follow"},
       {"s.toml -o o.mov --codec qtrle --depth 16", 2, "--codec qtrle holds 8 bits per channel"},

@@ -69,7 +69,7 @@ TEST_F(RenderTest, SizeLengthAndRateComeFromTheInput) {
   const cli::MediaInfo info = tests::infoOf(path("out.mov"));
   EXPECT_EQ(info.size, (cli::FrameSize{80, 46}));
   EXPECT_EQ(info.frameCount, 7);
-  EXPECT_EQ(info.rate, (cli::FrameRate{30000, 1001}));
+  EXPECT_EQ(info.rate, (scene::FrameRate{30000, 1001}));
 }
 
 TEST_F(RenderTest, StarsAreAddedToAnInputUnlessTheSceneSaysHowToMix) {
@@ -149,7 +149,7 @@ TEST_F(RenderTest, OptionsWinOverTheScene) {
   renders("s.toml -o out.mov --codec png --size 40x20 --fps 50 --set Intensity=0 --quality low");
   const cli::MediaInfo info = tests::infoOf(path("out.mov"));
   EXPECT_EQ(info.size, (cli::FrameSize{40, 20}));
-  EXPECT_EQ(info.rate, (cli::FrameRate{50, 1}));
+  EXPECT_EQ(info.rate, (scene::FrameRate{50, 1}));
   for (const Frame& frame : frames("out.mov")) EXPECT_TRUE(isBlank(frame));
 }
 

@@ -8,8 +8,8 @@
 namespace {
 
 using cli::ClipTiming;
-using cli::FrameRate;
 using cli::PictureTime;
+using scene::FrameRate;
 
 // From each time to the next, the last one left unsaid.
 std::vector<PictureTime> picturesAt(const std::vector<double>& ticks) {

@@ -7,13 +7,14 @@
 #include "cli/support/errors.h"
 #include "tests/cli/pictures_of.h"
 #include "tests/cli/scratch.h"
+#include "tests/support/complaints.h"
 
 namespace {
 
 using cli::Depth;
 using cli::Frame;
-using cli::FrameRate;
 using cli::MediaInfo;
+using scene::FrameRate;
 using tests::picturesOf;
 
 class InputTest : public tests::ScratchTest {

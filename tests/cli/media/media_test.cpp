@@ -9,9 +9,9 @@ namespace {
 
 using cli::Depth;
 using cli::Frame;
-using cli::FrameRate;
 using cli::FrameSize;
 using cli::MediaInfo;
+using scene::FrameRate;
 
 struct Rgba {
   int r, g, b, a;

@@ -6,6 +6,7 @@
 #include "cli/media/frame_range.h"
 #include "cli/support/errors.h"
 #include "tests/cli/scratch.h"
+#include "tests/support/complaints.h"
 
 namespace {
 

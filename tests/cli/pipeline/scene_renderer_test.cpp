@@ -1,7 +1,9 @@
-// Rendering smaller pictures of a layer, as a host's reduced resolution does.
+// Rendering a scene: what the effect is given, and smaller pictures of a layer, as a host's reduced
+// resolution makes them.
 #include <gtest/gtest.h>
 
 #include "cli/pipeline/scene_renderer.h"
+#include "effect/instance.h"
 #include "tests/cli/scratch.h"
 
 namespace {
@@ -15,9 +17,7 @@ class SceneRendererTest : public tests::ScratchTest {
     cli::SceneOptions options;
     options.scale = scale;
     options.size = size;
-    cli::Scene scene = cli::readScene(path("s.toml"));
-    applyOptions(scene, options);
-    cli::SceneRenderer renderer(cli::planScene(std::move(scene)));
+    cli::SceneRenderer renderer(cli::planScene(scene::readScene(path("s.toml")), options));
     for (int i = 0; i <= frame; ++i) renderer.renderNext();
     return renderer.picture();
   }
@@ -78,6 +78,50 @@ path = [ { frame = 1, value = "M 2 0" }, { frame = 5, value = "M 10 0" } ]
     EXPECT_EQ(firstRow(3), "..*.*.*.........");
     EXPECT_EQ(firstRow(6), "..*.*.*.*.*.....");
   }
+}
+
+TEST(MaskTime, AWholeFrameIsFoundExactly) {
+  for (const scene::FrameRate rate : {scene::FrameRate{25, 1}, {30000, 1001}, {1000, 1}, {1, 7}}) {
+    for (const int frame : {0, 1, 3, 999'999}) {
+      const hostkit::MaskTime time{frame * rate.seconds, rate.seconds,
+                                   static_cast<A_u_long>(rate.frames)};
+      EXPECT_EQ(cli::frameAt(time, rate), frame) << rate.text();
+    }
+  }
+  EXPECT_EQ(cli::frameAt({1, 1, 50}, {25, 1}), 0.5) << "a host with another time scale";
+}
+
+// What a plug-in renders that takes a scene's values without the module.
+TEST_F(SceneRendererTest, TheEffectsLibraryMakesTheSameFramesOfALayersValues) {
+  write("s.toml", R"([scene]
+size = [96, 54]
+presets = ["fountain", "sparkle"]
+[params]
+"Intensity" = [ { frame = 2, value = 40, ease = "in-out" }, { frame = 12, value = 4.7 } ]
+"Rays count" = [ { frame = 0, value = 3 }, { frame = 9, value = 8 } ]
+"Terminate type" = [ { frame = 0, value = "Fade" }, { frame = 5, value = "Explode" } ]
+"Color of particles" = [ { frame = 0, value = "gold" }, { frame = 9, value = "navy" } ]
+"Angle" = -33.3
+[mask]
+path = [ { frame = 0, value = "M 9.3 8 C 30 0 60 50 80 20 Z" },
+         { frame = 8, value = "M 50 9 C 3 5.7 60 10 80 40 Z" } ]
+inverted = true
+)");
+  const cli::ScenePlan plan = cli::planScene(scene::readScene(path("s.toml")));
+  const scene::LayerValues layer(plan.scene, 0, {plan.layer, plan.rate},
+                                 cli::presetsBeside(cli::findModule("")));
+  cli::SceneRenderer renderer(plan);
+  brisel::Instance instance;
+  hostkit::World alone(96, 54, plan.depth);
+  for (int frame = 0; frame < 14; ++frame) {
+    renderer.renderNext();
+    const brisel::MaskOutline mask = layer.maskAt(frame).value();
+    const brisel::FrameViews views{
+        {alone.bytes().data(), 96, 54, alone.rowBytes(), brisel::PixelFormat::Argb8}};
+    ASSERT_TRUE(instance.render(layer.at(frame), frame, views, &mask));
+    ASSERT_TRUE(samePixels(alone, renderer.output())) << frame;
+  }
+  EXPECT_GT(instance.starCount(), 20);
 }
 
 double meanDifference(const cli::Frame& a, const cli::Frame& b) {

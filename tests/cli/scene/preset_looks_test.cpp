@@ -11,7 +11,6 @@
 #include <sstream>
 
 #include "cli/pipeline/scene_renderer.h"
-#include "cli/scene/preset_index.h"
 
 namespace {
 
@@ -99,12 +98,11 @@ Picture reduce(const cli::Frame& frame, const Cut& cut, double scale) {
 // costs a quarter, but for the circles of "Round" oscillations, which are in rendered pixels.
 Picture render(const Cut& cut) {
   const bool isRound = cut.preset == "orbit" || cut.preset == "fireflies";
-  cli::Scene scene = cli::readScene(kLibrary / "thumbnails" / (cut.scene + ".toml"));
   cli::SceneOptions options;
   options.presets = {cut.preset};
   if (!isRound) options.scale = "1/2";
-  cli::applyOptions(scene, options);
-  cli::SceneRenderer renderer(cli::planScene(std::move(scene)));
+  const auto scene = kLibrary / "thumbnails" / (cut.scene + ".toml");
+  cli::SceneRenderer renderer(cli::planScene(scene::readScene(scene), options));
   for (int frame = 0; frame < cut.frame; ++frame) renderer.stepNext();
   renderer.renderNext();
   return reduce(renderer.picture(), cut, isRound ? 1 : 0.5);
@@ -171,8 +169,9 @@ testing::AssertionResult resemble(const Light& one, const Light& other) {
 // Of one row of the effect controls, in their order.
 std::vector<Cut> cutsOfRow(std::size_t row) {
   std::map<std::string, Cut> cuts = readCuts();
+  const scene::PresetLibrary library = cli::presetsBeside(cli::findModule(""));
   std::vector<Cut> inRow;
-  for (const cli::Preset& preset : cli::readPresetIndex(cli::findModule("")).presets) {
+  for (const scene::Preset& preset : library.presets()) {
     if (preset.row == row) inRow.push_back(cuts.at(preset.name));
   }
   return inRow;

@@ -121,32 +121,6 @@ TEST_F(PresetTest, PresetsSetTheParametersTheyName) {
   EXPECT_EQ(rendered({}, "p.toml"), byHand);
 }
 
-TEST_F(PresetTest, TheSceneTheCommandLinesPresetsAndItsValuesWinInThatOrder) {
-  writePresets();
-  write("k.toml", std::string(kScene) + R"("Size" = [ { frame = 0, value = 60 } ]
-"Rays count" = [ { frame = 0, value = 9 } ]
-"Size depend on source" = true
-"Intensity" = 30
-"Width" = 90
-)");
-  const Strings star = {"--set",    "Type=4", "--set",
-                        "Angle=75", "--set",  "Color of particles=#ff8000"};
-  const auto starAnd = [&](const Strings& more) {
-    Strings options = star;
-    options.insert(options.end(), more.begin(), more.end());
-    return options;
-  };
-  // Even values that are the defaults already; what the preset does not name stays the scene's.
-  EXPECT_EQ(rendered({"--preset", "star"}, "k.toml"),
-            rendered(starAnd({"--set", "Size=25", "--set", "Rays count=4", "--set",
-                              "Size depend on source=false"}),
-                     "k.toml"));
-  EXPECT_EQ(rendered({"--set", "Size=50", "--preset", "star"}, "k.toml"),
-            rendered(starAnd({"--set", "Size=50", "--set", "Rays count=4", "--set",
-                              "Size depend on source=false"}),
-                     "k.toml"));
-}
-
 TEST_F(PresetTest, WhatCannotBeAppliedIsOneSentence) {
   write("p.toml", "[scene]\npresets = [\"p3\"]\n");
   write("bad.toml", "[scene]\npresets = \"p3\"\n");
@@ -221,18 +195,6 @@ TEST_F(PresetTest, ThePanelGreysOutAndShowsWhereThePointerIs) {
   EXPECT_LT(brightest(plain, kDirectionTop + 2, kDirectionTop + 24), 110);
   EXPECT_GT(brightest(panel({"--set", "Orientation=1"}), kDirectionTop + 2, kDirectionTop + 24),
             150);
-}
-
-TEST_F(PresetTest, APresetMaySayHowToMix) {
-  writePresets();
-  writePreset("star", "Mix with original\r\n1\r\nIntensity\r\n0\r\n");
-  ffmpeg("-f lavfi -i color=red:s=64x36 -frames:v 1 red.png");
-  for (const bool bySelf : {false, true}) {
-    const CommandResult result = withModule({"render", "s.toml", "-i", "red.png", "-o", "o.mov",
-                                             "--overwrite", "--preset", bySelf ? "star" : "p1"});
-    EXPECT_EQ(result.err.starts_with("brisel: note: \"Mix with original\" is not set"), !bySelf)
-        << result.err;
-  }
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "plugin/sdk/codes.h"
 #include "plugin/sdk/suites.h"
 #include "tests/presets/preset_files.h"
+#include "tests/support/folder_test.h"
 
 namespace {
 
@@ -90,7 +91,7 @@ class ParameterFileTest : public tests::FolderTest {
   bool applyFile(const std::string& name) {
     reset();
     const auto before = records;
-    brisel::ApplyParameterFile(path(name).c_str(), kRecords, in, out, pointers, frame);
+    brisel::ApplyParameterFile(path(name).string().c_str(), kRecords, in, out, pointers, frame);
     EXPECT_EQ(suiteHolds, 0);
     const bool applied = out.out_flags == PF_OutFlag_REFRESH_UI;
     if (!applied) {
@@ -253,7 +254,7 @@ TEST_F(ParameterFileTest, NamesAreWholeLines) {
 TEST_F(ParameterFileTest, SomeRecordsMayBeMissing) {
   write("file", "Tessaro parameters\r\nSize\r\n1\r\nCount\r\n2\r\n");
   pointers[kSize] = nullptr;
-  brisel::ApplyParameterFile(path("file").c_str(), kSizeAgain, in, out, pointers, frame);
+  brisel::ApplyParameterFile(path("file").string().c_str(), kSizeAgain, in, out, pointers, frame);
   EXPECT_TRUE(changed(kCount) && !changed(kSize) && !changed(kSizeAgain));
 }
 

@@ -1,0 +1,21 @@
+// Who says what a parameter is to be, and how a mistake of theirs is answered.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "scene/text/errors.h"
+
+namespace scene {
+
+/// Each wins over those before it: the scene for all of its layers, one layer, an option of the
+/// program that renders the scene.
+enum class Origin : std::uint8_t { kScene, kLayer, kOption };
+
+/// Throws UsageError for an option, else WorkError.
+[[noreturn]] inline void reject(Origin origin, const std::string& message) {
+  if (origin == Origin::kOption) throw UsageError(message);
+  throw WorkError(message);
+}
+
+}  // namespace scene
