@@ -1,0 +1,143 @@
+#include "frei0r/filter.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <functional>
+#include <new>
+#include <string>
+#include <utility>
+
+#include "frei0r/channel_order.h"
+#include "frei0r/filter_parameters.h"
+
+namespace brisel {
+namespace {
+
+constexpr std::string_view kPasses = ", so the clip passes unchanged";
+
+std::size_t pixelCount(FrameSize size) {
+  return static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height);
+}
+
+}  // namespace
+
+void Filter::set(std::size_t parameter, FilterSettings::Setting setting) {
+  const std::scoped_lock lock(mutex_);
+  if (!settings_.set(parameter, std::move(setting))) return;
+  const FilterParameter& changed = filterParameters()[parameter];
+  if (changed.kind != FilterParameter::Kind::Text) return;
+  const std::string& text = settings_.text(parameter);
+  if (parameter + 1 == filterParameters().size()) {
+    toldRate_ = scene::frameRateFromText(text);
+    lookSource_.reset();
+    if (!text.empty() && !toldRate_) {
+      complain("\"" + changed.name + "\" takes a number or a fraction such as 30000/1001, not \"" +
+               text + "\"");
+    }
+  } else if (changed.index != kInputLayer && !text.empty() &&
+             !popupItem(parameterSpec(changed.index), text)) {
+    complain("\"" + changed.name + "\" has no item \"" + text + "\": " + changed.explanation);
+  }
+}
+
+const FilterSettings::Setting& Filter::get(std::size_t parameter) {
+  const std::scoped_lock lock(mutex_);
+  return settings_[parameter];
+}
+
+void Filter::update(double time, const std::uint32_t* clip, std::uint32_t* output) noexcept {
+  const std::scoped_lock lock(mutex_);
+  try {
+    clock_.tell(time);
+    if (findLook()) return draw(clock_.frame(), clip, output);
+  } catch (const std::bad_alloc&) {
+    complain("there is no memory for a frame", kPasses);
+  } catch (const std::exception& failure) {
+    complain(failure.what(), kPasses);
+  }
+  forgetStars();
+  if (clip != output) std::memcpy(output, clip, pixelCount(size_) * sizeof *clip);
+}
+
+/// Throws what Look's constructor does, but once for each source.
+bool Filter::findLook() {
+  LookSource source{settings_.text(kSceneParameter), settings_.text(kPresetsParameter), {}};
+  if (toldRate_) {
+    source.rate = *toldRate_;
+  } else if (!source.scene.empty()) {
+    source.rate = scene::frameRateFromNumber(clock_.rate()).value_or(source.rate);
+  }
+  if (lookSource_ == source) return look_.has_value();
+  look_.reset();
+  lookSource_ = source;
+  look_.emplace(source, size_);
+  stars_.assign(look_->layerCount(), {});
+  const auto rate = toldRate_ ? toldRate_ : look_->rate();
+  clock_.setRate(rate ? std::optional(rate->perSecond()) : std::nullopt);
+  if (rate && !source.scene.empty()) lookSource_->rate = *rate;
+  return true;
+}
+
+void Filter::forgetStars() {
+  for (StarHistory& stars : stars_) stars.clear();
+}
+
+void Filter::draw(std::int32_t frame, const std::uint32_t* clip, std::uint32_t* output) {
+  const std::size_t pixels = pixelCount(size_);
+  if (pixels == 0) return;
+  clip_.resize(pixels);
+  rgbaToArgb(clip, clip_.data(), pixels);
+  const std::size_t layers = look_->layerCount();
+  if (layers > 1) below_.resize(pixels);
+  if (!painter_) painter_.emplace();
+  if (!choices_.record(frame, settings_.choices(size_))) forgetStars();
+
+  FrameViews views;
+  views.input = viewOf(clip_.data());
+  views.layerWidth = look_->layerWidth();
+  views.highQuality = look_->highQuality();
+  views.painter = &*painter_;
+  for (std::size_t layer = 0; layer < layers; ++layer) {
+    if (layer > 0) views.backdrop = views.output;
+    views.output = viewOf((layers - layer) % 2 == 1 ? output : below_.data());
+    drawLayer(layer, frame, views);
+  }
+  argbToRgba(output, output, pixels);
+}
+
+void Filter::drawLayer(std::size_t layer, std::int32_t frame, const FrameViews& views) {
+  const std::int32_t preroll = look_->preroll();
+  const auto advance = [&](Instance& instance, std::int32_t step, auto how) {
+    const std::int32_t shown = std::max(step - preroll, 0);
+    const auto mask = look_->maskAt(layer, shown);
+    (instance.*how)(valuesAt(layer, shown), step, views, mask ? &*mask : nullptr);
+  };
+  Instance& instance = stars_[layer].goTo(
+      frame + preroll,
+      [&](Instance& passing, std::int32_t step) { advance(passing, step, &Instance::step); });
+  advance(instance, frame + preroll, &Instance::render);
+  stars_[layer].moveOn();
+}
+
+Values Filter::valuesAt(std::size_t layer, std::int32_t frame) const {
+  Values values = look_->valuesAt(layer, frame);
+  apply(choices_.at(frame), values);
+  return values;
+}
+
+MutableImageView Filter::viewOf(std::uint32_t* pixels) const {
+  return {reinterpret_cast<std::uint8_t*>(pixels), size_.width, size_.height,
+          std::ptrdiff_t{4} * size_.width};
+}
+
+void Filter::complain(std::string_view reason, std::string_view consequence) noexcept {
+  const std::size_t hash = std::hash<std::string_view>{}(reason);
+  if (hash == lastComplaint_) return;
+  lastComplaint_ = hash;
+  std::fprintf(stderr, "brisel: %.*s%.*s\n", static_cast<int>(reason.size()), reason.data(),
+               static_cast<int>(consequence.size()), consequence.data());
+}
+
+}  // namespace brisel

@@ -1,0 +1,197 @@
+#include "frei0r/filter_parameters.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace brisel {
+namespace {
+
+using Kind = FilterParameter::Kind;
+
+constexpr double kHalfDecimal = 0.5e-6;  // of the six that hosts write
+
+struct Scale {
+  double zero;  // what the host's 0 stands for
+  double unit;  // from there to the host's 1
+};
+
+Scale scaleOf(const ParameterSpec& spec) {
+  switch (spec.kind) {
+    case ParamKind::Number:
+    case ParamKind::WholeNumber:
+      return {static_cast<double>(spec.sliderMin),
+              static_cast<double>(spec.sliderMax) - spec.sliderMin};
+    case ParamKind::Angle:
+      return {0, 360};
+    default:
+      return {0, 1};
+  }
+}
+
+double withinRange(const ParameterSpec& spec, double number) {
+  constexpr double kMostFixed = 32767;  // whole part of a 16.16 number
+  switch (spec.kind) {
+    case ParamKind::Number:
+    case ParamKind::WholeNumber:
+      return std::clamp(number, static_cast<double>(spec.validMin),
+                        static_cast<double>(spec.validMax));
+    default:
+      return std::clamp(number, -kMostFixed, kMostFixed);
+  }
+}
+
+std::string_view unitText(ParamUnit unit) {
+  switch (unit) {
+    case ParamUnit::Percent:
+      return " percent";
+    case ParamUnit::Degrees:
+      return " degrees";
+    case ParamUnit::Frames:
+      return " frames";
+    case ParamUnit::Stars:
+      return " stars";
+    case ParamUnit::Rays:
+      return " rays";
+    case ParamUnit::Pixels:
+      return " pixels";
+    case ParamUnit::None:
+      break;
+  }
+  return "";
+}
+
+std::string rangeText(std::int32_t min, std::int32_t max) {
+  return std::to_string(min) + " to " + std::to_string(max);
+}
+
+std::string sliderText(const ParameterSpec& spec) {
+  std::string text = "0 to 1 stands for " + rangeText(spec.sliderMin, spec.sliderMax);
+  text += unitText(spec.unit);
+  if (spec.validMin != spec.sliderMin || spec.validMax != spec.sliderMax) {
+    text += "; numbers beyond reach " + rangeText(spec.validMin, spec.validMax);
+  }
+  return text;
+}
+
+std::string itemsText(const ParameterSpec& spec) {
+  std::string text = "The text or number of an item: ";
+  int number = 0;
+  for (const std::string_view item : popupItems(spec)) {
+    if (number != 0) text += ", ";
+    text += std::to_string(++number) + " ";
+    text += item;
+  }
+  return text;
+}
+
+void addPoint(const ParameterSpec& spec, ParamIndex index, std::vector<FilterParameter>& list) {
+  const std::string label = spec.label;
+  list.push_back({Kind::Number, label + " X",
+                  "0 is the left side of the frame, 1 the right one; it may lie outside", index});
+  list.push_back({Kind::Number, label + " Y",
+                  "0 is the top of the frame, 1 the bottom; it may lie outside", index, true});
+}
+
+void add(ParamIndex index, std::vector<FilterParameter>& list) {
+  const ParameterSpec& spec = parameterSpec(index);
+  switch (spec.kind) {
+    case ParamKind::Number:
+    case ParamKind::WholeNumber:
+      list.push_back({Kind::Number, spec.label, sliderText(spec), index});
+      break;
+    case ParamKind::Angle:
+      list.push_back({Kind::Number, spec.label, "1 stands for a whole turn, clockwise", index});
+      break;
+    case ParamKind::Checkbox:
+      list.push_back({Kind::Checkbox, spec.label, "On or off", index});
+      break;
+    case ParamKind::Popup:
+      list.push_back({Kind::Text, spec.label, itemsText(spec), index});
+      break;
+    case ParamKind::Color:
+      list.push_back({Kind::Color, spec.label, "A color", index});
+      break;
+    case ParamKind::Point:
+      addPoint(spec, index, list);
+      break;
+    default:  // masks come from scenes; panels and groups have no value
+      break;
+  }
+}
+
+std::vector<FilterParameter> makeList() {
+  std::vector<FilterParameter> list{
+      {Kind::Text, "Scene",
+       "The path of a scene file, which says all. What is set here wins over it"},
+      {Kind::Text, "Presets",
+       "Names of presets to start from, separated by commas or blanks. What is set here wins over "
+       "them"}};
+  for (std::int32_t index = 1; index < kParamCount; ++index) {
+    add(static_cast<ParamIndex>(index), list);
+  }
+  list.push_back({Kind::Text, "Frames per second",
+                  "The rate at which stars move, such as 25 or 30000/1001. Nothing: that of the "
+                  "scene, or else as the first frames follow each other"});
+  return list;
+}
+
+bool isSame(std::string_view one, std::string_view other) {
+  const auto lower = [](char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  };
+  return std::ranges::equal(one, other, {}, lower, lower);
+}
+
+}  // namespace
+
+std::span<const FilterParameter> filterParameters() {
+  static const std::vector<FilterParameter> list = makeList();
+  return list;
+}
+
+double initialNumber(const FilterParameter& parameter) {
+  if (parameter.index == kMixWithOriginal) return kInitialMix;
+  const ParameterSpec& spec = parameterSpec(parameter.index);
+  if (spec.kind != ParamKind::Point) return spec.initial;
+  return (parameter.isY ? spec.initialY : spec.initial) / 100.0;
+}
+
+double hostNumber(const FilterParameter& parameter, double number) {
+  const Scale scale = scaleOf(parameterSpec(parameter.index));
+  return (number - scale.zero) / scale.unit;
+}
+
+double effectNumber(const FilterParameter& parameter, double hostNumber) {
+  const ParameterSpec& spec = parameterSpec(parameter.index);
+  const Scale scale = scaleOf(spec);
+  double number = scale.zero + hostNumber * scale.unit;
+  const double rounded = std::round(number * 100) / 100;
+  // A little more than half, as neither side is exact in binary.
+  if (std::abs(rounded - number) <= scale.unit * kHalfDecimal * 1.001) number = rounded;
+  return withinRange(spec, number);
+}
+
+std::vector<std::string_view> popupItems(const ParameterSpec& spec) {
+  std::vector<std::string_view> items;
+  for (std::string_view rest = spec.items;;) {
+    const std::size_t bar = rest.find('|');
+    items.push_back(rest.substr(0, bar));
+    if (bar == rest.npos) return items;
+    rest.remove_prefix(bar + 1);
+  }
+}
+
+std::optional<int> popupItem(const ParameterSpec& spec, std::string_view text) {
+  const auto items = popupItems(spec);
+  const auto found = std::ranges::find_if(items, [&](auto item) { return isSame(item, text); });
+  if (found != items.end()) return static_cast<int>(found - items.begin()) + 1;
+  int number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, number);
+  const bool isItem = number >= 1 && number <= static_cast<int>(items.size());
+  if (error != std::errc() || rest != end || !isItem) return std::nullopt;
+  return number;
+}
+
+}  // namespace brisel

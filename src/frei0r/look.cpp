@@ -1,0 +1,78 @@
+#include "frei0r/look.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "frei0r/built_in_presets.h"
+
+namespace brisel {
+namespace {
+
+std::vector<scene::PresetChoice> presetsNamed(std::string_view names) {
+  constexpr std::string_view kSeparators = ", \t\n";
+  constexpr std::string_view kNone = "none";  // for hosts whose texts cannot be empty
+  std::vector<scene::PresetChoice> choices;
+  for (;;) {
+    names.remove_prefix(std::min(names.find_first_not_of(kSeparators), names.size()));
+    if (names.empty()) return choices;
+    const std::string_view name = names.substr(0, names.find_first_of(kSeparators));
+    names.remove_prefix(name.size());
+    if (name == kNone) continue;
+    choices.push_back({std::string(name), "\"Presets\"", scene::Origin::kOption});
+  }
+}
+
+scene::Scene sceneOf(const LookSource& source) {
+  scene::Scene scene;
+  if (!source.scene.empty()) scene = scene::readScene(source.scene);
+  const auto choices = presetsNamed(source.presets);
+  for (scene::Layer& layer : scene.layers) {
+    layer.presets.insert(layer.presets.end(), choices.begin(), choices.end());
+  }
+  return scene;
+}
+
+/// Of a layer's coordinate, 16.16 or not, that of a frame.
+template <class Number>
+Number reduced(Number coordinate, std::int32_t frame, std::int32_t full) {
+  return static_cast<Number>(static_cast<double>(coordinate) * frame / full);
+}
+
+}  // namespace
+
+Look::Look(const LookSource& source, FrameSize frame)
+    : frame_(frame), scene_(sceneOf(source)), full_(scene_.size.value_or(frame)) {
+  const scene::Surroundings around{full_, scene_.rate.value_or(source.rate), true};
+  for (std::size_t i = 0; i < scene_.layers.size(); ++i) {
+    layers_.emplace_back(scene_, i, around, builtInPresets());
+  }
+}
+
+bool Look::isReduced() const {
+  return full_.width != frame_.width || full_.height != frame_.height;
+}
+
+Values Look::valuesAt(std::size_t layer, std::int32_t frame) const {
+  Values values = layers_[layer].at(frame);
+  if (!isReduced()) return values;
+  for (const ParamIndex point : {kStart, kEnd, kControlStart, kControlEnd}) {
+    values[point].number = reduced(values[point].number, frame_.width, full_.width);
+    values[point].y = reduced(values[point].y, frame_.height, full_.height);
+  }
+  return values;
+}
+
+std::optional<MaskOutline> Look::maskAt(std::size_t layer, std::int32_t frame) const {
+  std::optional<MaskOutline> outline = layers_[layer].maskAt(frame);
+  if (!outline || !isReduced()) return outline;
+  for (MaskVertex& vertex : outline->vertices) {
+    for (PointF* point : {&vertex.point, &vertex.in, &vertex.out}) {
+      point->x = reduced(point->x, frame_.width, full_.width);
+      point->y = reduced(point->y, frame_.height, full_.height);
+    }
+  }
+  return buildMaskOutline(std::move(outline->vertices), outline->isOpen, false);
+}
+
+}  // namespace brisel
