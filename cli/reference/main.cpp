@@ -1,13 +1,16 @@
-// Writes what is installed with the program for people and editors into a folder: man pages,
-// completion for shells, the schema of scenes.
+// Writes what is installed with the program for people, editors and hosts into a folder: man pages,
+// completion for shells, the schema of scenes, descriptions of the filter.
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <map>
 #include <span>
+#include <string>
 
 #include "cli/commands/commands.h"
 #include "cli/commands/scene_schema.h"
 #include "cli/reference/completions.h"
+#include "cli/reference/filter_description.h"
 #include "cli/reference/man_pages.h"
 #include "cli/scene/effect.h"
 #include "cli/support/temporary_file.h"
@@ -19,13 +22,16 @@ void write(const std::filesystem::path& file, const std::string& text) {
   cli::writeWholeFile(file, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
 }
 
-void writeAll(const std::filesystem::path& share) {
+void writeAll(const std::filesystem::path& folder,
+              const std::map<std::string, std::string>& textsByFile) {
+  for (const auto& [name, text] : textsByFile) write(folder / name, text);
+}
+
+void writeReference(const std::filesystem::path& share) {
   CLI::App app;
   cli::describeProgram(app, [] { return std::string(BRISEL_VERSION); });
   const cli::CommandTree tree = cli::commandTree(app);
-  for (const auto& [name, page] : cli::manPages(tree, BRISEL_VERSION)) {
-    write(share / "man/man1" / name, page);
-  }
+  writeAll(share / "man/man1", cli::manPages(tree, BRISEL_VERSION));
   write(share / "bash-completion/completions/brisel", cli::bashCompletion(tree));
   write(share / "zsh/site-functions/_brisel", cli::zshCompletion(tree));
   write(share / "fish/vendor_completions.d/brisel.fish", cli::fishCompletion(tree));
@@ -33,6 +39,10 @@ void writeAll(const std::filesystem::path& share) {
   cli::Effect effect(cli::loadModule(""));
   const auto parameters = cli::listedParameters(effect.session().parameters());
   write(share / "brisel/scene.schema.json", cli::sceneSchema(parameters).dump(1) + "\n");
+
+  writeAll(share / "kdenlive/effects", cli::kdenliveEffects());
+  writeAll(share / "mlt-7/frei0r", cli::mltMetadata());
+  writeAll(share / "flowblade", cli::flowbladeFilters());
 }
 
 }  // namespace
@@ -43,7 +53,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    writeAll(argv[1]);
+    writeReference(argv[1]);
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "brisel_reference: %s\n", error.what());
