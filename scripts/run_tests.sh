@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and runs every check: all tests on the release build; those of
-# the rooms, of scenes and of the plug-in again without optimisation and under the sanitizers, and all
-# of these but scenes as Windows programs under Wine, which must all give the same bytes; the layout
-# and lint checks of the sources. Where the packages for Windows cannot be had, says so at the end.
-# Ends with the release tests' summary; with "everything", with that of the heavy tests, which follow:
-# the build by clang, whose bytes must be the same as well, the manual in a real browser, the effect
-# as a part of another project.
+# the rooms, of scenes and of the plug-ins again without optimisation and under the sanitizers, and all
+# of these but scenes and the frei0r filter as Windows programs under Wine, which must all give the same
+# bytes; the layout and lint checks of the sources. Where the packages for Windows cannot be had, says
+# so at the end. Ends with the release tests' summary; with "everything", with that of the heavy tests,
+# which follow: the build by clang, whose bytes must be the same as well, the manual in a real browser,
+# the frei0r filter in its hosts, the effect as a part of another project.
 #
 #   scripts/run_tests.sh [everything]
 set -euo pipefail
@@ -43,6 +43,7 @@ if [ -n "$heavy" ]; then
   build clang
   ctest --preset clang -R '^(unit|contour|plugin|scene)\.'
   scripts/install_dependencies.sh browser
+  scripts/install_dependencies.sh hosts
   ctest --preset heavy
 fi
 [ -z "$not_run" ] || echo "$not_run"
