@@ -14,3 +14,5 @@ echo
 "$bin/thread_bench"
 echo
 "$bin/emission_bench" --benchmark_min_time=0.05 2>/dev/null
+echo
+"$bin/filter_bench"
