@@ -110,8 +110,8 @@ std::vector<DescribedLook> describedLooks() {
   for (const scene::Preset& preset : library.presets()) {
     brisel::Values values = initial;
     library.apply(preset, kUnit, values);
-    looks.push_back({preset.name, readableName(preset.name), library.describe(preset),
-                     settingsOf(values)});
+    looks.push_back(
+        {preset.name, readableName(preset.name), library.describe(preset), settingsOf(values)});
   }
   return looks;
 }

@@ -88,7 +88,8 @@ TEST(FrameClock, CountsFramesInSecondsAndMilliseconds) {
 
 TEST(FrameClock, CountsFramesOfHostsThatLeaveSomeOut) {
   FrameClock ofThread;  // one of four that a host shares frames out to
-  for (const int frame : {0, 4, 3, 5, 1, 9, 11, 8}) EXPECT_EQ(frameAt(ofThread, frame / 25.0), frame);
+  for (const int frame : {0, 4, 3, 5, 1, 9, 11, 8})
+    EXPECT_EQ(frameAt(ofThread, frame / 25.0), frame);
   FrameClock jumping;
   for (const int frame : {0, 310, 311, 40, 1000}) EXPECT_EQ(frameAt(jumping, frame / 25.0), frame);
   FrameClock milliseconds = clockOf(25);
