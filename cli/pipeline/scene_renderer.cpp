@@ -2,13 +2,23 @@
 
 #include <algorithm>
 
-#include "cli/pictures/add_light.h"
 #include "cli/scene/star_warnings.h"
 #include "cli/support/interrupt.h"
 #include "cli/support/processors.h"
 #include "hostkit/error.h"
+#include "scene/add_light.h"
 
 namespace cli {
+namespace {
+
+template <class Byte>
+brisel::BasicImageView<Byte> viewOf(const hostkit::World& world, std::span<Byte> bytes) {
+  const bool isDeep = world.depth() == hostkit::Depth::k16;
+  return {bytes.data(), world.width(), world.height(), world.rowBytes(),
+          isDeep ? brisel::PixelFormat::Argb16 : brisel::PixelFormat::Argb8};
+}
+
+}  // namespace
 
 SceneRenderer::SceneRenderer(ScenePlan plan, const RendererOptions& options)
     : plan_(std::move(plan)),
@@ -67,7 +77,9 @@ void SceneRenderer::renderOver(const hostkit::World& below, LayerEffect& layer,
   const bool isToBeAdded = layer.layer().isToBeAdded(layer.values());
   if (!isToBeAdded) layer.session().setBackdrop(&below);
   layer.session().render(*picture_, output_, request);
-  if (isToBeAdded) addLight(output_, below);
+  if (isToBeAdded) {
+    scene::addLight(viewOf(output_, output_.bytes()), viewOf(below, below.bytes()));
+  }
 }
 
 void SceneRenderer::stepNext() {

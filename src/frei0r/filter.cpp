@@ -11,6 +11,7 @@
 
 #include "frei0r/channel_order.h"
 #include "frei0r/filter_parameters.h"
+#include "scene/add_light.h"
 
 namespace brisel {
 namespace {
@@ -109,16 +110,20 @@ void Filter::draw(std::int32_t frame, const std::uint32_t* clip, std::uint32_t* 
 
 void Filter::drawLayer(std::size_t layer, std::int32_t frame, const FrameViews& views) {
   const std::int32_t preroll = look_->preroll();
-  const auto advance = [&](Instance& instance, std::int32_t step, auto how) {
+  const auto pass = [&](Instance& instance, std::int32_t step) {
     const std::int32_t shown = std::max(step - preroll, 0);
     const auto mask = look_->maskAt(layer, shown);
-    (instance.*how)(valuesAt(layer, shown), step, views, mask ? &*mask : nullptr);
+    instance.step(valuesAt(layer, shown), step, views, mask ? &*mask : nullptr);
   };
-  Instance& instance = stars_[layer].goTo(
-      frame + preroll,
-      [&](Instance& passing, std::int32_t step) { advance(passing, step, &Instance::step); });
-  advance(instance, frame + preroll, &Instance::render);
+  Instance& instance = stars_[layer].goTo(frame + preroll, pass);
+  const Values values = valuesAt(layer, frame);
+  const auto mask = look_->maskAt(layer, frame);
+  const bool isToBeAdded = look_->isToBeAdded(layer, values);
+  FrameViews drawn = views;
+  if (isToBeAdded) drawn.backdrop = {};
+  instance.render(values, frame + preroll, drawn, mask ? &*mask : nullptr);
   stars_[layer].moveOn();
+  if (isToBeAdded) scene::addLight(views.output, views.backdrop);
 }
 
 Values Filter::valuesAt(std::size_t layer, std::int32_t frame) const {

@@ -40,6 +40,11 @@ class Look {
   /// Points are pixels of the frame.
   Values valuesAt(std::size_t layer, std::int32_t frame) const;
 
+  /// Whether the layer is to be drawn with these values alone, and added as light to those below.
+  bool isToBeAdded(std::size_t layer, const Values& values) const {
+    return layers_[layer].isToBeAdded(values);
+  }
+
   /// Nothing when the layer has no mask. Throws std::bad_alloc.
   std::optional<MaskOutline> maskAt(std::size_t layer, std::int32_t frame) const;
 

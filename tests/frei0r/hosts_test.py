@@ -44,6 +44,14 @@ SCENES = {
         [layer.params]
         "Mix with original" = "Normal"
         """,
+    "layers alone": """
+        [params]
+        "Mix with original" = "Replace"
+        [[layer]]
+        presets = ["snowfall"]
+        [[layer]]
+        presets = ["comet"]
+        """,
     "clip": """
         [params]
         "Standard path" = "Source as raster mask"
