@@ -26,4 +26,5 @@ endif()
 if(WIN32)
   add_link_options(-static)  # the module asks for no library but Windows' own
 endif()
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME program)  # of what is installed; the others are named
 enable_testing()

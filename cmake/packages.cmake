@@ -1,5 +1,5 @@
-# What users install: on Windows a folder for the host's plug-ins, elsewhere the command line, with
-# the presets and the manual beside the module in both.
+# What users install: on Windows a folder for the host's plug-ins, elsewhere the command line and the
+# frei0r filter, with the presets and the manual beside the module in both.
 if(WIN32)
   set(module_folder Brisel)
   set(readme_folder Brisel)
@@ -16,11 +16,18 @@ else()
 endif()
 install(TARGETS brisel_module LIBRARY DESTINATION ${module_folder})
 install(DIRECTORY library/Corvane DESTINATION ${module_folder})
-install(FILES ${readme} DESTINATION ${readme_folder} RENAME README.txt)
+install(FILES ${readme} DESTINATION ${readme_folder} RENAME README.txt COMPONENT archive)
+if(NOT WIN32)
+  install(DIRECTORY examples DESTINATION share/doc/brisel
+    FILES_MATCHING REGEX "\\.(toml|jpg|png|svg|mp4)$")
+  install(FILES docs/scene.md docs/package/copyright DESTINATION share/doc/brisel)
+  install(TARGETS brisel_filter LIBRARY DESTINATION lib/frei0r-1 COMPONENT frei0r)
+  install(FILES docs/hosts.md docs/hosts_ffmpeg.jpg docs/hosts_kdenlive.jpg docs/scene.md
+    docs/package/copyright DESTINATION share/doc/frei0r-brisel COMPONENT frei0r)
+endif()
 
 # For those who build with the effect: its library with the rooms below it, which
-# find_package(brisel) finds as brisel::effect, and its headers with those that they include. It is
-# no part of the package for users.
+# find_package(brisel) finds as brisel::effect, and its headers with those that they include.
 set(rooms core platform contour engine render presets effect)
 set(config lib/cmake/brisel)
 list(TRANSFORM rooms PREPEND brisel_ OUTPUT_VARIABLE libraries)
@@ -44,5 +51,7 @@ install(FILES ${config_file} ${version_file} DESTINATION ${config} COMPONENT dev
 
 set(CPACK_PACKAGE_NAME brisel)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_INSTALL_CMAKE_PROJECTS "${CMAKE_BINARY_DIR};brisel;Unspecified;/")
+foreach(component program frei0r archive)
+  list(APPEND CPACK_INSTALL_CMAKE_PROJECTS ${CMAKE_BINARY_DIR} brisel ${component} /)
+endforeach()
 include(CPack)
