@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, testing and rendering need, if any is missing; with
 # "windows" those that building for Windows and testing with Wine need, with "browser" what testing
-# the manual in one needs, with "hosts" the hosts that the frei0r filter is tested in, with "clang" the
-# other compiler. Needs root, or sudo.
+# the manual in one needs, with "hosts" the hosts that the frei0r filter is tested in, with "packages"
+# what checks the Debian packages, with "clang" the other compiler. Needs root, or sudo.
 #
-#   scripts/install_dependencies.sh [windows | browser | hosts | clang]
+#   scripts/install_dependencies.sh [windows | browser | hosts | packages | clang]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -19,18 +19,20 @@ elif [ "$*" = hosts ]; then
     ffmpeg melt gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good
     gstreamer1.0-plugins-bad kdenlive frei0r-plugins xvfb xauth x11-utils dbus
   )
+elif [ "$*" = packages ]; then
+  packages=(lintian)
 elif [ "$*" = clang ]; then
   packages=(clang)
 elif [ $# -eq 0 ]; then
   packages=(
-    g++ cmake ninja-build pkg-config git
+    g++ cmake ninja-build pkg-config git dpkg-dev file
     libcli11-dev libtomlplusplus-dev nlohmann-json3-dev libdeflate-dev libopenexr-dev libcairo2-dev libpng-dev libpugixml-dev
     libgtest-dev libbenchmark-dev frei0r-plugins-dev
     clang-format clang-tidy
     ffmpeg fonts-dejavu-core python3 python3-jsonschema
   )
 else
-  echo "usage: scripts/install_dependencies.sh [windows | browser | hosts | clang]" >&2
+  echo "usage: scripts/install_dependencies.sh [windows | browser | hosts | packages | clang]" >&2
   exit 2
 fi
 
