@@ -5,9 +5,11 @@
 namespace brisel {
 
 bool ChoiceRecord::record(std::int32_t frame, Choices choices) {
+  constexpr std::int32_t kMostFrames = 1'000'000;
   constexpr std::size_t kMostNumbers = (8 << 20) / sizeof(Choice);
   const auto index = static_cast<std::size_t>(frame);
   now_ = std::move(choices);
+  if (frame >= kMostFrames) return true;
   const bool isKnown = index < byFrame_.size() && byFrame_[index] != 0;
   const bool isSame = isKnown && distinct_[byFrame_[index] - 1] == now_;
   if (isSame) return true;

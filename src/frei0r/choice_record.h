@@ -10,7 +10,7 @@
 namespace brisel {
 
 /// Takes 4 bytes a frame and 12 for each number set, where it is not what it was at the frame
-/// before; at most 12 MB, beyond which it learns no more.
+/// before; at most 12 MB and a million frames, beyond which it learns no more.
 class ChoiceRecord {
  public:
   /// Notes what is set at a frame from 0 on. Returns false when the frame is known with something

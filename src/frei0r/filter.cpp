@@ -58,7 +58,7 @@ void Filter::update(double time, const std::uint32_t* clip, std::uint32_t* outpu
   } catch (const std::exception& failure) {
     complain(failure.what(), kPasses);
   }
-  forgetStars();
+  stars_.clear();
   if (clip != output) std::memcpy(output, clip, pixelCount(size_) * sizeof *clip);
 }
 
@@ -74,15 +74,11 @@ bool Filter::findLook() {
   look_.reset();
   lookSource_ = source;
   look_.emplace(source, size_);
-  stars_.assign(look_->layerCount(), {});
+  stars_.clear();
   const auto rate = toldRate_ ? toldRate_ : look_->rate();
   clock_.setRate(rate ? std::optional(rate->perSecond()) : std::nullopt);
   if (rate && !source.scene.empty()) lookSource_->rate = *rate;
   return true;
-}
-
-void Filter::forgetStars() {
-  for (StarHistory& stars : stars_) stars.clear();
 }
 
 void Filter::draw(std::int32_t frame, const std::uint32_t* clip, std::uint32_t* output) {
@@ -93,7 +89,8 @@ void Filter::draw(std::int32_t frame, const std::uint32_t* clip, std::uint32_t* 
   const std::size_t layers = look_->layerCount();
   if (layers > 1) below_.resize(pixels);
   if (!painter_) painter_.emplace();
-  if (!choices_.record(frame, settings_.choices(size_))) forgetStars();
+  if (!choices_.record(frame, settings_.choices(size_))) stars_.clear();
+  stars_.resize(layers);
 
   FrameViews views;
   views.input = viewOf(clip_.data());

@@ -41,7 +41,6 @@ class Filter {
 
  private:
   bool findLook();
-  void forgetStars();
   void draw(std::int32_t frame, const std::uint32_t* clip, std::uint32_t* output);
   void drawLayer(std::size_t layer, std::int32_t frame, const FrameViews& views);
   Values valuesAt(std::size_t layer, std::int32_t frame) const;
@@ -55,7 +54,7 @@ class Filter {
   std::optional<scene::FrameRate> toldRate_;
   std::optional<LookSource> lookSource_;  // of `look_`, or of what is wrong
   std::optional<Look> look_;
-  std::vector<StarHistory> stars_;  // of each layer
+  std::vector<StarHistory> stars_;  // of each layer; empty when nothing is known
   ChoiceRecord choices_;
   std::optional<Painter> painter_;
   std::vector<std::uint32_t> clip_;   // in the effect's order of channels

@@ -10,7 +10,7 @@ namespace brisel {
 /// Learns from the times that it is told. Frame 0 is at time 0.
 class FrameClock {
  public:
-  static constexpr std::int32_t kLastFrame = 1'000'000;
+  static constexpr std::int32_t kLastFrame = 1'000'000'000;
 
   /// Frames a second, above 0, that somebody told; nothing when nobody does.
   void setRate(std::optional<double> rate) { toldRate_ = rate; }

@@ -1,6 +1,8 @@
 #include "frei0r/star_history.h"
 
+#include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "engine/particle.h"
 
@@ -8,10 +10,16 @@ namespace brisel {
 namespace {
 
 constexpr std::size_t kMostBytes = 16 << 20;
+constexpr std::size_t kMostBytesFarAway = 12 << 20;
 
 std::size_t bytesOf(const Instance& instance) {
   constexpr std::size_t kPage = 4096;  // stars take whole ones; the rest of a state fits in another
   return static_cast<std::size_t>(instance.starCount()) * sizeof(Particle) + 2 * kPage;
+}
+
+/// The frame at which the stars begin anew.
+std::int32_t beginOf(std::int32_t frame) {
+  return frame - frame % StarHistory::kLongestWay;
 }
 
 }  // namespace
@@ -26,33 +34,47 @@ Instance& StarHistory::goTo(std::int32_t frame, const Step& step) {
   return instance_;
 }
 
-void StarHistory::clear() {
-  *this = StarHistory();
-}
-
 void StarHistory::restoreNearest(std::int32_t frame) {
+  const std::int32_t begin = beginOf(frame);
+  const bool isOnTheWay = next_ > begin && next_ <= frame;
   const auto after = kept_.upper_bound(frame);
-  if (after != kept_.begin()) {
-    const auto& [nearest, instance] = *std::prev(after);
-    if (next_ > frame || nearest > next_) {
-      instance_ = instance;
-      next_ = nearest;
-    }
-  } else if (next_ > frame) {
+  const auto nearest = after == kept_.begin() ? kept_.end() : std::prev(after);
+  if (nearest != kept_.end() && nearest->first > (isOnTheWay ? next_ : begin)) {
+    instance_ = nearest->second;
+    next_ = nearest->first;
+  } else if (!isOnTheWay) {
     instance_ = Instance();
-    next_ = 0;
+    next_ = begin;
   }
 }
 
 void StarHistory::keep() {
-  if (next_ % spacing_ != 0 || next_ == 0 || kept_.contains(next_)) return;
+  if (next_ % kLeastSpacing != 0 || next_ == beginOf(next_) || kept_.contains(next_)) return;
   kept_.emplace(next_, instance_);
-  keptBytes_ += bytesOf(instance_);
-  while (keptBytes_ > kMostBytes) {
-    spacing_ *= 2;
-    std::erase_if(kept_, [this](const auto& state) { return state.first % spacing_ != 0; });
-    keptBytes_ = 0;
-    for (const auto& [frame, instance] : kept_) keptBytes_ += bytesOf(instance);
+  makeRoom();
+}
+
+// States that are kept however far away they are get no more than their share, and of the others
+// the farthest go first.
+void StarHistory::makeRoom() {
+  for (;;) {
+    std::size_t bytesFarAway = 0;
+    std::size_t bytes = 0;
+    auto farthest = kept_.end();
+    for (auto state = kept_.begin(); state != kept_.end(); ++state) {
+      bytes += bytesOf(state->second);
+      if (state->first % spacing_ == 0) {
+        bytesFarAway += bytesOf(state->second);
+      } else if (farthest == kept_.end() || distance(state->first) > distance(farthest->first)) {
+        farthest = state;
+      }
+    }
+    if (bytes <= kMostBytes) return;
+    if (bytesFarAway > kMostBytesFarAway) {
+      spacing_ *= 2;
+    } else {
+      kept_.erase(farthest);
+    }
   }
 }
 

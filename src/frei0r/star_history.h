@@ -1,8 +1,8 @@
 // The stars of one effect at any frame, whatever order a host asks for frames in.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <functional>
 #include <map>
 
@@ -11,11 +11,14 @@
 namespace brisel {
 
 /// A frame follows from the one before it. So the way to a frame leads from the stars as they
-/// stand, from a state that was kept, or from frame 0, whichever is nearest. States are kept every
-/// 8 frames, in at most 16 MB: when these are full, every other one goes, and half as many are kept
-/// from then on.
+/// stand, from a state that was kept, or from where they begin, whichever is nearest. States are
+/// kept every 8 frames around the frame gone to last and at wider, even distances elsewhere, in
+/// 16 MB altogether.
 class StarHistory {
  public:
+  /// Stars begin anew after so many frames, which bounds the way to any frame.
+  static constexpr std::int32_t kLongestWay = 1'000'000;
+
   /// Advances an instance by a frame that nobody sees.
   using Step = std::function<void(Instance& instance, std::int32_t frame)>;
 
@@ -26,18 +29,18 @@ class StarHistory {
   /// The frame gone to was rendered.
   void moveOn() { ++next_; }
 
-  /// Forgets all stars.
-  void clear();
-
  private:
+  static constexpr std::int32_t kLeastSpacing = 8;
+
   void restoreNearest(std::int32_t frame);
   void keep();
+  void makeRoom();
+  std::int32_t distance(std::int32_t frame) const { return std::abs(frame - next_); }
 
   Instance instance_;
   std::int32_t next_ = 0;                  // the frame before which `instance_` stands
   std::map<std::int32_t, Instance> kept_;  // by the frame before which they stand
-  std::size_t keptBytes_ = 0;
-  std::int32_t spacing_ = 8;
+  std::int32_t spacing_ = kLeastSpacing;   // of those that are kept however far away they are
 };
 
 }  // namespace brisel
