@@ -11,6 +11,7 @@ extern "C" {
 
 #include "frei0r/filter.h"
 #include "frei0r/filter_parameters.h"
+#include "platform/library_at.h"
 
 namespace {
 
@@ -101,9 +102,10 @@ void f0r_get_param_info(f0r_param_info_t* info, int index) try {
 }
 
 f0r_instance_t f0r_construct(unsigned int width, unsigned int height) try {
+  const auto unit = brisel::timeUnitOfHost(brisel::libraryAt(__builtin_return_address(0)));
   constexpr unsigned kMost = std::numeric_limits<std::int16_t>::max();  // pixels of a 16.16 point
   if (width > kMost || height > kMost) return nullptr;
-  return new Filter({static_cast<std::int32_t>(width), static_cast<std::int32_t>(height)});
+  return new Filter({static_cast<std::int32_t>(width), static_cast<std::int32_t>(height)}, unit);
 } catch (...) {
   return nullptr;
 }

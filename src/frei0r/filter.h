@@ -23,9 +23,9 @@ namespace brisel {
 /// give each processor a frame or a filter of its own.
 class Filter {
  public:
-  /// Of frames of that size. Takes memory for them with the first one only, as hosts make filters
-  /// just to ask them for their defaults.
-  explicit Filter(FrameSize size) : size_(size) {}
+  /// Of frames of that size, for a host whose times are in that unit. Takes memory for frames with
+  /// the first one only, as hosts make filters just to ask them for their defaults.
+  Filter(FrameSize size, TimeUnit unit) : size_(size), clock_(unit) {}
 
   /// A setting of the parameter's kind. Throws std::bad_alloc.
   void set(std::size_t parameter, FilterSettings::Setting setting);

@@ -45,6 +45,12 @@ bool isFrame(double seconds, double rate, bool isRounded) {
 
 }  // namespace
 
+TimeUnit timeUnitOfHost(std::string_view library) {
+  if (library.starts_with("libavfilter")) return TimeUnit::Milliseconds;
+  if (library.starts_with("libmlt") || library.starts_with("libgst")) return TimeUnit::Seconds;
+  return TimeUnit::Unknown;
+}
+
 void FrameClock::tell(double time) {
   constexpr double kLeastTime = -1e12;
   if (!(time > kLeastTime)) {

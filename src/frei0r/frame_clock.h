@@ -4,13 +4,25 @@
 
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
 namespace brisel {
 
-/// Learns from the times that it is told. Frame 0 is at time 0.
+enum class TimeUnit : std::uint8_t { Unknown, Seconds, Milliseconds };
+
+/// By the name of the library that calls the filter; unknown for a host that is linked as one file.
+TimeUnit timeUnitOfHost(std::string_view library);
+
+/// Learns from the times that it is told, of the unit, too, where that is unknown. Frame 0 is at
+/// time 0.
 class FrameClock {
  public:
   static constexpr std::int32_t kLastFrame = 1'000'000'000;
+
+  FrameClock() : FrameClock(TimeUnit::Unknown) {}
+  explicit FrameClock(TimeUnit unit)
+      : isMilliseconds_(unit == TimeUnit::Milliseconds),
+        isUnitCertain_(unit != TimeUnit::Unknown) {}
 
   /// Frames a second, above 0, that somebody told; nothing when nobody does.
   void setRate(std::optional<double> rate) { toldRate_ = rate; }
@@ -37,8 +49,8 @@ class FrameClock {
   std::optional<double> toldRate_;
   std::optional<double> time_;      // told last; nothing when there was none
   std::int32_t countedFrame_ = -1;  // where there was none
-  bool isMilliseconds_ = false;
-  bool isUnitCertain_ = false;
+  bool isMilliseconds_;
+  bool isUnitCertain_;
   int wholeTimes_ = 0;                 // that leave the unit open
   int learnedTimes_ = 0;               // from which a step was learned, or might have been
   double step_ = 0;                    // between frames, seconds; 0 when unknown

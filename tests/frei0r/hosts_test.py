@@ -216,7 +216,7 @@ class Ffmpeg(HostTest):
 
 class Melt(HostTest):
     def by_melt(self, *settings, real_time=-1, clip=None, frames=FRAMES,
-                size=(WIDTH, HEIGHT), consumer=()):
+                size=(WIDTH, HEIGHT), ttl=1, consumer=()):
         profile = self.folder / "profile"
         profile.write_text(
             f"description=small\nframe_rate_num=25\nframe_rate_den=1\nwidth={size[0]}\n"
@@ -225,7 +225,7 @@ class Melt(HostTest):
             encoding="utf-8")
         out = self.folder / "melt.rgba"
         run("melt", "-silent", "-profile", profile, (clip or self.clip).with_name(".all.png"),
-            "ttl=1", "in=0", f"out={frames - 1}", "-attach-cut", "frei0r.brisel", *settings, "-consumer", f"avformat:{out}",
+            f"ttl={ttl}", "in=0", f"out={frames - 1}", "-attach-cut", "frei0r.brisel", *settings, "-consumer", f"avformat:{out}",
             "f=rawvideo", "vcodec=rawvideo", "pix_fmt=rgba", "mlt_image_format=rgba", "an=1",
             f"real_time={real_time}", *consumer, env=self.environment)
         return self.split(out.read_bytes(), *size)
@@ -255,6 +255,15 @@ class Melt(HostTest):
         expected = self.by_brisel(self.scene('[scene]\npresets = ["fountain"]'))
         out = self.by_melt("Presets=fountain", "Frames per second=25", consumer=("in=20", "out=39"))
         self.expect_same(out, expected[20:])
+
+    def test_a_render_that_begins_at_a_whole_second(self):
+        """20 s might be the second frame, in milliseconds, at 50 frames a second."""
+        def rendered(first):
+            return self.by_melt("Frames per second=25", frames=600, ttl=50,
+                                consumer=(f"in={first}", "out=520"))
+        before = rendered(499)
+        self.assertTrue(before[1] != before[2])
+        self.expect_same(rendered(500)[:10], before[1:11])
 
     def test_slices(self):
         """Each is a frame of its own to the filter, so all that can be had is that it holds."""

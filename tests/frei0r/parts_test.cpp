@@ -96,6 +96,19 @@ TEST(FrameClock, CountsFramesOfHostsThatLeaveSomeOut) {
   for (const int frame : {13, 15, 70, 2}) EXPECT_EQ(frameAt(milliseconds, frame * 40.0), frame);
 }
 
+TEST(FrameClock, KnowsTheUnitOfHostsByTheirLibraries) {
+  // A first time that may be frame 1 in milliseconds or frame 1000 in seconds.
+  FrameClock seconds(timeUnitOfHost("libmltfrei0r.so"));
+  seconds.setRate(25);
+  EXPECT_EQ(frameAt(seconds, 40), 1000);
+  EXPECT_EQ(frameAt(seconds, 80), 2000);
+  FrameClock milliseconds(timeUnitOfHost("libavfilter.so.8"));
+  milliseconds.setRate(25);
+  EXPECT_EQ(frameAt(milliseconds, 0.2), 0);
+  EXPECT_EQ(frameAt(milliseconds, 40), 1);
+  EXPECT_EQ(timeUnitOfHost("ffmpeg"), TimeUnit::Unknown);
+}
+
 TEST(FrameClock, TakesAnyTime) {
   FrameClock clock = clockOf(25);
   EXPECT_EQ(frameAt(clock, -3), 0);
