@@ -4,9 +4,11 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <filesystem>
 #include <functional>
 #include <new>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include "frei0r/channel_order.h"
@@ -62,22 +64,32 @@ void Filter::update(double time, const std::uint32_t* clip, std::uint32_t* outpu
   if (clip != output) std::memcpy(output, clip, pixelCount(size_) * sizeof *clip);
 }
 
+LookSource Filter::currentSource() const {
+  LookSource source{.scene = settings_.text(kSceneParameter),
+                    .presets = settings_.text(kPresetsParameter)};
+  if (source.scene.empty()) return source;
+  std::error_code none;
+  source.saved = std::filesystem::last_write_time(source.scene, none);
+  const bool isOfThisScene =
+      lookSource_ && lookSource_->scene == source.scene && lookSource_->saved == source.saved;
+  if (isOfThisScene && look_ && look_->rate()) {  // which counts, so that another makes no new look
+    source.rate = lookSource_->rate;
+  } else {
+    source.rate = toldRate_ ? toldRate_ : scene::frameRateFromNumber(clock_.rate());
+  }
+  return source;
+}
+
 /// Throws what Look's constructor does, but once for each source.
 bool Filter::findLook() {
-  LookSource source{settings_.text(kSceneParameter), settings_.text(kPresetsParameter), {}};
-  if (toldRate_) {
-    source.rate = *toldRate_;
-  } else if (!source.scene.empty()) {
-    source.rate = scene::frameRateFromNumber(clock_.rate()).value_or(source.rate);
-  }
+  LookSource source = currentSource();
   if (lookSource_ == source) return look_.has_value();
   look_.reset();
-  lookSource_ = source;
-  look_.emplace(source, size_);
+  lookSource_ = std::move(source);
+  look_.emplace(*lookSource_, size_);
   stars_.clear();
   const auto rate = toldRate_ ? toldRate_ : look_->rate();
   clock_.setRate(rate ? std::optional(rate->perSecond()) : std::nullopt);
-  if (rate && !source.scene.empty()) lookSource_->rate = *rate;
   return true;
 }
 

@@ -40,6 +40,7 @@ class Filter {
   void update(double time, const std::uint32_t* clip, std::uint32_t* output) noexcept;
 
  private:
+  LookSource currentSource() const;
   bool findLook();
   void draw(std::int32_t frame, const std::uint32_t* clip, std::uint32_t* output);
   void drawLayer(std::size_t layer, std::int32_t frame, const FrameViews& views);

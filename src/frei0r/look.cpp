@@ -1,10 +1,13 @@
 #include "frei0r/look.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <limits>
 #include <string_view>
 #include <utility>
 
 #include "frei0r/built_in_presets.h"
+#include "scene/text/errors.h"
 
 namespace brisel {
 namespace {
@@ -23,9 +26,23 @@ std::vector<scene::PresetChoice> presetsNamed(std::string_view names) {
   }
 }
 
+/// A device or a pipe could keep the host waiting for ever.
+void rejectWhatIsNoFile(const std::filesystem::path& scene) {
+  std::error_code none;
+  const auto type = std::filesystem::status(scene, none).type();
+  if (type == std::filesystem::file_type::regular ||
+      type == std::filesystem::file_type::directory || !std::filesystem::exists(scene, none)) {
+    return;  // which readScene answers
+  }
+  throw scene::WorkError("the scene \"" + scene.string() + "\" is a device or a pipe");
+}
+
 scene::Scene sceneOf(const LookSource& source) {
   scene::Scene scene;
-  if (!source.scene.empty()) scene = scene::readScene(source.scene);
+  if (!source.scene.empty()) {
+    rejectWhatIsNoFile(source.scene);
+    scene = scene::readScene(source.scene);
+  }
   const auto choices = presetsNamed(source.presets);
   for (scene::Layer& layer : scene.layers) {
     layer.presets.insert(layer.presets.end(), choices.begin(), choices.end());
@@ -36,14 +53,18 @@ scene::Scene sceneOf(const LookSource& source) {
 /// Of a layer's coordinate, 16.16 or not, that of a frame.
 template <class Number>
 Number reduced(Number coordinate, std::int32_t frame, std::int32_t full) {
-  return static_cast<Number>(static_cast<double>(coordinate) * frame / full);
+  const double exact = static_cast<double>(coordinate) * frame / full;
+  constexpr auto kLeast = static_cast<double>(std::numeric_limits<Number>::lowest());
+  constexpr auto kMost = static_cast<double>(std::numeric_limits<Number>::max());
+  return static_cast<Number>(std::clamp(exact, kLeast, kMost));
 }
 
 }  // namespace
 
 Look::Look(const LookSource& source, FrameSize frame)
     : frame_(frame), scene_(sceneOf(source)), full_(scene_.size.value_or(frame)) {
-  const scene::Surroundings around{full_, scene_.rate.value_or(source.rate), true};
+  const scene::Surroundings around{
+      full_, scene_.rate.value_or(source.rate.value_or(scene::FrameRate{})), true};
   for (std::size_t i = 0; i < scene_.layers.size(); ++i) {
     layers_.emplace_back(scene_, i, around, builtInPresets());
   }

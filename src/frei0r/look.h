@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,9 +17,11 @@ namespace brisel {
 
 /// What a look is made from.
 struct LookSource {
-  std::string scene;      // path, or empty
-  std::string presets;    // names, separated by commas or blanks
-  scene::FrameRate rate;  // by which a scene's times in seconds are counted
+  std::string scene;                        // path, or empty
+  std::filesystem::file_time_type saved{};  // when the scene was, so that an edited one is another
+  std::string presets;                      // names, separated by commas or blanks
+  std::optional<scene::FrameRate>
+      rate{};  // by which times in seconds are counted where the scene tells none
 
   friend bool operator==(const LookSource&, const LookSource&) = default;
 };

@@ -2,8 +2,10 @@
 // at any size, and what it does with what cannot be.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <limits>
@@ -12,6 +14,7 @@
 
 #include "effect/instance.h"
 #include "tests/frei0r/small_host.h"
+#include "tests/support/folder_test.h"
 
 namespace {
 
@@ -207,6 +210,69 @@ TEST(Filter, PassesTheClipAndSaysWhyOnceWhenItCannotDraw) {
   }
 }
 
+/// Frames of a filter that a scene file says all of.
+struct SceneFilterTest : FolderTest {
+  std::string scene() const { return path("s.toml").string(); }
+  void rewrite(const std::string& text, int seconds) const {
+    write("s.toml", text);
+    std::filesystem::last_write_time(
+        scene(), std::filesystem::file_time_type() + std::chrono::seconds(seconds));
+  }
+  ClipFrame drawn(int frame) const {
+    HostedFilter filter(kWidth, kHeight);
+    filter.set("Scene", scene());
+    return filter.update(frame / kRate, clip);
+  }
+
+  ClipFrame clip = patternedFrame(kWidth, kHeight);
+};
+
+TEST_F(SceneFilterTest, IsReadAnewWhenItWasEdited) {
+  const std::string head = "[scene]\nfps = 25\n";
+  rewrite(head, 1);
+  HostedFilter filter(kWidth, kHeight);
+  filter.set("Scene", scene());
+  const ClipFrame before = filter.update(9 / kRate, clip);
+  rewrite(head + "[params]\n\"Size\" = 90\n", 2);
+  const ClipFrame after = filter.update(9 / kRate, clip);
+  EXPECT_NE(after, before);
+  EXPECT_EQ(after, drawn(9));
+
+  testing::internal::CaptureStderr();
+  rewrite(head + "[params]\n\"Sise\" = 90\n", 3);
+  EXPECT_EQ(filter.update(9 / kRate, clip), clip);
+  std::filesystem::remove(path("s.toml"));
+  EXPECT_EQ(filter.update(9 / kRate, clip), clip);
+  EXPECT_EQ(std::ranges::count(testing::internal::GetCapturedStderr(), '\n'), 2);
+  rewrite(head, 4);
+  EXPECT_EQ(filter.update(9 / kRate, clip), before);
+}
+
+TEST_F(SceneFilterTest, TakesEachFrameFromTheOneBeforeAtWhateverRate) {
+  const ClipFrame other = patternedFrame(kWidth, kHeight, 2);
+  const auto playedAt = [&](const std::string& rate, double perSecond) {
+    rewrite("[scene]\nfps = \"" + rate + "\"\n[params]\n\"Color schema\" = \"Source\"\n", 1);
+    HostedFilter filter(kWidth, kHeight);
+    filter.set("Scene", scene());
+    for (int frame = 0; frame < 9; ++frame) filter.update(frame / perSecond, clip);
+    return filter.update(9 / perSecond, other);  // in which stars have colors of the clip
+  };
+  EXPECT_EQ(playedAt("2997/100", 29.97), playedAt("25", 25));
+}
+
+TEST_F(SceneFilterTest, DoesNotWaitForPipes) {
+  ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+  HostedFilter filter(kWidth, kHeight);
+  testing::internal::CaptureStderr();
+  for (const std::string& scene : {path("pipe").string(), folder()}) {
+    filter.set("Scene", scene);
+    EXPECT_EQ(filter.update(0, clip), clip);
+  }
+  const std::string said = testing::internal::GetCapturedStderr();
+  EXPECT_NE(said.find("is a device or a pipe"), said.npos) << said;
+  EXPECT_NE(said.find("is a folder"), said.npos) << said;
+}
+
 TEST(Filter, AnswersTextsThatItCannotReadAndGoesOn) {
   BusyFilter filter;
   testing::internal::CaptureStderr();
@@ -242,6 +308,27 @@ TEST(Filter, SurvivesWildHosts) {
   library.update2(filter.instance, 2 / kRate, inPlace.pixels.data(), nullptr, nullptr,
                   inPlace.pixels.data());
   EXPECT_EQ(inPlace, filter.frame(2));
+}
+
+TEST(Filter, SurvivesWildTimesAndTexts) {
+  constexpr double kEndless = std::numeric_limits<double>::infinity();
+  BusyFilter filter;
+  for (const double time : {1e300, -1e300, kEndless, -kEndless, 1e12}) {
+    filter.update(time, filter.clip);  // without stepping through all that lies before
+  }
+  EXPECT_EQ(filter.frame(3), inOrder(4)[3]);
+
+  testing::internal::CaptureStderr();
+  for (const char* name : {"Standard path", "Frames per second", "Presets", "Scene"}) {
+    const std::string before = filter.text(name);
+    for (const std::string& text : {std::string(1 << 14, 'x'), std::string("\xff\x80/\n")}) {
+      filter.set(name, text);
+      filter.frame(3);
+    }
+    filter.set(name, before);
+    EXPECT_EQ(filter.frame(3), inOrder(4)[3]) << name;
+  }
+  testing::internal::GetCapturedStderr();
 }
 
 TEST(Filter, IsUnloadedByWhoeverLoadedIt) {
