@@ -25,9 +25,10 @@ build() {
 }
 
 scripts/check_sources.sh
+of_rooms=(-R '^(unit|contour|plugin|scene|frei0r)\.' -E '^frei0r\.in_')
 for preset in debug asan; do
-  build "$preset" --target unit_tests contour_tests contour_memory_tests plugin_tests scene_tests
-  ctest --preset "$preset" -R '^(unit|contour|plugin|scene)\.'
+  build "$preset" --target unit_tests contour_tests contour_memory_tests plugin_tests scene_tests frei0r_tests
+  ctest --preset "$preset" "${of_rooms[@]}"
 done
 not_run=
 if scripts/install_dependencies.sh windows; then
@@ -41,7 +42,7 @@ ctest --preset release
 if [ -n "$heavy" ]; then
   scripts/install_dependencies.sh clang
   build clang
-  ctest --preset clang -R '^(unit|contour|plugin|scene)\.'
+  ctest --preset clang "${of_rooms[@]}"
   scripts/install_dependencies.sh browser
   scripts/install_dependencies.sh hosts
   scripts/install_dependencies.sh packages

@@ -95,9 +95,9 @@ class HostTest(unittest.TestCase):
         return pattern
 
     @classmethod
-    def raw_frames(cls, pattern, width, height, *options):
-        done = run("ffmpeg", "-v", "error", *options, "-i", pattern, "-f", "rawvideo", "-pix_fmt",
-                   "rgba", "-")
+    def raw_frames(cls, pattern, width, height, *options, filters="null"):
+        done = run("ffmpeg", "-v", "error", *options, "-i", pattern, "-vf", filters, "-f", "rawvideo",
+                   "-pix_fmt", "rgba", "-")
         return cls.split(done.stdout, width, height)
 
     @staticmethod
@@ -112,12 +112,12 @@ class HostTest(unittest.TestCase):
         return file
 
     @classmethod
-    def by_brisel(cls, scene, clip=None, frames=FRAMES, size=(WIDTH, HEIGHT)):
-        """What the command line renders of a scene, given by its file, over the clip."""
+    def by_brisel(cls, scene, clip=None, frames=FRAMES, size=(WIDTH, HEIGHT), filters="null"):
+        """What the command line renders of a scene, given by its file, over the clip, filtered."""
         out = pathlib.Path(tempfile.mkdtemp(dir=cls.folder))
         run(BRISEL, "render", scene, "-i", clip or cls.clip, "--fps", 25, "--frames",
             f"0-{frames - 1}", "-o", out / "%04d.png")
-        return cls.raw_frames(out / "%04d.png", *size, "-start_number", 0)
+        return cls.raw_frames(out / "%04d.png", *size, "-start_number", 0, filters=filters)
 
     def expect_same(self, frames, expected):
         self.assertEqual(len(frames), len(expected))
@@ -189,6 +189,17 @@ class Ffmpeg(HostTest):
                 scene = self.scene(SCENES["keyframes"])
                 self.expect_same(self.by_ffmpeg(self.filter(scene), clip, size),
                                  self.by_brisel(scene, clip, frames, size))
+
+    def test_any_width_with_a_margin(self):
+        pad, crop = "pad=ceil(iw/64)*64:ih:-1:-1", "crop=331:ih"
+        odd = self.pictures("odd", 331, 187, 20)
+        (self.folder / "padded").mkdir()
+        padded = self.folder / "padded/%04d.png"
+        run("ffmpeg", "-v", "error", "-i", odd, "-vf", pad, padded)
+        scene = self.scene(SCENES["layers"])
+        expected = self.by_brisel(scene, padded, 20, (331, 187), crop)
+        frames = self.by_ffmpeg(f"{pad},{self.filter(scene)},{crop}", odd, (331, 187))
+        self.expect_same(frames, expected)
 
     def test_smaller_than_the_scene(self):
         """As hosts preview: the same picture as the command line's at half the size."""
@@ -282,14 +293,23 @@ class Melt(HostTest):
 
 
 class Gstreamer(HostTest):
-    def by_gstreamer(self, *properties):
+    def by_gstreamer(self, *properties, clip=None, frames=FRAMES, size=(WIDTH, HEIGHT)):
         out = self.folder / "gst.rgba"
-        run("gst-launch-1.0", "-q", "multifilesrc", f"location={self.clip}", "start-index=1",
-            f"stop-index={FRAMES}", "caps=image/png,framerate=25/1", "!", "pngdec", "!",
+        run("gst-launch-1.0", "-q", "multifilesrc", f"location={clip or self.clip}", "start-index=1",
+            f"stop-index={frames}", "caps=image/png,framerate=25/1", "!", "pngdec", "!",
             "videoconvert", "!", "video/x-raw,format=RGBA", "!", "frei0r-filter-brisel",
             *properties, "!", "filesink", f"location={out}",
             env={**self.environment, "GST_REGISTRY": str(self.folder / "registry")})
-        return self.split(out.read_bytes(), WIDTH, HEIGHT)
+        return self.split(out.read_bytes(), *size)
+
+    def test_sizes(self):
+        scene = self.scene(SCENES["layers"])
+        for size, frames in (((331, 187), 20), ((3840, 2160), 3)):
+            with self.subTest(size):
+                clip = self.pictures(f"clip_{size[0]}", *size, frames)
+                self.expect_same(
+                    self.by_gstreamer(f"scene={scene}", clip=clip, frames=frames, size=size),
+                    self.by_brisel(scene, clip, frames, size))
 
     def test_scenes(self):
         for name, text in SCENES.items():
