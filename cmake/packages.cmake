@@ -22,8 +22,9 @@ if(NOT WIN32)
     FILES_MATCHING REGEX "\\.(toml|jpg|png|svg|mp4)$")
   install(FILES docs/scene.md docs/package/copyright DESTINATION share/doc/brisel)
   install(TARGETS brisel_filter LIBRARY DESTINATION lib/frei0r-1 COMPONENT frei0r)
-  install(FILES docs/hosts.md docs/hosts_ffmpeg.jpg docs/hosts_kdenlive.jpg docs/scene.md
-    docs/package/copyright DESTINATION share/doc/frei0r-brisel COMPONENT frei0r)
+  file(GLOB host_pictures CONFIGURE_DEPENDS docs/hosts_*.jpg)
+  install(FILES docs/hosts.md ${host_pictures} docs/scene.md docs/package/copyright
+    DESTINATION share/doc/frei0r-brisel COMPONENT frei0r)
 endif()
 
 # For those who build with the effect: its library with the rooms below it, which

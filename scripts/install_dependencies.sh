@@ -17,7 +17,7 @@ elif [ "$*" = browser ]; then
 elif [ "$*" = hosts ]; then
   packages=(
     ffmpeg melt gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good
-    gstreamer1.0-plugins-bad kdenlive frei0r-plugins xvfb xauth x11-utils dbus
+    gstreamer1.0-plugins-bad kdenlive shotcut frei0r-plugins xvfb xauth x11-utils dbus
   )
 elif [ "$*" = packages ]; then
   packages=(lintian)

@@ -116,6 +116,11 @@ std::vector<DescribedLook> describedLooks() {
   return looks;
 }
 
+std::string_view shownUnit(const brisel::ParameterSpec& spec) {
+  if (spec.kind == ParamKind::Point || spec.unit == brisel::ParamUnit::Percent) return "%";
+  return spec.unit == brisel::ParamUnit::Degrees ? "°" : "";
+}
+
 std::string decimalText(double number) {
   char text[64];
   std::snprintf(text, sizeof text, "%.6f", number);

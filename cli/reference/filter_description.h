@@ -3,6 +3,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/commands/manual_texts.h"
@@ -35,6 +36,9 @@ struct DescribedLook {
 // The effect's own first, then one for each preset that ships.
 std::vector<DescribedLook> describedLooks();
 
+// "%", "°" or nothing.
+std::string_view shownUnit(const brisel::ParameterSpec& spec);
+
 // The shortest text with at most six decimals.
 std::string decimalText(double number);
 
@@ -45,5 +49,6 @@ std::string colorText(const brisel::FilterSettings::Color& color);
 std::map<std::string, std::string> kdenliveEffects();
 std::map<std::string, std::string> mltMetadata();
 std::map<std::string, std::string> flowbladeFilters();
+std::map<std::string, std::string> shotcutFilter();
 
 }  // namespace cli

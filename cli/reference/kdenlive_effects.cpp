@@ -33,11 +33,6 @@ ShownScale shownScale(const DescribedParameter& described) {
   return {one - zero, -zero};
 }
 
-std::string_view shownUnit(const brisel::ParameterSpec& spec) {
-  if (spec.kind == ParamKind::Point || spec.unit == brisel::ParamUnit::Percent) return "%";
-  return spec.unit == brisel::ParamUnit::Degrees ? "°" : "";
-}
-
 std::string shownName(const DescribedParameter& described) {
   const double added = shownScale(described).added;
   std::string name = described.parameter->name;

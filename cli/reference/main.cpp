@@ -43,6 +43,7 @@ void writeReference(const std::filesystem::path& share) {
   writeAll(share / "kdenlive/effects", cli::kdenliveEffects());
   writeAll(share / "mlt-7/frei0r", cli::mltMetadata());
   writeAll(share / "flowblade", cli::flowbladeFilters());
+  writeAll(share / "shotcut/qml/filters/brisel", cli::shotcutFilter());
 }
 
 }  // namespace

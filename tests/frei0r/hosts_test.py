@@ -404,5 +404,61 @@ class Kdenlive(HostTest):
             self.assertNotIn(trouble, windows)
 
 
+class Shotcut(HostTest):
+    PROJECT = """<?xml version="1.0"?>
+<mlt LC_NUMERIC="C" version="7.12.0" producer="clip">
+ <profile description="HD 1080p 25 fps" width="1920" height="1080" frame_rate_num="25"
+  frame_rate_den="1" progressive="1" sample_aspect_num="1" sample_aspect_den="1"
+  display_aspect_num="16" display_aspect_den="9" colorspace="709"/>
+ <producer id="clip" in="0" out="99"><property name="length">100</property>
+  <property name="resource">{media}/dusk.mp4</property>
+  <property name="mlt_service">avformat-novalidate</property>
+  <filter in="0" out="99"><property name="mlt_service">frei0r.brisel</property>
+   <property name="shotcut:filter">brisel</property>
+   <property name="Presets">fountain</property></filter></producer>
+</mlt>
+"""
+
+    def install(self):
+        """A program that looks for its filters beside itself, with ours among them."""
+        (self.folder / "bin").mkdir()
+        shutil.copy(shutil.which("shotcut"), self.folder / "bin")
+        filters = self.folder / "share/shotcut/qml/filters"
+        filters.mkdir(parents=True)
+        for parent in ("/usr/share/shotcut", "/usr/share/shotcut/qml"):
+            for entry in pathlib.Path(parent).iterdir():
+                link = self.folder / "share" / entry.relative_to("/usr/share")
+                if not link.exists():
+                    link.symlink_to(entry)
+        for entry in pathlib.Path("/usr/share/shotcut/qml/filters").iterdir():
+            if entry.name != "brisel":
+                (filters / entry.name).symlink_to(entry)
+        shutil.copytree(SHARE / "shotcut/qml/filters/brisel", filters / "brisel")
+
+    def test_it_shows_the_controls(self):
+        self.install()
+        project = self.folder / "look.mlt"
+        project.write_text(self.PROJECT.format(media=MEDIA), encoding="utf-8")
+        log = self.folder / "shotcut.log"
+        script = f"""
+            {self.folder}/bin/shotcut --noupgrade {project} & opened=$!
+            for i in $(seq 90); do
+              sleep 1
+              xwininfo -root -tree | grep -q look.mlt && sleep 5 && break
+            done
+            kill $opened"""
+        with log.open("wb") as output:
+            subprocess.run(["xvfb-run", "-a", "dbus-run-session", "bash", "-c", script],
+                           env=self.environment, stdout=output, stderr=output, check=False,
+                           timeout=200)
+        said = log.read_text(encoding="utf-8", errors="replace").splitlines()
+        self.assertTrue([line for line in said if line.endswith('added filter "Brisel" ')])
+        ours = [line for line in said if "filters/brisel/" in line]
+        # As it closes, it loses what tells dialogs their modality, its own and that of the controls.
+        closing = [line for line in ours if "'dialogModality' of null" in line]
+        self.assertTrue(closing, "there were no controls")
+        self.assertEqual(ours, closing)
+
+
 if __name__ == "__main__":
     unittest.main(argv=[sys.argv[0], *sys.argv[5:]])
