@@ -81,15 +81,14 @@ bool FrameClock::mayBeFrame(double seconds, bool isRounded) const {
 void FrameClock::learnUnit(double time) {
   if (isUnitCertain_ || time == 0) return;
   const bool wasMilliseconds = isMilliseconds_;
+  const bool isLikely = mayBeFrame(time / 1000, isInteger(time));
   if (time < 1 || (time_ && std::abs(time - *time_) < 1)) {
     isMilliseconds_ = false;
     isUnitCertain_ = true;
-  } else if (mayBeFrame(time / 1000, isInteger(time))) {
-    isMilliseconds_ = true;
-  } else if (!isInteger(time)) {
+  } else if (!isLikely && !isInteger(time)) {
     isMilliseconds_ = !mayBeFrame(time, false);
     isUnitCertain_ = !isMilliseconds_;
-  } else if (++wholeTimes_ >= 4) {  // which few seconds are
+  } else if (isLikely || ++wholeTimes_ >= 4) {  // whole seconds in a row are rare
     isMilliseconds_ = true;
   }
   if (isMilliseconds_ == wasMilliseconds) return;
