@@ -80,7 +80,8 @@ class HostTest(unittest.TestCase):
         cls.folder = pathlib.Path(tempfile.mkdtemp(prefix="brisel-hosts-"))
         cls.addClassCleanup(shutil.rmtree, cls.folder)
         cls.environment = {**os.environ, "FREI0R_PATH": str(FILTER.parent),
-                           "HOME": str(cls.folder), "XDG_RUNTIME_DIR": str(cls.folder)}
+                           "HOME": str(cls.folder), "XDG_RUNTIME_DIR": str(cls.folder),
+                           "TMPDIR": str(cls.folder)}  # where one notes that it is starting
         cls.folder.chmod(0o700)
         cls.clip = cls.pictures("clip", WIDTH, HEIGHT, FRAMES)
         cls.input = cls.raw_frames(cls.clip, WIDTH, HEIGHT)
@@ -444,7 +445,7 @@ class Shotcut(HostTest):
             {self.folder}/bin/shotcut --noupgrade {project} & opened=$!
             for i in $(seq 90); do
               sleep 1
-              xwininfo -root -tree | grep -q look.mlt && sleep 5 && break
+              xwininfo -root -tree | grep -q look.mlt && sleep 15 && break
             done
             kill $opened"""
         with log.open("wb") as output:
