@@ -27,7 +27,7 @@ elif [ $# -eq 0 ]; then
   packages=(
     g++ cmake ninja-build pkg-config git dpkg-dev file
     libcli11-dev libtomlplusplus-dev nlohmann-json3-dev libdeflate-dev libopenexr-dev libcairo2-dev libpng-dev libpugixml-dev
-    libgtest-dev libbenchmark-dev frei0r-plugins-dev
+    libtbb-dev libgtest-dev libbenchmark-dev frei0r-plugins-dev
     clang-format clang-tidy
     ffmpeg fonts-dejavu-core python3 python3-jsonschema
   )

@@ -28,7 +28,8 @@ void addInfoCommand(CLI::App& app);
 
 // Options that several commands share.
 void addModuleOption(CLI::App& command, std::string& modulePath);
-void addThreadsOption(CLI::App& command, std::optional<int>& threads);
+void addThreadsOption(CLI::App& command, std::optional<int>& threads,
+                      const std::string& otherwise);  // how many there are then
 void addSceneOptions(CLI::App& command, SceneOptions& options);
 void addValueOptions(CLI::App& command, SceneOptions& options);  // those about parameters alone
 void addOutputOptions(CLI::App& command, OutputOptions& options);

@@ -2,8 +2,8 @@
 
 #include "cli/commands/commands.h"
 #include "cli/commands/render_job.h"
-#include "cli/pipeline/output_stream.h"
 #include "cli/pipeline/progress.h"
+#include "cli/pipeline/render_pipeline.h"
 #include "cli/pipeline/render_stats.h"
 #include "cli/pipeline/scene_renderer.h"
 
@@ -24,39 +24,18 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
                     steps, static_cast<int>(frames.size()));
   SceneRenderer renderer(plan, options.renderer);
   for (const std::string& text : renderer.notes()) note(ofScene(scene, text));
-  OutputStream output(openFrameWriter(target, plan.size, plan.rate, plan.depth, sound), plan.size,
-                      plan.depth);
-  int written = 0;
-  const auto showProgress = [&] {
-    for (; written < output.framesWritten(); ++written) progress.frameDone();
-  };
-  auto next = frames.begin();
-  for (int frame = -plan.scene.preroll; frame <= frames.back(); ++frame) {
-    if (frame < *next) {
-      renderer.stepNext();
-      progress.stepDone();
-    } else {
-      renderer.renderNext();
-      output.write(renderer.output(), frame);
-      ++next;
-      showProgress();
-    }
-  }
-  output.finish();
-  showProgress();
+  const auto writer = openFrameWriter(target, plan.size, plan.rate, plan.depth, sound);
+  StageTimes times;
+  renderFrames(renderer, *writer, frames, progress, times);
   const double seconds = progress.elapsedSeconds();
   progress.finish();
   if (there == 0) {  // else the frames kept may show stars
     for (const std::string& warning : renderer.warnings()) warn(ofScene(scene, warning));
   }
-  if (const std::string text = output.warning(); !text.empty()) warn(ofScene(scene, text));
+  if (const std::string text = writer->warning(); !text.empty()) warn(ofScene(scene, text));
   if (options.stats) {
-    printRenderStats(target.isStandardOutput() ? stderr : stdout,
-                     {{"decode", renderer.decodingSeconds()},
-                      {"step", renderer.steppingSeconds()},
-                      {"render", renderer.renderingSeconds(), renderer.threads()},
-                      {"encode", output.encodingSeconds(), output.threads()}},
-                     written, seconds);
+    printRenderStats(target.isStandardOutput() ? stderr : stdout, times, renderer.jobs(),
+                     !target.holdsPictures(), static_cast<int>(frames.size()), seconds);
   }
   const std::string damage = renderer.damage();
   if (damage.empty()) return;
@@ -92,8 +71,16 @@ void addRenderCommand(CLI::App& app) {
                    "through those before, as each follows from the last")
       ->type_name("A-B");
   command->add_flag("--stats", options->stats,
-                    "Say how busy decoding, steps, rendering and encoding were");
-  addThreadsOption(*command, options->renderer.threads);
+                    "Say how busy decoding, steps, rendering and encoding\n"
+                    "were, and which of them the others waited for");
+  command
+      ->add_option("--jobs", options->renderer.jobs,
+                   "Threads that read, paint, encode and write side by\n"
+                   "side; otherwise one for each processor that may be\n"
+                   "used")
+      ->option_text("N")
+      ->check(CLI::Range(1, hostkit::Session::kMostThreads));
+  addThreadsOption(*command, options->renderer.threads, "as many\nas jobs");
   addModuleOption(*command, options->renderer.module);
   command->callback([options] { render(*options); });
 }

@@ -13,11 +13,9 @@ void addModuleOption(CLI::App& command, std::string& modulePath) {
       ->type_name("FILE");
 }
 
-void addThreadsOption(CLI::App& command, std::optional<int>& threads) {
-  command
-      .add_option("--threads", threads,
-                  "Threads that paint a frame; otherwise one for each\n"
-                  "processor that may be used")
+void addThreadsOption(CLI::App& command, std::optional<int>& threads,
+                      const std::string& otherwise) {
+  command.add_option("--threads", threads, "Threads that paint a frame; otherwise " + otherwise)
       ->option_text("N")
       ->check(CLI::Range(1, hostkit::Session::kMostThreads));
 }

@@ -36,17 +36,20 @@ void addScene(ContactSheet& sheet, ScenePlan plan, int count, Progress& progress
   const std::string name = plan.scene.file.stem().string();
   sheet.addGroup(name);
   const std::vector<int> numbers = evenlySpaced(std::min(count, plan.frames), plan.frames);
-  int next = -plan.scene.preroll;
   SceneRenderer renderer(std::move(plan), options);
+  int next = renderer.firstFrame();
+  hostkit::World output = renderer.newOutput();
+  Frame picture;
   for (const std::string& text : renderer.notes()) note(name + ": " + text);
   for (const int number : numbers) {
     for (; next < number; ++next) {
-      renderer.stepNext();
+      renderer.stepNext(renderer.readNext());
       progress.stepDone();
     }
-    renderer.renderNext();
+    renderer.renderNext(renderer.readNext(), output);
     ++next;
-    sheet.addFrame(renderer.picture(), number);
+    copyFromWorld(output, picture);
+    sheet.addFrame(picture, number);
     progress.frameDone();
   }
   for (const std::string& warning : renderer.warnings()) warn(name + ": " + warning);
@@ -108,7 +111,7 @@ void addSheetCommand(CLI::App& app) {
       ->option_text("PIXELS")
       ->check(CLI::Range(16, 4096));
   command->add_flag("--overwrite", options->overwrite, "Replace an existing picture");
-  addThreadsOption(*command, options->renderer.threads);
+  addThreadsOption(*command, options->renderer.threads, "one for each\nprocessor that may be used");
   addModuleOption(*command, options->renderer.module);
   command->callback([options] { makeSheet(*options); });
 }

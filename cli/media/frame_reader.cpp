@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "cli/pictures/frame_fit.h"
 #include "cli/support/errors.h"
 #include "scene/text/numbers.h"
 
@@ -66,6 +65,10 @@ std::string formatName(PipePixels pixels) {
       return "argb";
     case PipePixels::kRgba8:
       return "rgba";
+    case PipePixels::kGbrPlanes8:
+      return "gbrp";
+    case PipePixels::kGbraPlanes8:
+      return "gbrap";
     default:
       return "rgba64le";
   }
@@ -104,34 +107,24 @@ std::vector<std::string> decodeCommand(const MediaInfo& info, scene::FrameRate r
 PipePixels pipePixels(const MediaInfo& info, FrameSize size, Depth wanted) {
   const bool deep = info.isRgb ? info.isDeep : wanted == Depth::k16;
   if (deep) return PipePixels::kRgba16;
-  return wanted == Depth::k8 && size == info.size ? PipePixels::kArgb8 : PipePixels::kRgba8;
+  if (wanted == Depth::k16 || size != info.size) return PipePixels::kRgba8;
+  if (info.isRgb) return PipePixels::kArgb8;
+  return info.hasAlpha ? PipePixels::kGbraPlanes8 : PipePixels::kGbrPlanes8;
 }
 
 }  // namespace
 
 FrameReader::FrameReader(const MediaInfo& info, FrameSize size, scene::FrameRate rate, Depth depth)
     : name_(info.source.name),
-      size_(size),
-      depth_(depth),
+      size_(info.size),
       pixels_(pipePixels(info, size, depth)),
-      decoder_(decodeCommand(info, rate, pixels_), ChildProcess::Pipe::kFromItsOutput) {
-  if (pixels_ != PipePixels::kArgb8) {
-    decoded_ = Frame(info.size, pixels_ == PipePixels::kRgba16 ? Depth::k16 : Depth::k8);
-  }
-}
+      decoder_(decodeCommand(info, rate, pixels_), ChildProcess::Pipe::kFromItsOutput) {}
 
-bool FrameReader::next(hostkit::World& world) {
-  const std::span<std::uint8_t> bytes =
-      pixels_ == PipePixels::kArgb8 ? world.bytes() : std::span<std::uint8_t>(decoded_.bytes);
+bool FrameReader::read(InputPicture& picture) {
+  const std::span<std::uint8_t> bytes = picture.bytes(pixels_, size_);
   const std::size_t count = decoder_.read(bytes);
   if (count != bytes.size()) return endOfFile(count);
   hasFrame_ = true;
-  if (pixels_ == PipePixels::kArgb8) return true;
-  if (decoded_.size == size_ && decoded_.depth == depth_) {
-    copyToWorld(decoded_, world);
-  } else {
-    copyToWorld(fittedFrame(inDepth(decoded_, depth_), size_), world);
-  }
   return true;
 }
 

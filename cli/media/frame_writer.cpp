@@ -36,25 +36,22 @@ class PictureWriter : public FrameWriter {
  public:
   explicit PictureWriter(OutputTarget target) : target_(std::move(target)) {}
 
-  std::span<const std::uint8_t> encode(const Frame& frame,
-                                       std::vector<std::uint8_t>& buffer) const override;
-  bool isSlowToEncode() const override { return true; }
+  void encode(const hostkit::World& picture, EncodedFrame& encoded) const override;
   void write(std::span<const std::uint8_t> encoded, int number) override;
   void finish() override {}
-  void abandon() override {}
 
  private:
   OutputTarget target_;
 };
 
-std::span<const std::uint8_t> PictureWriter::encode(const Frame& frame,
-                                                    std::vector<std::uint8_t>& buffer) const {
+void PictureWriter::encode(const hostkit::World& picture, EncodedFrame& encoded) const {
+  copyFromWorld(picture, encoded.frame);
   if (target_.format == OutputFormat::kPng) {
-    encodePng(frame, buffer);
+    encodePng(encoded.frame, encoded.buffer);
   } else {
-    encodeExr(frame, buffer);
+    encodeExr(encoded.frame, encoded.buffer);
   }
-  return buffer;
+  encoded.bytes = encoded.buffer;
 }
 
 void PictureWriter::write(std::span<const std::uint8_t> encoded, int number) {
@@ -82,12 +79,9 @@ class ClipWriter : public FrameWriter {
   ClipWriter(const OutputTarget& target, FrameSize size, scene::FrameRate rate, Depth depth,
              const std::optional<Soundtrack>& sound);
 
-  std::span<const std::uint8_t> encode(const Frame& frame,
-                                       std::vector<std::uint8_t>& buffer) const override;
-  bool isSlowToEncode() const override { return frames_ == PipedFrames::kPng; }
+  void encode(const hostkit::World& picture, EncodedFrame& encoded) const override;
   void write(std::span<const std::uint8_t> encoded, int number) override;
   void finish() override;
-  void abandon() override { encoder_.kill(); }
   std::string warning() const override { return warning_; }
 
  private:
@@ -112,18 +106,16 @@ ClipWriter::ClipWriter(const OutputTarget& target, FrameSize size, scene::FrameR
                target.isStandardOutput() ? ChildProcess::Pipe::kThroughToOurOutput
                                          : ChildProcess::Pipe::kToItsInput) {}
 
-std::span<const std::uint8_t> ClipWriter::encode(const Frame& frame,
-                                                 std::vector<std::uint8_t>& buffer) const {
-  switch (frames_) {
-    case PipedFrames::kPng:
-      encodePng(frame, buffer);
-      return buffer;
-    case PipedFrames::kFlatRgb:
-      flattenOnBlack(frame, buffer);
-      return buffer;
-    default:
-      return frame.bytes;
+void ClipWriter::encode(const hostkit::World& picture, EncodedFrame& encoded) const {
+  copyFromWorld(picture, encoded.frame);
+  encoded.bytes = encoded.frame.bytes;
+  if (frames_ == PipedFrames::kRgba) return;
+  if (frames_ == PipedFrames::kPng) {
+    encodePng(encoded.frame, encoded.buffer);
+  } else {
+    flattenOnBlack(encoded.frame, encoded.buffer);
   }
+  encoded.bytes = encoded.buffer;
 }
 
 void ClipWriter::write(std::span<const std::uint8_t> encoded, int) {

@@ -11,19 +11,24 @@
 #include "cli/media/output_target.h"
 #include "cli/media/soundtrack.h"
 #include "cli/pictures/frame.h"
+#include "hostkit/world.h"
 #include "scene/frame_rate.h"
 
 namespace cli {
+
+// What write() takes.
+struct EncodedFrame {
+  std::span<const std::uint8_t> bytes;  // in the world that was encoded, or in one of these two
+  std::vector<std::uint8_t> buffer;
+  Frame frame;
+};
 
 class FrameWriter {
  public:
   virtual ~FrameWriter() = default;
 
-  // What write() takes, which lies in the frame or in the buffer. Several threads may call this at
-  // a time, which pays where it is slow.
-  virtual std::span<const std::uint8_t> encode(const Frame& frame,
-                                               std::vector<std::uint8_t>& buffer) const = 0;
-  virtual bool isSlowToEncode() const = 0;
+  // Several threads may call this at a time.
+  virtual void encode(const hostkit::World& picture, EncodedFrame& encoded) const = 0;
 
   // Frames come in order; `number` is the frame's number in the scene. Throws WorkError naming the
   // output when it cannot be written.
@@ -35,9 +40,6 @@ class FrameWriter {
 
   // What the user should know although the output is complete; empty when all is well.
   virtual std::string warning() const { return {}; }
-
-  // Gives up a clip. A write() that another thread waits in fails soon.
-  virtual void abandon() = 0;
 };
 
 // Pictures have no sound.

@@ -84,6 +84,9 @@ void copyToWorld(const Frame& frame, hostkit::World& world) {
 }
 
 void copyFromWorld(const hostkit::World& world, Frame& frame) {
+  frame.size = {world.width(), world.height()};
+  frame.depth = world.depth();
+  frame.bytes.resize(frame.rowBytes() * static_cast<std::size_t>(frame.size.height));
   for (int y = 0; y < frame.size.height; ++y) {
     std::uint8_t* to = frame.row(y);
     if (frame.depth == Depth::k8) {

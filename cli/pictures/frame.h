@@ -36,9 +36,11 @@ struct Frame {
 // The same picture in another depth, full scale to full scale.
 Frame inDepth(const Frame& frame, Depth depth);
 
-// The same picture as the host's world of that depth, whose 16-bit channels end at 32768, and back.
-// Both have the same size.
+// The same picture as the host's world, whose 16-bit channels end at 32768, and which has the
+// frame's size and depth.
 void copyToWorld(const Frame& frame, hostkit::World& world);
+
+// The other way round; the frame gets the world's size and depth.
 void copyFromWorld(const hostkit::World& world, Frame& frame);
 
 // The colours as they look over black: three channels per pixel at the frame's depth, no alpha.

@@ -1,41 +1,24 @@
 #include "cli/pipeline/input_stream.h"
 
-#include <utility>
-
 #include "cli/support/errors.h"
-#include "cli/support/processors.h"
 
 namespace cli {
-namespace {
 
-// One is being filled, one waits; the renderer has a third.
-constexpr int kWorldsAhead = 2;
-
-}  // namespace
-
-InputStream::InputStream(const ScenePlan& plan)
+InputStream::InputStream(const ScenePlan& plan, int inUse)
     : reader_(*plan.input, plan.size, plan.rate, plan.depth),
-      current_(worldFor(plan)),
       name_(plan.input->source.name),
       frames_(plan.input->isStill() ? 1 : framesAtRate(*plan.input, plan.rate)),
-      toleratesDamage_(plan.reading.tolerateDamage),
-      free_(kWorldsAhead + 1),
-      decoded_(kWorldsAhead) {
-  for (int i = 0; i < kWorldsAhead; ++i) free_.push(worldFor(plan));
-  thread_ = startThread([this] { decode(); });
+      toleratesDamage_(plan.reading.tolerateDamage) {
+  const int count = plan.input->isStill() ? 2 : inUse + 1;  // one is being read
+  for (int i = 0; i < count; ++i) pictures_.emplace_back(worldFor(plan));
 }
 
-InputStream::~InputStream() {
-  reader_.stop();
-  free_.close();
-  decoded_.close();
-}
-
-hostkit::World& InputStream::next() {
-  if (ended_) return current_;
+InputPicture& InputStream::next() {
+  if (ended_) return pictures_[current_];
+  const std::size_t following = (current_ + 1) % pictures_.size();
   try {
-    if (std::optional<hostkit::World> world = decoded_.pop()) {
-      free_.push(std::exchange(current_, std::move(*world)));
+    if (reader_.read(pictures_[following])) {
+      current_ = following;
       ++taken_;
     } else {
       ended_ = true;
@@ -49,7 +32,7 @@ hostkit::World& InputStream::next() {
     ended_ = true;
     failure_ = error.what();
   }
-  return current_;
+  return pictures_[current_];
 }
 
 std::string InputStream::damage() {
@@ -63,21 +46,6 @@ std::string InputStream::damage() {
   const std::string complaint = reader_.complaint();
   if (complaint.empty()) return {};
   return "the input " + inQuotes(name_) + " is damaged: " + complaint;
-}
-
-void InputStream::decode() {
-  try {
-    while (std::optional<hostkit::World> world = free_.pop()) {
-      {
-        const BusyTime::Scope busy(decoding_);
-        if (!reader_.next(*world)) break;
-      }
-      decoded_.push(std::move(*world));
-    }
-    decoded_.close();
-  } catch (...) {
-    decoded_.close(std::current_exception());
-  }
 }
 
 }  // namespace cli

@@ -11,6 +11,10 @@
 namespace cli {
 namespace {
 
+// Each has a few pictures in memory.
+constexpr int kMostAtATime = 8;
+constexpr int kFramesWaiting = 2;  // for stages that take one frame after the other
+
 template <class Byte>
 brisel::BasicImageView<Byte> viewOf(const hostkit::World& world, std::span<Byte> bytes) {
   const bool isDeep = world.depth() == hostkit::Depth::k16;
@@ -25,80 +29,97 @@ SceneRenderer::SceneRenderer(ScenePlan plan, const RendererOptions& options)
       layers_(layerEffects(plan_, options.module)),
       starsSeen_(layers_.size()),
       noInput_(worldFor(plan_)),
-      output_(worldFor(plan_)),
-      nextFrame_(-plan_.scene.preroll),
-      threads_(
-          options.threads.value_or(std::min(usableProcessors(), hostkit::Session::kMostThreads))) {
+      nextRead_(firstFrame()),
+      nextFrame_(firstFrame()),
+      jobs_(options.jobs),
+      threads_(options.threads.value_or(std::min(options.jobs, hostkit::Session::kMostThreads))) {
   setUpPainting(options.threads.value_or(1) > 1);
   if (layers_.size() > 1) below_ = worldFor(plan_);
-  if (plan_.input) input_.emplace(plan_);
+  if (plan_.input) input_.emplace(plan_, framesAtOnce());
 }
 
-// An older module paints one layer on one thread, and cannot step without painting.
+int SceneRenderer::framesAtOnce() const {
+  return jobs_ == 1 ? 1 : std::min(jobs_, kMostAtATime) + kFramesWaiting;
+}
+
+// What instances share of a module depends on the thread. An older module knows no other way: it
+// paints one layer on one thread, and cannot step without painting.
 void SceneRenderer::setUpPainting(bool threadsAreNeeded) {
-  const bool isLayered = layers_.size() > 1;
   try {
     for (LayerEffect& layer : layers_) {
-      if (isLayered) layer.session().useOwnState();
+      layer.session().useOwnState();
       layer.session().usePainting(1);
     }
   } catch (const hostkit::Error&) {
-    if (isLayered || threadsAreNeeded) throw;
-    threads_ = 1;
+    if (layers_.size() > 1 || threadsAreNeeded) throw;
+    jobs_ = threads_ = 1;
     canStep_ = false;
   }
 }
 
-// Painting makes do with the threads that it gets, decoding and encoding do not: theirs come first.
+// Painting makes do with the threads that it gets, the rest of the work does not: its threads come
+// first.
 void SceneRenderer::startThreads() {
-  if (threads_ == 1) return;
+  if (hasThreads_ || threads_ == 1) return;
+  hasThreads_ = true;
   for (LayerEffect& layer : layers_) layer.session().usePainting(threads_);
 }
 
-void SceneRenderer::renderNext() {
+// The pre-roll and frame 0 show the input's first frame.
+InputPicture& SceneRenderer::readNext() {
+  throwIfInterrupted();
+  if (!picture_ || nextRead_ > 0) picture_ = input_ ? &input_->next() : &noInput_;
+  ++nextRead_;
+  return *picture_;
+}
+
+void SceneRenderer::stopReading() {
+  if (input_) input_->stop();
+}
+
+void SceneRenderer::renderNext(InputPicture& picture, hostkit::World& output) {
   const hostkit::RenderRequest request = beginFrame();
-  const BusyTime::Scope busy(rendering_);
+  hostkit::World& below = picture.world();
   for (std::size_t i = 0; i < layers_.size(); ++i) {
     layers_[i].setFrame(nextFrame_);
     if (i == 0) {
-      layers_[i].session().render(*picture_, output_, request);
-      lookForStars(i, *picture_);
+      layers_[i].session().render(below, output, request);
+      lookForStars(i, below, output);
     } else {
-      std::swap(output_, *below_);
-      renderOver(*below_, layers_[i], request);
-      lookForStars(i, *below_);
+      std::swap(output, *below_);
+      renderOver(*below_, layers_[i], below, output, request);
+      lookForStars(i, *below_, output);
     }
   }
   ++nextFrame_;
 }
 
 void SceneRenderer::renderOver(const hostkit::World& below, LayerEffect& layer,
+                               hostkit::World& picture, hostkit::World& output,
                                const hostkit::RenderRequest& request) {
   const bool isToBeAdded = layer.layer().isToBeAdded(layer.values());
   if (!isToBeAdded) layer.session().setBackdrop(&below);
-  layer.session().render(*picture_, output_, request);
-  if (isToBeAdded) {
-    scene::addLight(viewOf(output_, output_.bytes()), viewOf(below, below.bytes()));
-  }
+  layer.session().render(picture, output, request);
+  if (isToBeAdded) scene::addLight(viewOf(output, output.bytes()), viewOf(below, below.bytes()));
 }
 
-void SceneRenderer::stepNext() {
-  if (!canStep_) return renderNext();
+void SceneRenderer::stepNext(InputPicture& picture) {
+  if (!canStep_) {
+    if (!unseen_) unseen_ = newOutput();
+    return renderNext(picture, *unseen_);
+  }
   const hostkit::RenderRequest request = beginFrame();
   const hostkit::OutputShape shape{plan_.size.width, plan_.size.height, plan_.depth};
-  const BusyTime::Scope busy(stepping_);
   for (LayerEffect& layer : layers_) {
     layer.setFrame(nextFrame_);
-    layer.session().advance(*picture_, shape, request);
+    layer.session().advance(picture.world(), shape, request);
   }
   ++nextFrame_;
 }
 
 hostkit::RenderRequest SceneRenderer::beginFrame() {
   throwIfInterrupted();
-  if (!picture_) startThreads();
-  // The pre-roll and frame 0 show the input's first frame.
-  if (!picture_ || nextFrame_ > 0) picture_ = input_ ? &input_->next() : &noInput_;
+  startThreads();
   hostkit::RenderRequest request;
   // The host's time begins with the pre-roll: the effect starts afresh at 0, and only there.
   request.frame = nextFrame_ + plan_.scene.preroll;
@@ -112,17 +133,12 @@ hostkit::RenderRequest SceneRenderer::beginFrame() {
   return request;
 }
 
-Frame SceneRenderer::picture() const {
-  Frame frame(plan_.size, plan_.depth);
-  copyFromWorld(output_, frame);
-  return frame;
-}
-
 // Where there is no star, the output is transparent black or what lies below.
-void SceneRenderer::lookForStars(std::size_t layer, const hostkit::World& below) {
+void SceneRenderer::lookForStars(std::size_t layer, const hostkit::World& below,
+                                 const hostkit::World& output) {
   if (starsSeen_[layer]) return;
   const auto isZero = [](std::uint8_t byte) { return byte == 0; };
-  starsSeen_[layer] = !samePixels(output_, below) && !std::ranges::all_of(output_.bytes(), isZero);
+  starsSeen_[layer] = !samePixels(output, below) && !std::ranges::all_of(output.bytes(), isZero);
 }
 
 std::vector<std::string> SceneRenderer::warnings() {

@@ -6,17 +6,18 @@
 #include <string>
 #include <vector>
 
-#include "cli/pipeline/busy_time.h"
 #include "cli/pipeline/input_stream.h"
 #include "cli/scene/layer_effect.h"
 #include "cli/scene/scene_plan.h"
+#include "cli/support/processors.h"
 #include "hostkit/world.h"
 
 namespace cli {
 
 struct RendererOptions {
-  std::string module;          // as for findModule
-  std::optional<int> threads;  // none: as many as this process may use processors
+  std::string module;             // as for findModule
+  int jobs = usableProcessors();  // threads that work on the whole
+  std::optional<int> threads;     // those that paint a frame; none: as many as jobs
 };
 
 class SceneRenderer {
@@ -25,18 +26,28 @@ class SceneRenderer {
   // scene has layers, or several threads are asked for, and the module is too old for that.
   explicit SceneRenderer(ScenePlan plan, const RendererOptions& options = {});
 
-  // Renders the next frame, beginning with the first of the pre-roll: -1 comes right before 0. A
-  // frame depends on all frames before it, which is why none can be left out. Throws Interrupted
-  // when the user asked to stop.
-  void renderNext();
+  // The first frame of all: that of the pre-roll, or 0.
+  int firstFrame() const { return -plan_.scene.preroll; }
+
+  // What the next frame, beginning with the first, is put on: not yet converted, and left alone for
+  // as many frames as framesAtOnce() says. May run in a thread of its own, ahead of the rendering.
+  InputPicture& readNext();
+  // Makes a readNext() in another thread fail soon.
+  void stopReading();
+
+  // Renders the next frame, beginning with the first: -1 comes right before 0. A frame depends on
+  // all frames before it, which is why none can be left out. Throws Interrupted when the user asked
+  // to stop. Another world of its size may take the output's place.
+  void renderNext(InputPicture& picture, hostkit::World& output);
 
   // The same for a frame that nobody will see: the stars move on, and are not painted.
-  void stepNext();
+  void stepNext(InputPicture& picture);
 
-  // The frame rendered last.
-  Frame picture() const;
-  // The same as the host's world; another of its size may take its place.
-  hostkit::World& output() { return output_; }
+  // The threads that the work on frames may take turns on: 1 where the module needs that.
+  int jobs() const { return jobs_; }
+  // How many frames may be between their reading and their end.
+  int framesAtOnce() const;
+  hostkit::World newOutput() const { return worldFor(plan_); }
 
   // What the user should know before the first frame.
   std::vector<std::string> notes() const;
@@ -47,33 +58,29 @@ class SceneRenderer {
   // nothing.
   std::string damage() { return input_ ? input_->damage() : std::string(); }
 
-  // How long the input was being decoded; 0 without one.
-  double decodingSeconds() const { return input_ ? input_->decoding().seconds() : 0; }
-  int threads() const { return threads_; }  // that paint
-  double steppingSeconds() const { return stepping_.seconds(); }
-  double renderingSeconds() const { return rendering_.seconds(); }
 
  private:
   void setUpPainting(bool threadsAreNeeded);
   void startThreads();
   hostkit::RenderRequest beginFrame();
-  void renderOver(const hostkit::World& below, LayerEffect& layer,
-                  const hostkit::RenderRequest& request);
-  void lookForStars(std::size_t layer, const hostkit::World& below);
+  void renderOver(const hostkit::World& below, LayerEffect& layer, hostkit::World& picture,
+                  hostkit::World& output, const hostkit::RenderRequest& request);
+  void lookForStars(std::size_t layer, const hostkit::World& below, const hostkit::World& output);
 
   ScenePlan plan_;
   std::deque<LayerEffect> layers_;
   std::vector<bool> starsSeen_;  // of each layer, in frames that were rendered
   std::optional<InputStream> input_;
-  hostkit::World noInput_;             // transparent
-  hostkit::World* picture_ = nullptr;  // of the input, that the last frame was put on
-  hostkit::World output_;
-  std::optional<hostkit::World> below_;  // what the layers before the one being drawn made
+  InputPicture noInput_;                  // transparent
+  InputPicture* picture_ = nullptr;       // of the input, read last
+  std::optional<hostkit::World> below_;   // what the layers before the one being drawn made
+  std::optional<hostkit::World> unseen_;  // by modules that cannot but paint
+  int nextRead_;
   int nextFrame_;
+  int jobs_;
   int threads_;
   bool canStep_ = true;
-  BusyTime stepping_;
-  BusyTime rendering_;
+  bool hasThreads_ = false;
 };
 
 }  // namespace cli

@@ -1,6 +1,7 @@
 #include "cli/support/child_process.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -50,6 +51,16 @@ std::string withoutSourceTag(const std::string& line) {
   return end == std::string::npos ? line : line.substr(end + 2);
 }
 
+// Waits until the pipe can be read or written, or has lost its other end. A signal ends a wait of
+// one thread only, so the request that it made is looked at now and then.
+void waitFor(int pipe, short event) {
+  constexpr int kLookInterval = 50;  // milliseconds
+  pollfd state{pipe, event, 0};
+  do {
+    throwIfInterrupted();
+  } while (poll(&state, 1, kLookInterval) <= 0);
+}
+
 }  // namespace
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command, Pipe pipe)
@@ -75,6 +86,8 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, Pipe pipe)
     }
     pipe_ = std::move(writeEnd);
   }
+  // For our end alone: it is another description than the child's.
+  fcntl(pipe_.get(), F_SETFL, O_NONBLOCK);
   posix_spawn_file_actions_adddup2(&setup.files, errors_.get(), STDERR_FILENO);
 
   std::vector<char*> arguments;
@@ -105,8 +118,8 @@ std::size_t ChildProcess::read(std::span<std::uint8_t> buffer) {
     if (count == 0) break;
     if (count > 0) {
       filled += static_cast<std::size_t>(count);
-    } else if (errno == EINTR) {
-      throwIfInterrupted();
+    } else if (errno == EAGAIN || errno == EINTR) {
+      waitFor(pipe_.get(), POLLIN);
     } else {
       throw WorkError("cannot read from " + name_ + ": " + std::strerror(errno));
     }
@@ -115,12 +128,13 @@ std::size_t ChildProcess::read(std::span<std::uint8_t> buffer) {
 }
 
 bool ChildProcess::write(std::span<const std::uint8_t> bytes) {
+  throwIfInterrupted();
   while (!bytes.empty()) {
     const ssize_t count = ::write(pipe_.get(), bytes.data(), bytes.size());
     if (count >= 0) {
       bytes = bytes.subspan(static_cast<std::size_t>(count));
-    } else if (errno == EINTR) {
-      throwIfInterrupted();
+    } else if (errno == EAGAIN || errno == EINTR) {
+      waitFor(pipe_.get(), POLLOUT);
     } else {
       return false;
     }

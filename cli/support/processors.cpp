@@ -3,10 +3,10 @@
 #include <sched.h>
 
 #include <algorithm>
+#include <latch>
 #include <system_error>
-#include <utility>
-
-#include "cli/support/errors.h"
+#include <thread>
+#include <vector>
 
 namespace cli {
 
@@ -17,14 +17,15 @@ int usableProcessors() {
   return std::max(static_cast<int>(std::thread::hardware_concurrency()), 1);
 }
 
-std::jthread startThread(std::function<void()> work) {
+int threadsToBeHad(int wanted) {
+  std::latch allTried(1);
+  std::vector<std::jthread> threads;
   try {
-    return std::jthread(std::move(work));
-  } catch (const std::system_error&) {
-    throw WorkError(
-        "no thread can be started: the limits of processes (ulimit -u) or memory (ulimit -v) are "
-        "reached");
+    for (int i = 0; i < wanted; ++i) threads.emplace_back([&] { allTried.wait(); });
+  } catch (const std::system_error&) {  // the limits of processes or memory are reached
   }
+  allTried.count_down();
+  return static_cast<int>(threads.size());
 }
 
 }  // namespace cli

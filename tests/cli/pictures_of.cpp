@@ -14,11 +14,9 @@ std::vector<cli::Frame> picturesOf(const cli::MediaInfo& info, cli::Depth depth,
                                    std::optional<cli::FrameSize> size) {
   const cli::FrameSize shown = size.value_or(info.size);
   cli::FrameReader reader(info, shown, rate.value_or(info.rate), depth);
-  hostkit::World world(shown.width, shown.height, depth);
+  cli::InputPicture picture(hostkit::World(shown.width, shown.height, depth));
   std::vector<cli::Frame> pictures;
-  while (reader.next(world)) {
-    copyFromWorld(world, pictures.emplace_back(shown, depth));
-  }
+  while (reader.read(picture)) copyFromWorld(picture.world(), pictures.emplace_back());
   return pictures;
 }
 
@@ -29,10 +27,13 @@ void writePictures(const std::filesystem::path& file, const std::vector<cli::Fra
   options.codec = codec;
   const auto writer = cli::openFrameWriter(cli::parseOutputTarget(options), pictures[0].size,
                                            scene::FrameRate{25, 1}, pictures[0].depth);
-  std::vector<std::uint8_t> buffer;
+  hostkit::World world(pictures[0].size.width, pictures[0].size.height, pictures[0].depth);
+  cli::EncodedFrame encoded;
   int number = 0;
   for (const cli::Frame& picture : pictures) {
-    writer->write(writer->encode(picture, buffer), number++);
+    copyToWorld(picture, world);
+    writer->encode(world, encoded);
+    writer->write(encoded.bytes, number++);
   }
   writer->finish();
 }

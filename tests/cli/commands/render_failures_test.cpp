@@ -177,6 +177,28 @@ TEST_F(RenderFailuresTest, AnInterruptedRenderLeavesOnlyWholeNumberedFrames) {
   expectWholeFrames("");
 }
 
+// A program that neither reads nor writes.
+TEST_F(RenderFailuresTest, AnInterruptEndsTheWaitForAStuckDecoderOrEncoder) {
+  ffmpeg("-f lavfi -i testsrc2=s=640x360 -frames:v 30 -c:v png in.mov");
+  write("ffmpeg", "#!/bin/sh\n: >stuck\nexec sleep 60\n");
+  std::filesystem::permissions(path("ffmpeg"), std::filesystem::perms::owner_all);
+  const Names before = names();
+  for (const std::string arguments :
+       {"-i in.mov -o f_%d.png", "-i in.mov -o f_%d.png --jobs 1", "-o o.mp4 --size 640x360",
+        "-o o.mp4 --size 640x360 --jobs 1", "-o - --format mp4 --size 640x360"}) {
+    const pid_t process =
+        start({"sh", "-c", "PATH=.:$PATH exec " BRISEL_PROGRAM " render s.toml " + arguments});
+    ASSERT_TRUE(waitForFile("stuck"));
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    kill(process, SIGINT);
+    const CommandResult result = waitFor(process);
+    EXPECT_EQ(result.exitCode, 130) << arguments << ": " << result.err;
+    EXPECT_TRUE(result.err.ends_with("brisel: interrupted\n")) << result.err;
+    std::filesystem::remove(path("stuck"));
+    EXPECT_EQ(names(), before) << arguments;
+  }
+}
+
 // Such a frame takes seconds, and the encoder has not opened its file yet.
 TEST_F(RenderFailuresTest, ASecondSignalEndsALongFrameAndLeavesNothing) {
   write("s.toml",

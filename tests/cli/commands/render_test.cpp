@@ -38,6 +38,24 @@ TEST_F(RenderTest, FrameZeroFollowsThePreroll) {
   for (std::size_t i = 0; i < 6; ++i) EXPECT_EQ(out[i].bytes, in[i].bytes) << i;
 }
 
+// With pre-roll, frames that are only stepped, and a clip that ends before the scene does.
+TEST_F(RenderTest, AnyNumberOfJobsWritesTheSameFrames) {
+  ffmpeg("-f lavfi -i testsrc2=s=320x180 -frames:v 9 -pix_fmt yuv420p in.mp4");
+  write("in.toml", "[scene]\ninput = \"in.mp4\"\npreroll = 4\nframes = 30\n");
+  for (const std::string jobs : {"1", "2", "7"}) {
+    const CommandResult result =
+        render("in.toml -o " + jobs + "_%d.png --frames 3-29 --jobs " + jobs);
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_NE(result.err.find("27 frames and 7 steps in "), std::string::npos) << result.err;
+  }
+  for (int i = 3; i < 30; ++i) {
+    const std::string name = "_" + std::to_string(i) + ".png";
+    EXPECT_EQ(read("2" + name), read("1" + name)) << i;
+    EXPECT_EQ(read("7" + name), read("1" + name)) << i;
+  }
+  EXPECT_EQ(render("in.toml -o o.mov --jobs 0").exitCode, 2);
+}
+
 TEST_F(RenderTest, AlphaAndDepthGoThrough) {
   // Nothing is emitted, and what is not covered by a star is the input.
   write("s.toml", "[params]\n\"Intensity\" = 0\n\"Mix with original\" = \"Normal\"\n");

@@ -18,8 +18,11 @@ class SceneRendererTest : public tests::ScratchTest {
     options.scale = scale;
     options.size = size;
     cli::SceneRenderer renderer(cli::planScene(scene::readScene(path("s.toml")), options));
-    for (int i = 0; i <= frame; ++i) renderer.renderNext();
-    return renderer.picture();
+    hostkit::World output = renderer.newOutput();
+    for (int i = 0; i <= frame; ++i) renderer.renderNext(renderer.readNext(), output);
+    cli::Frame picture;
+    copyFromWorld(output, picture);
+    return picture;
   }
 
   static std::string dots(const cli::Frame& frame) {
@@ -111,15 +114,16 @@ inverted = true
   const scene::LayerValues layer(plan.scene, 0, {plan.layer, plan.rate},
                                  cli::presetsBeside(cli::findModule("")));
   cli::SceneRenderer renderer(plan);
+  hostkit::World output = renderer.newOutput();
   brisel::Instance instance;
   hostkit::World alone(96, 54, plan.depth);
   for (int frame = 0; frame < 14; ++frame) {
-    renderer.renderNext();
+    renderer.renderNext(renderer.readNext(), output);
     const brisel::MaskOutline mask = layer.maskAt(frame).value();
     const brisel::FrameViews views{
         {alone.bytes().data(), 96, 54, alone.rowBytes(), brisel::PixelFormat::Argb8}};
     ASSERT_TRUE(instance.render(layer.at(frame), frame, views, &mask));
-    ASSERT_TRUE(samePixels(alone, renderer.output())) << frame;
+    ASSERT_TRUE(samePixels(alone, output)) << frame;
   }
   EXPECT_GT(instance.starCount(), 20);
 }

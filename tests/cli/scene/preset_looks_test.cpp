@@ -103,9 +103,14 @@ Picture render(const Cut& cut) {
   if (!isRound) options.scale = "1/2";
   const auto scene = kLibrary / "thumbnails" / (cut.scene + ".toml");
   cli::SceneRenderer renderer(cli::planScene(scene::readScene(scene), options));
-  for (int frame = 0; frame < cut.frame; ++frame) renderer.stepNext();
-  renderer.renderNext();
-  return reduce(renderer.picture(), cut, isRound ? 1 : 0.5);
+  for (int frame = 0; frame < cut.frame; ++frame) {
+    renderer.stepNext(renderer.readNext());
+  }
+  hostkit::World output = renderer.newOutput();
+  renderer.renderNext(renderer.readNext(), output);
+  cli::Frame picture;
+  copyFromWorld(output, picture);
+  return reduce(picture, cut, isRound ? 1 : 0.5);
 }
 
 struct Light {
