@@ -69,10 +69,7 @@ std::string encoderOptions(const OutputTarget& target, Depth depth) {
 
 std::string inputOptions(PipedFrames frames, FrameSize size, Depth depth) {
   if (frames == PipedFrames::kPng) return "-f png_pipe";
-  const std::string channels = frames == PipedFrames::kFlatRgb ? "rgb" : "rgba";
-  const std::string format = depth == Depth::k8
-                                 ? (frames == PipedFrames::kFlatRgb ? "rgb24" : "rgba")
-                                 : (frames == PipedFrames::kFlatRgb ? "rgb48le" : "rgba64le");
+  const std::string format = depth == Depth::k8 ? "argb" : "rgba64le";
   return "-f rawvideo -pix_fmt " + format + " -s " + std::to_string(size.width) + "x" +
          std::to_string(size.height);
 }
@@ -96,11 +93,11 @@ PipedFrames pipedFrames(const OutputTarget& target) {
   switch (target.format) {
     case OutputFormat::kMp4:
     case OutputFormat::kGif:
-      return PipedFrames::kFlatRgb;
+      return PipedFrames::kFlat;
     case OutputFormat::kMov:
-      return target.codec == MovCodec::kPng ? PipedFrames::kPng : PipedFrames::kRgba;
+      return target.codec == MovCodec::kPng ? PipedFrames::kPng : PipedFrames::kWithAlpha;
     default:
-      return PipedFrames::kRgba;
+      return PipedFrames::kWithAlpha;
   }
 }
 

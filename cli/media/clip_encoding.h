@@ -15,9 +15,9 @@ namespace cli {
 
 // What ffmpeg takes from the pipe.
 enum class PipedFrames {
-  kRgba,     // as a Frame holds them
-  kFlatRgb,  // over black, three channels: the format has no alpha, or only on and off
-  kPng       // files, which end up in the clip as they are
+  kWithAlpha,  // of 8 bits as the host's world, of 16 bits as a Frame holds them
+  kFlat,       // likewise, over black: the format has no alpha, or only on and off
+  kPng         // files, which end up in the clip as they are
 };
 
 PipedFrames pipedFrames(const OutputTarget& target);

@@ -36,7 +36,7 @@ class PictureWriter : public FrameWriter {
  public:
   explicit PictureWriter(OutputTarget target) : target_(std::move(target)) {}
 
-  void encode(const hostkit::World& picture, EncodedFrame& encoded) const override;
+  void encode(hostkit::World& picture, EncodedFrame& encoded) const override;
   void write(std::span<const std::uint8_t> encoded, int number) override;
   void finish() override {}
 
@@ -44,7 +44,7 @@ class PictureWriter : public FrameWriter {
   OutputTarget target_;
 };
 
-void PictureWriter::encode(const hostkit::World& picture, EncodedFrame& encoded) const {
+void PictureWriter::encode(hostkit::World& picture, EncodedFrame& encoded) const {
   copyFromWorld(picture, encoded.frame);
   if (target_.format == OutputFormat::kPng) {
     encodePng(encoded.frame, encoded.buffer);
@@ -79,7 +79,7 @@ class ClipWriter : public FrameWriter {
   ClipWriter(const OutputTarget& target, FrameSize size, scene::FrameRate rate, Depth depth,
              const std::optional<Soundtrack>& sound);
 
-  void encode(const hostkit::World& picture, EncodedFrame& encoded) const override;
+  void encode(hostkit::World& picture, EncodedFrame& encoded) const override;
   void write(std::span<const std::uint8_t> encoded, int number) override;
   void finish() override;
   std::string warning() const override { return warning_; }
@@ -106,16 +106,21 @@ ClipWriter::ClipWriter(const OutputTarget& target, FrameSize size, scene::FrameR
                target.isStandardOutput() ? ChildProcess::Pipe::kThroughToOurOutput
                                          : ChildProcess::Pipe::kToItsInput) {}
 
-void ClipWriter::encode(const hostkit::World& picture, EncodedFrame& encoded) const {
+void ClipWriter::encode(hostkit::World& picture, EncodedFrame& encoded) const {
+  const bool isFlat = frames_ == PipedFrames::kFlat;
+  if (frames_ != PipedFrames::kPng && picture.depth() == Depth::k8) {
+    if (isFlat) flattenOnBlack(picture);
+    encoded.bytes = picture.bytes();
+    return;
+  }
   copyFromWorld(picture, encoded.frame);
-  encoded.bytes = encoded.frame.bytes;
-  if (frames_ == PipedFrames::kRgba) return;
   if (frames_ == PipedFrames::kPng) {
     encodePng(encoded.frame, encoded.buffer);
-  } else {
-    flattenOnBlack(encoded.frame, encoded.buffer);
+    encoded.bytes = encoded.buffer;
+    return;
   }
-  encoded.bytes = encoded.buffer;
+  if (isFlat) flattenOnBlack(encoded.frame);
+  encoded.bytes = encoded.frame.bytes;
 }
 
 void ClipWriter::write(std::span<const std::uint8_t> encoded, int) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <span>
 
 namespace cli {
 namespace {
@@ -20,21 +21,28 @@ std::uint16_t toFile(A_u_short channel) {
   return static_cast<std::uint16_t>(2 * within - (within > kHostFull / 2 ? 1 : 0));
 }
 
-// Channels are copied rather than pointed at, since the bytes of a frame have no 16-bit type.
+// Four channels a pixel, of which one is alpha. They are copied rather than pointed at, since the
+// bytes of a frame have no 16-bit type.
 template <typename Channel>
-void flatten(const Frame& frame, std::vector<std::uint8_t>& flat) {
+void flatten(std::span<std::uint8_t> pixels, std::size_t alphaAt) {
   constexpr std::uint32_t kFull = std::numeric_limits<Channel>::max();
-  const std::size_t pixels = frame.bytes.size() / (4 * sizeof(Channel));
-  flat.resize(pixels * 3 * sizeof(Channel));
-  for (std::size_t i = 0; i < pixels; ++i) {
-    Channel rgba[4];
-    std::memcpy(rgba, frame.bytes.data() + i * sizeof rgba, sizeof rgba);
-    Channel rgb[3];
-    for (int c = 0; c < 3; ++c) {
-      rgb[c] = static_cast<Channel>((rgba[c] * std::uint32_t{rgba[3]} + kFull / 2) / kFull);
+  for (; !pixels.empty(); pixels = pixels.subspan(4 * sizeof(Channel))) {
+    Channel channels[4];
+    std::memcpy(channels, pixels.data(), sizeof channels);
+    const std::uint32_t alpha = channels[alphaAt];
+    if (alpha == kFull) continue;
+    for (Channel& channel : channels) {
+      channel = static_cast<Channel>((channel * alpha + kFull / 2) / kFull);
     }
-    std::memcpy(flat.data() + i * sizeof rgb, rgb, sizeof rgb);
+    channels[alphaAt] = kFull;
+    std::memcpy(pixels.data(), channels, sizeof channels);
   }
+}
+
+bool isOpaque(std::span<const PF_Pixel> row) {
+  std::uint8_t all = 255;
+  for (const PF_Pixel& pixel : row) all &= pixel.alpha;
+  return all == 255;
 }
 
 // Channel by channel; `convert` may only depend on the value.
@@ -106,11 +114,21 @@ void copyFromWorld(const hostkit::World& world, Frame& frame) {
   }
 }
 
-void flattenOnBlack(const Frame& frame, std::vector<std::uint8_t>& flat) {
+void flattenOnBlack(Frame& frame) {
   if (frame.depth == Depth::k8) {
-    flatten<std::uint8_t>(frame, flat);
+    flatten<std::uint8_t>(frame.bytes, 3);
   } else {
-    flatten<std::uint16_t>(frame, flat);
+    flatten<std::uint16_t>(frame.bytes, 3);
+  }
+}
+
+// Stars on footage leave nothing to do, which a look at the rows tells fast.
+void flattenOnBlack(hostkit::World& world) {
+  const std::size_t rowBytes = world.bytes().size() / static_cast<std::size_t>(world.height());
+  for (int y = 0; y < world.height(); ++y) {
+    if (isOpaque(world.row8(y))) continue;
+    flatten<std::uint8_t>(world.bytes().subspan(rowBytes * static_cast<std::size_t>(y), rowBytes),
+                          0);
   }
 }
 

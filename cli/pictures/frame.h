@@ -43,7 +43,8 @@ void copyToWorld(const Frame& frame, hostkit::World& world);
 // The other way round; the frame gets the world's size and depth.
 void copyFromWorld(const hostkit::World& world, Frame& frame);
 
-// The colours as they look over black: three channels per pixel at the frame's depth, no alpha.
-void flattenOnBlack(const Frame& frame, std::vector<std::uint8_t>& flat);
+// Colours become those seen over black, and alpha full.
+void flattenOnBlack(Frame& frame);
+void flattenOnBlack(hostkit::World& world);  // of 8 bits
 
 }  // namespace cli

@@ -128,20 +128,18 @@ inverted = true
   EXPECT_GT(instance.starCount(), 20);
 }
 
-double meanDifference(const cli::Frame& a, const cli::Frame& b) {
-  std::vector<std::uint8_t> flatA, flatB;
-  flattenOnBlack(a, flatA);
-  flattenOnBlack(b, flatB);
-  EXPECT_EQ(flatA.size(), flatB.size());
+double meanDifference(cli::Frame a, cli::Frame b) {
+  flattenOnBlack(a);
+  flattenOnBlack(b);
+  EXPECT_EQ(a.bytes.size(), b.bytes.size());
   double sum = 0;
-  for (std::size_t i = 0; i < flatA.size(); ++i) sum += std::abs(flatA[i] - flatB[i]);
-  return sum / static_cast<double>(flatA.size());
+  for (std::size_t i = 0; i < a.bytes.size(); ++i) sum += std::abs(a.bytes[i] - b.bytes[i]);
+  return sum / static_cast<double>(a.bytes.size() / 4 * 3);
 }
 
 // Each pixel the mean of the `by` x `by` ones it replaces, as they look over black.
-cli::Frame shrunk(const cli::Frame& frame, int by) {
-  std::vector<std::uint8_t> flat;
-  flattenOnBlack(frame, flat);
+cli::Frame shrunk(cli::Frame frame, int by) {
+  flattenOnBlack(frame);
   cli::Frame small({frame.size.width / by, frame.size.height / by}, cli::Depth::k8);
   for (int y = 0; y < small.size.height; ++y) {
     for (int x = 0; x < small.size.width; ++x) {
@@ -149,8 +147,8 @@ cli::Frame shrunk(const cli::Frame& frame, int by) {
         int sum = 0;
         for (int i = 0; i < by * by; ++i) {
           const int pixel = (y * by + i / by) * frame.size.width + x * by + i % by;
-          const int at = 3 * pixel + channel;
-          sum += flat[static_cast<std::size_t>(at)];
+          const int at = 4 * pixel + channel;
+          sum += frame.bytes[static_cast<std::size_t>(at)];
         }
         small.row(y)[4 * x + channel] = static_cast<std::uint8_t>(sum / (by * by));
       }
