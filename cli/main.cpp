@@ -8,6 +8,7 @@
 #include "cli/commands/version.h"
 #include "cli/support/errors.h"
 #include "cli/support/interrupt.h"
+#include "cli/support/memory.h"
 #include "scene/text/nearest_name.h"
 
 namespace {
@@ -88,6 +89,7 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   cli::installInterruptHandlers();
+  cli::keepFreedMemory();
   try {
     return run(argc, argv);
   } catch (const cli::UsageError& error) {
