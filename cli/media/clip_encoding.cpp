@@ -67,9 +67,11 @@ std::string encoderOptions(const OutputTarget& target, Depth depth) {
   }
 }
 
-std::string inputOptions(PipedFrames frames, FrameSize size, Depth depth) {
+std::string inputOptions(PipedFrames frames, FrameSize size) {
   if (frames == PipedFrames::kPng) return "-f png_pipe";
-  const std::string format = depth == Depth::k8 ? "argb" : "rgba64le";
+  std::string format = "rgba64le";
+  if (frames == PipedFrames::kArgb8) format = "argb";
+  if (frames == PipedFrames::kFlatPlanes8) format = "gbrp";
   return "-f rawvideo -pix_fmt " + format + " -s " + std::to_string(size.width) + "x" +
          std::to_string(size.height);
 }
@@ -89,16 +91,14 @@ void append(std::vector<std::string>& command, const std::string& spaced) {
 
 }  // namespace
 
-PipedFrames pipedFrames(const OutputTarget& target) {
-  switch (target.format) {
-    case OutputFormat::kMp4:
-    case OutputFormat::kGif:
-      return PipedFrames::kFlat;
-    case OutputFormat::kMov:
-      return target.codec == MovCodec::kPng ? PipedFrames::kPng : PipedFrames::kWithAlpha;
-    default:
-      return PipedFrames::kWithAlpha;
+PipedFrames pipedFrames(const OutputTarget& target, Depth depth) {
+  if (target.format == OutputFormat::kMov && target.codec == MovCodec::kPng) {
+    return PipedFrames::kPng;
   }
+  if (target.format == OutputFormat::kMp4 || target.format == OutputFormat::kGif) {
+    return depth == Depth::k8 ? PipedFrames::kFlatPlanes8 : PipedFrames::kFlat16;
+  }
+  return depth == Depth::k8 ? PipedFrames::kArgb8 : PipedFrames::kRgba16;
 }
 
 std::vector<std::string> encodeCommand(const OutputTarget& target,
@@ -106,7 +106,7 @@ std::vector<std::string> encodeCommand(const OutputTarget& target,
                                        FrameSize size, scene::FrameRate rate, Depth depth,
                                        const std::optional<Soundtrack>& sound) {
   std::vector<std::string> command;
-  append(command, "ffmpeg -v error -nostdin -y " + inputOptions(pipedFrames(target), size, depth) +
+  append(command, "ffmpeg -v error -nostdin -y " + inputOptions(pipedFrames(target, depth), size) +
                       " -framerate " + rate.text() + " -i pipe:0");
   if (sound) appendSoundInput(command, *sound);
   append(command, "-map 0:v " + encoderOptions(target, depth) + placeOfIndex(target));

@@ -15,12 +15,14 @@ namespace cli {
 
 // What ffmpeg takes from the pipe.
 enum class PipedFrames {
-  kWithAlpha,  // of 8 bits as the host's world, of 16 bits as a Frame holds them
-  kFlat,       // likewise, over black: the format has no alpha, or only on and off
-  kPng         // files, which end up in the clip as they are
+  kArgb8,        // as the host has them
+  kRgba16,       // as a Frame holds them
+  kFlatPlanes8,  // green, blue and red over black: the format has no alpha, or only on and off
+  kFlat16,       // over black
+  kPng           // files, which end up in the clip as they are
 };
 
-PipedFrames pipedFrames(const OutputTarget& target);
+PipedFrames pipedFrames(const OutputTarget& target, Depth depth);
 
 // The command line that writes the target into `file`, or onto standard output without one.
 std::vector<std::string> encodeCommand(const OutputTarget& target,

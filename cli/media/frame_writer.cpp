@@ -36,7 +36,7 @@ class PictureWriter : public FrameWriter {
  public:
   explicit PictureWriter(OutputTarget target) : target_(std::move(target)) {}
 
-  void encode(hostkit::World& picture, EncodedFrame& encoded) const override;
+  void encode(const hostkit::World& picture, EncodedFrame& encoded) const override;
   void write(std::span<const std::uint8_t> encoded, int number) override;
   void finish() override {}
 
@@ -44,7 +44,7 @@ class PictureWriter : public FrameWriter {
   OutputTarget target_;
 };
 
-void PictureWriter::encode(hostkit::World& picture, EncodedFrame& encoded) const {
+void PictureWriter::encode(const hostkit::World& picture, EncodedFrame& encoded) const {
   copyFromWorld(picture, encoded.frame);
   if (target_.format == OutputFormat::kPng) {
     encodePng(encoded.frame, encoded.buffer);
@@ -79,7 +79,7 @@ class ClipWriter : public FrameWriter {
   ClipWriter(const OutputTarget& target, FrameSize size, scene::FrameRate rate, Depth depth,
              const std::optional<Soundtrack>& sound);
 
-  void encode(hostkit::World& picture, EncodedFrame& encoded) const override;
+  void encode(const hostkit::World& picture, EncodedFrame& encoded) const override;
   void write(std::span<const std::uint8_t> encoded, int number) override;
   void finish() override;
   std::string warning() const override { return warning_; }
@@ -100,27 +100,27 @@ class ClipWriter : public FrameWriter {
 ClipWriter::ClipWriter(const OutputTarget& target, FrameSize size, scene::FrameRate rate,
                        Depth depth, const std::optional<Soundtrack>& sound)
     : target_(target),
-      frames_(pipedFrames(target)),
+      frames_(pipedFrames(target, depth)),
       sound_(sound),
       encoder_(commandFor(target, temporary_, size, rate, depth, sound),
                target.isStandardOutput() ? ChildProcess::Pipe::kThroughToOurOutput
                                          : ChildProcess::Pipe::kToItsInput) {}
 
-void ClipWriter::encode(hostkit::World& picture, EncodedFrame& encoded) const {
-  const bool isFlat = frames_ == PipedFrames::kFlat;
-  if (frames_ != PipedFrames::kPng && picture.depth() == Depth::k8) {
-    if (isFlat) flattenOnBlack(picture);
+void ClipWriter::encode(const hostkit::World& picture, EncodedFrame& encoded) const {
+  if (frames_ == PipedFrames::kArgb8) {
     encoded.bytes = picture.bytes();
-    return;
-  }
-  copyFromWorld(picture, encoded.frame);
-  if (frames_ == PipedFrames::kPng) {
+  } else if (frames_ == PipedFrames::kFlatPlanes8) {
+    flatPlanesOf(picture, encoded.buffer);
+    encoded.bytes = encoded.buffer;
+  } else if (frames_ == PipedFrames::kPng) {
+    copyFromWorld(picture, encoded.frame);
     encodePng(encoded.frame, encoded.buffer);
     encoded.bytes = encoded.buffer;
-    return;
+  } else {
+    copyFromWorld(picture, encoded.frame);
+    if (frames_ == PipedFrames::kFlat16) flattenOnBlack(encoded.frame);
+    encoded.bytes = encoded.frame.bytes;
   }
-  if (isFlat) flattenOnBlack(encoded.frame);
-  encoded.bytes = encoded.frame.bytes;
 }
 
 void ClipWriter::write(std::span<const std::uint8_t> encoded, int) {

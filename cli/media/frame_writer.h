@@ -27,8 +27,8 @@ class FrameWriter {
  public:
   virtual ~FrameWriter() = default;
 
-  // May change the picture. Several threads may call this at a time.
-  virtual void encode(hostkit::World& picture, EncodedFrame& encoded) const = 0;
+  // Several threads may call this at a time.
+  virtual void encode(const hostkit::World& picture, EncodedFrame& encoded) const = 0;
 
   // Frames come in order; `number` is the frame's number in the scene. Throws WorkError naming the
   // output when it cannot be written.

@@ -21,28 +21,19 @@ std::uint16_t toFile(A_u_short channel) {
   return static_cast<std::uint16_t>(2 * within - (within > kHostFull / 2 ? 1 : 0));
 }
 
-// Four channels a pixel, of which one is alpha. They are copied rather than pointed at, since the
-// bytes of a frame have no 16-bit type.
+// Channels are copied rather than pointed at, since the bytes of a frame have no 16-bit type.
 template <typename Channel>
-void flatten(std::span<std::uint8_t> pixels, std::size_t alphaAt) {
+void flatten(std::span<std::uint8_t> bytes) {
   constexpr std::uint32_t kFull = std::numeric_limits<Channel>::max();
-  for (; !pixels.empty(); pixels = pixels.subspan(4 * sizeof(Channel))) {
-    Channel channels[4];
-    std::memcpy(channels, pixels.data(), sizeof channels);
-    const std::uint32_t alpha = channels[alphaAt];
-    if (alpha == kFull) continue;
-    for (Channel& channel : channels) {
-      channel = static_cast<Channel>((channel * alpha + kFull / 2) / kFull);
+  for (; !bytes.empty(); bytes = bytes.subspan(4 * sizeof(Channel))) {
+    Channel rgba[4];
+    std::memcpy(rgba, bytes.data(), sizeof rgba);
+    for (int c = 0; c < 3; ++c) {
+      rgba[c] = static_cast<Channel>((rgba[c] * std::uint32_t{rgba[3]} + kFull / 2) / kFull);
     }
-    channels[alphaAt] = kFull;
-    std::memcpy(pixels.data(), channels, sizeof channels);
+    rgba[3] = kFull;
+    std::memcpy(bytes.data(), rgba, sizeof rgba);
   }
-}
-
-bool isOpaque(std::span<const PF_Pixel> row) {
-  std::uint8_t all = 255;
-  for (const PF_Pixel& pixel : row) all &= pixel.alpha;
-  return all == 255;
 }
 
 // Channel by channel; `convert` may only depend on the value.
@@ -116,19 +107,29 @@ void copyFromWorld(const hostkit::World& world, Frame& frame) {
 
 void flattenOnBlack(Frame& frame) {
   if (frame.depth == Depth::k8) {
-    flatten<std::uint8_t>(frame.bytes, 3);
+    flatten<std::uint8_t>(frame.bytes);
   } else {
-    flatten<std::uint16_t>(frame.bytes, 3);
+    flatten<std::uint16_t>(frame.bytes);
   }
 }
 
-// Stars on footage leave nothing to do, which a look at the rows tells fast.
-void flattenOnBlack(hostkit::World& world) {
-  const std::size_t rowBytes = world.bytes().size() / static_cast<std::size_t>(world.height());
-  for (int y = 0; y < world.height(); ++y) {
-    if (isOpaque(world.row8(y))) continue;
-    flatten<std::uint8_t>(world.bytes().subspan(rowBytes * static_cast<std::size_t>(y), rowBytes),
-                          0);
+void flatPlanesOf(const hostkit::World& world, std::vector<std::uint8_t>& planes) {
+  const auto width = static_cast<std::size_t>(world.width());
+  const std::size_t plane = width * static_cast<std::size_t>(world.height());
+  planes.resize(3 * plane);
+  const auto overBlack = [](std::uint16_t channel, std::uint16_t alpha) {
+    return static_cast<std::uint8_t>(static_cast<std::uint16_t>(channel * alpha + 127) / 255);
+  };
+  std::uint8_t* green = planes.data();
+  for (int y = 0; y < world.height(); ++y, green += width) {
+    const PF_Pixel* pixels = world.row8(y).data();
+    std::uint8_t* blue = green + plane;
+    std::uint8_t* red = blue + plane;
+    for (std::size_t x = 0; x < width; ++x) {
+      green[x] = overBlack(pixels[x].green, pixels[x].alpha);
+      blue[x] = overBlack(pixels[x].blue, pixels[x].alpha);
+      red[x] = overBlack(pixels[x].red, pixels[x].alpha);
+    }
   }
 }
 

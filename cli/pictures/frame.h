@@ -45,6 +45,8 @@ void copyFromWorld(const hostkit::World& world, Frame& frame);
 
 // Colours become those seen over black, and alpha full.
 void flattenOnBlack(Frame& frame);
-void flattenOnBlack(hostkit::World& world);  // of 8 bits
+
+// The colours of a world of 8 bits as seen over black: its planes green, blue and red.
+void flatPlanesOf(const hostkit::World& world, std::vector<std::uint8_t>& planes);
 
 }  // namespace cli
