@@ -24,7 +24,7 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
                     steps, static_cast<int>(frames.size()));
   SceneRenderer renderer(plan, options.renderer);
   for (const std::string& text : renderer.notes()) note(ofScene(scene, text));
-  const auto writer = openFrameWriter(target, plan.size, plan.rate, plan.depth, sound);
+  const auto writer = openFrameWriter(target, plan.size, plan.rate, plan.depth, sound.get());
   StageTimes times;
   renderFrames(renderer, *writer, frames, progress, times);
   const double seconds = progress.elapsedSeconds();

@@ -36,22 +36,27 @@ FrameRange rangeToRender(const RenderOptions& options, const ScenePlan& plan) {
   return range;
 }
 
+FoundSound noSound() {
+  return std::async(std::launch::deferred, [] { return std::optional<Soundtrack>(); });
+}
+
 // The sound for the frames of the range: the file of --audio, else the input's sound.
-std::optional<Soundtrack> soundtrackOf(const OutputTarget& target, const OutputOptions& options,
-                                       const ScenePlan& plan, FrameRange range) {
+FoundSound soundtrackOf(const OutputTarget& target, const OutputOptions& options,
+                        const ScenePlan& plan, FrameRange range) {
   const bool chosen = !options.audio.empty();
   if (!hasSound(target.format)) {
     if (chosen) throw UsageError("--audio: there is no sound in " + target.name());
-    return std::nullopt;
+    return noSound();
   }
   if (options.noAudio || !(chosen || (plan.input && !plan.input->source.isSequence))) {
-    return std::nullopt;
+    return noSound();
   }
   const MediaSource source =
       chosen ? findSource(options.audio, {.still = true}) : plan.input->source;
   const double perSecond = plan.rate.perSecond();
-  auto sound = findSoundtrack(source, range.first / perSecond, range.count() / perSecond);
-  if (chosen && !sound) throw WorkError("there is no sound in " + inQuotes(options.audio));
+  FoundSound sound =
+      std::async(findSoundtrack, source, range.first / perSecond, range.count() / perSecond);
+  if (chosen && !sound.get()) throw WorkError("there is no sound in " + inQuotes(options.audio));
   return sound;
 }
 

@@ -1,6 +1,7 @@
 // What a run of `brisel render` has to do, found out before its first frame.
 #pragma once
 
+#include <future>
 #include <new>
 #include <optional>
 #include <string>
@@ -24,6 +25,9 @@ struct RenderOptions {
   RendererOptions renderer;
 };
 
+// The sound or none, which another program is asked about while the work begins.
+using FoundSound = std::shared_future<std::optional<Soundtrack>>;
+
 // One scene of a run, with its output.
 struct RenderJob {
   std::string scene;  // for messages; empty when it is the only one
@@ -31,7 +35,7 @@ struct RenderJob {
   OutputTarget target;
   FrameRange range;
   std::vector<int> frames;  // those of the range that are to be written
-  std::optional<Soundtrack> sound;
+  FoundSound sound;
 };
 
 // One job for each scene. Throws when something is wrong with any of them, naming it, or when two
