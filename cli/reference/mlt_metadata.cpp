@@ -10,7 +10,7 @@ using brisel::FilterParameter;
 using brisel::FilterSettings;
 
 // As YAML has it between quotes.
-std::string quoted(std::string_view text) {
+std::string inYamlQuotes(std::string_view text) {
   std::string result = "\"";
   for (const char c : text) {
     if (c == '"' || c == '\\') result += '\\';
@@ -35,8 +35,8 @@ std::string_view typeName(FilterParameter::Kind kind) {
 
 std::string defaultText(const FilterSettings::Setting& setting) {
   if (const auto* number = std::get_if<double>(&setting)) return decimalText(*number);
-  if (const auto* text = std::get_if<std::string>(&setting)) return quoted(*text);
-  return quoted(colorText(std::get<FilterSettings::Color>(setting)));
+  if (const auto* text = std::get_if<std::string>(&setting)) return inYamlQuotes(*text);
+  return inYamlQuotes(colorText(std::get<FilterSettings::Color>(setting)));
 }
 
 void addParameter(std::ostream& yaml, const DescribedParameter& described,
@@ -44,15 +44,17 @@ void addParameter(std::ostream& yaml, const DescribedParameter& described,
   const FilterParameter& parameter = *described.parameter;
   std::string description = described.comment();
   if (described.spec != nullptr) description += " (" + parameter.explanation + ".)";
-  yaml << "  - identifier: " << quoted(parameter.name) << "\n    title: " << quoted(parameter.name)
-       << "\n    type: " << typeName(parameter.kind) << "\n    description: " << quoted(description)
+  yaml << "  - identifier: " << inYamlQuotes(parameter.name)
+       << "\n    title: " << inYamlQuotes(parameter.name)
+       << "\n    type: " << typeName(parameter.kind)
+       << "\n    description: " << inYamlQuotes(description)
        << "\n    default: " << defaultText(setting) << "\n    mutable: yes\n";
   if (parameter.kind == FilterParameter::Kind::Number) {
     yaml << "    animation: yes\n    widget: spinner\n";
   } else if (parameter.kind == FilterParameter::Kind::Text && described.spec != nullptr) {
     yaml << "    values:\n";
     for (const std::string_view item : brisel::popupItems(*described.spec)) {
-      yaml << "      - " << quoted(item) << '\n';
+      yaml << "      - " << inYamlQuotes(item) << '\n';
     }
     yaml << "    widget: combo\n";
   }

@@ -46,6 +46,7 @@ FilterLibrary::FilterLibrary(const char* path) : handle_(dlopen(path, RTLD_NOW |
   load(handle_, "f0r_get_plugin_info", getPluginInfo);
   load(handle_, "f0r_update", update);
   load(handle_, "f0r_update2", update2);
+  load(handle_, "f0r_deinit", deinit_);
   // Hosts that scan folders ask before they set up, and set up once for each filter.
   const f0r_plugin_info_t before = info();
   decltype(&f0r_init) init;
@@ -61,10 +62,8 @@ FilterLibrary::FilterLibrary(const char* path) : handle_(dlopen(path, RTLD_NOW |
 }
 
 FilterLibrary::~FilterLibrary() {
-  decltype(&f0r_deinit) deinit;
-  load(handle_, "f0r_deinit", deinit);
-  deinit();
-  deinit();
+  deinit_();
+  deinit_();
   dlclose(handle_);
 }
 

@@ -47,6 +47,7 @@ class FilterLibrary {
 
  private:
   void* handle_;
+  decltype(&f0r_deinit) deinit_;
   std::vector<f0r_param_info_t> parameters_;
 };
 
