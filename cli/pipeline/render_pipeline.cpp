@@ -152,7 +152,8 @@ void Pipeline::write(Passing& frame) {
 
 void renderFrames(SceneRenderer& renderer, FrameWriter& writer, const std::vector<int>& wanted,
                   Progress& progress, StageTimes& times) {
-  // The library ends the program when a thread cannot be had.
+  // The library ends the program when a thread cannot be had, so nobody must take them afterwards.
+  renderer.startThreads();
   const int jobs = 1 + threadsToBeHad(renderer.jobs() - 1);
   const tbb::global_control limit(tbb::global_control::max_allowed_parallelism,
                                   static_cast<std::size_t>(jobs));

@@ -57,8 +57,7 @@ void SceneRenderer::setUpPainting(bool threadsAreNeeded) {
   }
 }
 
-// Painting makes do with the threads that it gets, the rest of the work does not: its threads come
-// first.
+// Not before the decoder and the encoder run, which do not make do with fewer.
 void SceneRenderer::startThreads() {
   if (hasThreads_ || threads_ == 1) return;
   hasThreads_ = true;

@@ -35,6 +35,10 @@ class SceneRenderer {
   // Makes a readNext() in another thread fail soon.
   void stopReading();
 
+  // Starts the threads that paint, as many as can be had, unless that is done; rendering does it,
+  // too.
+  void startThreads();
+
   // Renders the next frame, beginning with the first: -1 comes right before 0. A frame depends on
   // all frames before it, which is why none can be left out. Throws Interrupted when the user asked
   // to stop. Another world of its size may take the output's place.
@@ -58,10 +62,8 @@ class SceneRenderer {
   // nothing.
   std::string damage() { return input_ ? input_->damage() : std::string(); }
 
-
  private:
   void setUpPainting(bool threadsAreNeeded);
-  void startThreads();
   hostkit::RenderRequest beginFrame();
   void renderOver(const hostkit::World& below, LayerEffect& layer, hostkit::World& picture,
                   hostkit::World& output, const hostkit::RenderRequest& request);
