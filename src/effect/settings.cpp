@@ -174,4 +174,14 @@ RenderSettings settingsOf(const Values& values, const FrameFacts& frame) {
   return settings;
 }
 
+bool starsReadInput(const Values& values) {
+  const ValueReader reader(values);
+  const auto path = reader.popup<StandardPath>(kStandardPath);
+  // A chosen mask takes the place of every shape.
+  const bool findPlaces = reader.mask(kPath) == 0 && (path == StandardPath::SourceAsRasterMask ||
+                                                      path == StandardPath::ContourAlphaChannel);
+  return findPlaces || reader.checkbox(kSizeDependOnSource) != 0.0f ||
+         reader.popup<ColorSchema>(kColorSchema) == ColorSchema::Source;
+}
+
 }  // namespace brisel

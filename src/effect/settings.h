@@ -17,4 +17,8 @@ struct FrameFacts {
 /// a popup's item beyond 0 .. 255 becomes 0.
 RenderSettings settingsOf(const Values& values, const FrameFacts& frame);
 
+/// Whether stars born with these values take their place, size or color from the input. If not, a
+/// step leaves the same stars whatever the input is.
+bool starsReadInput(const Values& values);
+
 }  // namespace brisel

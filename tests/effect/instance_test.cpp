@@ -8,6 +8,7 @@
 #include <cstring>
 #include <thread>
 
+#include "effect/settings.h"
 #include "engine/mask_outline.h"
 #include "render/painter.h"
 
@@ -176,6 +177,32 @@ TEST(Instance, MixesStarsWithTheBackdropWhereThereIsOne) {
   ASSERT_TRUE(Instance().render(
       values, 0, {.output = instead.view(), .input = input.view(), .backdrop = backdrop.view()}));
   EXPECT_EQ(instead.bytes, over.bytes) << "these stars do not read the input";
+}
+
+TEST(Instance, StarsChangeWithTheInputWhereTheValuesSayThatTheyReadIt) {
+  const MaskOutline mask =
+      buildMaskOutline({{{9, 9}, {9, 9}, {9, 9}}, {{60, 30}, {60, 30}, {60, 30}}}, false, false);
+  Picture blank, striped;
+  std::ranges::fill(blank.bytes, std::uint8_t{0});
+  for (std::size_t i = 0; i < striped.bytes.size(); ++i) {
+    striped.bytes[i] = static_cast<std::uint8_t>(i / 40 % 2 * (200 - i % 4));
+  }
+  const auto after = [&](const Values& values, Picture& input) {
+    Instance instance;
+    Picture output;
+    for (int time = 0; time < 4; ++time) {
+      EXPECT_TRUE(instance.step(values, time, {output.view(), input.view()}, &mask));
+    }
+    return instance.save();
+  };
+  for (int choice = 0; choice < 8 * 2 * 2 * 2; ++choice) {
+    Values values = busyValues(3);
+    values.setNumber(kStandardPath, 1 + choice % 8);
+    values.setNumber(kPath, choice / 8 % 2);
+    values.setNumber(kSizeDependOnSource, choice / 16 % 2);
+    values.setNumber(kColorSchema, 1 + choice / 32);
+    EXPECT_EQ(after(values, blank) != after(values, striped), starsReadInput(values)) << choice;
+  }
 }
 
 /// Saved bytes with other ones at `offset`, and a checksum that says they are sound.
