@@ -13,6 +13,7 @@ namespace cli {
 struct PictureTime {
   std::int64_t start = 0;
   std::int64_t duration = 0;  // 0: not said
+  bool isKey = false;         // decoding can begin with it
 };
 
 // The rates and the clock that the container declares.

@@ -23,7 +23,7 @@ std::string sizeOptions(const MediaInfo& info) {
 }
 
 // The rate's frames from the time at which the file starts, whatever the clip's own times are.
-void addTiming(const MediaInfo& info, scene::FrameRate rate, FilterChain& chain) {
+void addTiming(const MediaInfo& info, scene::FrameRate rate, int firstFrame, FilterChain& chain) {
   if (info.isStill() || info.source.isSequence) return;
   if (!info.hasTimes) {
     chain.add("setpts=PTS-STARTPTS");
@@ -32,6 +32,8 @@ void addTiming(const MediaInfo& info, scene::FrameRate rate, FilterChain& chain)
     chain.add("setpts=PTS" + scene::numberText(info.clockStart) + "/TB");
   }
   chain.add("fps=" + rate.text() + ":start_time=0");
+  // The first picture stands for all frames that were sought past.
+  if (firstFrame > 0) chain.add("trim=start_frame=" + std::to_string(firstFrame));
 }
 
 // To the light of BT.709, in which reference white is 203 cd/m2 in HDR: darker colours stay as they
@@ -74,12 +76,13 @@ std::string formatName(PipePixels pixels) {
   }
 }
 
-std::string filters(const MediaInfo& info, scene::FrameRate rate, PipePixels pixels) {
+std::string filters(const MediaInfo& info, scene::FrameRate rate, PipePixels pixels,
+                    int firstFrame) {
   FilterChain chain;
   if (!info.firstField.empty()) {
     chain.add("bwdif=mode=send_frame:parity=" + info.firstField + ":deint=all");
   }
-  addTiming(info, rate, chain);
+  addTiming(info, rate, firstFrame, chain);
   if (info.isRgb) {
     chain.add("scale=" + sizeOptions(info) +
               ":flags=bicubic+accurate_rnd+full_chroma_int+bitexact");
@@ -92,12 +95,14 @@ std::string filters(const MediaInfo& info, scene::FrameRate rate, PipePixels pix
 
 // The whole command line. Frames of info.size, one after another, come out of its standard output.
 std::vector<std::string> decodeCommand(const MediaInfo& info, scene::FrameRate rate,
-                                       PipePixels pixels) {
+                                       PipePixels pixels, const SeekPoint& start) {
   std::vector<std::string> command = {"ffmpeg", "-v", "error", "-nostdin"};
   if (!info.decoder.empty()) command.insert(command.end(), {"-c:v", info.decoder});
   command.insert(command.end(), info.source.options.begin(), info.source.options.end());
-  command.insert(command.end(), {"-i", info.source.file, "-map", "0:v:0", "-vf",
-                                 filters(info, rate, pixels), "-fps_mode", "passthrough"});
+  command.insert(command.end(), start.options.begin(), start.options.end());
+  command.insert(command.end(),
+                 {"-i", info.source.file, "-map", "0:v:0", "-vf",
+                  filters(info, rate, pixels, start.frame), "-fps_mode", "passthrough"});
   if (info.isStill()) command.insert(command.end(), {"-frames:v", "1"});
   command.insert(command.end(), {"-f", "rawvideo", "pipe:1"});
   return command;
@@ -114,11 +119,13 @@ PipePixels pipePixels(const MediaInfo& info, FrameSize size, Depth wanted) {
 
 }  // namespace
 
-FrameReader::FrameReader(const MediaInfo& info, FrameSize size, scene::FrameRate rate, Depth depth)
+FrameReader::FrameReader(const MediaInfo& info, FrameSize size, scene::FrameRate rate, Depth depth,
+                         int firstWanted)
     : name_(info.source.name),
       size_(info.size),
       pixels_(pipePixels(info, size, depth)),
-      decoder_(decodeCommand(info, rate, pixels_), ChildProcess::Pipe::kFromItsOutput) {}
+      start_(seekPointFor(info, rate, firstWanted)),
+      decoder_(decodeCommand(info, rate, pixels_, start_), ChildProcess::Pipe::kFromItsOutput) {}
 
 bool FrameReader::read(InputPicture& picture) {
   const std::span<std::uint8_t> bytes = picture.bytes(pixels_, size_);

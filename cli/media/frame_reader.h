@@ -5,6 +5,7 @@
 
 #include "cli/media/input_picture.h"
 #include "cli/media/media_info.h"
+#include "cli/media/seek_point.h"
 #include "cli/pictures/frame.h"
 #include "cli/support/child_process.h"
 
@@ -12,8 +13,13 @@ namespace cli {
 
 class FrameReader {
  public:
-  // Pictures of another size are fitted into it, see fittedFrame.
-  FrameReader(const MediaInfo& info, FrameSize size, scene::FrameRate rate, Depth depth);
+  // Pictures of another size are fitted into it, see fittedFrame. Begins with the first frame that
+  // is wanted where the pictures from there on come out as they would otherwise, else before it.
+  FrameReader(const MediaInfo& info, FrameSize size, scene::FrameRate rate, Depth depth,
+              int firstWanted = 0);
+
+  // The number of the frame that it begins with.
+  int firstFrame() const { return start_.frame; }
 
   // Reads the next frame into a picture of the reader's size and depth, which is converted later;
   // false at the end. Throws WorkError naming the input when it cannot be decoded.
@@ -32,6 +38,7 @@ class FrameReader {
   std::string name_;
   FrameSize size_;  // of what is decoded
   PipePixels pixels_;
+  SeekPoint start_;
   ChildProcess decoder_;
   bool hasFrame_ = false;
 };

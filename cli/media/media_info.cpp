@@ -7,6 +7,7 @@
 
 #include "cli/media/clip_timing.h"
 #include "cli/support/child_process.h"
+#include "cli/support/digest.h"
 #include "cli/support/errors.h"
 #include "scene/text/numbers.h"
 
@@ -25,6 +26,10 @@ std::string textOf(const Json& object, const char* key) {
 int integerOf(const Json& object, const char* key, int otherwise) {
   return scene::parseInteger(textOf(object, key)).value_or(otherwise);
 }
+
+constexpr std::string_view kCodecsToSeek[] = {"h264",  "hevc",       "vp8",   "vp9",
+                                              "av1",   "mpeg2video", "mpeg4", "prores",
+                                              "dnxhd", "mjpeg",      "png",   "ffv1"};
 
 bool liesOnItsSide(const Json& stream) {
   for (const Json& data : stream.value("side_data_list", Json::array())) {
@@ -79,21 +84,38 @@ void readPixelFormat(const std::string& format, MediaInfo& info) {
   info.hasAlpha = containsOne(format, {"yuva", "ayuv", "vuya"}) || !info.decoder.empty();
 }
 
+const Json& packetsOf(const Json& answer) {
+  static const Json kNone = Json::array();
+  const auto packets = answer.find("packets");
+  return packets == answer.end() ? kNone : *packets;
+}
+
 // Of the pictures that are shown: those before an edit's start only help decode later ones.
 std::vector<PictureTime> pictureTimes(const Json& packets) {
   std::vector<PictureTime> times;
   for (const Json& packet : packets) {
     const auto start = packet.find("pts");
-    if (start == packet.end() || textOf(packet, "flags").find('D') != std::string::npos) {
-      continue;
-    }
-    times.push_back({start->get<std::int64_t>(), packet.value("duration", std::int64_t{0})});
+    const std::string flags = textOf(packet, "flags");
+    if (start == packet.end() || flags.find('D') != std::string::npos) continue;
+    times.push_back({start->get<std::int64_t>(), packet.value("duration", std::int64_t{0}),
+                     flags.find('K') != std::string::npos});
   }
   return times;
 }
 
-void readTiming(const Json& answer, const Json& stream, MediaInfo& info) {
-  const Json packets = answer.value("packets", Json::array());
+// Containers that lead to a key picture by an index and tell all times, and codecs whose pictures
+// come out the same whichever key picture before them decoding began with.
+bool canSeek(const Json& answer, const Json& stream) {
+  const std::string container = textOf(answer.value("format", Json()), "format_name");
+  const std::string codec = textOf(stream, "codec_name");
+  return containsOne(container, {"mp4", "matroska"}) &&
+         std::ranges::find(kCodecsToSeek, codec) != std::end(kCodecsToSeek) &&
+         std::ranges::all_of(packetsOf(answer),
+                             [](const Json& packet) { return packet.contains("pts"); });
+}
+
+void readTiming(const Json& answer, const Json& stream, bool isSeekable, MediaInfo& info) {
+  const Json& packets = packetsOf(answer);
   const std::vector<PictureTime> times = pictureTimes(packets);
   info.frameCount = std::max<int>(1, static_cast<int>(packets.size()));
   DeclaredTiming declared;
@@ -115,10 +137,15 @@ void readTiming(const Json& answer, const Json& stream, MediaInfo& info) {
   info.rate = timing.rate;
   info.isVariable = timing.isVariable;
   // Sound that is there only to start a decoder may lie before 0.
-  const double first = scene::parseNumber(textOf(answer.value("format", Json()), "start_time"))
-                           .value_or(timing.start);
+  const auto start = scene::parseNumber(textOf(answer.value("format", Json()), "start_time"));
+  const double first = start.value_or(timing.start);
   info.clockStart = std::min(first, 0.0);
   info.seconds = timing.seconds + std::max(0.0, timing.start - std::max(first, 0.0));
+  if (!start || !isSeekable) return;
+  info.pictures = times;
+  std::ranges::sort(info.pictures, {}, &PictureTime::start);
+  info.tick = declared.tick;
+  info.fileStart = *start;
 }
 
 void readColours(const Json& stream, MediaInfo& info) {
@@ -136,6 +163,18 @@ void readFields(const Json& stream, MediaInfo& info) {
   const std::string order = textOf(stream, "field_order");
   if (order == "tt" || order == "bt") info.firstField = "tff";
   if (order == "bb" || order == "tb") info.firstField = "bff";
+}
+
+// Without decoding them: no other pictures have the same times and sizes.
+void readFingerprint(const Json& answer, MediaInfo& info) {
+  Digest digest;
+  for (const Json& packet : packetsOf(answer)) {
+    for (const char* key : {"pts", "duration", "size", "flags"}) {
+      digest.add(textOf(packet, key) + " ");
+    }
+  }
+  digest.add(info.firstField + info.decoder);
+  info.fingerprint = digest.text();
 }
 
 void addNotes(MediaInfo& info) {
@@ -166,7 +205,9 @@ MediaInfo infoOf(const MediaSource& source, const Json& answer, InputChoices cho
   info.matrix = assumedMatrix(stream, info.size);
   readColours(stream, info);
   if (!choices.keepFields) readFields(stream, info);
-  readTiming(answer, stream, info);
+  // The pictures of a damaged clip hold until the next whole ones.
+  readTiming(answer, stream, !choices.tolerateDamage && canSeek(answer, stream), info);
+  readFingerprint(answer, info);
   addNotes(info);
   return info;
 }
@@ -176,9 +217,9 @@ MediaInfo infoOf(const MediaSource& source, const Json& answer, InputChoices cho
 MediaInfo probeMedia(const MediaSource& source, InputChoices choices) {
   std::vector<std::string> command = {"ffprobe", "-v", "error", "-select_streams", "v:0"};
   command.insert(command.end(), source.options.begin(), source.options.end());
-  command.insert(command.end(),
-                 {"-show_streams", "-show_entries", "packet=pts,duration,flags:format=start_time",
-                  "-of", "json", source.file});
+  command.insert(command.end(), {"-show_streams", "-show_entries",
+                                 "packet=pts,duration,flags,size:format=start_time,format_name",
+                                 "-of", "json", source.file});
   const Json answer = Json::parse(
       outputOf(command, "cannot read the input " + inQuotes(source.name)), nullptr, false);
   if (!answer.is_discarded() && !answer.value("streams", Json::array()).empty()) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/media/clip_timing.h"
 #include "cli/media/media_source.h"
 #include "cli/pictures/frame.h"
 #include "scene/frame_rate.h"
@@ -29,6 +30,13 @@ struct MediaInfo {
   std::string firstField;    // "tff" or "bff" of pictures to be deinterlaced; empty for none
   bool hasTimes = false;     // whether the clip says when its pictures are shown
   double clockStart = 0;     // the time at which the first stream starts, where that is below 0
+  // Of a clip in which decoding may begin at any key picture, all pictures in the order in which
+  // they are shown; else empty. A tick of their times lasts so many seconds, and the file starts at
+  // a time in seconds.
+  std::vector<PictureTime> pictures;
+  double tick = 0;
+  double fileStart = 0;
+  std::string fingerprint;         // the same for the same pictures under another name
   std::vector<std::string> notes;  // what the user should know about how it is read
 
   bool isStill() const { return frameCount == 1; }

@@ -75,8 +75,9 @@ MediaSource sourceOf(MediaSource source, const NumberedPictures& sequence, bool 
   source.isSequence = true;
   const bool isNumbered = !sequence.pattern.empty();
   if (isNumbered && sequence.isWhole()) {
-    source.options = {"-f", "image2", "-start_number",
-                      std::to_string(sequence.pictures.front().number)};
+    const long long first = sequence.pictures.front().number;
+    if (!tolerateDamage) source.firstNumber = first;
+    source.options = {"-f", "image2", "-start_number", std::to_string(first)};
     source.file = mediaArgument(sequence.pattern);
     return source;
   }
@@ -117,6 +118,9 @@ MediaSource findSource(const std::filesystem::path& path, InputChoices choices) 
   const std::filesystem::file_status status = std::filesystem::status(path, error);
   if (!std::filesystem::exists(status)) {
     if (const auto sequence = picturesOfPattern(path)) {
+      if (sequence->pictures.empty()) {
+        throw WorkError("no file is named as the input " + inQuotes(source.name) + " says");
+      }
       return sourceOf(std::move(source), *sequence, choices.tolerateDamage);
     }
     throw WorkError("the input " + inQuotes(source.name) + " does not exist");

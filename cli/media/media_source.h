@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@ struct MediaSource {
   std::string file;                             // as ffmpeg is to be told it
   std::vector<std::string> options;             // how ffmpeg is to open it
   bool isSequence = false;                      // pictures without a rate of their own
+  std::optional<long long> firstNumber;         // of numbered pictures to begin with any of
   std::string note;                             // what the user should know; or empty
   std::shared_ptr<const NamelessFile> content;  // what `file` is, when it has no name of its own
 };
