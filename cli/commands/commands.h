@@ -19,6 +19,7 @@ namespace cli {
 void describeProgram(CLI::App& app, std::function<std::string()> version);
 
 void addRenderCommand(CLI::App& app);
+void addCheckpointCommand(CLI::App& app);
 void addSheetCommand(CLI::App& app);
 void addPanelCommand(CLI::App& app);
 void addNewCommand(CLI::App& app);

@@ -11,7 +11,7 @@ namespace cli {
 namespace {
 
 void renderJob(const RenderJob& job, const RenderOptions& options) {
-  const auto& [scene, plan, target, range, frames, sound] = job;
+  const auto& [scene, plan, target, range, frames, sound, start] = job;
   const int there = range.count() - static_cast<int>(frames.size());
   if (there > 0) {
     note(std::to_string(there) + " of " + std::to_string(range.count()) + " frames of " +
@@ -19,10 +19,11 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
   }
   if (frames.empty()) return;
 
-  const int steps = plan.scene.preroll + frames.front();
+  const int firstStep = start.state ? start.state->frame : -plan.scene.preroll;
+  const int steps = frames.front() - firstStep;
   Progress progress(target.isStandardOutput() ? target.name() : target.path.filename().string(),
                     steps, static_cast<int>(frames.size()));
-  SceneRenderer renderer(plan, options.renderer);
+  SceneRenderer renderer(plan, options.renderer, start);
   for (const std::string& text : renderer.notes()) note(ofScene(scene, text));
   const auto writer = openFrameWriter(target, plan.size, plan.rate, plan.depth, sound.get());
   StageTimes times;
@@ -70,6 +71,12 @@ void addRenderCommand(CLI::App& app) {
                    "Frames to write, counted from 0; stars move unseen\n"
                    "through those before, as each follows from the last")
       ->type_name("A-B");
+  command
+      ->add_option("--from-state", options->fromState,
+                   "Go on from stars that \"brisel checkpoint\" wrote,\n"
+                   "instead of from the start; name_%06d.state stands\n"
+                   "for the nearest one before the frames to write")
+      ->type_name("FILE");
   command->add_flag("--stats", options->stats,
                     "Say how busy decoding, steps, rendering and encoding\n"
                     "were, and which of them the others waited for");

@@ -1,9 +1,11 @@
 #include "cli/commands/render_job.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <string_view>
 
+#include "cli/media/numbered_pictures.h"
 #include "cli/scene/layer_effect.h"
 
 namespace cli {
@@ -16,18 +18,23 @@ bool namesScene(const std::string& output) {
 }
 
 // With the name of the scene's file, its extension left out, in place of {scene}.
-std::string outputOfScene(std::string output, const std::filesystem::path& scene) {
+std::string filesOfScene(std::string files, const std::filesystem::path& scene) {
   const std::string name = scene.stem().string();
-  for (std::size_t at = 0; (at = output.find(kSceneField, at)) != std::string::npos;) {
-    output.replace(at, kSceneField.size(), name);
+  for (std::size_t at = 0; (at = files.find(kSceneField, at)) != std::string::npos;) {
+    files.replace(at, kSceneField.size(), name);
     at += name.size();
   }
-  return output;
+  return files;
 }
 
-FrameRange rangeToRender(const RenderOptions& options, const ScenePlan& plan) {
+FrameRange rangeToRender(const RenderOptions& options, const ScenePlan& plan, int stateFrame) {
   const FrameRange whole{0, plan.frames - 1};
-  if (!options.frames) return whole;
+  if (stateFrame > whole.last) {
+    throw UsageError("--from-state " + inQuotes(options.fromState) +
+                     ": its stars stand before frame " + std::to_string(stateFrame) +
+                     ", and the scene has the frames 0-" + std::to_string(whole.last));
+  }
+  if (!options.frames) return {stateFrame, whole.last};
   const FrameRange range = parseFrameRange(*options.frames);
   if (range.last > whole.last) {
     throw UsageError("--frames " + inQuotes(*options.frames) + ": the scene has the frames 0-" +
@@ -38,6 +45,20 @@ FrameRange rangeToRender(const RenderOptions& options, const ScenePlan& plan) {
 
 FoundSound noSound() {
   return std::async(std::launch::deferred, [] { return std::optional<Soundtrack>(); });
+}
+
+// Of numbered states the one nearest to the frame, none where all of them are later.
+std::optional<StarState> nearestState(const std::string& name, const NumberedPictures& states,
+                                      int firstFrame) {
+  if (states.pictures.empty()) {
+    throw WorkError("no file is named as the state " + inQuotes(name) + " says");
+  }
+  const auto isLater = [&](const NumberedPictures::Picture& file) {
+    return file.number > firstFrame;
+  };
+  const auto later = std::ranges::find_if(states.pictures, isLater);
+  if (later == states.pictures.begin()) return std::nullopt;
+  return readState(std::prev(later)->path);
 }
 
 // The sound for the frames of the range: the file of --audio, else the input's sound.
@@ -65,15 +86,33 @@ RenderJob planJob(const std::string& file, const RenderOptions& options) {
   const std::string name = isAlone ? "" : file;
   return namingScene(name, [&] {
     OutputOptions output = options.output;
-    output.name = outputOfScene(output.name, file);
+    output.name = filesOfScene(output.name, file);
     const OutputTarget target = parseOutputTarget(output);
     ScenePlan plan = planScene(scene::readScene(file), options.overrides);
-    const FrameRange range = rangeToRender(options, plan);
+    const std::string stateName = filesOfScene(options.fromState, file);
+    const auto states = picturesOfPattern(stateName);
+    std::optional<StarState> state;
+    if (!stateName.empty() && !states) state = readState(stateName);
+    const FrameRange range = rangeToRender(options, plan, state ? state->frame : 0);
     std::vector<int> frames = framesToWrite(target, range, plan.depth, output);
+    const int firstFrame = frames.empty() ? range.first : frames.front();
+    if (states) state = nearestState(stateName, *states, firstFrame);
+    if (state && state->frame > firstFrame) {
+      throw UsageError("the state " + inQuotes(state->file.string()) + " is later than frame " +
+                       std::to_string(firstFrame) +
+                       ", the first to render: its stars stand before frame " +
+                       std::to_string(state->frame) + "; give an earlier one");
+    }
     // A wrong value in the last scene must not surface only at the end of a long run.
     if (!isAlone) layerEffects(plan, options.renderer.module);
     auto sound = soundtrackOf(target, output, plan, range);
-    return RenderJob{name, std::move(plan), target, range, std::move(frames), std::move(sound)};
+    return RenderJob{name,
+                     std::move(plan),
+                     target,
+                     range,
+                     std::move(frames),
+                     std::move(sound),
+                     {std::move(state), firstFrame}};
   });
 }
 

@@ -21,6 +21,7 @@ struct RenderOptions {
   SceneOptions overrides;
   OutputOptions output;
   std::optional<std::string> frames;
+  std::string fromState;  // a file or a pattern; empty: from the start
   bool stats = false;
   RendererOptions renderer;
 };
@@ -36,6 +37,7 @@ struct RenderJob {
   FrameRange range;
   std::vector<int> frames;  // those of the range that are to be written
   FoundSound sound;
+  RenderStart start;
 };
 
 // One job for each scene. Throws when something is wrong with any of them, naming it, or when two

@@ -36,7 +36,7 @@ void addScene(ContactSheet& sheet, ScenePlan plan, int count, Progress& progress
   const std::string name = plan.scene.file.stem().string();
   sheet.addGroup(name);
   const std::vector<int> numbers = evenlySpaced(std::min(count, plan.frames), plan.frames);
-  SceneRenderer renderer(std::move(plan), options);
+  SceneRenderer renderer(std::move(plan), options, {.state = {}, .firstSeen = numbers.front()});
   int next = renderer.firstFrame();
   hostkit::World output = renderer.newOutput();
   Frame picture;

@@ -147,9 +147,6 @@ std::optional<NumberedPictures> picturesOfPattern(const std::filesystem::path& p
   } else if (path.string().find_first_of("*?[") != std::string::npos) {
     found = picturesMatching(path.string());
   }
-  if (found && found->pictures.empty()) {
-    throw WorkError("no file is named as the input " + inQuotes(path.string()) + " says");
-  }
   return found;
 }
 

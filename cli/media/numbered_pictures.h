@@ -14,17 +14,17 @@ struct NumberedPictures {
     long long number = 0;
   };
 
-  std::vector<Picture> pictures;  // ascending, at least one
+  std::vector<Picture> pictures;  // ascending
   std::string pattern;            // their common name as "f.%04d.png"; empty without one
 
-  // Without a number left out between the first and the last.
+  // Of one or more: without a number left out between the first and the last.
   bool isWhole() const;
   // The numbers left out: "1004, 1007-1010".
   std::string missing() const;
 };
 
-// Those that "f.%04d.png", "f.####.png" or, quoted in a shell, "f.*.png" stand for; nothing when
-// the name is no such pattern. Throws WorkError when it is one but there is no such picture.
+// Those that "f.%04d.png", "f.####.png" or, quoted in a shell, "f.*.png" stand for, which may be
+// none; nothing when the name is no such pattern.
 std::optional<NumberedPictures> picturesOfPattern(const std::filesystem::path& path);
 
 // The picture and those that follow it; nothing when the name does not end in a number of three

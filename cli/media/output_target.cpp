@@ -87,17 +87,22 @@ void checkStandardOutput(const OutputTarget& target) {
 }  // namespace
 
 std::filesystem::path OutputTarget::fileOf(int frame) const {
-  if (!isNumbered) return path;
-  std::string file = path.filename().string();
-  const NumberField field = findNumberField(file).value();
-  std::string number = std::to_string(startNumber + frame);
-  const std::size_t digits = static_cast<std::size_t>(field.digits);
-  if (number.size() < digits) number.insert(0, digits - number.size(), '0');
-  return path.parent_path() / file.replace(field.start, field.length, number);
+  return isNumbered ? numberedFile(path, startNumber + frame).value() : path;
 }
 
 std::string OutputTarget::name() const {
   return isStandardOutput() ? "standard output" : inQuotes(path.string());
+}
+
+std::optional<std::filesystem::path> numberedFile(const std::filesystem::path& pattern,
+                                                  int number) {
+  std::string file = pattern.filename().string();
+  const auto field = findNumberField(file);
+  if (!field) return std::nullopt;
+  std::string text = std::to_string(number);
+  const std::size_t digits = static_cast<std::size_t>(field->digits);
+  if (text.size() < digits) text.insert(0, digits - text.size(), '0');
+  return pattern.parent_path() / file.replace(field->start, field->length, text);
 }
 
 OutputTarget parseOutputTarget(const OutputOptions& options) {

@@ -34,6 +34,9 @@ struct OutputTarget {
   std::string name() const;
 };
 
+// The pattern's %d, %04d or last run of # replaced by the number; nothing when it has none.
+std::optional<std::filesystem::path> numberedFile(const std::filesystem::path& pattern, int number);
+
 // What the command line says about the output; empty where it says nothing.
 struct OutputOptions {
   std::string name;

@@ -13,10 +13,11 @@ namespace cli {
 class InputStream {
  public:
   // The plan has an input. A picture stays as it is until `inUse` more frames have been read.
-  InputStream(const ScenePlan& plan, int inUse);
+  InputStream(const ScenePlan& plan, int firstFrame, int inUse);
 
-  // The next frame, not yet converted; after the end the last one again. Throws WorkError naming
-  // the input once the frames before the damage are through, unless that is tolerated.
+  // The next frame, beginning with the first, not yet converted; after the end the last one again.
+  // Throws WorkError naming the input once the frames before the damage are through, unless that is
+  // tolerated.
   InputPicture& next();
 
   // Makes a next() in another thread fail soon.
@@ -27,6 +28,8 @@ class InputStream {
   std::string damage();
 
  private:
+  void take();
+
   FrameReader reader_;
   std::vector<InputPicture> pictures_;  // taken in turns
   std::size_t current_ = 0;
@@ -34,7 +37,8 @@ class InputStream {
   const std::string name_;
   const int frames_;  // that the input should have
   const bool toleratesDamage_;
-  int taken_ = 0;
+  const int firstFrame_;
+  int taken_;            // frames, those that the reader has sought past among them
   std::string failure_;  // that was tolerated
 };
 

@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "cli/scene/star_warnings.h"
+#include "cli/support/errors.h"
 #include "cli/support/interrupt.h"
 #include "cli/support/processors.h"
+#include "effect/settings.h"
 #include "hostkit/error.h"
 #include "scene/add_light.h"
 
@@ -24,18 +26,62 @@ brisel::BasicImageView<Byte> viewOf(const hostkit::World& world, std::span<Byte>
 
 }  // namespace
 
-SceneRenderer::SceneRenderer(ScenePlan plan, const RendererOptions& options)
+SceneRenderer::SceneRenderer(ScenePlan plan, const RendererOptions& options,
+                             const RenderStart& start)
     : plan_(std::move(plan)),
       layers_(layerEffects(plan_, options.module)),
       starsSeen_(layers_.size()),
       noInput_(worldFor(plan_)),
-      nextRead_(firstFrame()),
-      nextFrame_(firstFrame()),
+      past_(plan_, layers_),
+      firstFrame_(start.state ? start.state->frame : -plan_.scene.preroll),
+      firstRead_(firstFrame_),
+      nextRead_(firstFrame_),
+      nextFrame_(firstFrame_),
       jobs_(options.jobs),
       threads_(options.threads.value_or(std::min(options.jobs, hostkit::Session::kMostThreads))) {
   setUpPainting(options.threads.value_or(1) > 1);
   if (layers_.size() > 1) below_ = worldFor(plan_);
-  if (plan_.input) input_.emplace(plan_, framesAtOnce());
+  if (start.state) goOnFrom(*start.state);
+  if (!plan_.input) return;
+  firstRead_ = firstFrameToRead(start.firstSeen.value_or(firstFrame_));
+  input_.emplace(plan_, std::max(firstRead_, 0), framesAtOnce());
+}
+
+void SceneRenderer::goOnFrom(const StarState& state) {
+  const std::string name = "the state " + inQuotes(state.file.string());
+  if (state.layers.size() != layers_.size()) {
+    throw WorkError(name + " is of a scene with another number of layers" + kMakeStates);
+  }
+  const std::string difference = differenceOf(state.facts, past_.factsBefore(state.frame));
+  if (!difference.empty()) {
+    throw WorkError(name + " is of another scene: before frame " + std::to_string(state.frame) +
+                    " the " + difference + kMakeStates);
+  }
+  try {
+    for (std::size_t i = 0; i < layers_.size(); ++i) {
+      layers_[i].session().restoreState(state.layers[i]);
+    }
+  } catch (const hostkit::Error& error) {
+    throw WorkError(name + " cannot be taken: " + error.what() + kMakeStates);
+  }
+}
+
+// Steps need the input only where stars read it.
+int SceneRenderer::firstFrameToRead(int firstSeen) const {
+  int frame = firstFrame_;
+  const auto isRead = [&](const LayerEffect& layer) {
+    return brisel::starsReadInput(layer.layer().at(frame));
+  };
+  while (canStep_ && frame < firstSeen && std::ranges::none_of(layers_, isRead)) ++frame;
+  return frame;
+}
+
+StarState SceneRenderer::state() {
+  StarState state;
+  state.frame = nextFrame_;
+  state.facts = past_.factsBefore(nextFrame_);
+  for (LayerEffect& layer : layers_) state.layers.push_back(layer.session().saveState());
+  return state;
 }
 
 int SceneRenderer::framesAtOnce() const {
@@ -64,10 +110,14 @@ void SceneRenderer::startThreads() {
   for (LayerEffect& layer : layers_) layer.session().usePainting(threads_);
 }
 
-// The pre-roll and frame 0 show the input's first frame.
+// The pre-roll shows the input's first frame, as frame 0 does.
 InputPicture& SceneRenderer::readNext() {
   throwIfInterrupted();
-  if (!picture_ || nextRead_ > 0) picture_ = input_ ? &input_->next() : &noInput_;
+  if (!input_ || nextRead_ < firstRead_) {
+    picture_ = &noInput_;
+  } else if (nextRead_ == firstRead_ || nextRead_ > 0) {
+    picture_ = &input_->next();
+  }
   ++nextRead_;
   return *picture_;
 }

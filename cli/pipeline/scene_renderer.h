@@ -9,6 +9,7 @@
 #include "cli/pipeline/input_stream.h"
 #include "cli/scene/layer_effect.h"
 #include "cli/scene/scene_plan.h"
+#include "cli/scene/star_state.h"
 #include "cli/support/processors.h"
 #include "hostkit/world.h"
 
@@ -20,14 +21,22 @@ struct RendererOptions {
   std::optional<int> threads;     // those that paint a frame; none: as many as jobs
 };
 
+// Where a render begins, and from when on it is seen.
+struct RenderStart {
+  std::optional<StarState> state;  // to go on from; otherwise from the first step of the pre-roll
+  std::optional<int> firstSeen;    // only steps lead to that frame; none: all may be rendered
+};
+
 class SceneRenderer {
  public:
   // Loads the module, checks the scene's values against it and opens the input. Throws when the
-  // scene has layers, or several threads are asked for, and the module is too old for that.
-  explicit SceneRenderer(ScenePlan plan, const RendererOptions& options = {});
+  // scene has layers, or several threads are asked for, and the module is too old for that, and
+  // when the state to go on from is another scene's.
+  explicit SceneRenderer(ScenePlan plan, const RendererOptions& options = {},
+                         const RenderStart& start = {});
 
-  // The first frame of all: that of the pre-roll, or 0.
-  int firstFrame() const { return -plan_.scene.preroll; }
+  // The first frame of all: that of the state or of the pre-roll, or 0.
+  int firstFrame() const { return firstFrame_; }
 
   // What the next frame, beginning with the first, is put on: not yet converted, and left alone for
   // as many frames as framesAtOnce() says. May run in a thread of its own, ahead of the rendering.
@@ -47,6 +56,9 @@ class SceneRenderer {
   // The same for a frame that nobody will see: the stars move on, and are not painted.
   void stepNext(InputPicture& picture);
 
+  // The stars as they stand before the next frame.
+  StarState state();
+
   // The threads that the work on frames may take turns on: 1 where the module needs that.
   int jobs() const { return jobs_; }
   // How many frames may be between their reading and their end.
@@ -64,6 +76,8 @@ class SceneRenderer {
 
  private:
   void setUpPainting(bool threadsAreNeeded);
+  void goOnFrom(const StarState& state);
+  int firstFrameToRead(int firstSeen) const;
   hostkit::RenderRequest beginFrame();
   void renderOver(const hostkit::World& below, LayerEffect& layer, hostkit::World& picture,
                   hostkit::World& output, const hostkit::RenderRequest& request);
@@ -73,10 +87,13 @@ class SceneRenderer {
   std::deque<LayerEffect> layers_;
   std::vector<bool> starsSeen_;  // of each layer, in frames that were rendered
   std::optional<InputStream> input_;
-  InputPicture noInput_;                  // transparent
-  InputPicture* picture_ = nullptr;       // of the input, read last
+  InputPicture noInput_;             // transparent
+  InputPicture* picture_ = nullptr;  // of the input, read last
+  StarPast past_;
   std::optional<hostkit::World> below_;   // what the layers before the one being drawn made
   std::optional<hostkit::World> unseen_;  // by modules that cannot but paint
+  int firstFrame_;
+  int firstRead_;  // the first frame that needs the input
   int nextRead_;
   int nextFrame_;
   int jobs_;

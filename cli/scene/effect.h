@@ -38,6 +38,7 @@ class Effect {
 
   const std::filesystem::path& path() const { return module_->path(); }
   hostkit::Session& session() { return session_; }
+  const hostkit::Session& session() const { return session_; }
 
  private:
   SharedModule module_;

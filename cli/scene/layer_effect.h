@@ -20,6 +20,7 @@ class LayerEffect {
   void setFrame(double frame);
 
   hostkit::Session& session() { return effect_.session(); }
+  const hostkit::Session& session() const { return effect_.session(); }
 
   // What the scene says, and what of it the parameters have at the frame.
   const scene::LayerValues& layer() const { return layer_; }

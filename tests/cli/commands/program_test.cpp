@@ -131,7 +131,7 @@ TEST_F(ProgramTest, TheShellCompletesCommandsOptionsAndNames) {
   };
   const std::string program = BRISEL_PROGRAM;
   EXPECT_EQ(offered("brisel pre"), "presets");
-  EXPECT_EQ(offered("brisel render --fr"), "--frames");
+  EXPECT_EQ(offered("brisel render --fra"), "--frames");
   EXPECT_EQ(offered("brisel render --quality ''"), "high,low");
   EXPECT_EQ(offered("brisel render --depth = 1"), "16") << "as the shell splits --depth=1";
   EXPECT_EQ(offered("brisel render s"), "s.toml");
