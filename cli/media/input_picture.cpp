@@ -9,7 +9,7 @@ void copyPlanes(const Frame& planes, bool hasAlpha, hostkit::World& world) {
   const auto width = static_cast<std::size_t>(planes.size.width);
   const std::size_t plane = width * static_cast<std::size_t>(planes.size.height);
   for (int y = 0; y < planes.size.height; ++y) {
-    const std::uint8_t* green = planes.bytes.data() + width * static_cast<std::size_t>(y);
+    const std::uint8_t* green = &planes.bytes[width * static_cast<std::size_t>(y)];
     const std::uint8_t* blue = green + plane;
     const std::uint8_t* red = blue + plane;
     const std::uint8_t* alpha = hasAlpha ? red + plane : nullptr;

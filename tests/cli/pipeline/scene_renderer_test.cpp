@@ -134,7 +134,7 @@ double meanDifference(cli::Frame a, cli::Frame b) {
   EXPECT_EQ(a.bytes.size(), b.bytes.size());
   double sum = 0;
   for (std::size_t i = 0; i < a.bytes.size(); ++i) sum += std::abs(a.bytes[i] - b.bytes[i]);
-  return sum / static_cast<double>(a.bytes.size() / 4 * 3);
+  return sum / (0.75 * static_cast<double>(a.bytes.size()));  // alpha is not counted
 }
 
 // Each pixel the mean of the `by` x `by` ones it replaces, as they look over black.
