@@ -2,9 +2,10 @@
 # Installs the Debian packages that building, testing and rendering need, if any is missing; with
 # "windows" those that building for Windows and testing with Wine need, with "browser" what testing
 # the manual in one needs, with "hosts" the hosts that the frei0r filter is tested in, with "packages"
-# what checks the Debian packages, with "clang" the other compiler. Needs root, or sudo.
+# what checks the Debian packages, with "farm" Slurm, whose services are not started, with "clang" the
+# other compiler. Needs root, or sudo.
 #
-#   scripts/install_dependencies.sh [windows | browser | hosts | packages | clang]
+#   scripts/install_dependencies.sh [windows | browser | hosts | packages | farm | clang]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -21,6 +22,8 @@ elif [ "$*" = hosts ]; then
   )
 elif [ "$*" = packages ]; then
   packages=(lintian)
+elif [ "$*" = farm ]; then
+  packages=(munge slurmctld slurmd slurm-client)
 elif [ "$*" = clang ]; then
   packages=(clang)
 elif [ $# -eq 0 ]; then
@@ -29,10 +32,10 @@ elif [ $# -eq 0 ]; then
     libcli11-dev libtomlplusplus-dev nlohmann-json3-dev libdeflate-dev libopenexr-dev libcairo2-dev libpng-dev libpugixml-dev
     libtbb-dev libgtest-dev libbenchmark-dev frei0r-plugins-dev
     clang-format clang-tidy
-    ffmpeg fonts-dejavu-core python3 python3-jsonschema
+    ffmpeg parallel fonts-dejavu-core python3 python3-jsonschema
   )
 else
-  echo "usage: scripts/install_dependencies.sh [windows | browser | hosts | packages | clang]" >&2
+  echo "usage: scripts/install_dependencies.sh [windows | browser | hosts | packages | farm | clang]" >&2
   exit 2
 fi
 
@@ -58,6 +61,11 @@ installMissing() {
 }
 
 installMissing "${packages[@]}"
+if [ "$*" = farm ] && [ -d /run/systemd/system ] && [ ! -e /etc/slurm/slurm.conf ]; then
+  as_root=()
+  [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+  "${as_root[@]}" systemctl disable --quiet --now munge slurmctld slurmd
+fi
 if [ "$*" = browser ]; then
   npm ci --prefix tests/browser --no-audit --no-fund --loglevel=error >/dev/null
 fi

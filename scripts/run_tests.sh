@@ -5,7 +5,8 @@
 # bytes; the layout and lint checks of the sources. Where the packages for Windows cannot be had, says
 # so at the end. Ends with the release tests' summary; with "everything", with that of the heavy tests,
 # which follow: the build by clang, whose bytes must be the same as well, the manual in a real browser,
-# the frei0r filter in its hosts, the Debian packages, the effect as a part of another project.
+# the frei0r filter in its hosts, the Debian packages, a farm on a real Slurm, the effect as a part of
+# another project.
 #
 #   scripts/run_tests.sh [everything]
 set -euo pipefail
@@ -46,6 +47,7 @@ if [ -n "$heavy" ]; then
   scripts/install_dependencies.sh browser
   scripts/install_dependencies.sh hosts
   scripts/install_dependencies.sh packages
+  scripts/install_dependencies.sh farm
   ctest --preset heavy
 fi
 [ -z "$not_run" ] || echo "$not_run"

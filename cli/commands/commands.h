@@ -20,6 +20,9 @@ void describeProgram(CLI::App& app, std::function<std::string()> version);
 
 void addRenderCommand(CLI::App& app);
 void addCheckpointCommand(CLI::App& app);
+void addChunksCommand(CLI::App& app);
+void addJoinCommand(CLI::App& app);
+void addFarmCommand(CLI::App& app);
 void addSheetCommand(CLI::App& app);
 void addPanelCommand(CLI::App& app);
 void addNewCommand(CLI::App& app);

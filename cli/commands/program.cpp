@@ -12,6 +12,9 @@ void describeProgram(CLI::App& app, std::function<std::string()> version) {
   app.get_formatter()->column_width(26);
   addRenderCommand(app);
   addCheckpointCommand(app);
+  addChunksCommand(app);
+  addJoinCommand(app);
+  addFarmCommand(app);
   addSheetCommand(app);
   addPanelCommand(app);
   addNewCommand(app);

@@ -55,6 +55,31 @@ void render(const RenderOptions& options) {
 
 }  // namespace
 
+void addRenderOptions(CLI::App& command, RenderOptions& options) {
+  addOutputOptions(command, options.output);
+  addSceneOptions(command, options.overrides);
+  command
+      .add_option("--frames", options.frames,
+                  "Frames to write, counted from 0; stars move unseen\n"
+                  "through those before, as each follows from the last")
+      ->type_name("A-B");
+  command
+      .add_option("--from-state", options.fromState,
+                  "Go on from stars that \"brisel checkpoint\" wrote,\n"
+                  "instead of from the start; name_%06d.state stands\n"
+                  "for the nearest one before the frames to write")
+      ->type_name("FILE");
+  command
+      .add_option("--jobs", options.renderer.jobs,
+                  "Threads that read, paint, encode and write side by\n"
+                  "side; otherwise one for each processor that may be\n"
+                  "used")
+      ->option_text("N")
+      ->check(CLI::Range(1, hostkit::Session::kMostThreads));
+  addThreadsOption(command, options.renderer.threads, "as many\nas jobs");
+  addModuleOption(command, options.renderer.module);
+}
+
 void addRenderCommand(CLI::App& app) {
   const auto options = std::make_shared<RenderOptions>();
   CLI::App* command = app.add_subcommand("render", "Render a scene to pictures or a clip");
@@ -64,31 +89,10 @@ void addRenderCommand(CLI::App& app) {
                    "its name: \"out/{scene}.mp4\"")
       ->type_name("")
       ->required();
-  addOutputOptions(*command, options->output);
-  addSceneOptions(*command, options->overrides);
-  command
-      ->add_option("--frames", options->frames,
-                   "Frames to write, counted from 0; stars move unseen\n"
-                   "through those before, as each follows from the last")
-      ->type_name("A-B");
-  command
-      ->add_option("--from-state", options->fromState,
-                   "Go on from stars that \"brisel checkpoint\" wrote,\n"
-                   "instead of from the start; name_%06d.state stands\n"
-                   "for the nearest one before the frames to write")
-      ->type_name("FILE");
+  addRenderOptions(*command, *options);
   command->add_flag("--stats", options->stats,
                     "Say how busy decoding, steps, rendering and encoding\n"
                     "were, and which of them the others waited for");
-  command
-      ->add_option("--jobs", options->renderer.jobs,
-                   "Threads that read, paint, encode and write side by\n"
-                   "side; otherwise one for each processor that may be\n"
-                   "used")
-      ->option_text("N")
-      ->check(CLI::Range(1, hostkit::Session::kMostThreads));
-  addThreadsOption(*command, options->renderer.threads, "as many\nas jobs");
-  addModuleOption(*command, options->renderer.module);
   command->callback([options] { render(*options); });
 }
 

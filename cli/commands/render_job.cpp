@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <map>
 #include <string_view>
 
+#include "cli/media/clip_part.h"
 #include "cli/media/numbered_pictures.h"
 #include "cli/scene/layer_effect.h"
+#include "cli/support/digest.h"
 
 namespace cli {
 namespace {
@@ -81,13 +85,42 @@ FoundSound soundtrackOf(const OutputTarget& target, const OutputOptions& options
   return sound;
 }
 
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : ", ") + inQuotes(word);
+  return text;
+}
+
+// All that the clips of one render have in common.
+ClipPart partOf(const OutputTarget& target, const SceneOptions& options, const ScenePlan& plan,
+                FrameRange range, const FoundSound& sound) {
+  const auto inText = [](int number) { return std::to_string(number); };
+  static const char* const kCodecs[] = {"prores4444", "qtrle", "png"};
+  const bool isMov = target.format == OutputFormat::kMov;
+  ClipPart part{range, plan.frames, plan.rate, {}, {}};
+  part.settings = {
+      {"scene", plan.scene.file.filename().string() + " of digest " + sceneDigest(plan.scene)},
+      {"input", plan.scene.input.filename().string()},
+      {"size", inText(plan.size.width) + "x" + inText(plan.size.height)},
+      {"scale", "1/" + inText(plan.reduction)},
+      {"depth", inText(static_cast<int>(plan.depth))},
+      {"quality", plan.scene.highQuality ? "high" : "low"},
+      {"preroll", inText(plan.scene.preroll)},
+      {"--preset", joined(options.presets)},
+      {"--set", joined(options.settings)},
+      {"codec", isMov ? kCodecs[static_cast<int>(target.codec)] : ""},
+  };
+  if (sound.get()) part.sound = std::filesystem::absolute(sound.get()->name).string();
+  return part;
+}
+
 RenderJob planJob(const std::string& file, const RenderOptions& options) {
   const bool isAlone = options.scenes.size() == 1;
   const std::string name = isAlone ? "" : file;
   return namingScene(name, [&] {
     OutputOptions output = options.output;
     output.name = filesOfScene(output.name, file);
-    const OutputTarget target = parseOutputTarget(output);
+    OutputTarget target = parseOutputTarget(output);
     ScenePlan plan = planScene(scene::readScene(file), options.overrides);
     const std::string stateName = filesOfScene(options.fromState, file);
     const auto states = picturesOfPattern(stateName);
@@ -106,6 +139,9 @@ RenderJob planJob(const std::string& file, const RenderOptions& options) {
     // A wrong value in the last scene must not surface only at the end of a long run.
     if (!isAlone) layerEffects(plan, options.renderer.module);
     auto sound = soundtrackOf(target, output, plan, range);
+    if (options.frames && isJoinable(target.format)) {
+      target.comment = commentOf(partOf(target, options.overrides, plan, range, sound));
+    }
     return RenderJob{name,
                      std::move(plan),
                      target,
@@ -143,6 +179,13 @@ std::vector<RenderJob> planJobs(const RenderOptions& options) {
   for (const std::string& file : options.scenes) jobs.push_back(planJob(file, options));
   if (jobs.size() > 1) checkThatOutputsDiffer(jobs);
   return jobs;
+}
+
+std::string sceneDigest(const scene::Scene& scene) {
+  std::ifstream stream(scene.file, std::ios::binary);
+  Digest digest;
+  digest.add(std::string(std::istreambuf_iterator<char>(stream), {}));
+  return digest.text();
 }
 
 std::string ofScene(const std::string& scene, const std::string& message) {

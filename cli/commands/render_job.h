@@ -1,6 +1,7 @@
 // What a run of `brisel render` has to do, found out before its first frame.
 #pragma once
 
+#include <CLI/CLI.hpp>
 #include <future>
 #include <new>
 #include <optional>
@@ -29,6 +30,9 @@ struct RenderOptions {
 // The sound or none, which another program is asked about while the work begins.
 using FoundSound = std::shared_future<std::optional<Soundtrack>>;
 
+// All options of a render but the scenes and those that only a render has.
+void addRenderOptions(CLI::App& command, RenderOptions& options);
+
 // One scene of a run, with its output.
 struct RenderJob {
   std::string scene;  // for messages; empty when it is the only one
@@ -43,6 +47,9 @@ struct RenderJob {
 // One job for each scene. Throws when something is wrong with any of them, naming it, or when two
 // would write the same file.
 std::vector<RenderJob> planJobs(const RenderOptions& options);
+
+// Tells one state of a scene's file from another.
+std::string sceneDigest(const scene::Scene& scene);
 
 // The message, with the scene in front unless that is named already or is the only one.
 std::string ofScene(const std::string& scene, const std::string& message);

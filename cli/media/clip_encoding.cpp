@@ -17,6 +17,8 @@ constexpr char kToVideoColors[] =
 constexpr char kVideoColorTags[] =
     " -colorspace bt709 -color_primaries bt709 -color_trc bt709 -color_range tv ";
 
+constexpr char kWithColorAtom[] = " -movflags +write_colr";
+
 std::string movOptions(MovCodec codec) {
   switch (codec) {
     case MovCodec::kQtrle:
@@ -27,7 +29,7 @@ std::string movOptions(MovCodec codec) {
       // The finest quantiser, at which the encoder's long search ends anyway.
       return std::string("-vf ") + kToVideoColors +
              "yuva444p10le -c:v prores_ks -profile:v 4444 -qscale:v 1 -alpha_bits 16 -vendor apl0" +
-             kVideoColorTags + "-movflags +write_colr -f mov";
+             kVideoColorTags + kWithColorAtom + " -f mov";
   }
 }
 
@@ -84,6 +86,23 @@ std::string placeOfIndex(const OutputTarget& target) {
   return target.format == OutputFormat::kMp4 ? " -movflags +faststart" : "";
 }
 
+// Times that go on over the seams of parts. One container rounds times to milliseconds, each part
+// for itself; in the other, clips of one or two pictures do without the lead of two that longer
+// ones have for pictures sent before their turn.
+std::string timesOverSeams(OutputFormat format, scene::FrameRate rate) {
+  const std::string ticks =
+      "*" + std::to_string(rate.seconds) + "/" + std::to_string(rate.frames) + "/TB";
+  if (format == OutputFormat::kMov) return "";
+  if (format == OutputFormat::kWebm) return " -bsf:v setts=ts=round(N" + ticks + ")";
+  return " -bsf:v setts=pts=PTS:dts=(N-2)" + ticks;
+}
+
+std::string containerOptions(const OutputTarget& target) {
+  if (target.format == OutputFormat::kWebm) return " -f webm";
+  if (target.format == OutputFormat::kMp4) return " -f mp4";
+  return std::string(target.codec == MovCodec::kProres4444 ? kWithColorAtom : "") + " -f mov";
+}
+
 void append(std::vector<std::string>& command, const std::string& spaced) {
   std::istringstream stream(spaced);
   command.insert(command.end(), std::istream_iterator<std::string>(stream), {});
@@ -110,8 +129,25 @@ std::vector<std::string> encodeCommand(const OutputTarget& target,
                       " -framerate " + rate.text() + " -i pipe:0");
   if (sound) appendSoundInput(command, *sound);
   append(command, "-map 0:v " + encoderOptions(target, depth) + placeOfIndex(target));
+  if (!target.comment.empty()) {
+    command.insert(command.end(), {"-metadata", "comment=" + target.comment});
+  }
   if (sound) appendSoundOutput(command, *sound, target.format);
   command.push_back(file ? mediaArgument(*file) : "pipe:1");
+  return command;
+}
+
+std::vector<std::string> joinCommand(const OutputTarget& target, const std::filesystem::path& list,
+                                     const std::filesystem::path& file, scene::FrameRate rate,
+                                     const std::optional<Soundtrack>& sound) {
+  std::vector<std::string> command;
+  append(command, "ffmpeg -v error -nostdin -y -f concat -safe 0 -i");
+  command.push_back(mediaArgument(list));
+  if (sound) appendSoundInput(command, *sound);
+  append(command, "-map 0:v -c:v copy" + timesOverSeams(target.format, rate) +
+                      placeOfIndex(target) + containerOptions(target));
+  if (sound) appendSoundOutput(command, *sound, target.format);
+  command.push_back(mediaArgument(file));
   return command;
 }
 

@@ -30,4 +30,10 @@ std::vector<std::string> encodeCommand(const OutputTarget& target,
                                        FrameSize size, scene::FrameRate rate, Depth depth,
                                        const std::optional<Soundtrack>& sound);
 
+// The command line that copies the pictures of clips, which an ffconcat list names, into one file
+// of the target's kind.
+std::vector<std::string> joinCommand(const OutputTarget& target, const std::filesystem::path& list,
+                                     const std::filesystem::path& file, scene::FrameRate rate,
+                                     const std::optional<Soundtrack>& sound);
+
 }  // namespace cli

@@ -18,6 +18,7 @@ struct OutputTarget {
   MovCodec codec = MovCodec::kProres4444;
   int startNumber = 0;  // of frame 0, in the names of numbered frames
   bool isNumbered = false;
+  std::string comment = {};  // that a clip is to carry; empty for none
 
   bool isStandardOutput() const { return path == "-"; }
   // Each frame is a picture of its own, not part of a clip.

@@ -156,6 +156,18 @@ bool ChildProcess::finish() {
   return succeeded_;
 }
 
+bool ChildProcess::hasEnded() const {
+  if (process_ < 0) return true;
+  siginfo_t end = {};
+  waitid(P_PID, static_cast<id_t>(process_), &end, WEXITED | WNOWAIT | WNOHANG);
+  return end.si_pid == process_;
+}
+
+void ChildProcess::terminate() {
+  const std::lock_guard lock(reaping_);
+  if (process_ > 0) ::kill(-process_, SIGTERM);
+}
+
 void ChildProcess::kill() {
   const std::lock_guard lock(reaping_);
   if (process_ > 0) ::kill(process_, SIGKILL);

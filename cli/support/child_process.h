@@ -40,6 +40,12 @@ class ChildProcess {
   // every later call.
   bool finish();
 
+  // Whether the program has ended; does not wait.
+  bool hasEnded() const;
+
+  // Asks the program, and those that it has started in its process group, to end.
+  void terminate();
+
   // Ends the program, whatever it is doing. Another thread may call this, to end a wait in read,
   // write or finish.
   void kill();

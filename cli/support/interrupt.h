@@ -6,6 +6,7 @@
 #include <sys/types.h>
 
 #include <stdexcept>
+#include <string>
 
 namespace cli {
 
@@ -13,7 +14,7 @@ namespace cli {
 inline constexpr int kInterruptedExitCode = 130;
 
 struct Interrupted : std::runtime_error {
-  Interrupted() : std::runtime_error("interrupted") {}
+  explicit Interrupted(const std::string& message = "interrupted") : std::runtime_error(message) {}
 };
 
 // Takes over SIGINT, SIGTERM and SIGHUP, and ignores SIGPIPE so that a vanished reader shows up as

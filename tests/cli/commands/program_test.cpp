@@ -23,8 +23,8 @@ TEST(Versions, AreUnpackedAsTheHostPacksThem) {
 }
 
 TEST_F(ProgramTest, HelpSucceedsAndMisuseDoesNot) {
-  for (const std::string command :
-       {"", "render", "sheet", "panel", "new", "params", "presets", "info"}) {
+  for (const std::string command : {"", "render", "chunks", "join", "farm", "sheet", "panel", "new",
+                                    "params", "presets", "info"}) {
     std::vector<std::string> arguments = {"--help"};
     if (!command.empty()) arguments.insert(arguments.begin(), command);
     const CommandResult result = brisel(arguments);

@@ -1,0 +1,39 @@
+#include <iostream>
+#include <memory>
+
+#include "cli/commands/chunked_render.h"
+#include "cli/commands/commands.h"
+
+namespace cli {
+namespace {
+
+void printChunks(const CLI::App& command, ChunkedOptions& options) {
+  const RenderJob job = planChunkedJob(options);
+  const FrameCosts costs = measureFrames(job.plan, job.target, job.range, options.render.renderer);
+  const std::vector<Chunk> chunks = balancedChunks(job.range, options.chunks, costs);
+  const auto given = givenOptions(command, {"--chunks", "--frames", "--output"});
+  for (const Chunk& chunk : chunks) {
+    const std::string output = outputOfChunk(job.target, chunk.range, job.plan.frames - 1);
+    std::cout << chunkCommand(options.scene, chunk.range, output, given) << "\n";
+  }
+  note("measured " + summaryOf(costs) + "; " + summaryOf(chunks, costs));
+  if (static_cast<int>(chunks.size()) < options.chunks) {
+    note("there are only " + std::to_string(chunks.size()) + " frames to share out");
+  }
+}
+
+}  // namespace
+
+void addChunksCommand(CLI::App& app) {
+  const auto options = std::make_shared<ChunkedOptions>();
+  CLI::App* command =
+      app.add_subcommand("chunks", "Print render commands that share out a scene, for any queue");
+  addChunkCountOption(*command, *options,
+                      "How many commands to print; each renders a part of\n"
+                      "the frames, and they take about as long")
+      ->required();
+  addChunkedOptions(*command, *options);
+  command->callback([command, options] { printChunks(*command, *options); });
+}
+
+}  // namespace cli

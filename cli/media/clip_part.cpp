@@ -1,0 +1,112 @@
+#include "cli/media/clip_part.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "cli/media/media_source.h"
+#include "cli/support/child_process.h"
+#include "cli/support/errors.h"
+#include "scene/text/numbers.h"
+
+namespace cli {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// The key of all that a comment says.
+constexpr char kPart[] = "brisel-part";
+
+// Throws WorkError naming the clip.
+Json probe(const std::filesystem::path& file, const std::string& name, bool counting = false) {
+  std::vector<std::string> command = {"ffprobe", "-v", "error", "-select_streams", "v:0"};
+  if (counting) command.push_back("-count_packets");
+  command.insert(command.end(), {"-show_data_hash", "crc32", "-show_entries",
+                                 "stream=nb_frames,nb_read_packets,extradata_hash:format_tags",
+                                 "-of", "json", mediaArgument(file)});
+  Json answer =
+      Json::parse(outputOf(command, "cannot read the clip " + inQuotes(name)), nullptr, false);
+  if (answer.is_discarded() || !answer.contains("streams") || answer["streams"].empty()) {
+    throw WorkError("there is no clip in " + inQuotes(name));
+  }
+  // One kind of container does not say how many pictures there are: all of it must be read.
+  const bool says = answer["streams"][0].contains("nb_frames");
+  return says || counting ? answer : probe(file, name, true);
+}
+
+int countIn(const Json& answer) {
+  const Json& stream = answer["streams"][0];
+  const char* const key = stream.contains("nb_frames") ? "nb_frames" : "nb_read_packets";
+  return scene::parseInteger(stream.value(key, "")).value_or(0);
+}
+
+// Containers spell the name of the comment in their own way.
+std::string commentIn(const Json& answer) {
+  const Json tags = answer.value("format", Json::object()).value("tags", Json::object());
+  return tags.value("comment", tags.value("COMMENT", ""));
+}
+
+}  // namespace
+
+std::string ClipPart::setting(const std::string& name) const {
+  const auto found = std::ranges::find(settings, name, &Setting::first);
+  return found == settings.end() ? "" : found->second;
+}
+
+bool isJoinable(OutputFormat format) {
+  return format == OutputFormat::kMov || format == OutputFormat::kMp4 ||
+         format == OutputFormat::kWebm;
+}
+
+std::string commentOf(const ClipPart& part) {
+  Json settings = Json::object();
+  for (const auto& [name, value] : part.settings) settings[name] = value;
+  const Json text = {{kPart,
+                      {{"frames", {part.range.first, part.range.last}},
+                       {"of", part.frames},
+                       {"rate", {part.rate.frames, part.rate.seconds}},
+                       {"settings", settings},
+                       {"sound", part.sound}}}};
+  return text.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+std::optional<ClipPart> partFromComment(const std::string& comment) {
+  try {
+    const Json said = Json::parse(comment).at(kPart);
+    ClipPart part;
+    part.range = {said.at("frames").at(0), said.at("frames").at(1)};
+    part.frames = said.at("of");
+    part.rate = {said.at("rate").at(0), said.at("rate").at(1)};
+    for (const auto& [name, value] : said.at("settings").items()) {
+      part.settings.emplace_back(name, value);
+    }
+    part.sound = said.at("sound");
+    const bool makesSense = part.range.first >= 0 && part.range.first <= part.range.last &&
+                            part.range.last < part.frames && part.rate.frames > 0 &&
+                            part.rate.seconds > 0;
+    return makesSense ? std::optional(part) : std::nullopt;
+  } catch (const Json::exception&) {
+    return std::nullopt;
+  }
+}
+
+PartFile readPart(const std::filesystem::path& file) {
+  const Json answer = probe(file, file.string());
+  auto part = partFromComment(commentIn(answer));
+  if (!part) {
+    throw WorkError(inQuotes(file.string()) +
+                    " does not say which part of a clip it is; \"brisel render\" with --frames "
+                    "writes clips that do");
+  }
+  const int pictures = countIn(answer);
+  if (pictures != part->range.count()) {
+    throw WorkError(inQuotes(file.string()) + " is damaged: it has " + std::to_string(pictures) +
+                    " pictures, not " + std::to_string(part->range.count()));
+  }
+  return {file, *std::move(part), answer["streams"][0].value("extradata_hash", ""), pictures};
+}
+
+int picturesIn(const std::filesystem::path& file, const std::string& name) {
+  return countIn(probe(file, name));
+}
+
+}  // namespace cli
