@@ -195,7 +195,11 @@ std::vector<std::string> FarmJob::words() const {
   for (const auto& [line, logs] : logsWith) {
     const bool isFailure =
         !line.starts_with("brisel: note: ") && !line.starts_with("brisel: warning: ");
-    if (isFailure || logs == chunks_.size()) words.push_back(line);
+    if (isFailure) {
+      words.push_back("brisel: note: mended by another try: " + line.substr(line.find(' ') + 1));
+    } else if (logs == chunks_.size()) {
+      words.push_back(line);
+    }
   }
   return words;
 }
