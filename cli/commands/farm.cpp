@@ -129,8 +129,18 @@ void waitFor(FarmEngine& engine, const std::function<void()>& look) {
   look();
 }
 
+// An engine that refuses, for want of such a partition perhaps, leaves nothing to resume.
+void startChunks(const FarmJob& farm, FarmEngine& engine, bool isNew) {
+  try {
+    engine.start(farm, farm.chunksToDo());
+  } catch (const WorkError&) {
+    if (isNew) farm.remove();
+    throw;
+  }
+}
+
 // A task that was ended as a whole, by a lack of memory for instance, is started again from here.
-void runChunks(FarmJob& farm, FarmEngine& engine, const RenderJob& job, int retries) {
+void runChunks(FarmJob& farm, FarmEngine& engine, const RenderJob& job, int retries, bool isNew) {
   const int there = farm.framesDone();
   const int missing = job.range.count() - there;
   if (there > 0) {
@@ -145,7 +155,7 @@ void runChunks(FarmJob& farm, FarmEngine& engine, const RenderJob& job, int retr
   const auto look = [&] { showUpTo(farm.framesDone() - there); };
   bool isRunning = engine.attach(farm);
   for (int round = 0; isRunning || !farm.isFinished(); ++round) {
-    if (!isRunning) engine.start(farm, farm.chunksToDo());
+    if (!isRunning) startChunks(farm, engine, round == 0 && isNew);
     isRunning = false;
     waitFor(engine, look);
     if (farm.isFinished()) break;
@@ -164,7 +174,7 @@ void runChunks(FarmJob& farm, FarmEngine& engine, const RenderJob& job, int retr
 void farm(const CLI::App& command, FarmOptions& options) {
   OutputOptions& output = options.chunked.render.output;
   const bool isThere =
-      options.resume && !output.name.empty() &&
+      options.resume &&
       std::filesystem::exists(FarmJob::folderFor(parseOutputTarget(output)) / "job.json");
   const auto engine = engineOf(command, options);
   if (options.resume) output.skipExisting = !output.overwrite || isThere;
@@ -174,19 +184,19 @@ void farm(const CLI::App& command, FarmOptions& options) {
   const std::string call = callOf(command, job);
   if (!isThere && std::filesystem::exists(folder)) {
     throw WorkError(job.target.name() +
-                    " is being rendered, or was left unfinished: --resume goes "
-                    "on, and removing " +
+                    " is being rendered, or was left unfinished: --resume goes on, and removing " +
                     inQuotes(folder.string()) + " begins anew");
   }
   if (!isThere && job.frames.empty()) {
     note("all frames of " + job.target.name() + " are there already");
     return;
   }
-  if (output.overwrite) removeOutputs(job);
   FarmJob farm = isThere ? resumeJob(call, job) : beginJob(command, options, *engine, job, call);
+  if (output.overwrite) removeOutputs(job);
   farm.setAttended(true);
   try {
-    runChunks(farm, *engine, job, options.engine == "slurm" ? options.engineOptions.retries : 0);
+    const int retries = options.engine == "slurm" ? options.engineOptions.retries : 0;
+    runChunks(farm, *engine, job, retries, !isThere);
   } catch (const Interrupted&) {
     farm.setAttended(false);
     throw Interrupted("interrupted; " + engine->leave());

@@ -175,6 +175,7 @@ std::string SlurmEngine::verdict() {
 }
 
 std::string SlurmEngine::leave() {
+  if (jobs_.empty()) return "nothing was submitted yet; --resume does so";
   std::string jobs = jobs_;
   std::ranges::replace(jobs, ',', ' ');
   return "Slurm goes on with the jobs " + jobs + ": --resume waits for them again, \"scancel " +

@@ -38,6 +38,7 @@ ValueKind kindOf(const std::string& value) {
 
 ValueKind kindOfArgument(const std::string& command, const std::string& name) {
   if (name == "SCENE") return ValueKind::kScene;
+  if (name == "PART") return ValueKind::kFile;
   if (command == "params") return ValueKind::kLabel;
   return command == "presets" ? ValueKind::kPreset : ValueKind::kOther;
 }
