@@ -26,7 +26,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME brisel)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS ffmpeg)
-set(CPACK_DEBIAN_PROGRAM_PACKAGE_SUGGESTS frei0r-brisel)
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_SUGGESTS "frei0r-brisel, parallel, slurm-client")
 set(CPACK_DEBIAN_PROGRAM_DESCRIPTION [[
 star particles on stills and clips
 Brisel draws stars on footage: an emitter (a point, a line, a curve, a circle,

@@ -20,7 +20,7 @@ install(FILES ${readme} DESTINATION ${readme_folder} RENAME README.txt COMPONENT
 if(NOT WIN32)
   install(DIRECTORY examples DESTINATION share/doc/brisel
     FILES_MATCHING REGEX "\\.(toml|jpg|png|svg|mp4)$")
-  install(FILES docs/scene.md docs/package/copyright DESTINATION share/doc/brisel)
+  install(FILES docs/farm.md docs/scene.md docs/package/copyright DESTINATION share/doc/brisel)
   install(TARGETS brisel_filter LIBRARY DESTINATION lib/frei0r-1 COMPONENT frei0r)
   file(GLOB host_pictures CONFIGURE_DEPENDS docs/hosts_*.jpg)
   install(FILES docs/hosts.md ${host_pictures} docs/scene.md docs/package/copyright
