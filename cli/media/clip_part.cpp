@@ -11,7 +11,7 @@
 namespace cli {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = nlohmann::json;
 
 // The key of all that a comment says.
 constexpr char kPart[] = "brisel-part";
@@ -58,8 +58,8 @@ bool isJoinable(OutputFormat format) {
 }
 
 std::string commentOf(const ClipPart& part) {
-  Json settings = Json::object();
-  for (const auto& [name, value] : part.settings) settings[name] = value;
+  Json settings = Json::array();
+  for (const auto& [name, value] : part.settings) settings.push_back({name, value});
   const Json text = {{kPart,
                       {{"frames", {part.range.first, part.range.last}},
                        {"of", part.frames},
@@ -76,8 +76,8 @@ std::optional<ClipPart> partFromComment(const std::string& comment) {
     part.range = {said.at("frames").at(0), said.at("frames").at(1)};
     part.frames = said.at("of");
     part.rate = {said.at("rate").at(0), said.at("rate").at(1)};
-    for (const auto& [name, value] : said.at("settings").items()) {
-      part.settings.emplace_back(name, value);
+    for (const Json& setting : said.at("settings")) {
+      part.settings.emplace_back(setting.at(0), setting.at(1));
     }
     part.sound = said.at("sound");
     const bool makesSense = part.range.first >= 0 && part.range.first <= part.range.last &&
