@@ -31,6 +31,15 @@ RenderJob planChunkedJob(ChunkedOptions& options) {
   return std::move(jobs.front());
 }
 
+FrameCosts measureJob(const RenderJob& job, const RenderOptions& options) {
+  FrameCosts costs = measureFrames(job.plan, job.target, job.range, options.renderer);
+  if (!options.fromState.empty()) {
+    costs.preroll = 0;
+    std::ranges::fill(costs.steps, 0.0);
+  }
+  return costs;
+}
+
 std::vector<std::string> givenOptions(const CLI::App& command,
                                       std::initializer_list<std::string> leftOut) {
   std::vector<std::string> words;

@@ -26,6 +26,9 @@ CLI::Option* addChunkCountOption(CLI::App& command, ChunkedOptions& options,
 // Throws as planJobs does, and when the output or the input does not go with chunks.
 RenderJob planChunkedJob(ChunkedOptions& options);
 
+// What the job's frames cost. Where chunks go on from states, no steps count: one is close by.
+FrameCosts measureJob(const RenderJob& job, const RenderOptions& options);
+
 // The options of the command as they were given, but those named ("--frames").
 std::vector<std::string> givenOptions(const CLI::App& command,
                                       std::initializer_list<std::string> leftOut);

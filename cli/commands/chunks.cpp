@@ -9,7 +9,7 @@ namespace {
 
 void printChunks(const CLI::App& command, ChunkedOptions& options) {
   const RenderJob job = planChunkedJob(options);
-  const FrameCosts costs = measureFrames(job.plan, job.target, job.range, options.render.renderer);
+  const FrameCosts costs = measureJob(job, options.render);
   const std::vector<Chunk> chunks = balancedChunks(job.range, options.chunks, costs);
   const auto given = givenOptions(command, {"--chunks", "--frames", "--output"});
   for (const Chunk& chunk : chunks) {

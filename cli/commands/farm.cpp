@@ -59,8 +59,7 @@ std::string callOf(const CLI::App& command, const RenderJob& job) {
 
 FarmJob beginJob(const CLI::App& command, FarmOptions& options, FarmEngine& engine,
                  const RenderJob& job, const std::string& call) {
-  const FrameCosts costs =
-      measureFrames(job.plan, job.target, job.range, options.chunked.render.renderer);
+  const FrameCosts costs = measureJob(job, options.chunked.render);
   const int count = options.chunked.chunks > 0 ? options.chunked.chunks : engine.slots();
   const std::vector<Chunk> chunks = balancedChunks(job.range, count, costs);
   note("measured " + summaryOf(costs) + "; " + summaryOf(chunks, costs));

@@ -31,6 +31,19 @@ struct Sample {
   hostkit::World picture;
 };
 
+// As a chunk takes it, which leaves out of the input what no star depends on.
+double secondsOfStep(const ScenePlan& plan, const RendererOptions& options, int last) {
+  SceneRenderer renderer(plan, options, {.state = {}, .firstSeen = last});
+  const int first = renderer.firstFrame();
+  if (last == first) return 0;
+  const Clock::time_point start = Clock::now();
+  int frame = first;
+  for (; frame < last && secondsSince(start) < kMostSeconds / 3; ++frame) {
+    renderer.stepNext(renderer.readNext());
+  }
+  return secondsSince(start) / (frame - first);
+}
+
 double secondsToDraw(SceneRenderer& renderer, hostkit::World& picture) {
   const Clock::time_point start = Clock::now();
   renderer.renderNext(renderer.readNext(), picture);
@@ -111,27 +124,23 @@ FrameCosts measureFrames(const ScenePlan& plan, const OutputTarget& target, Fram
   const Clock::time_point start = Clock::now();
   const int frames = range.last + 1;
   FrameCosts costs;
-  costs.steps.resize(static_cast<std::size_t>(frames));
+  const double step = secondsOfStep(plan, options, range.last);
+  costs.preroll = step * plan.scene.preroll;
+  costs.steps.assign(static_cast<std::size_t>(frames), step);
   costs.draws.resize(static_cast<std::size_t>(frames));
 
+  const Clock::time_point starting = Clock::now();
   SceneRenderer renderer(plan, options);
-  costs.startUp = secondsSince(start);
+  costs.startUp = secondsSince(starting);
   const std::size_t fit = kMostSampleBytes / worldFor(plan).bytes().size();
   const int wanted = std::min(std::clamp(static_cast<int>(fit), 2, kMostSamples), (frames + 1) / 2);
   std::vector<Sample> samples;
-  int stretch = -plan.scene.preroll;  // where the steps up to the next sample began, and when
-  Clock::time_point since = Clock::now();
-  for (int frame = stretch; frame < frames; ++frame) {
+  for (int frame = renderer.firstFrame(); frame < frames; ++frame) {
     const bool isLate = secondsSince(start) > kMostSeconds;
     const long long next = (2LL * static_cast<int>(samples.size()) + 1) * frames / (2 * wanted);
     if (frame < next && !isLate) {
       renderer.stepNext(renderer.readNext());
       continue;
-    }
-    if (frame > stretch) {
-      const double step = secondsSince(since) / (frame - stretch);
-      std::fill(costs.steps.begin() + std::max(stretch, 0), costs.steps.end(), step);
-      if (samples.empty()) costs.preroll = step * plan.scene.preroll;
     }
     hostkit::World picture = renderer.newOutput();
     double seconds = secondsToDraw(renderer, picture);
@@ -142,8 +151,6 @@ FrameCosts measureFrames(const ScenePlan& plan, const OutputTarget& target, Fram
     }
     samples.push_back({frame, seconds, std::move(picture)});
     if (isLate || static_cast<int>(samples.size()) == wanted) break;
-    stretch = frame + 1;
-    since = Clock::now();
   }
 
   // Encoding is done by whichever processors are free.
