@@ -86,15 +86,15 @@ std::string placeOfIndex(const OutputTarget& target) {
   return target.format == OutputFormat::kMp4 ? " -movflags +faststart" : "";
 }
 
-// Times that go on over the seams of parts. One container rounds times to milliseconds, each part
-// for itself; in the other, clips of one or two pictures do without the lead of two that longer
-// ones have for pictures sent before their turn.
+// Times that begin at 0, also where the sound of the parts, which is left behind, begins a little
+// earlier, and that go on over their seams. One container rounds times to milliseconds, each part
+// for itself; in another, clips of one or two pictures do without the lead of two that longer ones
+// have for pictures sent before their turn.
 std::string timesOverSeams(OutputFormat format, scene::FrameRate rate) {
   const std::string ticks =
       "*" + std::to_string(rate.seconds) + "/" + std::to_string(rate.frames) + "/TB";
-  if (format == OutputFormat::kMov) return "";
-  if (format == OutputFormat::kWebm) return " -bsf:v setts=ts=round(N" + ticks + ")";
-  return " -bsf:v setts=pts=PTS:dts=(N-2)" + ticks;
+  if (format == OutputFormat::kMp4) return " -bsf:v setts=pts=PTS-STARTPTS:dts=(N-2)" + ticks;
+  return " -bsf:v setts=ts=round(N" + ticks + ")";
 }
 
 std::string containerOptions(const OutputTarget& target) {

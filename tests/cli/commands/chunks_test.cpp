@@ -130,6 +130,7 @@ TEST_F(ChunksTest, SoundIsThatOfOneRender) {
     ASSERT_EQ(result.exitCode, 0) << result.err;
     EXPECT_FALSE(soundOf("one" + end).empty());
     EXPECT_EQ(soundOf("j" + end), soundOf("one" + end));
+    EXPECT_EQ(pictures("j" + end).times, pictures("one" + end).times) << end;
   }
   std::filesystem::rename(path("in.mov"), path("away.mov"));
   EXPECT_NE(refusal("join", "a.mov b.mov -o lost.mov")
