@@ -67,6 +67,12 @@ void join(const JoinOptions& options) {
   for (const std::string& file : options.parts) parts.push_back(readPart(file));
   const OutputTarget target = targetLike(parts.front(), options);
   checkOutputFile(target.path, options.overwrite);
+  for (const PartFile& part : parts) {
+    std::error_code isNew;
+    if (std::filesystem::equivalent(part.path, target.path, isNew)) {
+      throw UsageError("the output " + target.name() + " is one of the parts");
+    }
+  }
   const FrameRange range = sortAndCheckParts(parts);
   const ClipPart& part = parts.front().part;
   checkThatNoneIsMissing(options, part, range);

@@ -163,6 +163,8 @@ TEST_F(ChunksTest, PartsThatDoNotFitAreRefusedByName) {
   EXPECT_NE(join("whole.mov").find("\"whole.mov\" does not say which part"), std::string::npos);
   std::filesystem::resize_file(path("6-11.mov"), 3000);
   EXPECT_NE(join("0-4.mov 6-11.mov").find("6-11.mov"), std::string::npos);
+  EXPECT_NE(refusal("join", "0-4.mov 5-6.mov -o 5-6.mov --overwrite").find("one of the parts"),
+            std::string::npos);
   EXPECT_NE(refusal("join", "0-4.mov -o o.mp4").find("another kind"), std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(path("o.mov")));
 
