@@ -179,13 +179,8 @@ void farm(const CLI::App& command, FarmOptions& options) {
   if (options.resume) output.skipExisting = !output.overwrite || isThere;
   if (isThere) output.overwrite = false;
   const RenderJob job = planChunkedJob(options.chunked);
-  const std::filesystem::path folder = FarmJob::folderFor(job.target);
   const std::string call = callOf(command, job);
-  if (!isThere && std::filesystem::exists(folder)) {
-    throw WorkError(job.target.name() +
-                    " is being rendered, or was left unfinished: --resume goes on, and removing " +
-                    inQuotes(folder.string()) + " begins anew");
-  }
+  if (!isThere) FarmJob::checkThatNoneIsThere(job.target);
   if (!isThere && job.frames.empty()) {
     note("all frames of " + job.target.name() + " are there already");
     return;

@@ -1,6 +1,10 @@
 #include "cli/farm/farm_job.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <fstream>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -99,6 +103,12 @@ int framesInLog(const std::filesystem::path& log) {
   return scene::parseInteger(text.substr(start, text.find(' ', start) - start)).value_or(0);
 }
 
+[[noreturn]] void refuse(const OutputTarget& output) {
+  throw WorkError(output.name() +
+                  " is being rendered, or was left unfinished: --resume goes on, and removing " +
+                  inQuotes(FarmJob::folderFor(output).string()) + " begins anew");
+}
+
 }  // namespace
 
 FarmJob::FarmJob(OutputTarget output, Depth depth, std::string call, std::vector<FrameRange> chunks)
@@ -123,17 +133,25 @@ OutputTarget FarmJob::partsOf(const OutputTarget& output) {
   return parts;
 }
 
+void FarmJob::checkThatNoneIsThere(const OutputTarget& output) {
+  if (std::filesystem::exists(folderFor(output))) refuse(output);
+}
+
 FarmJob FarmJob::begin(const OutputTarget& output, Depth depth, const FarmPlan& plan) {
   FarmJob job(output, depth, plan.call, plan.chunks);
   const std::filesystem::path& folder = job.folder_;
+  std::error_code error;
+  std::filesystem::create_directories(folder.parent_path(), error);
+  // Only one of several processes makes it.
+  if (!error && !std::filesystem::create_directory(folder, error) && !error) refuse(output);
   for (const char* const name : {"logs", "parts"}) {
-    std::error_code error;
-    std::filesystem::create_directories(folder / name, error);
-    if (error) {
-      throw WorkError("cannot write the folder " + inQuotes(folder.string()) + ": " +
-                      error.message());
-    }
+    if (!error) std::filesystem::create_directory(folder / name, error);
   }
+  if (error) {
+    throw WorkError("cannot write the folder " + inQuotes(folder.string()) + ": " +
+                    error.message());
+  }
+  job.take();
   writeText(folder / "commands", linesOf(plan.commands));
   writeText(job.chunkScript(), chunkScriptFor(plan, folder));
   writeText(job.finishScript(), finishScriptFor(plan, folder));
@@ -149,11 +167,22 @@ FarmJob FarmJob::resume(const OutputTarget& output, Depth depth) {
     const Json json = Json::parse(readText(file));
     std::vector<FrameRange> chunks;
     for (const Json& chunk : json.at("chunks")) chunks.push_back({chunk.at(0), chunk.at(1)});
-    if (!chunks.empty()) return {output, depth, json.at("call"), std::move(chunks)};
+    if (!chunks.empty()) {
+      FarmJob job(output, depth, json.at("call"), std::move(chunks));
+      job.take();
+      return job;
+    }
   } catch (const Json::exception&) {
   }
   throw WorkError("cannot go on from " + inQuotes(file.string()) +
                   ", which is damaged; remove its folder and begin anew");
+}
+
+// Locks end with their process, however it ends. Some shared disks know none.
+void FarmJob::take() {
+  taken_ = FileDescriptor(open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (flock(taken_.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
+  throw WorkError(output_.name() + " is being rendered by another \"brisel farm\"");
 }
 
 bool FarmJob::isDone(int number) const {

@@ -9,6 +9,7 @@
 #include "cli/media/frame_range.h"
 #include "cli/media/output_target.h"
 #include "cli/pictures/frame.h"
+#include "cli/support/file_descriptor.h"
 
 namespace cli {
 
@@ -30,10 +31,14 @@ class FarmJob {
   // Where the chunks go that are clips: into that folder.
   static OutputTarget partsOf(const OutputTarget& output);
 
-  // Writes the folder. Throws WorkError when that does not work.
+  // Throws WorkError where it is there.
+  static void checkThatNoneIsThere(const OutputTarget& output);
+
+  // Writes the folder, which no other process may then take. Throws WorkError when that does not
+  // work, or another one was first.
   static FarmJob begin(const OutputTarget& output, Depth depth, const FarmPlan& plan);
 
-  // Reads it. Throws WorkError when it holds no such thing.
+  // Reads it. Throws WorkError when it holds no such thing, or another process has taken it.
   static FarmJob resume(const OutputTarget& output, Depth depth);
 
   const std::string& call() const { return call_; }
@@ -70,6 +75,7 @@ class FarmJob {
  private:
   FarmJob(OutputTarget output, Depth depth, std::string call, std::vector<FrameRange> chunks);
 
+  void take();
   bool isDone(int number) const;
   int framesDoneOf(std::size_t index);
 
@@ -79,6 +85,7 @@ class FarmJob {
   std::string call_;
   std::vector<FrameRange> chunks_;
   std::vector<int> done_;  // frames of each chunk, as far as was looked
+  FileDescriptor taken_;   // the folder, locked as long as this is open
 };
 
 }  // namespace cli

@@ -233,8 +233,12 @@ TEST_F(ChunksTest, AnInterruptedFarmEndsItsProcessesAndIsResumed) {
   EXPECT_EQ(
       std::ranges::count_if(left, [](const std::string& name) { return name.ends_with(".part"); }),
       0);
-  const CommandResult resumed =
-      command("farm", "s.toml --engine local -n 2 --resume --size 1280x720 -o f_%03d.png");
+  const std::string resume = "s.toml --engine local -n 2 --resume --size 1280x720 -o f_%03d.png";
+  const CommandResult taken =
+      run(tests::words("flock .f__03d.png.farm " BRISEL_PROGRAM " farm " + resume));
+  EXPECT_EQ(taken.exitCode, 1);
+  EXPECT_EQ(taken.err, "brisel: \"f_%03d.png\" is being rendered by another \"brisel farm\"\n");
+  const CommandResult resumed = command("farm", resume);
   ASSERT_EQ(resumed.exitCode, 0) << resumed.err;
   renders("s.toml -o g_%03d.png --size 1280x720");
   for (int i = 0; i < 12; ++i) {
