@@ -103,6 +103,11 @@ int framesInLog(const std::filesystem::path& log) {
   return scene::parseInteger(text.substr(start, text.find(' ', start) - start)).value_or(0);
 }
 
+void checkMade(const std::filesystem::path& folder, const std::error_code& error) {
+  if (!error) return;
+  throw WorkError("cannot write the folder " + inQuotes(folder.string()) + ": " + error.message());
+}
+
 [[noreturn]] void refuse(const OutputTarget& output) {
   throw WorkError(output.name() +
                   " is being rendered, or was left unfinished: --resume goes on, and removing " +
@@ -144,21 +149,29 @@ FarmJob FarmJob::begin(const OutputTarget& output, Depth depth, const FarmPlan& 
   std::filesystem::create_directories(folder.parent_path(), error);
   // Only one of several processes makes it.
   if (!error && !std::filesystem::create_directory(folder, error) && !error) refuse(output);
+  checkMade(folder, error);
+  try {
+    job.take();
+    job.write(plan);
+  } catch (...) {  // half of it could not be gone on with
+    std::filesystem::remove_all(folder, error);
+    throw;
+  }
+  return job;
+}
+
+void FarmJob::write(const FarmPlan& plan) const {
   for (const char* const name : {"logs", "parts"}) {
-    if (!error) std::filesystem::create_directory(folder / name, error);
+    std::error_code error;
+    std::filesystem::create_directory(folder_ / name, error);
+    checkMade(folder_ / name, error);
   }
-  if (error) {
-    throw WorkError("cannot write the folder " + inQuotes(folder.string()) + ": " +
-                    error.message());
-  }
-  job.take();
-  writeText(folder / "commands", linesOf(plan.commands));
-  writeText(job.chunkScript(), chunkScriptFor(plan, folder));
-  writeText(job.finishScript(), finishScriptFor(plan, folder));
+  writeText(folder_ / "commands", linesOf(plan.commands));
+  writeText(chunkScript(), chunkScriptFor(plan, folder_));
+  writeText(finishScript(), finishScriptFor(plan, folder_));
   Json chunks = Json::array();
   for (const FrameRange chunk : plan.chunks) chunks.push_back({chunk.first, chunk.last});
-  writeText(folder / "job.json", Json{{"call", plan.call}, {"chunks", chunks}}.dump(1) + "\n");
-  return job;
+  writeText(folder_ / "job.json", Json{{"call", plan.call}, {"chunks", chunks}}.dump(1) + "\n");
 }
 
 FarmJob FarmJob::resume(const OutputTarget& output, Depth depth) {

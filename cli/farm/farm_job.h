@@ -76,6 +76,7 @@ class FarmJob {
   FarmJob(OutputTarget output, Depth depth, std::string call, std::vector<FrameRange> chunks);
 
   void take();
+  void write(const FarmPlan& plan) const;
   bool isDone(int number) const;
   int framesDoneOf(std::size_t index);
 

@@ -195,6 +195,11 @@ TEST_F(ChunksTest, AFarmOnThisMachineMakesWhatOneRenderMakes) {
 
 TEST_F(ChunksTest, AFarmSaysWhatFailedAndGoesOnFromThere) {
   renders("s.toml -o one_%02d.png");
+  const CommandResult nothing = run({"sh", "-c",
+                                     "(ulimit -f 0; " BRISEL_PROGRAM
+                                     " farm s.toml --engine local -o f_%02d.png 2>&1) | cat"});
+  EXPECT_NE(nothing.out.find(".farm/commands\": File too large"), std::string::npos) << nothing.out;
+  EXPECT_FALSE(std::filesystem::exists(path(".f__02d.png.farm")));
   // Files may have no more than so many blocks of 512 bytes, which a picture has not enough of.
   const CommandResult full =
       run({"sh", "-c",
