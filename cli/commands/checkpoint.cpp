@@ -62,8 +62,7 @@ void writeStates(const CheckpointOptions& options) {
     }
     if (const std::string damage = renderer.damage(); !damage.empty()) {
       if (!plan.reading.tolerateDamage) {
-        throw WorkError(damage + "; " + inQuotes(pattern) +
-                        " was written all the same, which --tolerate-damage accepts");
+        throw WorkError(damage + "; " + inQuotes(pattern) + kWrittenAllTheSame);
       }
       warn(damage);
     }

@@ -196,7 +196,9 @@ void farm(const CLI::App& command, FarmOptions& options) {
     throw Interrupted("interrupted; " + engine->leave());
   }
   for (const std::string& word : farm.words()) std::fprintf(stderr, "%s\n", word.c_str());
+  const std::string damage = farm.damage();
   farm.remove();
+  if (!damage.empty()) throw WorkError(damage + "; " + job.target.name() + kWrittenAllTheSame);
 }
 
 }  // namespace

@@ -41,8 +41,7 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
   const std::string damage = renderer.damage();
   if (damage.empty()) return;
   if (!options.overrides.reading.tolerateDamage) {
-    throw WorkError(damage + "; " + target.name() +
-                    " was written all the same, which --tolerate-damage accepts");
+    throw WorkError(damage + "; " + target.name() + kWrittenAllTheSame);
   }
   warn(damage);
 }

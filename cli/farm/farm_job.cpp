@@ -229,7 +229,7 @@ std::vector<std::string> FarmJob::words() const {
     std::istringstream lines(readText(folder_ / "logs" / std::to_string(number)));
     std::set<std::string> said;
     for (std::string line; std::getline(lines, line);) {
-      if (line.starts_with("brisel: ")) said.insert(line);
+      if (line.starts_with("brisel: ") && !line.ends_with(kWrittenAllTheSame)) said.insert(line);
     }
     for (const std::string& line : said) ++logsWith[line];
   }
@@ -244,6 +244,18 @@ std::vector<std::string> FarmJob::words() const {
     }
   }
   return words;
+}
+
+std::string FarmJob::damage() const {
+  for (std::size_t number = 1; number <= chunks_.size(); ++number) {
+    std::istringstream lines(readText(folder_ / "logs" / std::to_string(number)));
+    for (std::string line; std::getline(lines, line);) {
+      if (!line.starts_with("brisel: ") || !line.ends_with(kWrittenAllTheSame)) continue;
+      const std::size_t start = line.find(' ') + 1;
+      return line.substr(start, line.rfind("; \"") - start);  // the rest names the chunk
+    }
+  }
+  return {};
 }
 
 // Frames of a chunk appear in order, so that only the next one has to be looked for.

@@ -53,6 +53,8 @@ class FarmJob {
   // What a render of all would have said: failures that a second try has mended, and notes and
   // warnings that hold for every chunk.
   std::vector<std::string> words() const;
+  // What a chunk said of a damaged input, which another try does not mend; empty where none did.
+  std::string damage() const;
 
   std::filesystem::path chunkScript() const { return folder_ / "chunk.sh"; }
   std::filesystem::path finishScript() const { return folder_ / "finish.sh"; }

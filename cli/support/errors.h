@@ -9,4 +9,7 @@ using scene::inQuotes;
 using scene::UsageError;
 using scene::WorkError;
 
+// Ends a message about a damaged input, after which all of the output is there.
+constexpr char kWrittenAllTheSame[] = " was written all the same, which --tolerate-damage accepts";
+
 }  // namespace cli

@@ -222,6 +222,21 @@ TEST_F(ChunksTest, AFarmSaysWhatFailedAndGoesOnFromThere) {
   EXPECT_FALSE(std::filesystem::exists(path(".f__02d.png.farm")));
 }
 
+TEST_F(ChunksTest, AFarmFailsForADamagedInputAsARenderDoes) {
+  ffmpeg("-f lavfi -i testsrc2=s=64x36 -frames:v 12 -pix_fmt yuv420p in.mp4");
+  std::string bytes = read("in.mp4");
+  bytes.replace((bytes.find("mdat") + bytes.size()) / 2, 300, 300, 'x');
+  write("in.mp4", bytes);
+  const CommandResult result =
+      command("farm", "s.toml -i in.mp4 --engine local -n 2 -o f_%02d.png");
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_NE(result.err.find("brisel: the input \"in.mp4\" is damaged: "), std::string::npos)
+      << result.err;
+  EXPECT_NE(result.err.find("\"f_%02d.png\" was written all the same"), std::string::npos);
+  EXPECT_EQ(result.err.find("mended"), std::string::npos) << result.err;
+  EXPECT_FALSE(std::filesystem::exists(path(".f__02d.png.farm")));
+}
+
 TEST_F(ChunksTest, AnInterruptedFarmEndsItsProcessesAndIsResumed) {
   write("s.toml", std::string(read("s.toml")) + "\"Maximum number of stars\" = 2000\n");
   const pid_t farm = start({BRISEL_PROGRAM, "farm", "s.toml", "--engine", "local", "-n", "2", "-o",
