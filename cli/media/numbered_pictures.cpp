@@ -70,7 +70,8 @@ std::optional<NumberPattern> numberPatternOf(const std::string& name) {
   if (end == name.npos || name[end] != 'd') return std::nullopt;
   const std::string width = name.substr(percent + 1, end - percent - 1);
   if (width.size() > 2) return std::nullopt;
-  return takes(percent, end + 1 - percent, width.empty() ? 1 : std::max(1, std::stoi(width)));
+  const int digits = width.empty() ? 1 : std::max(1, std::stoi(width));
+  return takes(percent, end + 1 - percent, static_cast<std::size_t>(digits));
 }
 
 NumberedPictures picturesNamed(const std::filesystem::path& folder, const NumberPattern& pattern) {

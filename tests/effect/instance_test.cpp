@@ -200,7 +200,8 @@ TEST(Instance, StarsChangeWithTheInputWhereTheValuesSayThatTheyReadIt) {
     values.setNumber(kStandardPath, 1 + choice % 8);
     values.setNumber(kPath, choice / 8 % 2);
     values.setNumber(kSizeDependOnSource, choice / 16 % 2);
-    values.setNumber(kColorSchema, 1 + choice / 32);
+    const int schema = 1 + choice / 32;
+    values.setNumber(kColorSchema, schema);
     EXPECT_EQ(after(values, blank) != after(values, striped), starsReadInput(values)) << choice;
   }
 }
