@@ -18,19 +18,15 @@ struct JoinOptions {
   bool noAudio = false;
 };
 
-std::string inText(FrameRange range) {
-  return std::to_string(range.first) + "-" + std::to_string(range.last);
-}
-
 // A part at either end may have been forgotten.
 void checkThatNoneIsMissing(const JoinOptions& options, const ClipPart& part, FrameRange joined) {
   const FrameRange wanted =
       options.frames.empty() ? FrameRange{0, part.frames - 1} : parseFrameRange(options.frames);
   if (wanted.first == joined.first && wanted.last == joined.last) return;
-  const std::string held = "the parts hold the frames " + inText(joined);
-  if (!options.frames.empty()) throw WorkError(held + ", not " + inText(wanted));
-  throw WorkError(held + ", but the scene has " + inText(wanted) + "; give --frames " +
-                  inText(joined) + " if these are meant");
+  const std::string held = "the parts hold the frames " + rangeText(joined);
+  if (!options.frames.empty()) throw WorkError(held + ", not " + rangeText(wanted));
+  throw WorkError(held + ", but the scene has " + rangeText(wanted) + "; give --frames " +
+                  rangeText(joined) + " if these are meant");
 }
 
 OutputTarget targetLike(const PartFile& part, const JoinOptions& options) {

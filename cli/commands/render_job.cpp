@@ -94,18 +94,17 @@ std::string joined(const std::vector<std::string>& words) {
 // All that the clips of one render have in common.
 ClipPart partOf(const OutputTarget& target, const SceneOptions& options, const ScenePlan& plan,
                 FrameRange range, const FoundSound& sound) {
-  const auto inText = [](int number) { return std::to_string(number); };
   static const char* const kCodecs[] = {"prores4444", "qtrle", "png"};
   const bool isMov = target.format == OutputFormat::kMov;
   ClipPart part{range, plan.frames, plan.rate, {}, {}};
   part.settings = {
       {"scene", plan.scene.file.filename().string() + " of digest " + sceneDigest(plan.scene)},
       {"input", plan.scene.input.filename().string()},
-      {"size", inText(plan.size.width) + "x" + inText(plan.size.height)},
-      {"scale", "1/" + inText(plan.reduction)},
-      {"depth", inText(static_cast<int>(plan.depth))},
+      {"size", std::to_string(plan.size.width) + "x" + std::to_string(plan.size.height)},
+      {"scale", "1/" + std::to_string(plan.reduction)},
+      {"depth", std::to_string(static_cast<int>(plan.depth))},
       {"quality", plan.scene.highQuality ? "high" : "low"},
-      {"preroll", inText(plan.scene.preroll)},
+      {"preroll", std::to_string(plan.scene.preroll)},
       {"--preset", joined(options.presets)},
       {"--set", joined(options.settings)},
       {"codec", isMov ? kCodecs[static_cast<int>(target.codec)] : ""},

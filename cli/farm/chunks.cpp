@@ -107,10 +107,6 @@ std::string summaryOf(const std::vector<Chunk>& chunks, const FrameCosts& costs)
   return text;
 }
 
-std::string rangeText(FrameRange range) {
-  return std::to_string(range.first) + "-" + std::to_string(range.last);
-}
-
 std::string outputOfChunk(const OutputTarget& target, FrameRange chunk, int last) {
   if (target.holdsPictures()) return target.path.string();
   const std::size_t digits = std::max<std::size_t>(4, std::to_string(last).size());

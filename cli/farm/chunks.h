@@ -22,9 +22,6 @@ std::vector<Chunk> balancedChunks(FrameRange range, int count, const FrameCosts&
 // "the dearest chunk takes about 3.1 s, all frames in one go 41.2 s".
 std::string summaryOf(const std::vector<Chunk>& chunks, const FrameCosts& costs);
 
-// The range as --frames takes it.
-std::string rangeText(FrameRange range);
-
 // Where a chunk goes: to the same numbered pictures, or to a clip of its own with the range in its
 // name, by which they sort. `last` is the scene's last frame.
 std::string outputOfChunk(const OutputTarget& target, FrameRange chunk, int last);

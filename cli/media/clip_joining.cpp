@@ -40,10 +40,9 @@ void checkThatSettingsAgree(const PartFile& one, const PartFile& other) {
     if (settings[i] == others[i]) continue;
     refuse(settings[i].first, one, settings[i].second, other, others[i].second);
   }
-  const auto inText = [](int number) { return std::to_string(number); };
   if (one.part.frames != other.part.frames) {
-    refuse("scene's number of frames", one, inText(one.part.frames), other,
-           inText(other.part.frames));
+    refuse("scene's number of frames", one, std::to_string(one.part.frames), other,
+           std::to_string(other.part.frames));
   }
   if (one.part.rate != other.part.rate) {
     refuse("frame rate", one, one.part.rate.text(), other, other.part.rate.text());

@@ -16,4 +16,8 @@ FrameRange parseFrameRange(const std::string& text) {
   return {*first, *last};
 }
 
+std::string rangeText(FrameRange range) {
+  return std::to_string(range.first) + "-" + std::to_string(range.last);
+}
+
 }  // namespace cli

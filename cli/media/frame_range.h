@@ -16,4 +16,7 @@ struct FrameRange {
 // "A-B" or "A". Throws UsageError unless 0 <= A <= B.
 FrameRange parseFrameRange(const std::string& text);
 
+// "A-B", as that is read.
+std::string rangeText(FrameRange range);
+
 }  // namespace cli

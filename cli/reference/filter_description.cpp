@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "frei0r/built_in_presets.h"
+#include "scene/parameter_values.h"
 
 namespace cli {
 namespace {
@@ -53,7 +54,7 @@ FilterSettings::Setting settingOf(const FilterParameter& parameter, const brisel
     case FilterParameter::Kind::Text:
       break;
   }
-  const auto items = brisel::popupItems(brisel::parameterSpec(parameter.index));
+  const auto items = scene::itemsOf(brisel::parameterSpec(parameter.index));
   return std::string(items[static_cast<std::size_t>(number) - 1]);
 }
 
@@ -80,7 +81,7 @@ std::string DescribedParameter::comment() const {
   for (const std::string& group : groups) comment += group + ": ";
   comment += text.description;
   if (text.items.empty()) return comment;
-  for (const std::string_view item : brisel::popupItems(*spec)) {
+  for (const std::string& item : scene::itemsOf(*spec)) {
     comment += "\n" + std::string(item) + ": " + text.items.at(std::string(item));
   }
   return comment;

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "cli/reference/filter_description.h"
+#include "scene/parameter_values.h"
 
 namespace cli {
 namespace {
@@ -32,7 +33,7 @@ std::string presetsArguments() {
 std::string popupArguments(const brisel::ParameterSpec& spec) {
   std::string text = "editor=combobox exptype=default cbopts=";
   int number = 0;
-  for (const std::string_view item : brisel::popupItems(spec)) {
+  for (const std::string& item : scene::itemsOf(spec)) {
     if (number != 0) text += ',';
     text += argument(item) + ':' + std::to_string(++number);
   }

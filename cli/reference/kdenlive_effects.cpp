@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "cli/reference/filter_description.h"
+#include "scene/parameter_values.h"
 
 namespace cli {
 namespace {
@@ -69,7 +70,7 @@ void addList(pugi::xml_node node, const std::string& value, const std::string& v
 
 void addPopup(pugi::xml_node node, const DescribedParameter& described, const std::string& value) {
   std::string values, shown;
-  for (const std::string_view item : brisel::popupItems(*described.spec)) {
+  for (const std::string& item : scene::itemsOf(*described.spec)) {
     append(values, item, ';');
     append(shown, item, ',');
   }

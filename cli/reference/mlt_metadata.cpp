@@ -2,6 +2,7 @@
 #include <sstream>
 
 #include "cli/reference/filter_description.h"
+#include "scene/parameter_values.h"
 
 namespace cli {
 namespace {
@@ -53,7 +54,7 @@ void addParameter(std::ostream& yaml, const DescribedParameter& described,
     yaml << "    animation: yes\n    widget: spinner\n";
   } else if (parameter.kind == FilterParameter::Kind::Text && described.spec != nullptr) {
     yaml << "    values:\n";
-    for (const std::string_view item : brisel::popupItems(*described.spec)) {
+    for (const std::string& item : scene::itemsOf(*described.spec)) {
       yaml << "      - " << inYamlQuotes(item) << '\n';
     }
     yaml << "    widget: combo\n";

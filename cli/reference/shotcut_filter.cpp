@@ -2,6 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/reference/filter_description.h"
+#include "scene/parameter_values.h"
 
 namespace cli {
 namespace {
@@ -46,7 +47,7 @@ void describeText(Json& row, const DescribedParameter& described, const std::str
   row["initial"] = initial;
   if (described.spec != nullptr) {
     row["kind"] = "list";
-    row["values"] = row["shown"] = brisel::popupItems(*described.spec);
+    row["values"] = row["shown"] = scene::itemsOf(*described.spec);
   } else if (described.parameter == &brisel::filterParameters()[brisel::kPresetsParameter]) {
     row["kind"] = "list";
     row["values"] = row["shown"] = Json::array();

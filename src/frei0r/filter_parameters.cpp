@@ -1,8 +1,11 @@
 #include "frei0r/filter_parameters.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
+
+#include "scene/parameter_values.h"
+#include "scene/text/nearest_name.h"
+#include "scene/text/numbers.h"
 
 namespace brisel {
 namespace {
@@ -77,7 +80,7 @@ std::string sliderText(const ParameterSpec& spec) {
 std::string itemsText(const ParameterSpec& spec) {
   std::string text = "The text or number of an item: ";
   int number = 0;
-  for (const std::string_view item : popupItems(spec)) {
+  for (const std::string& item : scene::itemsOf(spec)) {
     if (number != 0) text += ", ";
     text += std::to_string(++number) + " ";
     text += item;
@@ -136,13 +139,6 @@ std::vector<FilterParameter> makeList() {
   return list;
 }
 
-bool isSame(std::string_view one, std::string_view other) {
-  const auto lower = [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  };
-  return std::ranges::equal(one, other, {}, lower, lower);
-}
-
 }  // namespace
 
 std::span<const FilterParameter> filterParameters() {
@@ -172,26 +168,13 @@ double effectNumber(const FilterParameter& parameter, double hostNumber) {
   return withinRange(spec, number);
 }
 
-std::vector<std::string_view> popupItems(const ParameterSpec& spec) {
-  std::vector<std::string_view> items;
-  for (std::string_view rest = spec.items;;) {
-    const std::size_t bar = rest.find('|');
-    items.push_back(rest.substr(0, bar));
-    if (bar == rest.npos) return items;
-    rest.remove_prefix(bar + 1);
-  }
-}
-
-std::optional<int> popupItem(const ParameterSpec& spec, std::string_view text) {
-  const auto items = popupItems(spec);
-  const auto found = std::ranges::find_if(items, [&](auto item) { return isSame(item, text); });
+std::optional<int> popupItem(const ParameterSpec& spec, const std::string& text) {
+  const auto items = scene::itemsOf(spec);
+  const auto found = std::ranges::find(items, scene::lowerCase(text), scene::lowerCase);
   if (found != items.end()) return static_cast<int>(found - items.begin()) + 1;
-  int number = 0;
-  const char* const end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, number);
-  const bool isItem = number >= 1 && number <= static_cast<int>(items.size());
-  if (error != std::errc() || rest != end || !isItem) return std::nullopt;
-  return number;
+  const auto number = scene::parseInteger(text);
+  return number && *number >= 1 && *number <= static_cast<int>(items.size()) ? number
+                                                                             : std::nullopt;
 }
 
 }  // namespace brisel

@@ -7,7 +7,6 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "effect/parameters.h"
@@ -48,9 +47,7 @@ double hostNumber(const FilterParameter& parameter, double number);
 /// two decimals as these can tell is taken for that.
 double effectNumber(const FilterParameter& parameter, double hostNumber);
 
-std::vector<std::string_view> popupItems(const ParameterSpec& spec);
-
 /// The item, from 1, that a text or a number in it stands for, whatever its capitals.
-std::optional<int> popupItem(const ParameterSpec& spec, std::string_view text);
+std::optional<int> popupItem(const ParameterSpec& spec, const std::string& text);
 
 }  // namespace brisel

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "frei0r/filter_parameters.h"
+#include "scene/parameter_values.h"
 
 namespace brisel {
 namespace {
@@ -29,7 +30,7 @@ FilterSettings::Setting initialSetting(const FilterParameter& parameter) {
     case Kind::Text:
       break;
   }
-  return std::string(popupItems(spec)[static_cast<std::size_t>(number) - 1]);
+  return scene::itemsOf(spec)[static_cast<std::size_t>(number) - 1];
 }
 
 /// The effect's number, or an item; nothing for a color or a text that is no item.
