@@ -1,0 +1,67 @@
+#!/usr/bin/python3
+"""Prints a table of the lines and branches that ran, by folder, and the lines that did not.
+
+usage: coverage_table.py FILE.lcov [FOLDER ...]
+"""
+
+import collections
+import pathlib
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+
+
+def read(path):
+    """Of each file, how often each of its lines and branches ran."""
+    files = {}
+    for record in path.read_text().splitlines():
+        kind, _, rest = record.partition(":")
+        if kind == "SF":
+            lines, branches = files.setdefault(
+                str(pathlib.Path(rest).resolve().relative_to(ROOT)), ({}, {}))
+        elif kind == "DA":
+            line, count = rest.split(",")[:2]
+            lines[int(line)] = max(lines.get(int(line), 0), int(count))
+        elif kind == "BRDA":  # once for each instance of a template
+            *branch, count = rest.split(",")
+            count = 0 if count == "-" else int(count)
+            branches[tuple(branch)] = max(branches.get(tuple(branch), 0), count)
+    return files
+
+
+def ranges(numbers):
+    """As "3-5 9"."""
+    parts = []
+    for number in numbers:
+        if parts and parts[-1][1] == number - 1:
+            parts[-1][1] = number
+        else:
+            parts.append([number, number])
+    return " ".join(str(a) if a == b else f"{a}-{b}" for a, b in parts)
+
+
+def share(ran, all_of):
+    return f"{100 * ran / all_of:7.1f} %" if all_of else f"{'-':>9}"
+
+
+def main():
+    files = read(pathlib.Path(sys.argv[1]))
+    wanted = [folder.rstrip("/") + "/" for folder in sys.argv[2:]]
+    rooms = collections.defaultdict(lambda: [0, 0, 0, 0])
+    for name, counts in sorted(files.items()):
+        room = "/".join(name.split("/")[:2]) if name.startswith(("src/", "cli/")) else name.split("/")[0]
+        for key in (room if not room.endswith(".cpp") else "cli", "all"):
+            for i, counted in enumerate(counts):
+                rooms[key][2 * i] += sum(count > 0 for count in counted.values())
+                rooms[key][2 * i + 1] += len(counted)
+        missed = [line for line, count in sorted(counts[0].items()) if count == 0]
+        if missed and name.startswith(tuple(wanted)) and wanted:
+            print(f"{name}: {ranges(missed)}")
+    print(f"{'folder':<16} {'lines':>7} {'reached':>9} {'branches':>9} {'reached':>9}")
+    for room in [*sorted(set(rooms) - {"all"}), "all"]:
+        lines_ran, lines, branches_ran, branches = rooms[room]
+        print(f"{room:<16} {lines:>7} {share(lines_ran, lines)} {branches:>9} {share(branches_ran, branches)}")
+
+
+if __name__ == "__main__":
+    main()
