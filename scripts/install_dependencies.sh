@@ -3,7 +3,7 @@
 # "windows" those that building for Windows and testing with Wine need, with "browser" what testing
 # the manual in one needs, with "hosts" the hosts that the frei0r filter is tested in, with "packages"
 # what checks the Debian packages, with "farm" Slurm, whose services are not started, with "clang" the
-# other compiler and its coverage tools. Needs root, or sudo.
+# other compiler, its coverage tools and what fuzzing needs. Needs root, or sudo.
 #
 #   scripts/install_dependencies.sh [windows | browser | hosts | packages | farm | clang]
 set -euo pipefail
@@ -25,7 +25,7 @@ elif [ "$*" = packages ]; then
 elif [ "$*" = farm ]; then
   packages=(munge slurmctld slurmd slurm-client)
 elif [ "$*" = clang ]; then
-  packages=(clang llvm)
+  packages=(clang libclang-rt-dev llvm)
 elif [ $# -eq 0 ]; then
   packages=(
     g++ cmake ninja-build pkg-config git dpkg-dev file

@@ -2,7 +2,6 @@
 
 #include <limits>
 #include <new>
-#include <span>
 
 #include "platform/whole_file.h"
 
@@ -90,12 +89,10 @@ BmpImage readPalette(Bytes file, const Header& header) {
 
 }  // namespace
 
-BmpImage LoadBmpFile(const char* path) {
+BmpImage parseBmpFile(std::span<const std::uint8_t> file) {
   constexpr std::size_t kHeaderBytes = 30;  // up to and including the bit count
   constexpr std::int32_t kWidest = std::numeric_limits<std::int32_t>::max() / 3;
-  const auto content = readWholeFile(path);
-  if (!content || content->size < kHeaderBytes) return {};
-  const Bytes file = content->bytes();
+  if (file.size() < kHeaderBytes) return {};
   const Header header = readHeader(file);
   if (header.width <= 0 || header.width > kWidest || header.height <= 0) return {};
   switch (header.bitCount) {
@@ -106,6 +103,11 @@ BmpImage LoadBmpFile(const char* path) {
     default:
       return {};
   }
+}
+
+BmpImage LoadBmpFile(const char* path) {
+  const auto content = readWholeFile(path);
+  return content ? parseBmpFile(content->bytes()) : BmpImage{};
 }
 
 }  // namespace brisel

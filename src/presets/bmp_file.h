@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 
 namespace brisel {
 
@@ -12,9 +13,13 @@ struct BmpImage {
   std::int32_t height = 0;
 };
 
-/// Reads a bitmap of 24 bits, or of 8 bits with a palette behind a 40-byte information header,
-/// stored bottom row first. Without pixels, and of size 0, when the file is anything else, ends
-/// early, or cannot be read or held.
+/// A bitmap of 24 bits, or of 8 bits with a palette behind a 40-byte information header, stored
+/// bottom row first. Without pixels, and of size 0, when the bytes are anything else or end early,
+/// or the image cannot be held.
+BmpImage parseBmpFile(std::span<const std::uint8_t> bytes);
+
+/// The same of the file at `path` (zero-terminated); likewise without pixels when it cannot be
+/// read.
 BmpImage LoadBmpFile(const char* path);
 
 }  // namespace brisel
