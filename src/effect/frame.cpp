@@ -32,6 +32,7 @@ struct PreparedFrame {
   PageArray<float> sourceIntensityMap;
   ContourEmitter contour;
   Emitter emitter;
+  bool isComplete = true;  // there was memory for all that the frame's stars need
 
   PreparedFrame(const Values& values, const FrameViews& views, const MaskOutline* mask)
       : settings(settingsOf(
@@ -41,8 +42,10 @@ struct PreparedFrame {
     if (settings.pathMaskId == 0) mask = nullptr;
     if (settings.standardPath == StandardPath::SourceAsRasterMask) {
       sourceIntensityMap = buildSourceIntensityMap(views.input, size);
+      isComplete = sourceIntensityMap != nullptr;
     } else if (settings.standardPath == StandardPath::ContourAlphaChannel && mask == nullptr) {
       const auto alphaMask = buildAlphaMask(views.input, size);
+      isComplete = alphaMask != nullptr;
       contour = buildContourEmitter(
           {alphaMask.get(), size.width, size.height, size.width, PixelFormat::Mask8},
           settings.resolutionScale);
@@ -66,6 +69,7 @@ void advance(PreparedFrame& frame, const FrameState& state) {
   ++state.stepCounter;
   if (settings.maximumNumberOfStars != state.capacity &&
       !resizeStars(state, settings.maximumNumberOfStars)) {
+    frame.isComplete = frame.isComplete && settings.maximumNumberOfStars <= 0;
     settings.maximumNumberOfStars = std::min(settings.maximumNumberOfStars, state.capacity);
   }
   population.stars = state.stars;
@@ -111,23 +115,25 @@ void resetState(const FrameState& state) {
   state.sprites = SpriteState{};
 }
 
-void renderFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
+bool renderFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
                  const FrameState* state) {
-  PreparedFrame frame(values, views, mask);
-  if (state != nullptr) advance(frame, *state);
   std::optional<Painter> own;
   Painter& painter = views.painter != nullptr ? *views.painter : own.emplace();
+  PreparedFrame frame(values, views, mask);
+  if (state != nullptr) advance(frame, *state);
   const ImageView& backdrop = views.backdrop.bytes != nullptr ? views.backdrop : views.input;
   painter.paint({views.output, backdrop, frame.settings.mixWithOriginal}, [&](SpriteList& sprites) {
     if (state != nullptr) compose(frame, *state, &sprites);
   });
+  return frame.isComplete;
 }
 
-void stepFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
+bool stepFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
                const FrameState& state) {
   PreparedFrame frame(values, views, mask);
   advance(frame, state);
   compose(frame, state, nullptr);
+  return frame.isComplete;
 }
 
 }  // namespace brisel

@@ -38,12 +38,14 @@ void resetState(const FrameState& state);
 /// Advances `state` by one step, and makes all pixels of the output: the stars, with the backdrop
 /// or else the input mixed in as "Mix with original" says. Without a state there are no stars.
 /// `mask` is the outline of the mask that `values` choose, or null when none is chosen; a chosen
-/// mask without an outline gives way to the Bezier. Throws std::bad_alloc.
-void renderFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
+/// mask without an outline gives way to the Bezier. Throws std::bad_alloc, and has then taken the
+/// step as a whole or not begun it. Returns false when stars are left out, as there was no memory
+/// for more, or for the map of what they are born on.
+bool renderFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
                  const FrameState* state);
 
 /// Advances the state as renderFrame does, but keeps no pixels. Of the output only the size counts.
-void stepFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
+bool stepFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
                const FrameState& state);
 
 }  // namespace brisel

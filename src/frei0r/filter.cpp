@@ -56,6 +56,7 @@ void Filter::update(double time, const std::uint32_t* clip, std::uint32_t* outpu
     clock_.tell(time);
     if (findLook()) return draw(clock_.frame(), clip, output);
   } catch (const std::bad_alloc&) {
+    lookSource_.reset();  // there may be memory for the look of the next one
     complain("there is no memory for a frame", kPasses);
   } catch (const std::exception& failure) {
     complain(failure.what(), kPasses);

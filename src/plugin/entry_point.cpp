@@ -118,7 +118,6 @@ extern "C" BRISEL_EXPORT PF_Err EntryPointFunc(PF_Cmd command, PF_InData* in, PF
   try {
     return brisel::dispatch(command, *in, *out, params, output, extra);
   } catch (...) {
-    // The only failure here is lack of memory, and a render must not report that.
-    return command == PF_Cmd_RENDER ? PF_Err_NONE : PF_Err_OUT_OF_MEMORY;
+    return PF_Err_NONE;  // the only failure here is lack of memory, of which hosts are not told
   }
 }

@@ -62,9 +62,9 @@ MessageAnswer advance(const PF_InData& in, PF_ParamDef* const* params, const Adv
   const bool isFrame =
       frame.width > 0 && frame.height > 0 && (frame.channelBits == 8 || frame.channelBits == 16);
   if (!isFrame) return MessageAnswer::BadFrame;
-  advanceFrame(in, params, {frame.width, frame.height},
-               frame.channelBits == 16 ? PixelFormat::Argb16 : PixelFormat::Argb8, sequence);
-  return MessageAnswer::Done;
+  const PixelFormat format = frame.channelBits == 16 ? PixelFormat::Argb16 : PixelFormat::Argb8;
+  const bool isComplete = advanceFrame(in, params, {frame.width, frame.height}, format, sequence);
+  return isComplete ? MessageAnswer::Done : MessageAnswer::OutOfMemory;
 }
 
 MessageAnswer save(StateMessage& to, SequenceState& sequence) {

@@ -1,6 +1,7 @@
 #include "plugin/module_folders.h"
 
 #include <cstring>
+#include <new>
 #include <string>
 
 #include "platform/module_folder.h"
@@ -29,8 +30,10 @@ ModuleFolders deriveFolders(const std::string& moduleFolder) {
   return folders;
 }
 
-ModuleFolders findFolders() {
+ModuleFolders findFolders() try {
   return deriveFolders(moduleFolder(kModuleFileName));
+} catch (const std::bad_alloc&) {
+  return {};
 }
 
 }  // namespace brisel

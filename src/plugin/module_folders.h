@@ -18,7 +18,7 @@ struct ModuleFolders {
 /// they do not fit.
 ModuleFolders deriveFolders(const std::string& moduleFolder);
 
-/// The folders of the module that is running.
+/// The folders of the module that is running; empty ones without memory, too.
 ModuleFolders findFolders();
 
 }  // namespace brisel

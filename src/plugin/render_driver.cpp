@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdio>
 #include <cstring>
 #include <utility>
 
@@ -74,8 +75,9 @@ void choosePainting(InstanceExtras* extras, const DrawingLease& drawing, FrameVi
 }
 
 /// The handle stays locked while the frame is painted: painting takes stars as they are composed,
-/// and mixes the input in while the pixels are in the cache.
-void renderSoundFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
+/// and mixes the input in while the pixels are in the cache. Returns false when there was no memory
+/// for all stars.
+bool renderSoundFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
                       PF_LayerDef& output) {
   const Values values = readValues(params);
   FrameViews views = viewsOf(in, params, outputView(output));
@@ -86,14 +88,28 @@ void renderSoundFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params
   const DrawingLease drawing(extras != nullptr ? extras->own.get() : nullptr);
   drawing.state().frameSize = {output.width, output.height};
   choosePainting(extras, drawing, views);
+  bool isComplete = true;
   if (sequence == nullptr) {
     renderFrame(values, views, mask.outline(), nullptr);
   } else {
     const FrameState state = frameStateOf(*sequence, drawing);
     if (in.current_time < 1) resetState(state);
-    renderFrame(values, views, mask.outline(), &state);
+    isComplete = renderFrame(values, views, mask.outline(), &state);
   }
   clearPadding(output);
+  return isComplete;
+}
+
+/// A host is not told of a frame for which there is no memory. A program that gave the instance a
+/// state of its own is: it would take what there is for what it asked for.
+PF_Err reportLostFrame(const PF_InData& in, PF_OutData& out) {
+  const LockedHandle locked(in, out.sequence_data);
+  const auto* sequence = static_cast<const SequenceState*>(locked.get());
+  const bool isAPrograms =
+      sequence != nullptr && sequence->extras != nullptr && sequence->extras->own != nullptr;
+  if (!isAPrograms) return PF_Err_NONE;
+  std::snprintf(out.return_msg, sizeof out.return_msg, "there is no memory for the frame");
+  return PF_Err_OUT_OF_MEMORY;
 }
 
 }  // namespace
@@ -122,15 +138,14 @@ PF_Err renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
     return PF_Err_NONE;
   }
   try {
-    renderSoundFrame(in, out, params, output);
-  } catch (...) {
+    if (renderSoundFrame(in, out, params, output)) return PF_Err_NONE;
+  } catch (...) {   // the only failure here is lack of memory
     clear(output);  // part of a frame, or none
-    throw;
   }
-  return PF_Err_NONE;
+  return reportLostFrame(in, out);
 }
 
-void advanceFrame(const PF_InData& in, PF_ParamDef* const* params, FrameSize size,
+bool advanceFrame(const PF_InData& in, PF_ParamDef* const* params, FrameSize size,
                   PixelFormat format, SequenceState& sequence) {
   const Values values = readValues(params);
   const FrameViews views = viewsOf(in, params, {nullptr, size.width, size.height, 0, format});
@@ -139,7 +154,7 @@ void advanceFrame(const PF_InData& in, PF_ParamDef* const* params, FrameSize siz
   drawing.state().frameSize = size;
   const FrameState state = frameStateOf(sequence, drawing);
   if (in.current_time < 1) resetState(state);
-  stepFrame(values, views, mask.outline(), state);
+  return stepFrame(values, views, mask.outline(), state);
 }
 
 }  // namespace brisel

@@ -12,12 +12,14 @@ namespace brisel {
 
 /// Renders into `output`. The frame follows from the stars that the last render left in the
 /// sequence data, not from the time: only a time below 1 starts afresh. Without sequence data, or
-/// when a world cannot be what it says it is, no star is painted. Never reports an error.
+/// when a world cannot be what it says it is, no star is painted. Reports an error only to
+/// a program whose instance has a state of its own: a frame that lacks stars or all, for want of
+/// memory.
 PF_Err renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params, PF_LayerDef& output);
 
 /// Takes the step of such a render into a frame of that size and format, and paints nothing.
-/// `params` holds all parameters.
-void advanceFrame(const PF_InData& in, PF_ParamDef* const* params, FrameSize size,
+/// `params` holds all parameters. Returns false when there was no memory for all stars.
+bool advanceFrame(const PF_InData& in, PF_ParamDef* const* params, FrameSize size,
                   PixelFormat format, SequenceState& sequence);
 
 /// What the instance's frames leave to the next ones; `drawing` is leased for it.

@@ -11,12 +11,20 @@
 namespace brisel {
 namespace {
 
+/// Empty when there is no memory for all of it.
+PresetList presetsOf(const ModuleFolders& folders, const char* section) try {
+  return readPresetList({folders.presetFilePath, folders.presetFolder}, section);
+} catch (const std::bad_alloc&) {
+  return {};
+}
+
+/// Null when there is no memory.
 std::unique_ptr<InstanceExtras> makeExtras() {
   const ModuleFolders& folders = moduleState().folders;
-  const PresetFolders paths{folders.presetFilePath, folders.presetFolder};
-  auto extras = std::make_unique<InstanceExtras>();
-  extras->presetLists[kEmitterPresetList] = readPresetList(paths, kEmitterSection);
-  extras->presetLists[kStarPresetList] = readPresetList(paths, kStarSection);
+  std::unique_ptr<InstanceExtras> extras(new (std::nothrow) InstanceExtras);
+  if (extras == nullptr) return nullptr;
+  extras->presetLists[kEmitterPresetList] = presetsOf(folders, kEmitterSection);
+  extras->presetLists[kStarPresetList] = presetsOf(folders, kStarSection);
   return extras;
 }
 
@@ -24,18 +32,19 @@ std::unique_ptr<InstanceExtras> makeExtras() {
 
 PF_Err createSequence(PF_InData& in, PF_OutData& out) {
   if (!hasHandleCallbacks(in)) return kNoSequenceHandle;
-  auto extras = makeExtras();
   const PF_Handle handle = in.utils->host_new_handle(sizeof(SequenceState));
   if (handle == nullptr) return kNoSequenceHandle;
+  bool created = false;
   {
     const LockedHandle locked(in, handle);
     if (locked.get() != nullptr) {
       auto* state = new (locked.get()) SequenceState;
-      state->presetListCount = kPresetListCount;
-      state->extras = extras.release();
+      state->extras = makeExtras().release();
+      state->presetListCount = state->extras != nullptr ? kPresetListCount : 0;
+      created = true;
     }
   }
-  if (extras != nullptr) {
+  if (!created) {
     in.utils->host_dispose_handle(handle);
     return kNoSequenceHandle;
   }

@@ -38,7 +38,7 @@ struct SequenceState {
   std::int32_t reserved = 0;
   float emissionAccumulator = 0.0f;
   std::int32_t presetListCount = 0;  // 2 while the lists exist
-  InstanceExtras* extras = nullptr;  // owned; null only after release
+  InstanceExtras* extras = nullptr;  // owned; null after release, or without memory for it
 };
 static_assert(sizeof(SequenceState) == 40);
 
@@ -47,7 +47,7 @@ inline constexpr PF_Err kNoSequenceHandle = -108;
 
 /// Creates the instance's state in a new handle, with the presets in the module's folder.
 /// Returns kNoSequenceHandle, and creates nothing, when the host gives no handle or refuses to lock
-/// it.
+/// it. Presets for which there is no memory are left out in silence.
 PF_Err createSequence(PF_InData& in, PF_OutData& out);
 
 /// Releases the instance's state and its handle; without one, does nothing.

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <limits>
-#include <new>
 
 #include "platform/whole_file.h"
 #include "presets/text_reader.h"
@@ -70,11 +69,7 @@ std::vector<PresetFiles> parsePresetIndex(std::span<const std::uint8_t> bytes,
                                           const std::string& presetFolder,
                                           const char* sectionName) {
   TextReader reader(bytes);
-  try {
-    return readSection(reader, presetFolder, sectionName);
-  } catch (const std::bad_alloc&) {
-    return {};
-  }
+  return readSection(reader, presetFolder, sectionName);
 }
 
 std::vector<PresetFiles> ReadPresetIndex(const PresetFolders& folders, const char* sectionName) {

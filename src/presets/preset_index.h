@@ -25,9 +25,9 @@ struct PresetFiles {
 };
 
 /// The entries of the first section of an index whose header begins with `sectionName`; none when
-/// there is no such section, or no memory for them. Their paths begin with `presetFolder`, which
+/// there is no such section. Their paths begin with `presetFolder`, which
 /// ends with a separator or is empty. An entry whose file names are broken or too long is listed
-/// without them, as it takes a place in the row.
+/// without them, as it takes a place in the row. Throws std::bad_alloc.
 std::vector<PresetFiles> parsePresetIndex(std::span<const std::uint8_t> bytes,
                                           const std::string& presetFolder, const char* sectionName);
 

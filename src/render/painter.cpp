@@ -1,6 +1,7 @@
 #include "render/painter.h"
 
 #include <cstddef>
+#include <functional>
 
 namespace brisel {
 
@@ -11,12 +12,15 @@ Painter::Painter(const PaintOptions& options)
 
 void Painter::paint(const PaintTarget& target, const std::function<void(SpriteList&)>& compose) {
   bool isFirst = true;
+  const auto paintFullList = [&] {
+    paintPortion(target, {.isFirst = isFirst, .isLast = false});
+    isFirst = false;
+  };
+  // By reference: a copy takes memory, and without it nothing would be composed.
   sprites_.begin({target.output.width, target.output.height},
-                 rowsPerBand(target.output, threadCount()), [&] {
-                   paintPortion(target, {.isFirst = isFirst, .isLast = false});
-                   isFirst = false;
-                 });
+                 rowsPerBand(target.output, threadCount()), std::ref(paintFullList));
   compose(sprites_);
+  sprites_.throwFailure();
   paintPortion(target, {.isFirst = isFirst, .isLast = true});
 }
 

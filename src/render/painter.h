@@ -31,8 +31,8 @@ class Painter {
   int threadCount() const { return workers_.threadCount(); }
 
   /// Paints all pixels of a frame: the sprites that `compose` adds to the list that it is given.
-  /// Each sprite costs what it covers of the frame. Throws std::bad_alloc and what `compose`
-  /// throws; the frame is then incomplete.
+  /// Each sprite costs what it covers of the frame. Throws what `compose` throws, and
+  /// std::bad_alloc, but then after composing has come to its end; the frame is incomplete.
   void paint(const PaintTarget& target, const std::function<void(SpriteList&)>& compose);
 
  private:

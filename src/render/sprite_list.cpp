@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <functional>
 #include <numeric>
 #include <utility>
@@ -14,12 +15,28 @@ void SpriteList::begin(FrameSize frame, std::int32_t rowsPerBand, std::function<
   frame_ = frame;
   rowShift_ = std::countr_zero(static_cast<std::uint32_t>(rowsPerBand));
   whenFull_ = std::move(whenFull);
+  failure_ = nullptr;
   sprites_.clear();
-  sprites_.reserve(kMostSprites);
   shapeCount_ = 0;
-  const std::int32_t lastBand = (frame.height - 1) >> rowShift_;
-  bands_.resize(static_cast<std::size_t>(lastBand) + 1);
-  resetBands();
+  attempt([&] {
+    sprites_.reserve(kMostSprites);
+    const std::int32_t lastBand = (frame.height - 1) >> rowShift_;
+    bands_.resize(static_cast<std::size_t>(lastBand) + 1);
+    resetBands();
+  });
+}
+
+template <class Action>
+void SpriteList::attempt(Action action) {
+  try {
+    action();
+  } catch (...) {
+    failure_ = std::current_exception();
+  }
+}
+
+void SpriteList::throwFailure() {
+  if (failure_ != nullptr) std::rethrow_exception(std::exchange(failure_, nullptr));
 }
 
 void SpriteList::resetBands() {
@@ -84,7 +101,7 @@ void SpriteList::add(const RaySpec& rays) {
   const IndexRange rows{
       first > 0.0f ? truncToInt(first) : 0,
       last < static_cast<float>(frame_.height) ? truncToInt(last) + 1 : frame_.height};
-  if (rows.empty()) return;
+  if (rows.empty() || failure_ != nullptr) return;
   const bool liesInOneBand = rows.begin >> rowShift_ == (rows.end - 1) >> rowShift_;
   if (liesInOneBand || rays.count > static_cast<float>(kMostRays))
     return keep(ListedRays{rays}, rows);
@@ -93,8 +110,10 @@ void SpriteList::add(const RaySpec& rays) {
   const std::uint32_t begin = shapeCount_;
   shapeCount_ += count;
   if (shapes_.size() < shapeCount_) {
-    shapes_.reserve(kMostRays);
-    shapes_.resize(shapeCount_);
+    attempt([&] {
+      shapes_.reserve(kMostRays);
+      shapes_.resize(shapeCount_);
+    });
   }
   keep(ListedRays{rays, begin, count}, rows);
 }
@@ -111,7 +130,7 @@ void SpriteList::keepOnGrid(const Spec& spec) {
 /// `rows` lie in the frame, or are none.
 template <class Spec>
 void SpriteList::keep(const Spec& spec, IndexRange rows, const PixelBox& box) {
-  if (rows.empty()) return;
+  if (rows.empty() || failure_ != nullptr) return;
   const std::size_t index = sprites_.size();
   sprites_.push_back({spec, box});
   const auto mark = std::uint64_t{1} << index % 64;
@@ -128,7 +147,7 @@ void SpriteList::keep(const Spec& spec, IndexRange rows, const PixelBox& box) {
 }
 
 void SpriteList::paintNow() {
-  whenFull_();
+  attempt(whenFull_);
   sprites_.clear();
   shapeCount_ = 0;
   resetBands();

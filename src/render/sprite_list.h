@@ -6,6 +6,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <variant>
 #include <vector>
@@ -48,12 +49,15 @@ class SpriteList {
   /// sprites.
   void begin(FrameSize frame, std::int32_t rowsPerBand, std::function<void()> whenFull);
 
-  /// Throws std::bad_alloc, and what `whenFull` throws.
+  /// A failure, for want of memory or of `whenFull`, is kept and not thrown: whoever composes takes
+  /// random numbers on the way and must come to the end. What is added from then on is dropped.
   void add(const DotSpec& dot);
   void add(const GlowSpec& glow);
   void add(const BlicsSpec& blics);
   void add(const CrossSpec& cross);
   void add(const RaySpec& rays);
+  /// Throws the failure that begin() or add() met, if any.
+  void throwFailure();
 
   /// The sprites in parts of which different threads may build the rays.
   std::int32_t partCount() const;
@@ -101,6 +105,9 @@ class SpriteList {
   void keepOnGrid(const Spec& spec);
   void paintNow();
   void resetBands();
+  /// Keeps what `action` throws as the frame's failure.
+  template <class Action>
+  void attempt(Action action);
 
   FrameSize frame_{};
   int rowShift_ = 0;  // rows of a band, as a power of two
@@ -109,6 +116,7 @@ class SpriteList {
   std::vector<RayShape> shapes_;  // shapeCount_ of them in use; kept, since making them takes time
   std::uint32_t shapeCount_ = 0;
   std::vector<Band> bands_;
+  std::exception_ptr failure_;  // of this frame; from then on nothing is kept
 };
 
 }  // namespace brisel

@@ -4,16 +4,26 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <new>
 
 namespace brisel {
 namespace {
 
+/// Calls again what a signal that was meant for the host has interrupted.
+template <class Call>
+auto uninterrupted(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
 class OpenFile {
  public:
   // Opening a pipe for reading would wait for its writer.
   explicit OpenFile(const char* path)
-      : descriptor_(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
+      : descriptor_(
+            uninterrupted([path] { return open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK); })) {}
   ~OpenFile() {
     if (descriptor_ >= 0) close(descriptor_);
   }
@@ -28,7 +38,7 @@ class OpenFile {
 
 bool readAll(int descriptor, std::uint8_t* to, std::size_t size) {
   while (size > 0) {
-    const ssize_t got = read(descriptor, to, size);
+    const ssize_t got = uninterrupted([&] { return read(descriptor, to, size); });
     if (got <= 0) return false;
     to += got;
     size -= static_cast<std::size_t>(got);

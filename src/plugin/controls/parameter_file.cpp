@@ -1,5 +1,6 @@
 #include "plugin/controls/parameter_file.h"
 
+#include <new>
 #include <string_view>
 
 #include "effect/presets.h"
@@ -71,7 +72,7 @@ bool store(const FileParameter& parameter, const FrameSize& frame, PF_ParamDef& 
 }  // namespace
 
 void ApplyParameterFile(const char* path, std::int32_t parameterCount, const PF_InData& in,
-                        PF_OutData& out, PF_ParamDef* const* params, FrameSize& frame) {
+                        PF_OutData& out, PF_ParamDef* const* params, FrameSize& frame) try {
   const ParameterFile file = ReadParameterFile(path, [&](std::string_view label) {
     const PF_ParamDef* param = findRecord(params, parameterCount, label);
     return param == nullptr ? 0 : numberCountOf(*param);
@@ -86,6 +87,7 @@ void ApplyParameterFile(const char* path, std::int32_t parameterCount, const PF_
     if (store(parameter, frame, *param)) param->uu.change_flags = PF_ChangeFlag_CHANGED_VALUE;
   }
   out.out_flags |= PF_OutFlag_REFRESH_UI;
+} catch (const std::bad_alloc&) {  // of the reading, before anything is stored
 }
 
 }  // namespace brisel

@@ -30,7 +30,8 @@ enum class MessageRequest : std::int32_t {
   /// depend on them.
   UsePainting = 4,
   /// Gives the instance a random generator and a drawing state of its own, and starts it afresh.
-  /// Such instances may render at once on several threads, each on one at a time.
+  /// Such instances may render at once on several threads, each on one at a time. A render without
+  /// the memory for it then answers PF_Err_OUT_OF_MEMORY, where hosts get an empty frame.
   UseOwnState = 5,
   /// u.backdrop: the image that stars are mixed with in place of the input in the next frame that
   /// is rendered, and only there. Emitters and colors still read the input.
@@ -48,7 +49,7 @@ enum class MessageAnswer : std::int32_t {
   BadThreadCount = 6,
   UnknownInstructionSet = 7,  // or one that this processor lacks
   Busy = 8,                   // another thread renders with the shared state
-  OutOfMemory = 9,            // an Advance at time 0 may have started afresh, no more
+  OutOfMemory = 9,            // an Advance may have taken its step, with fewer stars
   // Refused bytes of a saved state:
   NoSavedState = 10,  // they are something else
   OtherByteOrder = 11,
