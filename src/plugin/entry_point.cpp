@@ -6,7 +6,6 @@
 #include "core/floating_point_guard.h"
 #include "plugin/controls/panel.h"
 #include "plugin/host_parameters.h"
-#include "plugin/locked_handle.h"
 #include "plugin/messages.h"
 #include "plugin/module_state.h"
 #include "plugin/params_setup.h"
@@ -60,8 +59,8 @@ PF_Err updateParameters(const PF_InData& in, PF_ParamDef* const* params) {
 PF_Err handleEvent(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params,
                    PF_EventExtra& extra) {
   ControlEvent event{in, out, params, suppliedParameters(in, params), extra};
-  const LockedHandle locked(in, in.sequence_data);
-  const auto* sequence = static_cast<const SequenceState*>(locked.get());
+  const LockedSequence locked(in, in.sequence_data);
+  const SequenceState* sequence = locked.get();
   InstanceExtras* extras = sequence != nullptr ? sequence->extras : nullptr;
   OwnDrawing* own = extras != nullptr ? extras->own.get() : nullptr;
   ModuleState& module = moduleState();

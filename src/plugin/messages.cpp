@@ -13,7 +13,6 @@
 #include "effect/saved_state.h"
 #include "plugin/drawing_state.h"
 #include "plugin/host_parameters.h"
-#include "plugin/locked_handle.h"
 #include "plugin/message/program_message.h"
 #include "plugin/render_driver.h"
 #include "plugin/sequence_data.h"
@@ -138,8 +137,8 @@ void answerMessage(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params, v
   ProgramMessage* message = knownMessage(extra);
   if (message == nullptr) return;
   message->answer = MessageAnswer::NoInstance;
-  const LockedHandle locked(in, out.sequence_data);
-  auto* sequence = static_cast<SequenceState*>(locked.get());
+  const LockedSequence locked(in, out.sequence_data);
+  SequenceState* sequence = locked.get();
   if (sequence == nullptr || sequence->extras == nullptr) return;
   try {
     message->answer = fulfil(in, params, *message, *sequence);

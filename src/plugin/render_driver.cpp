@@ -8,7 +8,6 @@
 
 #include "effect/frame.h"
 #include "plugin/host_parameters.h"
-#include "plugin/locked_handle.h"
 #include "plugin/mask_path.h"
 #include "plugin/module_state.h"
 #include "plugin/sdk/codes.h"
@@ -82,8 +81,8 @@ bool renderSoundFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params
   const Values values = readValues(params);
   FrameViews views = viewsOf(in, params, outputView(output));
   const MaskPath mask(in, values[kPath].number);
-  const LockedHandle locked(in, out.sequence_data);
-  auto* sequence = static_cast<SequenceState*>(locked.get());
+  const LockedSequence locked(in, out.sequence_data);
+  SequenceState* sequence = locked.get();
   InstanceExtras* extras = sequence != nullptr ? sequence->extras : nullptr;
   const DrawingLease drawing(extras != nullptr ? extras->own.get() : nullptr);
   drawing.state().frameSize = {output.width, output.height};

@@ -9,6 +9,7 @@
 #include "engine/particle.h"
 #include "plugin/controls/preset_list.h"
 #include "plugin/drawing_state.h"
+#include "plugin/locked_handle.h"
 #include "plugin/sdk/in_out_data.h"
 #include "render/painter.h"
 
@@ -35,12 +36,36 @@ struct SequenceState {
   std::int32_t capacity = 0;
   std::int32_t starCount = 0;    // living stars, at most capacity
   std::int32_t stepCounter = 0;  // steps since the last reset
-  std::int32_t reserved = 0;
+  std::uint32_t seal = 0;        // LockedSequence's
   float emissionAccumulator = 0.0f;
   std::int32_t presetListCount = 0;  // 2 while the lists exist
   InstanceExtras* extras = nullptr;  // owned; null after release, or without memory for it
 };
 static_assert(sizeof(SequenceState) == 40);
+
+/// The state in a handle that stays locked for a scope.
+///
+/// The state leads to memory of this process, and projects, hosts that copy what they should
+/// flatten, and other versions may put anything into a handle. So each scope leaves a seal in the
+/// state that this module's next one finds in the same handle only if no byte changed in between.
+class LockedSequence {
+ public:
+  LockedSequence(const PF_InData& in, PF_Handle handle);
+  ~LockedSequence();
+  LockedSequence(const LockedSequence&) = delete;
+  LockedSequence& operator=(const LockedSequence&) = delete;
+
+  /// Null where LockedHandle's is, and for what this module did not leave there.
+  SequenceState* get() const { return state_; }
+
+  /// Begins a new state in a handle of at least its size. Null as LockedHandle's block.
+  SequenceState* create();
+
+ private:
+  PF_Handle handle_;
+  LockedHandle locked_;
+  SequenceState* state_ = nullptr;
+};
 
 /// What the host is told when it has no handle to give.
 inline constexpr PF_Err kNoSequenceHandle = -108;

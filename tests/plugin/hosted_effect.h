@@ -73,7 +73,7 @@ struct InstanceRecord {
   std::int32_t capacity;
   std::int32_t starCount;
   std::int32_t stepCounter;
-  std::int32_t reserved;
+  std::uint32_t seal;  // by which the module knows the record again
   float emissionAccumulator;
   std::int32_t presetListCount;
   void* presetLists;

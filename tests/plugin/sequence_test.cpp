@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <fstream>
 
 #include "tests/plugin/hosted_effect.h"
@@ -28,6 +29,7 @@ class SequenceTest : public EffectTest {
     EXPECT_EQ(handles().liveHandles(), 1);
     EXPECT_EQ(handles().outstandingLocks(), 0);
     InstanceRecord record = instanceRecord(session);
+    record.seal = 0;
     record.presetListCount = 0;
     record.presetLists = nullptr;
     EXPECT_EQ(record, InstanceRecord{});
@@ -86,6 +88,33 @@ TEST_F(SequenceTest, RefusedHandlesAndLocksAreReportedAndLeakNothing) {
   EXPECT_TRUE(handles().balanced());
   session.call(PF_Cmd_SEQUENCE_SETDOWN);
   expectNoInstance();
+}
+
+TEST_F(SequenceTest, DataThatTheModuleDidNotLeaveThereIsNotFollowed) {
+  ASSERT_EQ(session.call(PF_Cmd_SEQUENCE_SETUP), PF_Err_NONE);
+  for (A_long frame = 0; frame < 3; ++frame) renderFrame(session, {}, frame);
+  const PF_Handle own = session.inData().sequence_data;
+  const InstanceRecord before = instanceRecord(session);
+  const auto rendersNoStar = [&] { return tests::isBlank(renderFrame(session, {}, 3)); };
+  for (std::size_t i = 0; i < sizeof before; ++i) {
+    const auto byte = [&]() -> char& { return static_cast<char*>(*own)[i]; };  // it moves
+    byte() ^= 4;
+    EXPECT_TRUE(rendersNoStar()) << "byte " << i;
+    byte() ^= 4;
+  }
+  for (const std::size_t size : {sizeof before, sizeof before - 1}) {
+    const PF_Handle copy =
+        handles().allocate(size);  // of a host that copies what it should flatten
+    std::memcpy(*copy, *own, size);
+    session.inData().sequence_data = copy;
+    EXPECT_TRUE(rendersNoStar());
+    EXPECT_EQ(session.call(PF_Cmd_SEQUENCE_SETDOWN), PF_Err_NONE);
+    EXPECT_EQ(handles().liveHandles(), 1);
+  }
+  session.inData().sequence_data = own;
+  EXPECT_FALSE(rendersNoStar());
+  EXPECT_EQ(instanceRecord(session).stepCounter, before.stepCounter + 1);
+  EXPECT_EQ(session.call(PF_Cmd_SEQUENCE_SETDOWN), PF_Err_NONE);
 }
 
 // Pages of address space, 0 where the system does not tell.
