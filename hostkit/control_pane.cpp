@@ -1,6 +1,7 @@
 #include "hostkit/control_pane.h"
 
 #include <cstddef>
+#include <utility>
 
 #include "plugin/sdk/codes.h"
 
@@ -182,12 +183,13 @@ bool ControlPane::isDrawing(const void* ref, const void* current) {
 PaintedImage ControlPane::read(const Image& image) {
   PaintedImage picture{image.width, image.height, {}};
   const bool redFirst = image.layout == kDRAWBOT_PixelLayout_24RGB;
+  std::vector<std::uint8_t>& pixels = picture.pixels;
   for (int y = 0; y < image.height; ++y) {
-    const std::uint8_t* pixel = image.pixels + std::ptrdiff_t{y} * image.rowBytes;
-    for (int x = 0; x < image.width; ++x, pixel += kBytesPerPixel) {
-      picture.pixels.insert(picture.pixels.end(),
-                            {pixel[redFirst ? 0 : 2], pixel[1], pixel[redFirst ? 2 : 0]});
-    }
+    const std::uint8_t* row = image.pixels + std::ptrdiff_t{y} * image.rowBytes;
+    pixels.insert(pixels.end(), row, row + kBytesPerPixel * image.width);
+  }
+  for (std::size_t i = 0; !redFirst && i < pixels.size(); i += kBytesPerPixel) {
+    std::swap(pixels[i], pixels[i + 2]);
   }
   return picture;
 }

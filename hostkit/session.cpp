@@ -67,8 +67,7 @@ std::string commandName(PF_Cmd cmd) {
   }
 }
 
-Session::Session(const Module& module)
-    : entry_(module.entry()), utils_(utilCallbacks()), basic_(basicSuite()) {
+Session::Session(EntryPoint entry) : entry_(entry), utils_(utilCallbacks()), basic_(basicSuite()) {
   in_.inter = interactCallbacks();
   in_.utils = &utils_;
   in_.pica_basicP = &basic_;

@@ -62,7 +62,8 @@ inline constexpr A_long kTitleHeight = 24;
 // and closed one after the other, and rendered so, too, unless each has a state of its own.
 class Session {
  public:
-  explicit Session(const Module& module);
+  explicit Session(const Module& module) : Session(module.entry()) {}
+  explicit Session(EntryPoint entry);  // of a module that is linked in
   ~Session();  // closes what is still open; an error is lost
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
