@@ -1,13 +1,12 @@
 // TOML files, read with complaints that name the file, the line and the key.
 #pragma once
 
-#include <toml++/toml.h>
-
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "scene/animation.h"
+#include "scene/toml_parser.h"
 
 namespace scene {
 

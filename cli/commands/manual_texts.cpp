@@ -1,9 +1,9 @@
 #include "cli/commands/manual_texts.h"
 
-#include <toml++/toml.h>
-
 #include <regex>
 #include <string_view>
+
+#include "scene/toml_parser.h"
 
 extern "C" const char kBriselManualParameters[];
 extern "C" const char kBriselManualParametersEnd[];

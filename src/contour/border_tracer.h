@@ -31,8 +31,9 @@ class CBorderTracer {
   /// Both stay the caller's and must outlive the tracer.
   CBorderTracer(const TCRaster<std::uint8_t>& mask, CVertexSet& vertices);
 
-  /// Traces every border of the mask once, the area outside being one more region. The corners
-  /// join the vertex set, the ends of open lines as fixed vertices. Throws ContourError.
+  /// Traces every border of the mask once, the area outside being one more region; but of several
+  /// lines that leave a junction, those that only end at other junctions may be left out. The
+  /// corners join the vertex set, the ends of open lines as fixed vertices. Throws ContourError.
   BorderLines FindBorderLines();
 
  private:

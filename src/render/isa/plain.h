@@ -18,14 +18,12 @@ struct Plain {
   static Floats minimum(Floats a, Floats b) { return Floats{a[0] < b[0] ? a[0] : b[0]}; }
   static Floats maximum(Floats a, Floats b) { return Floats{a[0] > b[0] ? a[0] : b[0]}; }
   static Floats squareRoot(Floats v) { return Floats{std::sqrt(v[0])}; }
-  static Floats truncated(Floats v) {
-    return Floats{static_cast<float>(static_cast<std::int32_t>(v[0]))};
-  }
+  static Floats truncated(Floats v) { return Floats{std::trunc(v[0])}; }
   static Floats floored(Floats v) {
     const Floats whole = truncated(v);
     return whole[0] > v[0] ? whole - 1.0f : whole;
   }
-  static Floats truncatedAny(Floats v) { return Floats{std::trunc(v[0])}; }
+  static Floats truncatedAny(Floats v) { return truncated(v); }
   template <class Vector>
   static Vector fused(Vector a, Vector b, Vector c) {
     return a * b + c;
