@@ -36,11 +36,11 @@ NOT_BUILT = re.compile(r"/windows/|isa/avx")
 # The quick ones first. What a program loads while it runs is a part of it.
 PROGRAMS = {
     "scene_tests": [],
-    "contour_memory_tests": [],
     "contour_tests": [],
     "unit_tests": [],
     "frei0r_tests": ["lib/frei0r-1/brisel.so"],
     "plugin_tests": ["bin/VellixDrizzen_64.AEX"],
+    "fault_tests": ["bin/VellixDrizzen_64.AEX", "lib/frei0r-1/brisel.so"],
 }
 
 SLOW = 0.5  # seconds: tests that take longer come last

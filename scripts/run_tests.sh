@@ -26,9 +26,9 @@ build() {
 }
 
 scripts/check_sources.sh
-of_rooms=(-R '^(unit|contour|plugin|scene|frei0r)\.' -E '^frei0r\.in_')
+of_rooms=(-R '^(unit|contour|faults|plugin|scene|frei0r)\.' -E '^(frei0r\.in_|faults\.command)')
 for preset in debug asan; do
-  build "$preset" --target unit_tests contour_tests contour_memory_tests plugin_tests scene_tests frei0r_tests
+  build "$preset" --target unit_tests contour_tests fault_tests plugin_tests scene_tests frei0r_tests
   ctest --preset "$preset" "${of_rooms[@]}"
 done
 not_run=

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <new>
 #include <optional>
 
 #include "core/random.h"
@@ -44,11 +45,7 @@ struct PreparedFrame {
       sourceIntensityMap = buildSourceIntensityMap(views.input, size);
       isComplete = sourceIntensityMap != nullptr;
     } else if (settings.standardPath == StandardPath::ContourAlphaChannel && mask == nullptr) {
-      const auto alphaMask = buildAlphaMask(views.input, size);
-      isComplete = alphaMask != nullptr;
-      contour = buildContourEmitter(
-          {alphaMask.get(), size.width, size.height, size.width, PixelFormat::Mask8},
-          settings.resolutionScale);
+      isComplete = traceContour(views.input, size);
     }
     // A mask takes the place of every shape, and the Bezier that of a missing mask.
     if (settings.pathMaskId != 0) settings.standardPath = StandardPath::Bezier;
@@ -60,6 +57,18 @@ struct PreparedFrame {
   }
   PreparedFrame(const PreparedFrame&) = delete;
   PreparedFrame& operator=(const PreparedFrame&) = delete;
+
+ private:
+  /// Returns false, and leaves no contour, when there is no memory.
+  bool traceContour(const ImageView& input, FrameSize size) try {
+    const auto alphaMask = buildAlphaMask(input, size);
+    contour = buildContourEmitter(
+        {alphaMask.get(), size.width, size.height, size.width, PixelFormat::Mask8},
+        settings.resolutionScale);
+    return alphaMask != nullptr;
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
 };
 
 void advance(PreparedFrame& frame, const FrameState& state) {

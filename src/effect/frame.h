@@ -40,7 +40,7 @@ void resetState(const FrameState& state);
 /// `mask` is the outline of the mask that `values` choose, or null when none is chosen; a chosen
 /// mask without an outline gives way to the Bezier. Throws std::bad_alloc, and has then taken the
 /// step as a whole or not begun it. Returns false when stars are left out, as there was no memory
-/// for more, or for the map of what they are born on.
+/// for more, or for what they are born on.
 bool renderFrame(const Values& values, const FrameViews& views, const MaskOutline* mask,
                  const FrameState* state);
 

@@ -13,9 +13,8 @@
 namespace brisel {
 namespace {
 
-/// The tracer's result for one mask. `failed` when there was no memory for the arrays.
+/// The tracer's result for one mask.
 struct TracedOutlines {
-  bool failed = false;
   std::int32_t pointCount = 0;
   std::int32_t segmentCount = 0;
   PageArray<ContourPoint> points;
@@ -35,10 +34,11 @@ TracedOutlines trace(const ImageView& mask, float resolutionScale) {
   ContourSegment* segments = nullptr;
   try {
     CMeshBuilder builder;
-    traced.failed =
-        !builder.LoadMask(mask.width, mask.height, static_cast<std::int32_t>(mask.rowBytes),
-                          mask.bytes, kTolerance, truncToInt(kLongestSegment / resolutionScale),
-                          traced.pointCount, traced.segmentCount, points, segments);
+    const bool hadMemory =
+        builder.LoadMask(mask.width, mask.height, static_cast<std::int32_t>(mask.rowBytes),
+                         mask.bytes, kTolerance, truncToInt(kLongestSegment / resolutionScale),
+                         traced.pointCount, traced.segmentCount, points, segments);
+    if (!hadMemory) throw std::bad_alloc();
   } catch (const ContourError&) {
     traced.pointCount = 0;  // as for a mask without outlines
   }
@@ -117,16 +117,14 @@ void sumLengths(ContourEmitter& contour) {
 
 }  // namespace
 
-ContourEmitter buildContourEmitter(const ImageView& mask, float resolutionScale) try {
+ContourEmitter buildContourEmitter(const ImageView& mask, float resolutionScale) {
   if (mask.bytes == nullptr) return {};
   const TracedOutlines traced = trace(mask, resolutionScale);
-  if (traced.failed || (traced.pointCount > 0 && traced.segmentCount == 0)) return {};
+  if (traced.pointCount > 0 && traced.segmentCount == 0) return {};
   ContourEmitter contour =
       traced.pointCount == 0 ? frameBorder(mask.width, mask.height) : emitterFrom(traced);
   sumLengths(contour);
   return contour;
-} catch (const std::bad_alloc&) {
-  return {};
 }
 
 EmitterPoint evaluateContour(const ContourEmitter& contour, float t) {

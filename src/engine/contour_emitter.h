@@ -34,6 +34,7 @@ struct ContourEmitter {
 
 /// Traces the outlines of `mask`, a Mask8 image of the frame's size. A mask without an outline
 /// gives the frame's border; a mask without pixels, or one that cannot be traced, no contour.
+/// Throws std::bad_alloc.
 ContourEmitter buildContourEmitter(const ImageView& mask, float resolutionScale);
 
 /// The contour at `t` in [0, 1].

@@ -24,6 +24,7 @@ MaskPath::MaskPath(const PF_InData& in, std::int32_t pathMaskId)
     prepareMaskOutline();
   } catch (const std::bad_alloc&) {
     outline_ = {};  // too long to hold: no mask path
+    isComplete_ = false;
   }
 }
 

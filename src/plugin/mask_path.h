@@ -20,6 +20,9 @@ class MaskPath {
   MaskPath(const MaskPath&) = delete;
   MaskPath& operator=(const MaskPath&) = delete;
 
+  /// False when the outline is left out for want of memory.
+  bool isComplete() const { return isComplete_; }
+
   /// The outline at the render's time; null without one.
   const MaskOutline* outline() const { return outline_.vertices.empty() ? nullptr : &outline_; }
 
@@ -34,6 +37,7 @@ class MaskPath {
   std::optional<SuiteHandle<PF_PathDataSuite1>> data_;
   PF_PathOutlinePtr path_ = nullptr;
   MaskOutline outline_;
+  bool isComplete_ = true;
 };
 
 }  // namespace brisel

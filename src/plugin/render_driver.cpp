@@ -96,14 +96,14 @@ bool renderSoundFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params
     isComplete = renderFrame(values, views, mask.outline(), &state);
   }
   clearPadding(output);
-  return isComplete;
+  return isComplete && mask.isComplete();
 }
 
 /// A host is not told of a frame for which there is no memory. A program that gave the instance a
 /// state of its own is: it would take what there is for what it asked for.
 PF_Err reportLostFrame(const PF_InData& in, PF_OutData& out) {
-  const LockedHandle locked(in, out.sequence_data);
-  const auto* sequence = static_cast<const SequenceState*>(locked.get());
+  const LockedSequence locked(in, out.sequence_data);
+  const SequenceState* sequence = locked.get();
   const bool isAPrograms =
       sequence != nullptr && sequence->extras != nullptr && sequence->extras->own != nullptr;
   if (!isAPrograms) return PF_Err_NONE;
@@ -153,7 +153,7 @@ bool advanceFrame(const PF_InData& in, PF_ParamDef* const* params, FrameSize siz
   drawing.state().frameSize = size;
   const FrameState state = frameStateOf(sequence, drawing);
   if (in.current_time < 1) resetState(state);
-  return stepFrame(values, views, mask.outline(), state);
+  return stepFrame(values, views, mask.outline(), state) && mask.isComplete();
 }
 
 }  // namespace brisel

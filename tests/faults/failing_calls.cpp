@@ -28,6 +28,7 @@ char ordered[256] = "";  // blanks around each name
 int orderedError = 0;
 std::atomic<int> callsLeft = 0;  // until the one that fails; 0: none does
 std::atomic<bool> hasFailed = false;
+std::atomic<std::size_t> mapped = 0;  // bytes
 CodeRange within, program;
 const char* logFile = nullptr;
 
@@ -135,6 +136,10 @@ void failCall(const std::string& calls, int nth, int error, const std::string& l
   order(calls.c_str(), nth, error);
 }
 
+std::size_t mappedBytes() {
+  return mapped;
+}
+
 bool endFailing() {
   callsLeft = 0;
   return hasFailed;
@@ -210,7 +215,8 @@ FAILING(pid_t, waitpid, (pid_t process, int* status, int flags), (process, statu
 FAILING(int, waitid, (int type, unsigned id, void* end, int flags), (type, id, end, flags), -1)
 FAILING(void*, dlopen, (const char* path, int flags), (path, flags), nullptr)
 FAILING(void*, mmap, (void* at, std::size_t bytes, int protection, int flags, int file, off_t from),
-        (at, bytes, protection, flags, file, from), reinterpret_cast<void*>(-1))
+        (at, (mapped += bytes, bytes), protection, flags, file, from), reinterpret_cast<void*>(-1))
+FAILING(int, munmap, (void* at, std::size_t bytes), (at, (mapped -= bytes, bytes)), -1)
 FAILING(int, pthread_create,
         (unsigned long* thread, const void* attributes, void* (*work)(void*), void* with),
         (thread, attributes, work, with), orderedError)

@@ -17,6 +17,9 @@ namespace tests {
 /// end of its path. Empty: all calls.
 void failCall(const std::string& calls, int nth, int error, const std::string& within);
 
+/// Of pages that were asked for and not given back, by anything but the system's library itself.
+std::size_t mappedBytes();
+
 /// Takes the order back; whether it was carried out.
 bool endFailing();
 

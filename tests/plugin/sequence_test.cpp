@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <fstream>
 
 #include "tests/plugin/hosted_effect.h"
 
@@ -115,31 +114,6 @@ TEST_F(SequenceTest, DataThatTheModuleDidNotLeaveThereIsNotFollowed) {
   EXPECT_FALSE(rendersNoStar());
   EXPECT_EQ(instanceRecord(session).stepCounter, before.stepCounter + 1);
   EXPECT_EQ(session.call(PF_Cmd_SEQUENCE_SETDOWN), PF_Err_NONE);
-}
-
-// Pages of address space, 0 where the system does not tell.
-std::size_t pagesInUse() {
-  std::size_t pages = 0;
-  std::ifstream("/proc/self/statm") >> pages;
-  return pages;
-}
-
-TEST_F(SequenceTest, TheMemoryOfReleasedStarsIsGivenBack) {
-  if (pagesInUse() == 0) GTEST_SKIP() << "the system does not tell how much memory is in use";
-  const auto oneLife = [&](PF_Cmd end) {
-    ASSERT_EQ(session.call(PF_Cmd_SEQUENCE_SETUP), PF_Err_NONE);
-    for (const A_long maximum : {29999, 30000}) {
-      tests::set(session, "Maximum number of stars", maximum);
-      renderFrame(session, {}, 0);
-    }
-    ASSERT_EQ(session.call(end), PF_Err_NONE);
-  };
-  oneLife(PF_Cmd_SEQUENCE_SETDOWN);
-  const std::size_t before = pagesInUse();
-  for (int life = 0; life < 50; ++life) {
-    oneLife(life % 2 == 0 ? PF_Cmd_SEQUENCE_SETDOWN : PF_Cmd_SEQUENCE_FLATTEN);
-  }
-  EXPECT_LT(pagesInUse(), before + 20 * 703) << "30000 stars are 703 pages of 4 KiB";
 }
 
 TEST_F(SequenceTest, InstancesAreIndependent) {
