@@ -92,6 +92,10 @@ TEST(FrameClock, CountsFramesOfHostsThatLeaveSomeOut) {
     EXPECT_EQ(frameAt(ofThread, frame / 25.0), frame);
   FrameClock jumping;
   for (const int frame : {0, 310, 311, 40, 1000}) EXPECT_EQ(frameAt(jumping, frame / 25.0), frame);
+  FrameClock fromTheMiddle(TimeUnit::Milliseconds);
+  fromTheMiddle.tell(7000);
+  for (const int frame : {211, 212, 213, 900})
+    EXPECT_EQ(frameAt(fromTheMiddle, std::round(frame * 1000 / 30.0)), frame);
   FrameClock milliseconds = clockOf(25);
   for (const int frame : {13, 15, 70, 2}) EXPECT_EQ(frameAt(milliseconds, frame * 40.0), frame);
 }

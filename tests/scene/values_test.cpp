@@ -1,7 +1,10 @@
 // Parameter values, from what people write to what the effect takes.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "scene/animation.h"
+#include "scene/color_text.h"
 #include "tests/support/complaints.h"
 
 namespace {
@@ -38,6 +41,18 @@ TEST(Values, AreReadAsTheirParameterNeedsThem) {
   EXPECT_EQ(option("Size depend on source=true")[0], 1);
   EXPECT_EQ(option("Standard path=circle")[0], 5);
   EXPECT_EQ(option("Standard path=2")[0], 2);
+}
+
+// A checksum of CSS's table, made when it was compared with that of another program.
+TEST(Values, ColorsHaveTheNamesOfCss) {
+  const auto names = scene::colorNames();
+  double sum = 0;
+  for (const std::string& name : names) {
+    const auto color = scene::colorFromText(name).value();
+    for (const double channel : color) sum = std::fmod(sum * 31 + channel, 1e9);
+  }
+  EXPECT_EQ(names.size(), 148);
+  EXPECT_EQ(sum, 762121530);
 }
 
 TEST(Values, WhatIsRefusedIsExplained) {

@@ -41,10 +41,6 @@ void normalizeScroll(PresetList& list) {
   list.endVisible = list.firstVisible + visible;
   if (list.count() < list.endVisible) {
     list.firstVisible = list.count() - visible;
-    if (list.firstVisible < 0) {
-      list.firstVisible = 0;
-      list.pixelOffset = 0;
-    }
     list.endVisible = list.count();
     if (list.pixelOffset == 0) list.pixelOffset = kAlignedRight;
   } else if (list.endVisible < list.count() && list.pixelOffset != 0) {
