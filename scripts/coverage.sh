@@ -19,6 +19,5 @@ counted=()
 for program in $build/bin/* $build/lib/frei0r-1/*; do
   [ ! -f "$program" ] || counted+=(-object "$program")
 done
-llvm-cov export -format=lcov -instr-profile $build/all.profdata "${counted[@]}" \
-  "$PWD"/{src,scene,hostkit,cli} >$build/coverage.lcov
+llvm-cov export -format=lcov -instr-profile $build/all.profdata "${counted[@]:1}" >$build/coverage.lcov
 scripts/coverage_table.py $build/coverage.lcov "$@"

@@ -9,6 +9,7 @@ import pathlib
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
+CODE = ("src/", "scene/", "hostkit/", "cli/")
 
 
 def read(path):
@@ -17,8 +18,8 @@ def read(path):
     for record in path.read_text().splitlines():
         kind, _, rest = record.partition(":")
         if kind == "SF":
-            lines, branches = files.setdefault(
-                str(pathlib.Path(rest).resolve().relative_to(ROOT)), ({}, {}))
+            name = str(pathlib.Path(rest).resolve()).removeprefix(f"{ROOT}/")
+            lines, branches = files.setdefault(name, ({}, {}))
         elif kind == "DA":
             line, count = rest.split(",")[:2]
             lines[int(line)] = max(lines.get(int(line), 0), int(count))
@@ -26,7 +27,7 @@ def read(path):
             *branch, count = rest.split(",")
             count = 0 if count == "-" else int(count)
             branches[tuple(branch)] = max(branches.get(tuple(branch), 0), count)
-    return files
+    return {name: counts for name, counts in files.items() if name.startswith(CODE)}
 
 
 def ranges(numbers):
