@@ -7,7 +7,7 @@ function(brisel_keep_bytes target)
   endif()
   target_compile_options(${target} PRIVATE
     -ffp-contract=off -fno-math-errno -fno-trapping-math)
-  if(WIN32)
+  if(WIN32 AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # This system aligns the stack to 16 bytes, yet the compiler moves wider vectors there with
     # aligned instructions: these become unaligned ones.
     target_compile_options(${target} PRIVATE -Wa,-muse-unaligned-vector-move)

@@ -1,19 +1,40 @@
-# 64-bit Windows, built with Debian's mingw-w64 and run with Wine.
+# 64-bit Windows, built with Debian's mingw-w64, or with clang on its libraries, and run with Wine.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
 # The compilers with the standard library's threads.
-set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
-set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
-set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
+set(target x86_64-w64-mingw32)
+if(CMAKE_CXX_COMPILER MATCHES "clang")
+  # It does not find this library by itself, nor knows how it keeps a thread's variables.
+  execute_process(COMMAND ${target}-g++-posix -print-libgcc-file-name
+    OUTPUT_VARIABLE libraries OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  get_filename_component(libraries ${libraries} DIRECTORY)
+  set(headers ${libraries}/include/c++)
+  set(CMAKE_CXX_COMPILER_TARGET ${target})
+  set(CMAKE_CXX_FLAGS_INIT
+    "-nostdinc++ -isystem ${headers} -isystem ${headers}/${target} -femulated-tls -pthread")
+  foreach(kind EXE MODULE SHARED)
+    set(CMAKE_${kind}_LINKER_FLAGS_INIT -L${libraries})
+  endforeach()
+else()
+  set(CMAKE_C_COMPILER ${target}-gcc-posix)
+  set(CMAKE_CXX_COMPILER ${target}-g++-posix)
+endif()
+set(CMAKE_RC_COMPILER ${target}-windres)
 
-set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+set(CMAKE_FIND_ROOT_PATH /usr/${target})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# A Windows of its own in the build folder; nothing that a page viewer or .NET would be needed for.
+# A Windows of its own in the build folder, unless another is there to be used; nothing that a page
+# viewer or .NET would be needed for.
+if(DEFINED ENV{WINEPREFIX})
+  set(prefix $ENV{WINEPREFIX})
+else()
+  set(prefix ${CMAKE_BINARY_DIR}/wine)
+endif()
 set(CMAKE_CROSSCOMPILING_EMULATOR
-    ${CMAKE_COMMAND} -E env WINEPREFIX=${CMAKE_BINARY_DIR}/wine WINEDEBUG=-all
+    ${CMAKE_COMMAND} -E env WINEPREFIX=${prefix} WINEDEBUG=-all
     "WINEDLLOVERRIDES=mscoree,mshtml=" wine)

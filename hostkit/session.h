@@ -94,8 +94,8 @@ class Session {
   // the same version of the effect.
   std::vector<std::uint8_t> saveState();
   void restoreState(std::span<const std::uint8_t> bytes);
-  // How to paint, which changes no pixel: threads in all, this one among them; "plain", "sse2",
-  // "avx2" or "avx512", "" being the widest that the processor has.
+  // How to paint, which changes no pixel: threads in all, this one among them; an
+  // instruction set of PaintingMessage that the processor has, "" being the widest.
   static constexpr int kMostThreads = brisel::kMostMessageThreads;
   void usePainting(int threads, const std::string& instructionSet = "");
   // Stops sharing random numbers and drawing state with other sessions, and starts afresh. Such

@@ -1,16 +1,19 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, testing and rendering need, if any is missing; with
-# "windows" those that building for Windows and testing with Wine need, with "browser" what testing
-# the manual in one needs, with "hosts" the hosts that the frei0r filter is tested in, with "packages"
-# what checks the Debian packages, with "farm" Slurm, whose services are not started, with "clang" the
-# other compiler, its coverage tools and what fuzzing needs. Needs root, or sudo.
+# "windows" those that building for Windows and testing with Wine need, with "arm64" those for 64-bit ARM
+# and qemu, with "browser" what testing the manual in one needs, with "hosts" the hosts that the frei0r
+# filter is tested in, with "packages" what checks the Debian packages, with "farm" Slurm, whose
+# services are not started, with "clang" the other compiler, its coverage tools and what
+# fuzzing needs. Needs root, or sudo.
 #
-#   scripts/install_dependencies.sh [windows | browser | hosts | packages | farm | clang]
+#   scripts/install_dependencies.sh [windows | arm64 | browser | hosts | packages | farm | clang]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 if [ "$*" = windows ]; then
   packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine icoutils)
+elif [ "$*" = arm64 ]; then
+  packages=(cmake ninja-build g++-aarch64-linux-gnu googletest qemu-user)
 elif [ "$*" = browser ]; then
   packages=(chromium fonts-dejavu-core)
   command -v node >/dev/null || packages+=(nodejs)
@@ -35,7 +38,7 @@ elif [ $# -eq 0 ]; then
     ffmpeg parallel fonts-dejavu-core python3 python3-jsonschema
   )
 else
-  echo "usage: scripts/install_dependencies.sh [windows | browser | hosts | packages | farm | clang]" >&2
+  echo "usage: scripts/install_dependencies.sh [windows | arm64 | browser | hosts | packages | farm | clang]" >&2
   exit 2
 fi
 

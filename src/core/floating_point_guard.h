@@ -3,6 +3,8 @@
 
 #if defined(__SSE2__)
 #include <xmmintrin.h>
+#elif defined(__aarch64__)
+#include <cstdint>
 #else
 #include <cfenv>
 #endif
@@ -16,9 +18,9 @@ class FloatingPointGuard {
   FloatingPointGuard(const FloatingPointGuard&) = delete;
   FloatingPointGuard& operator=(const FloatingPointGuard&) = delete;
 
+  // Where all arithmetic is that of the vector registers, their control word is set by itself: not
+  // every system's fesetenv brings all of it back to its default.
 #if defined(__SSE2__)
-  // All arithmetic is that of the vector registers, whose control word not every system's fesetenv
-  // brings back to its default.
   FloatingPointGuard() {
     _mm_setcsr(_MM_MASK_MASK | _MM_ROUND_NEAREST | _MM_FLUSH_ZERO_OFF);
   }
@@ -28,6 +30,20 @@ class FloatingPointGuard {
 
  private:
   unsigned hostEnvironment_ = _mm_getcsr();
+#elif defined(__aarch64__)
+  FloatingPointGuard() {
+    asm volatile("mrs %0, fpcr" : "=r"(hostEnvironment_));
+    setControl(0);
+  }
+  ~FloatingPointGuard() {
+    setControl(hostEnvironment_);
+  }
+
+ private:
+  static void setControl(std::uint64_t control) {
+    asm volatile("msr fpcr, %0" : : "r"(control) : "memory");
+  }
+  std::uint64_t hostEnvironment_;
 #else
   FloatingPointGuard() {
     std::fegetenv(&hostEnvironment_);

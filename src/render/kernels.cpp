@@ -12,8 +12,12 @@ struct Available {
 
 Available findAvailable() {
   Available found;
-#if defined(__x86_64__)
-  const auto add = [&](const Kernels& kernels) { found.kernels[found.count++] = &kernels; };
+  [[maybe_unused]] const auto add = [&](const Kernels& kernels) {
+    found.kernels[found.count++] = &kernels;
+  };
+#if defined(__aarch64__)
+  add(kNeonKernels);
+#elif defined(__x86_64__)
   add(kSse2Kernels);
 #if defined(BRISEL_WIDE_KERNELS)
   if (!__builtin_cpu_supports("bmi2")) return found;

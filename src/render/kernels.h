@@ -50,5 +50,6 @@ extern const Kernels kPlainKernels;
 extern const Kernels kSse2Kernels;
 extern const Kernels kAvx2Kernels;
 extern const Kernels kAvx512Kernels;
+extern const Kernels kNeonKernels;
 
 }  // namespace brisel

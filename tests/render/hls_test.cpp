@@ -6,26 +6,40 @@
 
 #include <cmath>
 
-#include "render/isa/sse2.h"
 #include "tests/render/frames.h"
+#if defined(__aarch64__)
+#include "render/isa/neon.h"
+#else
+#include "render/isa/sse2.h"
+#endif
 
 namespace {
 
 using brisel::Hls;
 using brisel::Rgb;
 
-/// Rounds as the sets that fuse multiplications with additions do, and differs from them in nothing
-/// else that the conversions use.
-struct FusedSse2 : brisel::Sse2 {
-  static __m128 fused(__m128 a, __m128 b, __m128 c) {
+#if defined(__aarch64__)
+using FourLanes = brisel::Neon;
+#else
+using FourLanes = brisel::Sse2;
+#endif
+using Floats = brisel::VectorOf<float, 4>::Type;
+
+/// Round as the sets that fuse multiplications with additions do, and as those that do not; they
+/// differ in nothing else that the conversions use.
+struct OneRounding : FourLanes {
+  static Floats fused(Floats a, Floats b, Floats c) {
     for (int i = 0; i < kLanes; ++i) a[i] = std::fma(a[i], b[i], c[i]);
     return a;
   }
 };
+struct TwoRoundings : FourLanes {
+  static Floats fused(Floats a, Floats b, Floats c) { return a * b + c; }
+};
 
 template <class Isa>
 class HlsTest : public testing::Test {};
-using Roundings = testing::Types<brisel::Sse2, FusedSse2>;
+using Roundings = testing::Types<OneRounding, TwoRoundings>;
 TYPED_TEST_SUITE(HlsTest, Roundings);
 
 bool equals(const Rgb& color, float red, float green, float blue) {

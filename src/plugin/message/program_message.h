@@ -74,7 +74,7 @@ struct StateMessage {
 
 struct PaintingMessage {
   std::int32_t threads;     // the host's among them, 1 to kMostMessageThreads
-  char instructionSet[12];  // zero-terminated: "plain", "sse2", "avx2", "avx512"; "": the widest
+  char instructionSet[12];  // zero-terminated: "plain", "sse2", "avx2", "avx512", "neon"; or ""
 };
 
 struct BackdropMessage {

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "render/isa/lane_by_lane.h"
+
 namespace brisel {
 
 struct Sse2 {
@@ -75,24 +77,10 @@ struct Sse2 {
   }
 
   static Words load(Mask mask, const void* origin, Words words) {
-    const int lanes = _mm_movemask_ps(_mm_castsi128_ps(mask));
-    const auto* bytes = static_cast<const std::uint8_t*>(origin);
-    std::uint32_t each[kLanes];
-    std::memcpy(each, &words, sizeof words);
-    for (int i = 0; i < kLanes; ++i) {
-      if ((lanes >> i & 1) != 0) std::memcpy(each + i, bytes + 4 * i, 4);
-    }
-    std::memcpy(&words, each, sizeof words);
-    return words;
+    return loadLaneByLane(bits(mask), origin, words);
   }
   static void store(Mask mask, void* origin, Words words) {
-    const int lanes = _mm_movemask_ps(_mm_castsi128_ps(mask));
-    auto* bytes = static_cast<std::uint8_t*>(origin);
-    std::uint32_t each[kLanes];
-    std::memcpy(each, &words, sizeof words);
-    for (int i = 0; i < kLanes; ++i) {
-      if ((lanes >> i & 1) != 0) std::memcpy(bytes + 4 * i, each + i, 4);
-    }
+    storeLaneByLane(bits(mask), origin, words);
   }
 
   template <int kHalf>
@@ -105,6 +93,7 @@ struct Sse2 {
   }
 
  private:
+  static int bits(Mask mask) { return _mm_movemask_ps(_mm_castsi128_ps(mask)); }
   /// One half of the lanes, each of them twice.
   template <int kHalf>
   static Mask twice(Mask mask) {
