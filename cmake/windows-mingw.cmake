@@ -10,6 +10,8 @@ if(CMAKE_CXX_COMPILER MATCHES "clang")
     OUTPUT_VARIABLE libraries OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
   get_filename_component(libraries ${libraries} DIRECTORY)
   set(headers ${libraries}/include/c++)
+  set(CMAKE_C_COMPILER clang)
+  set(CMAKE_C_COMPILER_TARGET ${target})
   set(CMAKE_CXX_COMPILER_TARGET ${target})
   set(CMAKE_CXX_FLAGS_INIT
     "-nostdinc++ -isystem ${headers} -isystem ${headers}/${target} -femulated-tls -pthread")

@@ -9,7 +9,7 @@
 #   scripts/reproduce.sh [REGEX]    # only the builds that it finds: 'linux-.*-O2', say
 set -euo pipefail
 cd "$(dirname "$0")/.."
-mkdir -p build/reproduce
+mkdir -p build/reproduce build/windows
 export WINEPREFIX=$PWD/build/windows/wine
 
 # reproduce SYSTEM-COMPILER-LEVEL: builds what lists the hashes, and has it do so. What users build

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and runs every check: all tests on the release build; those of
-# the rooms, of scenes and of the plug-ins again without optimisation and under the sanitizers, and all
-# of these but scenes and the frei0r filter as Windows programs under Wine, which must all give the same
-# bytes; the layout and lint checks of the sources. Where the packages for Windows cannot be had, says
-# so at the end. Ends with the release tests' summary; with "everything", with that of the heavy tests,
-# which follow: the build by clang, whose bytes must be the same as well, the manual in a real browser,
-# the frei0r filter in its hosts, the Debian packages, a farm on a real Slurm, the effect as a part of
-# another project.
+# Installs what is missing, builds, and runs every check: layout and lint of the sources, for which clang
+# reads them with its warnings on; the tests of the rooms, of scenes and of the plug-ins under the
+# sanitizers and with assertions, and all of these but scenes and the frei0r filter as Windows programs
+# under Wine; all tests on the release build. Where the packages for Windows cannot be had, says so at
+# the end. Ends with the release tests' summary; with "everything", with that of the heavy tests, which
+# follow: every fuzzer for 20 seconds, the same bytes from every compiler, level of optimization,
+# instruction set and system, the manual in a real browser, the frei0r filter in its hosts, the Debian
+# packages, a farm on a real Slurm, the effect as a part of another project. Says how long each took.
 #
 #   scripts/run_tests.sh [everything]
 set -euo pipefail
@@ -25,29 +25,45 @@ build() {
   cmake --build --preset "$1" -j "$(nproc)" "${@:2}"
 }
 
+begun=$SECONDS
+# took STAGE: which ended now
+took() {
+  times+=("$(printf '%4d s  %s' $((SECONDS - begun)) "$1")")
+  begun=$SECONDS
+}
+
+times=()
 scripts/check_sources.sh
-of_rooms=(-R '^(unit|contour|faults|plugin|scene|frei0r)\.' -E '^(frei0r\.in_|faults\.command)')
-for preset in debug asan; do
-  build "$preset" --target unit_tests contour_tests fault_tests plugin_tests scene_tests frei0r_tests
-  ctest --preset "$preset" "${of_rooms[@]}"
-done
+took "layout and lint"
+build asan --target unit_tests contour_tests fault_tests plugin_tests scene_tests frei0r_tests
+ctest --preset asan -R '^(unit|contour|faults|plugin|scene|frei0r)\.' -E '^(frei0r\.in_|faults\.command)'
+took "sanitizers"
 not_run=
+systems=
 if scripts/install_dependencies.sh windows; then
   build windows
   ctest --preset windows
 else
   not_run="NOT RUN: the Windows build and its tests, for want of packages (see above)."
+  systems=^linux
 fi
+took "Windows"
 build release
 ctest --preset release
+took "release"
 if [ -n "$heavy" ]; then
+  scripts/fuzz.sh check
+  took "fuzzers"
   scripts/install_dependencies.sh clang
-  build clang
-  ctest --preset clang "${of_rooms[@]}"
+  scripts/install_dependencies.sh arm64
+  scripts/reproduce.sh $systems
+  took "the same bytes"
   scripts/install_dependencies.sh browser
   scripts/install_dependencies.sh hosts
   scripts/install_dependencies.sh packages
   scripts/install_dependencies.sh farm
   ctest --preset heavy
+  took "heavy tests"
 fi
+printf '%s\n' "${times[@]}"
 [ -z "$not_run" ] || echo "$not_run"
