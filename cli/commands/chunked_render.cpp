@@ -69,12 +69,21 @@ std::string programName() {
   return name.empty() ? "brisel" : name;
 }
 
+std::string asFile(const std::string& name) {
+  return name.starts_with('-') ? "./" + name : name;
+}
+
 std::string chunkCommand(const std::string& scene, FrameRange range, const std::string& output,
                          const std::vector<std::string>& options) {
-  std::vector<std::string> words = {programName(),    "render", scene, "--frames",
-                                    rangeText(range), "-o",     output};
+  std::vector<std::string> words = {programName(),    "render", asFile(scene), "--frames",
+                                    rangeText(range), "-o",     asFile(output)};
   words.insert(words.end(), options.begin(), options.end());
-  return shellCommand(words);
+  const std::string command = shellCommand(words);
+  if (command.find('\n') != command.npos) {
+    throw UsageError(
+        "a command for a chunk is one line, so no name or value may have a line break");
+  }
+  return command;
 }
 
 }  // namespace cli

@@ -36,7 +36,10 @@ std::vector<std::string> givenOptions(const CLI::App& command,
 // The program's own name or path, as it was called.
 std::string programName();
 
-// Renders that range, from the same folder.
+// A file's name as a word of a command, which an option would begin likewise.
+std::string asFile(const std::string& name);
+
+// Renders that range, from the same folder. Throws UsageError when it takes more than a line.
 std::string chunkCommand(const std::string& scene, FrameRange range, const std::string& output,
                          const std::vector<std::string>& options);
 

@@ -43,7 +43,7 @@ std::string finishCommand(const FarmOptions& options, const RenderJob& job,
     return chunkCommand(options.chunked.scene, job.range, output, given);
   }
   std::vector<std::string> words = {programName(),        "join", "--frames",
-                                    rangeText(job.range), "-o",   output};
+                                    rangeText(job.range), "-o",   asFile(output)};
   if (options.chunked.render.output.overwrite) words.push_back("--overwrite");
   return shellCommand(words) + " " +
          shellWord((FarmJob::folderFor(job.target) / "parts").string()) + "/*";

@@ -4,7 +4,6 @@
 #include <optional>
 #include <thread>
 
-#include "cli/farm/chunks.h"
 #include "cli/farm/farm_engine.h"
 #include "cli/support/child_process.h"
 #include "cli/support/errors.h"
@@ -53,17 +52,13 @@ void LocalEngine::start(const FarmJob& job, const std::vector<int>& chunks) {
   isFinishing_ = false;
   complaint_.clear();
   if (chunks.empty()) return finish();
-  std::vector<std::string> command = {"parallel",
-                                      "--will-cite",
-                                      "--joblog",
-                                      (job.folder() / "joblog").string(),
-                                      "--retries",
-                                      std::to_string(options_.retries + 1),
-                                      "--halt",
-                                      "soon,fail=1",
-                                      "--jobs",
-                                      std::to_string(slots()),
-                                      "sh " + shellWord(job.chunkScript().string()),
+  std::vector<std::string> command = {"parallel",   "--will-cite",
+                                      "--joblog",   (job.folder() / "joblog").string(),
+                                      "--retries",  std::to_string(options_.retries + 1),
+                                      "--halt",     "soon,fail=1",
+                                      "--jobs",     std::to_string(slots()),
+                                      "sh {1} {2}",  // a path there would be a pattern, too
+                                      ":::",        job.chunkScript().string(),
                                       ":::"};
   for (const int number : chunks) command.push_back(std::to_string(number));
   running_.emplace(command, ChildProcess::Pipe::kFromItsOutput);

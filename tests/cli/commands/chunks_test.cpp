@@ -185,11 +185,18 @@ TEST_F(ChunksTest, AFarmOnThisMachineMakesWhatOneRenderMakes) {
     const std::string number = std::string(i < 10 ? "0" : "") + std::to_string(i) + ".png";
     EXPECT_EQ(read("all_" + number), read("one_" + number));
   }
-  result = command("farm", "s.toml --engine local -n 3 -o all.mov");
+  // What would be run or replaced if it were more than a name to anybody.
+  const std::string name = "$(touch a) `touch b` {= qx(touch c) =} {} it's all.mov";
+  std::filesystem::rename(path("s.toml"), path("-s.toml"));
+  result = brisel({"farm", "--engine", "local", "-n", "3", "-o", name, "--", "-s.toml"});
   ASSERT_EQ(result.exitCode, 0) << result.err;
+  std::filesystem::rename(path(name), path("all.mov"));
   EXPECT_EQ(frames("all.mov").back().bytes, frames("one.mov").back().bytes);
   EXPECT_EQ(names().size(), before.size() + 13) << "nothing is left behind";
+  std::filesystem::rename(path("-s.toml"), path("s.toml"));
   EXPECT_NE(refusal("farm", "s.toml --engine local -o all.mov").find("exists already"),
+            std::string::npos);
+  EXPECT_NE(brisel({"chunks", "s.toml", "-n", "2", "-o", "a\n%d.png"}).err.find("line break"),
             std::string::npos);
 }
 
