@@ -74,7 +74,7 @@ Mask readMaskTable(const TomlReader& reader, const TomlEntry& entry) {
   return mask;
 }
 
-Mask readMaskReference(const TomlReader& reader, const TomlEntry& entry) {
+Mask readMaskReference(const TomlReader& reader, const TomlEntry& entry, const FileAccess& access) {
   const std::string reference = reader.textOf(entry);
   const std::size_t hash = reference.rfind('#');
   if (hash == std::string::npos || hash == 0 || hash + 1 == reference.size()) {
@@ -84,9 +84,9 @@ Mask readMaskReference(const TomlReader& reader, const TomlEntry& entry) {
                                  entry.key + "]");
   }
   try {
-    return {{{{0},
-              shapeFromFile(reader.file().parent_path() / reference.substr(0, hash),
-                            reference.substr(hash + 1))}}};
+    const auto file = fileNamedBy(reader.file(), reference.substr(0, hash));
+    checkAccess(file, reader.file(), access, "the file");
+    return {{{{0}, shapeFromFile(file, reference.substr(hash + 1))}}};
   } catch (const WorkError& error) {
     reader.fail(*entry.node, entry.key + ": " + error.what());
   }

@@ -1,6 +1,7 @@
 // What a scene file says about its mask.
 #pragma once
 
+#include "scene/file_access.h"
 #include "scene/mask.h"
 #include "scene/toml_reader.h"
 
@@ -11,6 +12,6 @@ namespace scene {
 Mask readMaskTable(const TomlReader& reader, const TomlEntry& entry);
 
 /// An entry such as mask = "logo.svg#star": a path of an SVG file, relative to the scene file.
-Mask readMaskReference(const TomlReader& reader, const TomlEntry& entry);
+Mask readMaskReference(const TomlReader& reader, const TomlEntry& entry, const FileAccess& access);
 
 }  // namespace scene

@@ -5,6 +5,7 @@
 
 #include "effect/presets.h"
 #include "platform/whole_file.h"
+#include "scene/file_access.h"
 #include "scene/text/nearest_name.h"
 
 namespace scene {
@@ -17,7 +18,7 @@ using brisel::ParameterFile;
 std::string faultOf(const ParameterFile& file) {
   switch (file.state) {
     case ParameterFile::State::Missing:
-      return " is missing or cannot be read";
+      return " is missing, cannot be read, or lies outside the folder of the presets";
     case ParameterFile::State::OtherKind:
       return " is no parameter file: it does not begin with \"" +
              std::string(brisel::kParameterFileHeader) + "\", or ends there";
@@ -38,6 +39,11 @@ std::optional<std::vector<std::uint8_t>> readFileOfSystem(const std::filesystem:
   const auto bytes = content->bytes();
   return std::vector(bytes.begin(), bytes.end());
 }
+
+PresetLibrary::PresetLibrary(const std::filesystem::path& folder)
+    : PresetLibrary(folder, [folder](const std::filesystem::path& file) {
+        return liesBelow(file, folder) ? readFileOfSystem(file) : std::nullopt;
+      }) {}
 
 PresetLibrary::PresetLibrary(const std::filesystem::path& folder, ReadFile read)
     : index_(folder / "Drizzen.prs"), read_(std::move(read)) {

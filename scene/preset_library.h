@@ -48,9 +48,11 @@ std::optional<std::vector<std::uint8_t>> readFileOfSystem(const std::filesystem:
 class PresetLibrary {
  public:
   /// Those that the index "Drizzen.prs" in that folder lists, row by row; none when it cannot be
-  /// read. Files are read when they are asked for, by `read`, which a program that carries its
-  /// presets gives: it gets the folder, which may be empty, with a name of a file.
-  explicit PresetLibrary(const std::filesystem::path& folder, ReadFile read = readFileOfSystem);
+  /// read. Files are read when they are asked for, and only below that folder.
+  explicit PresetLibrary(const std::filesystem::path& folder);
+  /// The same by a `read` of a program that carries its presets: it gets the folder, which may be
+  /// empty, with a name of a file.
+  PresetLibrary(const std::filesystem::path& folder, ReadFile read);
 
   const std::filesystem::path& index() const { return index_; }
   const std::vector<Preset>& presets() const { return presets_; }

@@ -15,7 +15,10 @@ namespace {
 
 class SceneReader {
  public:
-  explicit SceneReader(const std::filesystem::path& file) : toml_(file) { scene_.file = file; }
+  SceneReader(const std::filesystem::path& file, const FileAccess& access)
+      : toml_(file), access_(access) {
+    scene_.file = file;
+  }
 
   Scene read() {
     const toml::table root = toml_.parse();
@@ -52,12 +55,12 @@ class SceneReader {
       } else if (entry.key == "quality") {
         scene_.highQuality = toml_.textOf(entry, {"high", "low"}) == "high";
       } else if (entry.key == "input") {
-        scene_.input = scene_.file.parent_path() / toml_.textOf(entry);
+        scene_.input = fileNamedBy(scene_.file, toml_.textOf(entry));
         scene_.inputPlace = toml_.placeOf(*entry.node);
       } else if (entry.key == "presets") {
         takePresets(forAll_, entry, Origin::kScene);
       } else if (entry.key == "mask") {
-        takeMask(entry, readMaskReference(toml_, entry));
+        takeMask(entry, readMaskReference(toml_, entry, access_));
       } else {
         toml_.unknownKey(entry, "key", namesOf(kSceneKeys));
       }
@@ -89,7 +92,7 @@ class SceneReader {
         takeParams(layer, subtable, Origin::kLayer);
       } else if (entry.key == "mask") {
         layer.mask = entry.node->is_table() ? readMaskTable(toml_, subtable)
-                                            : readMaskReference(toml_, subtable);
+                                            : readMaskReference(toml_, subtable, access_);
       } else {
         rejectKey(entry, "key of a layer", kLayerKeys, "layer.");
       }
@@ -178,6 +181,7 @@ class SceneReader {
   }
 
   TomlReader toml_;
+  const FileAccess& access_;
   Scene scene_;
   Layer forAll_;            // what the scene says for all of its layers
   std::vector<Layer> own_;  // what each [[layer]] says
@@ -185,8 +189,8 @@ class SceneReader {
 
 }  // namespace
 
-Scene readScene(const std::filesystem::path& file) {
-  return SceneReader(file).read();
+Scene readScene(const std::filesystem::path& file, const FileAccess& access) {
+  return SceneReader(file, access).read();
 }
 
 std::string layerPrefix(const Scene& scene, std::size_t layer) {

@@ -8,6 +8,7 @@
 
 #include "core/geometry.h"
 #include "scene/animation.h"
+#include "scene/file_access.h"
 #include "scene/frame_rate.h"
 #include "scene/mask.h"
 #include "scene/preset_library.h"
@@ -47,7 +48,9 @@ struct Scene {
 /// scene has but one.
 std::string layerPrefix(const Scene& scene, std::size_t layer);
 
-/// Throws WorkError naming the file, the line, the key and what would be valid.
-Scene readScene(const std::filesystem::path& file);
+/// The SVG files that it names are read as well; whether the input may be opened is for who opens
+/// it to ask of checkAccess. Throws WorkError naming the file, the line, the key and what would be
+/// valid.
+Scene readScene(const std::filesystem::path& file, const FileAccess& access = {});
 
 }  // namespace scene

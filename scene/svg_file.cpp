@@ -3,32 +3,15 @@
 #include <pugixml.hpp>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <sstream>
 #include <string_view>
 #include <vector>
 
+#include "scene/file_access.h"
 #include "scene/text/errors.h"
 #include "scene/text/nearest_name.h"
 
 namespace scene {
 namespace {
-
-std::string contents(const std::filesystem::path& file) {
-  std::error_code error;
-  if (std::filesystem::is_directory(file, error)) {
-    throw WorkError(inQuotes(file.string()) + " is a folder");
-  }
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream) {
-    throw WorkError("cannot read " + inQuotes(file.string()) + ": " + std::strerror(errno));
-  }
-  std::ostringstream text;
-  text << stream.rdbuf();
-  return text.str();
-}
 
 // The element's name without a namespace's prefix.
 std::string_view localName(const pugi::xml_node& node) {
@@ -66,7 +49,7 @@ bool isTransformed(pugi::xml_node node) {
 
 SvgPath readSvgPath(const std::filesystem::path& file, const std::string& id) {
   const std::string name = file.string();
-  const std::string text = contents(file);
+  const std::string text = textOfFile(file, inQuotes(name));
   const auto place = [&](std::ptrdiff_t offset) {
     const auto end = text.begin() + std::clamp<std::ptrdiff_t>(offset, 0, std::ssize(text));
     return name + ":" + std::to_string(1 + std::count(text.begin(), end, '\n'));

@@ -203,6 +203,9 @@ class OutlineBuilder {
   void addVertex(Point to, Point tangentIn, Point cubicControl, Point quadraticControl) {
     checkReach(tangentIn);
     checkReach(to);
+    if (shape_.vertices.size() == kMaxMaskVertices) {
+      fail("a mask has " + std::to_string(kMaxMaskVertices) + " vertices at most");
+    }
     shape_.vertices.push_back({to, tangentIn, to});
     here_ = to;
     cubicControl_ = cubicControl;

@@ -1,6 +1,7 @@
 // SVG path data as the shape of a mask.
 #pragma once
 
+#include <cstddef>
 #include <stdexcept>
 #include <string_view>
 
@@ -8,6 +9,7 @@
 
 namespace scene {
 
+inline constexpr std::size_t kMaxMaskVertices = 100'000;
 inline constexpr double kMaxMaskCoordinate = 1'000'000;  // pixels, either way from 0
 
 /// What is wrong with path data, with the character (from 1) where it is.

@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <fstream>
+#include <sstream>
 
+#include "scene/file_access.h"
 #include "scene/scene.h"
 #include "scene/scene_keys.h"
 #include "scene/text/errors.h"
 #include "scene/text/nearest_name.h"
 #include "scene/text/numbers.h"
+#include "scene/text/toml_depth.h"
 
 namespace scene {
 namespace {
@@ -28,12 +30,12 @@ std::string lastKey(std::string_view text) {
 }
 
 // Taken from the line itself, as the parser's message garbles keys in quotes.
-std::string keyGivenTwice(const std::filesystem::path& file, toml::source_position position) {
-  std::ifstream stream(file);
+std::string keyGivenTwice(const std::string& text, toml::source_position position) {
+  std::istringstream stream(text);
   std::string line;
   for (toml::source_index i = 0; i < position.line; ++i) std::getline(stream, line);
-  const std::string_view text = trimmed(line);
-  if (text.starts_with('[')) return std::string(text.substr(0, text.find(']') + 1));
+  const std::string_view start = trimmed(line);
+  if (start.starts_with('[')) return std::string(start.substr(0, start.find(']') + 1));
   return inQuotes(lastKey(std::string_view(line).substr(0, position.column - 1)));
 }
 
@@ -52,23 +54,24 @@ std::vector<TomlEntry> inFileOrder(const toml::table& table) {
 
 toml::table TomlReader::parse() const {
   const std::string name = file_.string();
-  std::error_code error;
-  if (!std::filesystem::exists(file_, error)) {
-    throw WorkError("the scene " + inQuotes(name) + " does not exist");
-  }
-  if (std::filesystem::is_directory(file_, error)) {
-    throw WorkError("the scene " + inQuotes(name) + " is a folder");
+  const std::string text = textOfFile(file_, "the scene " + inQuotes(name));
+  if (const int line = lineOfTooDeepKey(text); line > 0) {
+    throw WorkError(name + ":" + std::to_string(line) + ": a key has more than " +
+                    std::to_string(kMaxKeyParts) + " parts");
   }
   try {
-    return toml::parse_file(name);
+    return toml::parse(text, name);
   } catch (const toml::parse_error& parseError) {
     const toml::source_position position = parseError.source().begin;
     const std::string place = position.line > 0 ? name + ":" + std::to_string(position.line) : name;
     if (parseError.description().find("redefine existing") != std::string_view::npos) {
-      const std::string key = keyGivenTwice(file_, position);
+      const std::string key = keyGivenTwice(text, position);
       const bool ofLayers = key == "[params]" || key == "[mask]";
       throw WorkError(place + ": " + key + " is given a second time; " +
                       (ofLayers ? "a layer's own is [layer." + key.substr(1) : "once is enough"));
+    }
+    if (parseError.description().find("nested value depth") != std::string_view::npos) {
+      throw WorkError(place + ": values are nested too deeply");
     }
     throw WorkError(place + ": " + std::string(parseError.description()));
   }

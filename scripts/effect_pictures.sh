@@ -11,7 +11,8 @@ trap 'rm -rf "$scratch"' EXIT
 drawFrame() {
   local frame
   frame=$(mktemp "$scratch/XXXXXX.png")
-  build/release/bin/brisel render "$1" --frames "$2-$2" -o "$frame" --overwrite "${@:6}" \
+  build/release/bin/brisel render "$1" --frames "$2-$2" -o "$frame" --overwrite \
+    --allow examples/media "${@:6}" \
     >"$frame.log" 2>&1 || { cat "$frame.log" >&2; return 1; }
   local linear="'maxval*pow(val/maxval,2.2)'" gamma="'maxval*pow(val/maxval,1/2.2)'"
   ffmpeg -nostdin -v error -y -f lavfi -i "color=0x080a14:s=1920x1080,format=gbrp" -i "$frame" \

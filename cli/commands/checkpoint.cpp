@@ -3,6 +3,7 @@
 
 #include "cli/commands/commands.h"
 #include "cli/media/output_files.h"
+#include "cli/pipeline/memory_need.h"
 #include "cli/pipeline/progress.h"
 #include "cli/pipeline/scene_renderer.h"
 #include "cli/support/errors.h"
@@ -33,7 +34,8 @@ std::vector<int> framesWithStates(const ScenePlan& plan, int every) {
 }
 
 void writeStates(const CheckpointOptions& options) {
-  const ScenePlan plan = planScene(scene::readScene(options.scene), options.overrides);
+  const ScenePlan plan = planScene(readScene(options.scene, options.overrides), options.overrides);
+  checkMemory(plan, 1);
   const std::vector<int> frames = framesWithStates(plan, options.every);
   const std::string pattern =
       options.output.empty() ? plan.scene.file.stem().string() + "_%06d.state" : options.output;

@@ -36,6 +36,7 @@ void addThreadsOption(CLI::App& command, std::optional<int>& threads,
                       const std::string& otherwise);  // how many there are then
 void addSceneOptions(CLI::App& command, SceneOptions& options);
 void addValueOptions(CLI::App& command, SceneOptions& options);  // those about parameters alone
+void addAllowOption(CLI::App& command, SceneOptions& options);
 void addOutputOptions(CLI::App& command, OutputOptions& options);
 
 // On standard error: a problem that does not stop the work, and something worth knowing.

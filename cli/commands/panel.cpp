@@ -61,7 +61,8 @@ void paintPanel(const PanelOptions& options) {
   if (!options.hover.empty()) hover = placeFromOption("--hover", options.hover);
   checkOutputFile(options.output, options.overwrite);
 
-  scene::Scene scene = options.scene.empty() ? scene::Scene{} : scene::readScene(options.scene);
+  scene::Scene scene =
+      options.scene.empty() ? scene::Scene{} : readScene(options.scene, options.overrides);
   LayerEffect effect(loadModule(options.module), planScene(std::move(scene), options.overrides), 0);
   effect.setFrame(0);
 
@@ -92,6 +93,7 @@ void addPanelCommand(CLI::App& app) {
       ->type_name("FILE.png")
       ->required();
   addValueOptions(*command, options->overrides);
+  addAllowOption(*command, options->overrides);
   command
       ->add_option("--click", options->clicks,
                    "Click at that pixel of the picture, on a control of\n"

@@ -9,6 +9,7 @@
 
 #include "cli/media/clip_part.h"
 #include "cli/media/numbered_pictures.h"
+#include "cli/pipeline/memory_need.h"
 #include "cli/scene/layer_effect.h"
 #include "cli/support/digest.h"
 
@@ -120,7 +121,8 @@ RenderJob planJob(const std::string& file, const RenderOptions& options) {
     OutputOptions output = options.output;
     output.name = filesOfScene(output.name, file);
     OutputTarget target = parseOutputTarget(output);
-    ScenePlan plan = planScene(scene::readScene(file), options.overrides);
+    ScenePlan plan = planScene(readScene(file, options.overrides), options.overrides);
+    checkMemory(plan, options.renderer.jobs);
     const std::string stateName = filesOfScene(options.fromState, file);
     const auto states = picturesOfPattern(stateName);
     std::optional<StarState> state;

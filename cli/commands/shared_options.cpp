@@ -24,9 +24,10 @@ void addSceneOptions(CLI::App& command, SceneOptions& options) {
   command
       .add_option("-i,--input", options.input,
                   "Still or clip to put the effect on, anything ffmpeg\n"
-                  "reads, alpha kept; numbered pictures as f.####.png,\n"
-                  "f.%04d.png or 'f.*.png'; - is standard input; the\n"
-                  "last frame of a clip that is too short holds")
+                  "reads but lists of other files, alpha kept; numbered\n"
+                  "pictures as f.####.png, f.%04d.png or 'f.*.png'; -\n"
+                  "is standard input; the last frame of a clip that is\n"
+                  "too short holds")
       ->type_name("FILE");
   command.add_flag("--still", options.reading.still,
                    "Take a numbered picture alone, not as a sequence");
@@ -56,6 +57,13 @@ void addSceneOptions(CLI::App& command, SceneOptions& options) {
       ->option_text("high|low")
       ->check(CLI::IsMember({"high", "low"}));
   addValueOptions(command, options);
+  addAllowOption(command, options);
+  command
+      .add_option("--limit-memory", options.memoryLimit,
+                  "Refuse what would take more, ffmpeg not counted;\n"
+                  "otherwise three quarters of the machine's memory")
+      ->option_text("500M|2G|...")
+      ->transform(CLI::AsSizeValue(false));
 }
 
 void addValueOptions(CLI::App& command, SceneOptions& options) {
@@ -72,6 +80,16 @@ void addValueOptions(CLI::App& command, SceneOptions& options) {
                   "may be repeated")
       ->type_name("LABEL=VALUE")
       ->allow_extra_args(false);
+}
+
+void addAllowOption(CLI::App& command, SceneOptions& options) {
+  command
+      .add_option("--allow", options.allowed,
+                  "A folder that scenes may name files in, besides their\n"
+                  "own; may be repeated")
+      ->type_name("FOLDER")
+      ->allow_extra_args(false)
+      ->check(CLI::ExistingDirectory);
 }
 
 void warn(const std::string& message) {

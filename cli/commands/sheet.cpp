@@ -4,6 +4,7 @@
 #include "cli/media/output_files.h"
 #include "cli/media/png_writer.h"
 #include "cli/pictures/contact_sheet.h"
+#include "cli/pipeline/memory_need.h"
 #include "cli/pipeline/progress.h"
 #include "cli/pipeline/scene_renderer.h"
 #include "cli/support/errors.h"
@@ -56,6 +57,12 @@ void addScene(ContactSheet& sheet, ScenePlan plan, int count, Progress& progress
   if (const std::string damage = renderer.damage(); !damage.empty()) warn(name + ": " + damage);
 }
 
+// The small frames, all of them on a sheet, and that packed.
+std::uint64_t bytesForCells(int count, FrameSize frame, int cellWidth) {
+  const double pixels = 1.0 * cellWidth * cellWidth * frame.height / frame.width;
+  return static_cast<std::uint64_t>(3 * 4 * pixels * count);
+}
+
 void makeSheet(const SheetOptions& options) {
   if (!parseOutputTarget(options.output).isOnePng()) {
     throw UsageError("a contact sheet is one picture, such as sheet.png, not " +
@@ -68,10 +75,14 @@ void makeSheet(const SheetOptions& options) {
 
   std::vector<ScenePlan> plans;
   int shownFrames = 0;
+  std::uint64_t cells = 0;
   for (const std::string& file : options.scenes) {
-    plans.push_back(planScene(scene::readScene(file), options.overrides));
+    plans.push_back(planScene(readScene(file, options.overrides), options.overrides));
     shownFrames += std::min(count, plans.back().frames);
+    cells +=
+        bytesForCells(std::min(count, plans.back().frames), plans.back().size, options.cellWidth);
   }
+  for (const ScenePlan& plan : plans) checkMemory(plan, options.renderer.jobs, cells);
 
   ContactSheet sheet(columns, options.cellWidth);
   Progress progress(std::filesystem::path(options.output).filename().string(), 0, shownFrames);

@@ -3,6 +3,8 @@
 #include <iterator>
 #include <sstream>
 
+#include "cli/media/clip_part.h"
+#include "cli/media/ffprobe.h"
 #include "cli/media/media_source.h"
 
 namespace cli {
@@ -141,7 +143,11 @@ std::vector<std::string> joinCommand(const OutputTarget& target, const std::file
                                      const std::filesystem::path& file, scene::FrameRate rate,
                                      const std::optional<Soundtrack>& sound) {
   std::vector<std::string> command;
-  append(command, "ffmpeg -v error -nostdin -y -f concat -safe 0 -i");
+  append(command, "ffmpeg -v error -nostdin -y -f concat -safe 0");
+  // Each part was looked at: none is another list.
+  const auto opening = openingOptions(std::string("concat,") + kPartFormats);
+  command.insert(command.end(), opening.begin(), opening.end());
+  command.push_back("-i");
   command.push_back(mediaArgument(list));
   if (sound) appendSoundInput(command, *sound);
   append(command, "-map 0:v -c:v copy" + timesOverSeams(target.format, rate) +

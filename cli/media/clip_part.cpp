@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "cli/media/ffprobe.h"
 #include "cli/media/media_source.h"
-#include "cli/support/child_process.h"
 #include "cli/support/errors.h"
 #include "scene/text/numbers.h"
 
@@ -18,13 +18,17 @@ constexpr char kPart[] = "brisel-part";
 
 // Throws WorkError naming the clip.
 Json probe(const std::filesystem::path& file, const std::string& name, bool counting = false) {
-  std::vector<std::string> command = {"ffprobe", "-v", "error", "-select_streams", "v:0"};
-  if (counting) command.push_back("-count_packets");
-  command.insert(command.end(), {"-show_data_hash", "crc32", "-show_entries",
-                                 "stream=nb_frames,nb_read_packets,extradata_hash:format_tags",
-                                 "-of", "json", mediaArgument(file)});
-  Json answer =
-      Json::parse(outputOf(command, "cannot read the clip " + inQuotes(name)), nullptr, false);
+  MediaSource clip;
+  clip.file = mediaArgument(file);
+  clip.options = openingOptions(kPartFormats);
+  std::vector<std::string> questions = {"-select_streams", "v:0"};
+  if (counting) questions.push_back("-count_packets");
+  questions.insert(questions.end(),
+                   {"-show_data_hash", "crc32", "-show_entries",
+                    "stream=nb_frames,nb_read_packets,extradata_hash:format_tags", "-of", "json"});
+  const std::string text =
+      askFfprobe(clip, questions, "cannot read the clip " + inQuotes(name)).text;
+  Json answer = Json::parse(text, nullptr, false);
   if (answer.is_discarded() || !answer.contains("streams") || answer["streams"].empty()) {
     throw WorkError("there is no clip in " + inQuotes(name));
   }

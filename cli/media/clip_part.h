@@ -14,6 +14,9 @@
 
 namespace cli {
 
+// The containers that parts come in, by ffmpeg's names.
+inline constexpr char kPartFormats[] = "mov,matroska";
+
 struct ClipPart {
   // What all parts of a clip must have in common, for messages: {"depth", "8"}.
   using Setting = std::pair<std::string, std::string>;

@@ -6,7 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/media/clip_timing.h"
-#include "cli/support/child_process.h"
+#include "cli/media/ffprobe.h"
 #include "cli/support/digest.h"
 #include "cli/support/errors.h"
 #include "scene/text/numbers.h"
@@ -215,18 +215,19 @@ MediaInfo infoOf(const MediaSource& source, const Json& answer, InputChoices cho
 }  // namespace
 
 MediaInfo probeMedia(const MediaSource& source, InputChoices choices) {
-  std::vector<std::string> command = {"ffprobe", "-v", "error", "-select_streams", "v:0"};
-  command.insert(command.end(), source.options.begin(), source.options.end());
-  command.insert(command.end(), {"-show_streams", "-show_entries",
-                                 "packet=pts,duration,flags,size:format=start_time,format_name",
-                                 "-of", "json", source.file});
-  const Json answer = Json::parse(
-      outputOf(command, "cannot read the input " + inQuotes(source.name)), nullptr, false);
+  const ProbeAnswer said =
+      askFfprobe(source,
+                 {"-select_streams", "v:0", "-show_streams", "-show_entries",
+                  "packet=pts,duration,flags,size:format=start_time,format_name", "-of", "json"},
+                 "cannot read the input " + inQuotes(source.name));
+  const Json answer = Json::parse(said.text, nullptr, false);
   if (!answer.is_discarded() && !answer.value("streams", Json::array()).empty()) {
     MediaInfo info = infoOf(source, answer, choices);
     if (info.size.width > 0 && info.size.height > 0) return info;
   }
-  throw WorkError("the input " + inQuotes(source.name) + " holds no picture");
+  const bool isTooLarge = said.complaint.starts_with("its pictures");
+  throw WorkError("the input " + inQuotes(source.name) + " holds no picture" +
+                  (isTooLarge ? " that can be read: " + said.complaint : ""));
 }
 
 int framesAtRate(const MediaInfo& info, scene::FrameRate rate) {

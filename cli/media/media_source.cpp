@@ -7,9 +7,12 @@
 #include <cerrno>
 #include <cstring>
 
+#include "cli/media/ffprobe.h"
 #include "cli/media/numbered_pictures.h"
 #include "cli/support/errors.h"
 #include "cli/support/interrupt.h"
+#include "cli/support/nameless_file.h"
+#include "scene/scene.h"
 
 namespace cli {
 namespace {
@@ -66,35 +69,70 @@ std::string pictureList(const NumberedPictures& sequence) {
     const bool isLast = i + 1 == pictures.size();
     const long long times =
         sequence.pattern.empty() || isLast ? 1 : pictures[i + 1].number - pictures[i].number;
-    for (long long k = 0; k < times; ++k) list += "file '" + path + "'\nduration 0.04\n";
+    // Or any of them could be another list.
+    const std::string entry =
+        "file '" + path + "'\noption format_whitelist " + kStillFormats + "\nduration 0.04\n";
+    for (long long k = 0; k < times; ++k) list += entry;
   }
   return list;
 }
 
-MediaSource sourceOf(MediaSource source, const NumberedPictures& sequence, bool tolerateDamage) {
+// The format is known, or must be one of the usual ones.
+void setOptions(MediaSource& source, const InputChoices& choices, const std::string& format = {},
+                const std::vector<std::string>& ofFormat = {}) {
+  source.options = openingOptions(format.empty() ? selfContainedFormats() : format);
+  source.options.insert(source.options.end(), {"-max_pixels", std::to_string(choices.mostPixels)});
+  if (!format.empty()) source.options.insert(source.options.end(), {"-f", format});
+  source.options.insert(source.options.end(), ofFormat.begin(), ofFormat.end());
+}
+
+// ffmpeg takes such a name of a picture for a pattern of others.
+bool looksLikePattern(const std::string& name) {
+  return name.find_first_of("%*?[]{}") != name.npos;
+}
+
+MediaSource sourceOf(MediaSource source, const NumberedPictures& sequence,
+                     const InputChoices& choices) {
   source.isSequence = true;
   const bool isNumbered = !sequence.pattern.empty();
   if (isNumbered && sequence.isWhole()) {
     const long long first = sequence.pictures.front().number;
-    if (!tolerateDamage) source.firstNumber = first;
-    source.options = {"-f", "image2", "-start_number", std::to_string(first)};
+    if (!choices.tolerateDamage) source.firstNumber = first;
+    setOptions(source, choices, "image2",
+               {"-pattern_type", "sequence", "-start_number", std::to_string(first)});
     source.file = mediaArgument(sequence.pattern);
     return source;
   }
   if (isNumbered) {
+    const long long numbers = sequence.pictures.back().number - sequence.pictures.front().number;
+    if (numbers >= scene::kMaxFrames) {
+      throw WorkError("the numbers of the input " + inQuotes(source.name) + " lie more than " +
+                      std::to_string(scene::kMaxFrames) + " apart");
+    }
     source.note =
         "the input " + inQuotes(source.name) + " lacks the numbers " + sequence.missing() + "; ";
-    if (!tolerateDamage) {
+    if (!choices.tolerateDamage) {
       throw WorkError(source.note + "with --tolerate-damage the picture before a gap holds");
     }
     source.note += "the picture before a gap holds";
   }
   const auto content = std::make_shared<NamelessFile>();
   content->append(pictureList(sequence));
-  source.options = {"-f", "concat", "-safe", "0"};
+  setOptions(source, choices, "concat", {"-safe", "0"});
   source.file = mediaArgument(content->path());
   source.content = content;
   return source;
+}
+
+// The folder has been checked.
+void checkPictures(const NumberedPictures& sequence, const std::filesystem::path& folder,
+                   const FileCheck& check) {
+  if (!check) return;
+  for (const NumberedPictures::Picture& picture : sequence.pictures) {
+    if (picture.path.parent_path() != folder || std::filesystem::is_symlink(picture.path)) {
+      check(picture.path);
+    }
+  }
 }
 
 }  // namespace
@@ -103,10 +141,13 @@ std::string mediaArgument(const std::filesystem::path& path) {
   return "file:" + path.string();
 }
 
-MediaSource findSource(const std::filesystem::path& path, InputChoices choices) {
+MediaSource findSource(const std::filesystem::path& path, InputChoices choices,
+                       const FileCheck& check) {
+  if (check) check(path);
   MediaSource source;
   source.name = path.string();
   source.file = mediaArgument(path);
+  setOptions(source, choices);
   if (source.name == "-") {
     if (isatty(STDIN_FILENO)) {
       throw WorkError(
@@ -121,27 +162,37 @@ MediaSource findSource(const std::filesystem::path& path, InputChoices choices) 
       if (sequence->pictures.empty()) {
         throw WorkError("no file is named as the input " + inQuotes(source.name) + " says");
       }
-      return sourceOf(std::move(source), *sequence, choices.tolerateDamage);
+      checkPictures(*sequence, path.parent_path(), check);
+      return sourceOf(std::move(source), *sequence, choices);
     }
     throw WorkError("the input " + inQuotes(source.name) + " does not exist");
   }
   if (std::filesystem::is_directory(status)) {
     throw WorkError("the input " + inQuotes(source.name) + " is a folder, not a picture or clip");
   }
-  if (std::filesystem::is_fifo(status)) {
+  const bool isPipe = std::filesystem::is_fifo(status);
+  if (!std::filesystem::is_regular_file(status) && (!isPipe || check)) {
+    throw WorkError("the input " + inQuotes(source.name) + " is a " +
+                    (isPipe ? "pipe; give it with -i" : "device, not a picture or clip"));
+  }
+  if (isPipe) {
     FileDescriptor pipe = openPipe(source.name);
     return spooled(std::move(source), std::move(pipe));
   }
-  if (std::filesystem::is_regular_file(status)) {
-    checkThatItHoldsSomething(source.name, std::filesystem::file_size(path));
-  }
+  checkThatItHoldsSomething(source.name, std::filesystem::file_size(path));
   if (!choices.still) {
     if (const auto sequence = picturesFrom(path)) {
       source.note = inQuotes(source.name) + " is taken as the first of " +
                     std::to_string(sequence->pictures.size()) +
                     " numbered pictures; --still takes it alone";
-      return sourceOf(std::move(source), *sequence, choices.tolerateDamage);
+      checkPictures(*sequence, path.parent_path(), check);
+      return sourceOf(std::move(source), *sequence, choices);
     }
+  }
+  if (looksLikePattern(source.name)) {
+    const auto file = std::make_shared<FileDescriptor>(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    source.file = mediaArgument(file->path());
+    source.content = file;
   }
   return source;
 }

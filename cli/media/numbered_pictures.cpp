@@ -87,7 +87,8 @@ NumberedPictures picturesNamed(const std::filesystem::path& folder, const Number
     }
     const std::string number = name.substr(
         pattern.prefix.size(), name.size() - pattern.prefix.size() - pattern.suffix.size());
-    if (pattern.isNumber(number)) result.pictures.push_back({folder / name, std::stoll(number)});
+    if (pattern.isNumber(number) && entry.is_regular_file(error))
+      result.pictures.push_back({folder / name, std::stoll(number)});
   }
   std::ranges::sort(result.pictures, {}, &NumberedPictures::Picture::number);
   return result;
@@ -98,7 +99,11 @@ NumberedPictures picturesMatching(const std::string& wildcards) {
   NumberedPictures result;
   glob_t found = {};
   if (glob(wildcards.c_str(), 0, nullptr, &found) == 0) {
-    for (std::size_t i = 0; i < found.gl_pathc; ++i) result.pictures.push_back({found.gl_pathv[i]});
+    std::error_code error;
+    for (std::size_t i = 0; i < found.gl_pathc; ++i) {
+      const std::filesystem::path path = found.gl_pathv[i];
+      if (std::filesystem::is_regular_file(path, error)) result.pictures.push_back({path});
+    }
   }
   globfree(&found);
   if (result.pictures.empty()) return result;

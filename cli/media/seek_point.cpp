@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "cli/support/child_process.h"
+#include "cli/media/ffprobe.h"
 #include "cli/support/errors.h"
 #include "scene/text/numbers.h"
 
@@ -40,21 +40,17 @@ const PictureTime* keyBefore(const MediaInfo& info, scene::FrameRate rate, int f
 // Whether the container leads there or to an earlier key picture, and that needs no other: some
 // streams are refreshed bit by bit, and what they call key is where that begins.
 bool leadsTo(const MediaInfo& info, const PictureTime& key) {
-  const std::vector<std::string> command = {"ffprobe",
-                                            "-v",
-                                            "error",
-                                            "-select_streams",
-                                            "v:0",
-                                            "-read_intervals",
-                                            std::to_string(timeOf(info, key) + kBehind) + "%+#1",
-                                            "-show_entries",
-                                            "frame=pts,pict_type",
-                                            "-of",
-                                            "csv=p=0",
-                                            info.source.file};
+  const std::vector<std::string> questions = {"-select_streams",
+                                              "v:0",
+                                              "-read_intervals",
+                                              std::to_string(timeOf(info, key) + kBehind) + "%+#1",
+                                              "-show_entries",
+                                              "frame=pts,pict_type",
+                                              "-of",
+                                              "csv=p=0"};
   std::string answer;
   try {
-    answer = outputOf(command, "cannot read the input " + inQuotes(info.source.name));
+    answer = askFfprobe(info.source, questions, "").text;
   } catch (const WorkError&) {
     return false;  // what is damaged may lie beyond the frames that are wanted
   }

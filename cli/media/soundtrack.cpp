@@ -6,8 +6,8 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
+#include "cli/media/ffprobe.h"
 #include "cli/media/media_source.h"
-#include "cli/support/child_process.h"
 #include "cli/support/errors.h"
 #include "scene/text/numbers.h"
 
@@ -47,13 +47,14 @@ bool hasSound(OutputFormat format) {
 }
 
 std::optional<Soundtrack> findSoundtrack(const MediaSource& source, double start, double seconds) {
-  const std::string answer =
-      outputOf({"ffprobe", "-v", "error", "-select_streams", "a", "-show_entries",
-                "stream=codec_name:format=start_time", "-of", "json", source.file},
-               "cannot read the sound of " + inQuotes(source.name));
+  const std::string answer = askFfprobe(source,
+                                        {"-select_streams", "a", "-show_entries",
+                                         "stream=codec_name:format=start_time", "-of", "json"},
+                                        "cannot read the sound of " + inQuotes(source.name))
+                                 .text;
   const Json json = Json::parse(answer, nullptr, false);
   if (json.is_discarded()) return std::nullopt;
-  Soundtrack sound{source.name, source.file, {}, start, seconds};
+  Soundtrack sound{source.name, source.file, source.options, {}, start, seconds};
   for (const Json& stream : json.value("streams", Json::array())) {
     sound.codecs.push_back(stream.value("codec_name", "unknown"));
   }
@@ -66,6 +67,7 @@ std::optional<Soundtrack> findSoundtrack(const MediaSource& source, double start
 
 void appendSoundInput(std::vector<std::string>& command, const Soundtrack& sound) {
   if (sound.start > 0) command.insert(command.end(), {"-ss", secondsText(sound.start)});
+  command.insert(command.end(), sound.options.begin(), sound.options.end());
   command.insert(command.end(), {"-t", secondsText(sound.seconds), "-i", sound.file});
 }
 

@@ -11,11 +11,12 @@
 namespace cli {
 
 struct Soundtrack {
-  std::string name;                 // of the file, for messages
-  std::string file;                 // as ffmpeg is to be told it
-  std::vector<std::string> codecs;  // of each of the file's audio streams, by ffmpeg's names
-  double start = 0;                 // seconds from the beginning of the file's first stream
-  double seconds = 0;               // length
+  std::string name;                  // of the file, for messages
+  std::string file;                  // as ffmpeg is to be told it
+  std::vector<std::string> options;  // how ffmpeg is to open it
+  std::vector<std::string> codecs;   // of each of the file's audio streams, by ffmpeg's names
+  double start = 0;                  // seconds from the beginning of the file's first stream
+  double seconds = 0;                // length
 };
 
 // Whether clips of this format can have sound.

@@ -84,8 +84,8 @@ StarState SceneRenderer::state() {
   return state;
 }
 
-int SceneRenderer::framesAtOnce() const {
-  return jobs_ == 1 ? 1 : std::min(jobs_, kMostAtATime) + kFramesWaiting;
+int SceneRenderer::framesAtOnce(int jobs) {
+  return jobs == 1 ? 1 : std::min(jobs, kMostAtATime) + kFramesWaiting;
 }
 
 // What instances share of a module depends on the thread. An older module knows no other way: it

@@ -62,7 +62,8 @@ class SceneRenderer {
   // The threads that the work on frames may take turns on: 1 where the module needs that.
   int jobs() const { return jobs_; }
   // How many frames may be between their reading and their end.
-  int framesAtOnce() const;
+  int framesAtOnce() const { return framesAtOnce(jobs_); }
+  static int framesAtOnce(int jobs);
   hostkit::World newOutput() const { return worldFor(plan_); }
 
   // What the user should know before the first frame.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cli/support/errors.h"
+#include "cli/support/memory.h"
 #include "scene/text/numbers.h"
 
 namespace cli {
@@ -53,24 +54,45 @@ void applyOptions(scene::Scene& scene, const SceneOptions& options) {
   }
 }
 
-MediaInfo probeInput(const scene::Scene& scene, const InputChoices& reading) {
+scene::FileAccess accessBy(const SceneOptions& options) {
+  return {{options.allowed.begin(), options.allowed.end()}, "--allow"};
+}
+
+// A picture that fills the memory by itself, at 8 bytes a pixel, need not be decoded to be refused.
+InputChoices readingOf(const SceneOptions& options, std::uint64_t memoryLimit) {
+  InputChoices reading = options.reading;
+  const auto most = static_cast<std::int64_t>(std::max<std::uint64_t>(1, memoryLimit / 8));
+  reading.mostPixels = std::min(reading.mostPixels, most);
+  return reading;
+}
+
+MediaInfo probeInput(const scene::Scene& scene, const InputChoices& reading,
+                     const SceneOptions& options) {
+  if (scene.inputPlace.empty()) return probeMedia(findSource(scene.input, reading), reading);
   try {
-    return probeMedia(findSource(scene.input, reading), reading);
+    const auto check = [&](const std::filesystem::path& file) {
+      checkAccess(file, scene.file, accessBy(options), "the input");
+    };
+    return probeMedia(findSource(scene.input, reading, check), reading);
   } catch (const WorkError& error) {
-    if (scene.inputPlace.empty()) throw;
     throw WorkError(scene.inputPlace + ": " + error.what());
   }
 }
 
 }  // namespace
 
+scene::Scene readScene(const std::filesystem::path& file, const SceneOptions& options) {
+  return scene::readScene(file, accessBy(options));
+}
+
 ScenePlan planScene(scene::Scene scene, const SceneOptions& options) {
   applyOptions(scene, options);
   ScenePlan plan;
   plan.scene = std::move(scene);
-  plan.reading = options.reading;
+  plan.memoryLimit = options.memoryLimit.value_or(machineMemory() / 4 * 3);
+  plan.reading = readingOf(options, plan.memoryLimit);
   if (!plan.scene.input.empty()) {
-    plan.input = probeInput(plan.scene, plan.reading);
+    plan.input = probeInput(plan.scene, plan.reading, options);
     plan.layer = {std::min(plan.input->size.width, scene::kMaxSide),
                   std::min(plan.input->size.height, scene::kMaxSide)};
     if (!plan.input->isStill()) plan.rate = plan.input->rate;

@@ -1,6 +1,7 @@
 // A scene with everything decided: what the file and the options leave open comes from the input.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 
 #include "cli/media/media_info.h"
@@ -20,6 +21,7 @@ struct ScenePlan {
   scene::FrameRate rate;
   InputChoices reading;
   std::optional<MediaInfo> input;  // of scene.input
+  std::uint64_t memoryLimit = 0;   // bytes that its frames may take
 };
 
 // What the command line may say about a scene; empty or none where it says nothing.
@@ -34,7 +36,12 @@ struct SceneOptions {
   std::string quality;
   std::vector<std::string> presets;
   std::vector<std::string> settings;
+  std::optional<std::uint64_t> memoryLimit;  // bytes; none: three quarters of the machine's
+  std::vector<std::string> allowed;  // folders that scenes may name files in, besides their own
 };
+
+// The scene of a file, which may come from a stranger. Throws as scene::readScene does.
+scene::Scene readScene(const std::filesystem::path& file, const SceneOptions& options);
 
 // Options win over the scene file, and the input says what both leave open. Throws UsageError when
 // an option makes no sense, and WorkError when the input cannot be read.

@@ -203,7 +203,9 @@ bool ChildProcess::complainedOf(std::string_view text) const {
   return count > 0 && end.find(text) != std::string::npos;
 }
 
-std::string outputOf(const std::vector<std::string>& command, const std::string& failure) {
+std::string outputOf(const std::vector<std::string>& command, const std::string& failure,
+                     std::string* complaint) {
+  constexpr std::size_t kMostPrinted = std::size_t{1} << 28;
   ChildProcess process(command, ChildProcess::Pipe::kFromItsOutput);
   std::string output;
   std::array<std::uint8_t, 4096> buffer;
@@ -211,14 +213,15 @@ std::string outputOf(const std::vector<std::string>& command, const std::string&
   do {
     count = process.read(buffer);
     output.append(buffer.begin(), buffer.begin() + count);
+    if (output.size() > kMostPrinted) throw WorkError(failure + ": there is too much in it");
   } while (count == buffer.size());
-  if (!process.finish()) {
-    // About the file that ends the command, which the failure names already.
-    std::string complaint = process.firstComplaint();
-    const std::string file = command.back() + ": ";
-    if (complaint.starts_with(file)) complaint.erase(0, file.size());
-    throw WorkError(failure + ": " + complaint);
-  }
+  const bool succeeded = process.finish();
+  // About the file that ends the command, which the failure names already.
+  std::string said = process.firstComplaint();
+  const std::string file = command.back() + ": ";
+  if (said.starts_with(file)) said.erase(0, file.size());
+  if (complaint) *complaint = said;
+  if (!succeeded) throw WorkError(failure + ": " + said);
   return output;
 }
 

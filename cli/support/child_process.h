@@ -70,7 +70,9 @@ class ChildProcess {
 };
 
 // Runs the command to its end and returns what it printed; throws WorkError with the program's
-// complaint, after `failure` and a colon, when it does not succeed.
-std::string outputOf(const std::vector<std::string>& command, const std::string& failure);
+// complaint, after `failure` and a colon, when it does not succeed, or prints beyond all measure.
+// Its first complaint is told in any case.
+std::string outputOf(const std::vector<std::string>& command, const std::string& failure,
+                     std::string* complaint = nullptr);
 
 }  // namespace cli

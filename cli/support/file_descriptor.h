@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <string>
 #include <utility>
 
 namespace cli {
@@ -21,6 +22,10 @@ class FileDescriptor {
 
   int get() const { return descriptor_; }
   bool isOpen() const { return descriptor_ >= 0; }
+  // A name under which programs started by this one can open the file.
+  std::string path() const {
+    return "/proc/" + std::to_string(getpid()) + "/fd/" + std::to_string(descriptor_);
+  }
   void close() {
     if (isOpen()) ::close(std::exchange(descriptor_, -1));
   }

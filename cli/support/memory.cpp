@@ -1,6 +1,7 @@
 #include "cli/support/memory.h"
 
 #include <malloc.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <string>
@@ -16,6 +17,11 @@ void keepFreedMemory() {
   // For ffmpeg, unless the user knows better.
   setenv("MALLOC_MMAP_THRESHOLD_", std::to_string(kLargestKept).c_str(), 0);
   setenv("MALLOC_TRIM_THRESHOLD_", std::to_string(kMostKept).c_str(), 0);
+}
+
+std::uint64_t machineMemory() {
+  return static_cast<std::uint64_t>(sysconf(_SC_PHYS_PAGES)) *
+         static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
 }
 
 }  // namespace cli

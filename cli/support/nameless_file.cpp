@@ -43,8 +43,4 @@ void NamelessFile::append(std::span<const char> bytes) {
   }
 }
 
-std::string NamelessFile::path() const {
-  return "/proc/" + std::to_string(getpid()) + "/fd/" + std::to_string(file_.get());
-}
-
 }  // namespace cli

@@ -18,7 +18,7 @@ class NamelessFile {
   void append(std::span<const char> bytes);
 
   // A name under which programs started by this one can open it.
-  std::string path() const;
+  std::string path() const { return file_.path(); }
 
  private:
   std::string folder_;

@@ -1,13 +1,11 @@
 #include "frei0r/look.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <limits>
 #include <string_view>
 #include <utility>
 
 #include "frei0r/built_in_presets.h"
-#include "scene/text/errors.h"
 
 namespace brisel {
 namespace {
@@ -26,23 +24,9 @@ std::vector<scene::PresetChoice> presetsNamed(std::string_view names) {
   }
 }
 
-/// A device or a pipe could keep the host waiting for ever.
-void rejectWhatIsNoFile(const std::filesystem::path& scene) {
-  std::error_code none;
-  const auto type = std::filesystem::status(scene, none).type();
-  if (type == std::filesystem::file_type::regular ||
-      type == std::filesystem::file_type::directory || !std::filesystem::exists(scene, none)) {
-    return;  // which readScene answers
-  }
-  throw scene::WorkError("the scene \"" + scene.string() + "\" is a device or a pipe");
-}
-
 scene::Scene sceneOf(const LookSource& source) {
   scene::Scene scene;
-  if (!source.scene.empty()) {
-    rejectWhatIsNoFile(source.scene);
-    scene = scene::readScene(source.scene);
-  }
+  if (!source.scene.empty()) scene = scene::readScene(source.scene);
   const auto choices = presetsNamed(source.presets);
   for (scene::Layer& layer : scene.layers) {
     layer.presets.insert(layer.presets.end(), choices.begin(), choices.end());

@@ -182,7 +182,7 @@ TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
       {"[mask]\npath = [{frame=0,value=\"M 0 0\"},\n{frame=5,value=\"M 0 0 Z\"}]",
        "s.toml:3: path: the outline at frame 5 is closed, the one at frame 0 open; all"},
       {"[scene]\nmask = \"f.svg\"", "s.toml:2: mask is an SVG file and the id of a path in it"},
-      {"[scene]\nmask = \"none.svg#a\"", "s.toml:2: mask: cannot read \"none.svg\": No such file"},
+      {"[scene]\nmask = \"none.svg#a\"", "s.toml:2: mask: \"none.svg\" does not exist"},
       {"[scene]\nmask = \"f.svg#bat\"",
        "s.toml:2: mask: \"f.svg\" has no path with the id \"bat\""},
       {"[scene]\nmask = \"f.svg#bad\"", "s.toml:2: mask: f.svg:2: \"L\" takes 2 numbers"},

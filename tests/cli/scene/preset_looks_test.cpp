@@ -100,9 +100,10 @@ Picture render(const Cut& cut) {
   const bool isRound = cut.preset == "orbit" || cut.preset == "fireflies";
   cli::SceneOptions options;
   options.presets = {cut.preset};
+  options.allowed = {SOURCE_FOLDER "/examples/media"};
   if (!isRound) options.scale = "1/2";
   const auto scene = kLibrary / "thumbnails" / (cut.scene + ".toml");
-  cli::SceneRenderer renderer(cli::planScene(scene::readScene(scene), options));
+  cli::SceneRenderer renderer(cli::planScene(cli::readScene(scene, options), options));
   for (int frame = 0; frame < cut.frame; ++frame) {
     renderer.stepNext(renderer.readNext());
   }
