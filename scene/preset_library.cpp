@@ -18,7 +18,7 @@ using brisel::ParameterFile;
 std::string faultOf(const ParameterFile& file) {
   switch (file.state) {
     case ParameterFile::State::Missing:
-      return " is missing, cannot be read, or lies outside the folder of the presets";
+      return " is missing, too large or cannot be read, or lies outside the folder of the presets";
     case ParameterFile::State::OtherKind:
       return " is no parameter file: it does not begin with \"" +
              std::string(brisel::kParameterFileHeader) + "\", or ends there";
@@ -42,7 +42,10 @@ std::optional<std::vector<std::uint8_t>> readFileOfSystem(const std::filesystem:
 
 PresetLibrary::PresetLibrary(const std::filesystem::path& folder)
     : PresetLibrary(folder, [folder](const std::filesystem::path& file) {
-        return liesBelow(file, folder) ? readFileOfSystem(file) : std::nullopt;
+        std::error_code error;
+        const bool isToBeRead =
+            liesBelow(file, folder) && std::filesystem::file_size(file, error) <= kMaxFileBytes;
+        return isToBeRead ? readFileOfSystem(file) : std::nullopt;
       }) {}
 
 PresetLibrary::PresetLibrary(const std::filesystem::path& folder, ReadFile read)

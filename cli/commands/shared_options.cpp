@@ -89,7 +89,7 @@ void addAllowOption(CLI::App& command, SceneOptions& options) {
                   "own; may be repeated")
       ->type_name("FOLDER")
       ->allow_extra_args(false)
-      ->check(CLI::ExistingDirectory);
+      ->check(CLI::ExistingDirectory.description(""));  // which would be shown behind the name
 }
 
 void warn(const std::string& message) {

@@ -30,7 +30,7 @@ std::vector<std::string> choicesOf(const CLI::Option& option) {
 
 ValueKind kindOf(const std::string& value) {
   if (value.empty()) return ValueKind::kNone;
-  if (value.starts_with("FILE")) return ValueKind::kFile;
+  if (value.starts_with("FILE") || value == "FOLDER") return ValueKind::kFile;
   if (value == "PRESET") return ValueKind::kPreset;
   if (value == "LABEL=VALUE") return ValueKind::kSetting;
   return ValueKind::kOther;

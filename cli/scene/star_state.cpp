@@ -22,6 +22,7 @@ constexpr std::string_view kByteOrder =
 constexpr std::size_t kChecksumDigits = 8;
 // As many layers and stars as there can be take less.
 constexpr std::uintmax_t kMostBytes = std::uintmax_t{1} << 28;
+constexpr std::size_t kMostBytesOfHead = 1 << 20;
 
 std::string checksumOf(std::string_view bytes) {
   char digits[kChecksumDigits + 1];
@@ -60,7 +61,7 @@ bool parse(const Json& head, std::string_view rest, StarState& state) {
     return false;
   }
   const auto frame = head["frame"].get<std::uint64_t>();
-  if (frame > scene::kMaxFrames) return false;
+  if (frame > scene::kMaxFrames || head["layers"].size() > scene::kMaxLayers) return false;
   state.frame = static_cast<int>(frame);
   for (const auto& [name, value] : head["scene"].items()) {
     if (!value.is_string()) return false;
@@ -107,6 +108,7 @@ StarState readState(const std::filesystem::path& file) {
     refuse(file, "is damaged or not complete");
   }
   const auto headLine = takeUpTo('\n', rest);
+  if (headLine && headLine->size() > kMostBytesOfHead) refuse(file, "is damaged");
   const Json head = Json::parse(headLine.value_or(""), nullptr, false);
   if (head.is_discarded() || !head.is_object()) refuse(file, "is damaged");
   if (head.value("byteOrder", Json()) != kByteOrder) {

@@ -125,6 +125,9 @@ TEST_F(CheckpointTest, WhatCannotBeTakenIsRefusedByName) {
   forge("newer.state", "state 1", "state 2");
   forge("swapped.state", "\"little\"", "\"big\"");
   forge("stars.state", "BRISELST", "BRISELXX");
+  std::string layers = "\"layers\":[0";
+  for (int i = 0; i < 600'000; ++i) layers += ",0";
+  forge("head.state", "\"layers\":[", layers + ",");
   forge("frame.state", "\"frame\":4", "\"frame\":-4");
   write("cut.state", good.substr(0, good.size() / 2));
   write("bent.state", good.substr(0, 900) + '?' + good.substr(901));
@@ -136,6 +139,7 @@ TEST_F(CheckpointTest, WhatCannotBeTakenIsRefusedByName) {
       {"swapped.state", "the state \"swapped.state\" was saved on a machine of another byte order"},
       {"cut.state", "the state \"cut.state\" is damaged or not complete" + end},
       {"bent.state", "the state \"bent.state\" is damaged or not complete" + end},
+      {"head.state", "the state \"head.state\" is damaged" + end},
       {"frame.state", "the state \"frame.state\" is damaged" + end},
       {"stars.state",
        "the state \"stars.state\" cannot be taken: the effect module cannot restore"},

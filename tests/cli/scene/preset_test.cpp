@@ -149,6 +149,11 @@ TEST_F(PresetTest, WhatCannotBeAppliedIsOneSentence) {
   write(kFolder + std::string("Drizzen.prs"),
         "\r\n[Emmiter]\r\np1.txt a\r\n[Geometry]\r\np1.prm a");
   EXPECT_NE(ofPreset("p1", 2).find("p1.prm"), std::string::npos) << "which of the two?";
+  write(kFolder + std::string("Drizzen.prs"), "\r\n[Emmiter]\r\n../out.txt a\r\n");
+  write(kFolder + std::string("../out.txt"), read(kFolder + std::string("star.txt")));
+  EXPECT_NE(
+      ofPreset("../out", 1).find("out.txt\" is missing, too large or cannot be read, or lies"),
+      std::string::npos);
   EXPECT_NE(complaint({"render", "p.toml", "-o", "o.mov"}, 1).find("p.toml:2: there is no preset"),
             std::string::npos);
 }
