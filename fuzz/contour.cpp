@@ -113,10 +113,10 @@ void walk(const brisel::CBorderLine& line, Corners corner, const Mask& mask, std
       const std::uint8_t here = mask.at(row, column);
       const std::uint8_t before = down != 0 ? mask.at(row, column - 1) : mask.at(row - 1, column);
       const bool hereIsRight = down != 0 ? down < 0 : right > 0;
-      const bool isRight = line.rightLabel == (hereIsRight ? here : before);
-      const bool isLeft = line.leftLabel == (hereIsRight ? before : here);
-      // Past a corner where two of three regions touch, only one side stays what it was.
-      require(mask.isTwoValued ? isRight && isLeft : isRight || isLeft, "labels are the mask's");
+      // Where three regions touch, a line may go on between two others.
+      require(!mask.isTwoValued || (line.rightLabel == (hereIsRight ? here : before) &&
+                                    line.leftLabel == (hereIsRight ? before : here)),
+              "labels are the mask's");
       place = after;
     }
   }

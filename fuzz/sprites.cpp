@@ -87,9 +87,13 @@ std::int32_t radius(Bytes& bytes) {
   return std::max(bytes.integer<std::int32_t>() & 0x7fffffff, 1);
 }
 
-/// Half of the time from 0 to 2, as most brightnesses and shares are.
+/// Finite, as parameters can say it; half of the time from 0 to 2, as most brightnesses and shares
+/// are.
 float amount(Bytes& bytes) {
-  return bytes.flag() ? bytes.real() : static_cast<float>(bytes.integer<std::uint8_t>()) / 128.0f;
+  constexpr float kMost = 1000.0f;
+  if (!bytes.flag()) return static_cast<float>(bytes.integer<std::uint8_t>()) / 128.0f;
+  const float number = bytes.real();
+  return std::fabs(number) <= kMost ? number : kMost;
 }
 
 Rgb color(Bytes& bytes) {
@@ -131,12 +135,15 @@ Sprite readSprite(Bytes& bytes) {
                        color(bytes),
                        aboveZero(amount(bytes)),
                        amount(bytes),
-                       amount(bytes)};
+                       aboveZero(amount(bytes))};
     case 3: {
       const bool isTextured = bytes.flag();
       const auto turn = static_cast<float>(bytes.integer<std::int16_t>()) / 1000.0f;
-      return CrossSpec{isTextured,     rule(bytes),    extent(bytes), center(),
-                       std::cos(turn), std::sin(turn), color(bytes),  aboveZero(amount(bytes)),
+      const float size = extent(bytes);
+      const PointF place = center();
+      const bool isNear = std::fabs(place.x) < 0x1p31f && std::fabs(place.y) < 0x1p31f;
+      return CrossSpec{isTextured,     rule(bytes),    size,         isNear ? place : PointF{},
+                       std::cos(turn), std::sin(turn), color(bytes), aboveZero(amount(bytes)),
                        amount(bytes),  amount(bytes),  amount(bytes)};
     }
     default: {

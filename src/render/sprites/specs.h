@@ -58,7 +58,7 @@ struct BlicsSpec {
   float rainbowShift;
   /// The share of the radius from the brightest circle to the edge; a ring's light reaches as far
   /// inward, too.
-  float rim;
+  float rim;  // above 0
 
   IndexRange steps() const { return {-radius, radius}; }
   StepMap rowMap() const { return {center.y}; }
@@ -69,8 +69,8 @@ struct BlicsSpec {
 struct CrossSpec {
   bool isTextured;
   BlendRule rule;
-  float radius;  // above 0
-  PointF center;
+  float radius;    // above 0
+  PointF center;   // less than 2^31 either way
   float cos, sin;  // of its angle, growing counterclockwise
   Rgb color;
   float value;  // above 0
