@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 #include <system_error>
 
 #include "scene/text/errors.h"
@@ -55,9 +55,11 @@ std::string textOfFile(const fs::path& file, const std::string& name) {
   }
   std::ifstream stream(file, std::ios::binary);
   if (!stream) throw WorkError(name + " cannot be read: " + std::strerror(errno));
-  std::ostringstream text;
-  text << stream.rdbuf();
-  return std::move(text).str();
+  try {
+    return {std::istreambuf_iterator<char>(stream), {}};
+  } catch (const std::ios_base::failure&) {
+    throw WorkError(name + " cannot be read: " + std::strerror(errno));
+  }
 }
 
 }  // namespace scene

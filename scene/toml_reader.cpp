@@ -60,7 +60,7 @@ toml::table TomlReader::parse() const {
                     std::to_string(kMaxKeyParts) + " parts");
   }
   try {
-    return toml::parse(text, name);
+    return toml::parse(text);  // with a name, want of memory for it would end the program
   } catch (const toml::parse_error& parseError) {
     const toml::source_position position = parseError.source().begin;
     const std::string place = position.line > 0 ? name + ":" + std::to_string(position.line) : name;

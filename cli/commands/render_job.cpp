@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <string_view>
@@ -12,6 +11,7 @@
 #include "cli/pipeline/memory_need.h"
 #include "cli/scene/layer_effect.h"
 #include "cli/support/digest.h"
+#include "scene/file_access.h"
 
 namespace cli {
 namespace {
@@ -183,9 +183,8 @@ std::vector<RenderJob> planJobs(const RenderOptions& options) {
 }
 
 std::string sceneDigest(const scene::Scene& scene) {
-  std::ifstream stream(scene.file, std::ios::binary);
   Digest digest;
-  digest.add(std::string(std::istreambuf_iterator<char>(stream), {}));
+  digest.add(scene::textOfFile(scene.file, "the scene " + inQuotes(scene.file.string())));
   return digest.text();
 }
 

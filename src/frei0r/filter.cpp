@@ -54,9 +54,9 @@ void Filter::update(double time, const std::uint32_t* clip, std::uint32_t* outpu
   const std::scoped_lock lock(mutex_);
   try {
     clock_.tell(time);
-    if (findLook()) return draw(clock_.frame(), clip, output);
+    findLook();
+    return draw(clock_.frame(), clip, output);
   } catch (const std::bad_alloc&) {
-    lookSource_.reset();  // there may be memory for the look of the next one
     complain("there is no memory for a frame", kPasses);
   } catch (const std::exception& failure) {
     complain(failure.what(), kPasses);
@@ -81,17 +81,18 @@ LookSource Filter::currentSource() const {
   return source;
 }
 
-/// Throws what Look's constructor does, but once for each source.
-bool Filter::findLook() {
+/// Throws what Look's constructor does, and the next frame tries again: a file that could not be
+/// read may be a share that is back by then.
+void Filter::findLook() {
   LookSource source = currentSource();
-  if (lookSource_ == source) return look_.has_value();
+  if (lookSource_ == source) return;
+  lookSource_.reset();
   look_.reset();
+  look_.emplace(source, size_);
   lookSource_ = std::move(source);
-  look_.emplace(*lookSource_, size_);
   stars_.clear();
   const auto rate = toldRate_ ? toldRate_ : look_->rate();
   clock_.setRate(rate ? std::optional(rate->perSecond()) : std::nullopt);
-  return true;
 }
 
 void Filter::draw(std::int32_t frame, const std::uint32_t* clip, std::uint32_t* output) {

@@ -41,7 +41,7 @@ class Filter {
 
  private:
   LookSource currentSource() const;
-  bool findLook();
+  void findLook();
   void draw(std::int32_t frame, const std::uint32_t* clip, std::uint32_t* output);
   void drawLayer(std::size_t layer, std::int32_t frame, const FrameViews& views);
   Values valuesAt(std::size_t layer, std::int32_t frame) const;
@@ -53,7 +53,7 @@ class Filter {
   FilterSettings settings_;
   FrameClock clock_;
   std::optional<scene::FrameRate> toldRate_;
-  std::optional<LookSource> lookSource_;  // of `look_`, or of what is wrong
+  std::optional<LookSource> lookSource_;  // of `look_`
   std::optional<Look> look_;
   std::vector<StarHistory> stars_;  // of each layer; empty when nothing is known
   ChoiceRecord choices_;

@@ -82,7 +82,8 @@ def complaints(answer, found, before, expected, failure):
     if failure[1] in (0, errno.EINTR):
         yield "takes an interruption for a failure"
     lines = answer.stderr.decode(errors="replace").splitlines()
-    if answer.returncode != 1 or len(lines) != 1 or not lines[0].startswith("brisel: "):
+    said = [line for line in lines if line.startswith("brisel: ")]
+    if answer.returncode != 1 or len(said) != 1 or said != lines[-1:]:
         yield "says no single sentence"
 
 

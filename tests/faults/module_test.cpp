@@ -258,7 +258,9 @@ TEST_F(Faults, TheFilterGoesOnWithTheNextFrame) {
   std::string saved;
   failEach("brisel.so", [&] {
     std::unique_ptr<tests::HostedFilter> filter;
-    const auto set = [&] { filter->set("Presets", "fireworks").set("Size", 0.3); };
+    const auto set = [&] {
+      filter->set("Scene", scene).set("Presets", "fireworks").set("Size", 0.3);
+    };
     startFailing();
     try {
       filter = std::make_unique<tests::HostedFilter>(64, 36);
