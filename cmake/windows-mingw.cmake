@@ -5,7 +5,8 @@ set(CMAKE_SYSTEM_PROCESSOR x86_64)
 # The compilers with the standard library's threads.
 set(target x86_64-w64-mingw32)
 if(CMAKE_CXX_COMPILER MATCHES "clang")
-  # It does not find this library by itself, nor knows how it keeps a thread's variables.
+  # It does not find this library by itself, nor knows how it keeps a thread's variables, and warns of
+  # a definition that exports what was declared before.
   execute_process(COMMAND ${target}-g++-posix -print-libgcc-file-name
     OUTPUT_VARIABLE libraries OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
   get_filename_component(libraries ${libraries} DIRECTORY)
@@ -14,7 +15,9 @@ if(CMAKE_CXX_COMPILER MATCHES "clang")
   set(CMAKE_C_COMPILER_TARGET ${target})
   set(CMAKE_CXX_COMPILER_TARGET ${target})
   set(CMAKE_CXX_FLAGS_INIT
-    "-nostdinc++ -isystem ${headers} -isystem ${headers}/${target} -femulated-tls -pthread")
+    "-nostdinc++ -isystem ${headers} -isystem ${headers}/${target} -femulated-tls -pthread"
+    "-Wno-dll-attribute-on-redeclaration")
+  list(JOIN CMAKE_CXX_FLAGS_INIT " " CMAKE_CXX_FLAGS_INIT)
   foreach(kind EXE MODULE SHARED)
     set(CMAKE_${kind}_LINKER_FLAGS_INIT -L${libraries})
   endforeach()

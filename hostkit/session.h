@@ -64,7 +64,7 @@ class Session {
  public:
   explicit Session(const Module& module) : Session(module.entry()) {}
   explicit Session(EntryPoint entry);  // of a module that is linked in
-  ~Session();  // closes what is still open; an error is lost
+  ~Session();                          // closes what is still open; an error is lost
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
