@@ -27,7 +27,22 @@ def read(path):
             *branch, count = rest.split(",")
             count = 0 if count == "-" else int(count)
             branches[tuple(branch)] = max(branches.get(tuple(branch), 0), count)
-    return {name: counts for name, counts in files.items() if name.startswith(CODE)}
+    files = {name: counts for name, counts in files.items() if name.startswith(CODE)}
+    for name, (lines, branches) in files.items():
+        for line in excluded(ROOT / name):
+            lines.pop(line, None)
+            for branch in [branch for branch in branches if int(branch[0]) == line]:
+                del branches[branch]
+    return files
+
+
+def excluded(path):
+    """The lines that no build can reach, between the marks that lcov knows."""
+    inside = False
+    for number, line in enumerate(path.read_text().splitlines(), 1):
+        inside = (inside or "LCOV_EXCL_START" in line) and "LCOV_EXCL_STOP" not in line
+        if inside:
+            yield number
 
 
 def ranges(numbers):
