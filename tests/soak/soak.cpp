@@ -255,7 +255,7 @@ class Soak {
 /// The first tenth fills what is kept on purpose; from the second on nothing may grow, but for what
 /// the allocator's luck makes of sizes that change.
 bool isFlat(const std::vector<Holding>& tenths) {
-  constexpr long kMostKilobytes = 2048;
+  constexpr long kMostKilobytes = 1024;
   const Holding& early = tenths[1];
   for (std::size_t i = tenths.size() / 2; i < tenths.size(); ++i) {
     if (tenths[i].kilobytes > early.kilobytes + kMostKilobytes ||
