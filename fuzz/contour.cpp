@@ -23,10 +23,14 @@ struct Mask {
   bool isTwoValued;
   std::vector<std::uint8_t> cells;
 
+  std::size_t index(std::int32_t row, std::int32_t column) const {
+    return static_cast<std::size_t>(row) * static_cast<std::size_t>(stride) +
+           static_cast<std::size_t>(column);
+  }
+
   std::uint8_t at(std::int32_t row, std::int32_t column) const {
     const bool isInside = row >= 0 && row < height && column >= 0 && column < width;
-    return isInside ? cells[static_cast<std::size_t>(row * stride + column)]
-                    : brisel::kOutsideLabel;
+    return isInside ? cells[index(row, column)] : brisel::kOutsideLabel;
   }
 };
 
@@ -37,7 +41,7 @@ Mask readMask(fuzz::Bytes& bytes) {
   mask.width = bytes.integerIn(1, isLarge ? 200 : 24);
   mask.height = bytes.integerIn(1, isLarge ? 200 : 24);
   mask.stride = mask.width + bytes.integerIn(0, 3);
-  mask.cells.assign(static_cast<std::size_t>(mask.stride * mask.height), 7);
+  mask.cells.assign(mask.index(mask.height, 0), 7);
   const int bitsPerPixel = bytes.oneOf({1, 2, 8});
   constexpr std::uint8_t kLabels[] = {0, 255, 1, brisel::kOutsideLabel};
   mask.isTwoValued = bitsPerPixel == 1;
@@ -51,7 +55,7 @@ Mask readMask(fuzz::Bytes& bytes) {
       }
       const unsigned value = bits & ((1u << bitsPerPixel) - 1);
       bits >>= bitsPerPixel;
-      mask.cells[static_cast<std::size_t>(row * mask.stride + column)] =
+      mask.cells[mask.index(row, column)] =
           bitsPerPixel == 8 ? static_cast<std::uint8_t>(value) : kLabels[value];
     }
   }
@@ -173,7 +177,7 @@ Outlines traceOutlines(brisel::CMeshBuilder& builder, const Mask& mask, float to
 
 void traceMask(fuzz::Bytes& bytes) {
   const float tolerance = bytes.real();
-  const auto longest = static_cast<std::int32_t>(bytes.integer<std::int8_t>());
+  const std::int32_t longest = bytes.integerIn(-128, 127);
   const Mask mask = readMask(bytes);
   brisel::CMeshBuilder builder;
   const Outlines outlines = traceOutlines(builder, mask, tolerance, longest);

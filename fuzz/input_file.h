@@ -15,7 +15,7 @@ namespace fuzz {
 class InputFolder {
  public:
   std::filesystem::path write(const std::string& name, std::span<const std::uint8_t> content) {
-    const std::filesystem::path file = folder_.path() / name;
+    std::filesystem::path file = folder_.path() / name;
     std::ofstream stream(file, std::ios::binary);
     stream.write(reinterpret_cast<const char*>(content.data()),
                  static_cast<std::streamsize>(content.size()));

@@ -197,14 +197,12 @@ void fuzz::runInput(std::span<const std::uint8_t> input) {
   std::unique_ptr<Image> plain;
   for (std::size_t i = 0; i < painterCount; ++i) {
     Image painted(output);
-    const Image source(footage);
-    painters[i]->paint({painted.view(), source.view(), mix, keepsOutput}, [&](SpriteList& list) {
+    painters[i]->paint({painted.view(), footage.view(), mix, keepsOutput}, [&](SpriteList& list) {
       for (int k = 0; k < dotsFirst; ++k) list.add(DotSpec{k % width, k % height});
       for (const Sprite& sprite : sprites) {
         std::visit([&](const auto& spec) { list.add(spec); }, sprite);
       }
     });
-    require(source == footage, "the input stays as it is");
     require(painted.hasMarginsOf(output), "nothing but pixels is written");
     if (plain == nullptr) plain = std::make_unique<Image>(painted);
     require(painted == *plain, "every instruction set paints the same bytes");
