@@ -9,11 +9,11 @@
 #include <vector>
 
 #include "core/geometry.h"
+#include "effect/star_history.h"
 #include "frei0r/choice_record.h"
 #include "frei0r/filter_settings.h"
 #include "frei0r/frame_clock.h"
 #include "frei0r/look.h"
-#include "frei0r/star_history.h"
 #include "render/painter.h"
 
 namespace brisel {

@@ -1,4 +1,4 @@
-#include "frei0r/star_history.h"
+#include "effect/star_history.h"
 
 #include <algorithm>
 #include <iterator>
@@ -8,9 +8,6 @@
 
 namespace brisel {
 namespace {
-
-constexpr std::size_t kMostBytes = 16 << 20;
-constexpr std::size_t kMostBytesFarAway = 12 << 20;
 
 std::size_t bytesOf(const Instance& instance) {
   constexpr std::size_t kPage = 4096;  // stars take whole ones; the rest of a state fits in another
@@ -32,6 +29,13 @@ Instance& StarHistory::goTo(std::int32_t frame, const Step& step) {
   }
   keep();
   return instance_;
+}
+
+void StarHistory::forgetAfter(std::int32_t frame) {
+  kept_.erase(kept_.upper_bound(frame), kept_.end());
+  if (next_ <= frame) return;
+  instance_ = Instance();
+  next_ = 0;
 }
 
 void StarHistory::restoreNearest(std::int32_t frame) {
@@ -57,6 +61,7 @@ void StarHistory::keep() {
 // States that are kept however far away they are get no more than their share, and of the others
 // the farthest go first.
 void StarHistory::makeRoom() {
+  const std::size_t mostBytesFarAway = mostBytes_ / 4 * 3;
   for (;;) {
     std::size_t bytesFarAway = 0;
     std::size_t bytes = 0;
@@ -69,8 +74,8 @@ void StarHistory::makeRoom() {
         farthest = state;
       }
     }
-    if (bytes <= kMostBytes) return;
-    if (bytesFarAway > kMostBytesFarAway) {
+    if (bytes <= mostBytes_) return;
+    if (bytesFarAway > mostBytesFarAway) {
       spacing_ *= 2;
     } else {
       kept_.erase(farthest);
