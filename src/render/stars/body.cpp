@@ -39,9 +39,14 @@ void jitterAngle(const Composition& composition, float& angle) {
   if (jitter != 0.0f) angle += nextJitter(composition.random) * jitter;
 }
 
-void varySize(const Composition& composition, const Particle& p, float& size) {
+/// Their sprites leave nothing to later ones.
+bool isOfRays(StarType type) {
+  return type < StarType::Type6 || type > StarType::Blics;
+}
+
+void varySize(const Composition& composition, const Particle& p, StarType type, float& size) {
   const RenderSettings& s = composition.settings;
-  if (s.sizeAmplitudeOfOscillation != 0.0f) {
+  if (s.sizeAmplitudeOfOscillation != 0.0f && (composition.isPainted() || !isOfRays(type))) {
     size *= 1.0f + p.randomFactor * s.sizeAmplitudeOfOscillation *
                        cosine(p.age * s.sizeFrequencyOfOscillation);
   }
@@ -57,7 +62,7 @@ std::int32_t toChannel(float value) {
 
 void varyColor(const Composition& composition, const Particle& p, Rgb& color) {
   const RenderSettings& s = composition.settings;
-  if (s.colorAmplitudeOfOscillation != 0.0f) {
+  if (s.colorAmplitudeOfOscillation != 0.0f && composition.isPainted()) {
     const float k = p.randomFactor * s.colorAmplitudeOfOscillation;
     const float f = s.colorFrequencyOfOscillation;
     color.red = toChannel(static_cast<float>(color.red) + k * cosine(p.age * f));
@@ -72,7 +77,8 @@ void varyColor(const Composition& composition, const Particle& p, Rgb& color) {
   }
 }
 
-/// What of a look its star varies from moment to moment.
+/// What of a look its star varies from moment to moment. A star that nobody sees takes its random
+/// numbers, and its size decides what its sprite leaves to later ones; all else is left out.
 struct Moment {
   float angle;
   float size;
@@ -82,7 +88,7 @@ struct Moment {
 void drawBody(const Composition& composition, const Particle& p, const StarLook& look,
               const Moment& now) {
   SpriteState& state = composition.state;
-  if (look.type >= StarType::Type6 && look.type <= StarType::Blics) {
+  if (!isOfRays(look.type)) {
     const bool textured = look.type == StarType::Type7;
     state.crossVariant = textured ? kTexturedCross : kPlainCross;
     state.textureScale = textured ? -0.5f : 0.0f;
@@ -116,9 +122,9 @@ void drawStar(const Composition& composition, const Particle& star, const StarLo
                                        look.value,
                                        truncToInt(star.randomFactor * 131.131f)});
   Moment now{look.angle, look.size, look.color};
-  oscillateAngle(composition.settings, star, now.angle);
+  if (composition.isPainted()) oscillateAngle(composition.settings, star, now.angle);
   jitterAngle(composition, now.angle);
-  varySize(composition, star, now.size);
+  varySize(composition, star, look.type, now.size);
   varyColor(composition, star, now.color);
   drawBody(composition, star, look, now);
 }

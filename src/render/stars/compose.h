@@ -38,9 +38,11 @@ struct Composition {
   SpriteState& state;
   SpriteList* sprites;  // null: nothing is to be painted
 
+  bool isPainted() const { return sprites != nullptr; }
+
   template <class Spec>
   void add(const Spec& sprite) const {
-    if (sprites != nullptr) sprites->add(sprite);
+    if (isPainted()) sprites->add(sprite);
   }
 };
 

@@ -49,7 +49,7 @@ void drawCrossStar(const Composition& composition, const SpriteLook& look, float
   if (!(look.size > 0.0f)) return;
   SpriteState& state = composition.state;
   state.rainbowOn = state.rainbowShift != 0.0f;
-  if (!(look.value > 0.0f)) return;
+  if (!(look.value > 0.0f) || !composition.isPainted()) return;
   // A cross so far out shows only if it is as large, and rounding would put billions of its steps
   // on the same pixels.
   constexpr float kFarthest = 2147483648.0f;
