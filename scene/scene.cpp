@@ -15,9 +15,8 @@ namespace {
 
 class SceneReader {
  public:
-  SceneReader(const std::filesystem::path& file, const FileAccess& access)
-      : toml_(file), access_(access) {
-    scene_.file = file;
+  SceneReader(TomlReader toml, const FileAccess& access) : toml_(std::move(toml)), access_(access) {
+    scene_.file = toml_.file();
   }
 
   Scene read() {
@@ -190,7 +189,11 @@ class SceneReader {
 }  // namespace
 
 Scene readScene(const std::filesystem::path& file, const FileAccess& access) {
-  return SceneReader(file, access).read();
+  return SceneReader(TomlReader(file), access).read();
+}
+
+Scene sceneFromText(const std::filesystem::path& file, std::string text, const FileAccess& access) {
+  return SceneReader(TomlReader(file, std::move(text)), access).read();
 }
 
 std::string layerPrefix(const Scene& scene, std::size_t layer) {

@@ -53,4 +53,8 @@ std::string layerPrefix(const Scene& scene, std::size_t layer);
 /// valid.
 Scene readScene(const std::filesystem::path& file, const FileAccess& access = {});
 
+/// The same of a text that the file is to hold: what it names lies beside that file.
+Scene sceneFromText(const std::filesystem::path& file, std::string text,
+                    const FileAccess& access = {});
+
 }  // namespace scene

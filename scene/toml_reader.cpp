@@ -54,7 +54,7 @@ std::vector<TomlEntry> inFileOrder(const toml::table& table) {
 
 toml::table TomlReader::parse() const {
   const std::string name = file_.string();
-  const std::string text = textOfFile(file_, "the scene " + inQuotes(name));
+  const std::string text = text_ ? *text_ : textOfFile(file_, "the scene " + inQuotes(name));
   if (const int line = lineOfTooDeepKey(text); line > 0) {
     throw WorkError(name + ":" + std::to_string(line) + ": a key has more than " +
                     std::to_string(kMaxKeyParts) + " parts");

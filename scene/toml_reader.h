@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,9 @@ std::vector<TomlEntry> inFileOrder(const toml::table& table);
 class TomlReader {
  public:
   explicit TomlReader(std::filesystem::path file) : file_(std::move(file)) {}
+  /// Of a text that the file is to hold, and may not hold yet.
+  TomlReader(std::filesystem::path file, std::string text)
+      : file_(std::move(file)), text_(std::move(text)) {}
 
   const std::filesystem::path& file() const { return file_; }
   toml::table parse() const;
@@ -48,6 +52,7 @@ class TomlReader {
   double finiteOf(const std::string& key, const toml::node& node) const;
 
   std::filesystem::path file_;
+  std::optional<std::string> text_;
 };
 
 }  // namespace scene

@@ -6,6 +6,7 @@
 #include "cli/media/output_files.h"
 #include "cli/scene/effect.h"
 #include "cli/scene/scene_plan.h"
+#include "cli/scene/starter_scene.h"
 #include "cli/support/errors.h"
 #include "cli/support/temporary_file.h"
 
@@ -19,45 +20,6 @@ struct NewOptions {
   std::string module;
 };
 
-constexpr char kSceneTable[] = R"([scene]
-size = [1280, 720]
-frames = 100
-fps = 25
-preroll = 30               # steps before frame 0, so that the clip starts in full swing
-# input = "clip.mp4"       # a still or a clip that stars go over, relative to this file;
-                           # size, frames and fps are the input's where they are left out
-)";
-
-constexpr char kOwnLook[] = R"(
-[params]                                    # "brisel params" lists them all
-"Standard path" = "Bezier"                  # where stars are born; also "Point", "Line", "Circle"
-"Start" = [0.1, 0.7]                        # points are fractions of the frame
-"Control start" = [0.35, 0.1]
-"End" = [0.65, 0.9]
-"Control end" = [0.9, 0.3]
-"Intensity" = 10                            # births in every two frames
-"Maximum number of stars" = 150
-"Orientation" = "Random all directions"
-"Initial speed" = [ { frame = 0, value = 5 }, { frame = "4s", value = 25 } ]   # keyframes
-"Speed dispersion" = 80                     # percent
-"Terminate type" = "Fade"
-"Time life" = 40                            # frames
-"Time life dispersion" = 60
-"Type" = "Type 6"                           # what a star looks like
-"Size" = 6                                  # half percent of the frame's width
-"Size dispersion" = 80
-"Color of particles" = "#ffcc66"
-)";
-
-constexpr char kOverPresets[] = R"(
-[params]                                    # these win over the presets; "brisel params" lists all
-# "Start" = [0.5, 0.5]                      # points are fractions of the frame
-# "Intensity" = 12                          # births in every two frames
-# "Size" = 6                                # half percent of the frame's width
-# "Color of particles" = "#ffcc66"
-# "Direction" = [ { frame = 0, value = 0 }, { frame = "4s", value = 360 } ]     # keyframes
-)";
-
 // Editors look the schema up by this line; to everybody else it is a comment.
 std::string schemaLine() {
   const std::filesystem::path schema = installedSchema();
@@ -67,23 +29,15 @@ std::string schemaLine() {
   return "#:schema " + url + "\n";
 }
 
-std::string presetsLine(const NewOptions& options) {
-  const scene::PresetLibrary library = presetsBeside(findModule(options.module));
-  std::string names;
-  for (const std::string& option : options.presets) {
-    const std::string& name = library.find(presetFromOption(option)).name;
-    names += (names.empty() ? "" : ", ") + inQuotes(name);
-  }
-  return "presets = [" + names + "]\n";
-}
-
 std::string starter(const NewOptions& options) {
-  const std::string name = std::filesystem::path(options.scene).filename();
-  const std::string stem = std::filesystem::path(name).stem();
-  std::string text = schemaLine() + "# Render it with: brisel render " + name + " -o " + stem +
-                     ".mp4\n\n" + kSceneTable;
-  if (options.presets.empty()) return text + kOwnLook;
-  return text + presetsLine(options) + kOverPresets;
+  std::vector<std::string> names;
+  if (!options.presets.empty()) {
+    const scene::PresetLibrary library = presetsBeside(findModule(options.module));
+    for (const std::string& option : options.presets) {
+      names.push_back(library.find(presetFromOption(option)).name);
+    }
+  }
+  return schemaLine() + starterScene(std::filesystem::path(options.scene).filename(), names);
 }
 
 void writeStarter(const NewOptions& options) {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/commands/manual_texts.h"
+#include "cli/scene/manual_texts.h"
 #include "hostkit/parameters.h"
 
 namespace cli {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/commands/manual_texts.h"
+#include "cli/scene/manual_texts.h"
 #include "frei0r/filter_parameters.h"
 #include "frei0r/filter_settings.h"
 

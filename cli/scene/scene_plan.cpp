@@ -66,6 +66,8 @@ InputChoices readingOf(const SceneOptions& options, std::uint64_t memoryLimit) {
   return reading;
 }
 
+}  // namespace
+
 MediaInfo probeInput(const scene::Scene& scene, const InputChoices& reading,
                      const SceneOptions& options) {
   if (scene.inputPlace.empty()) return probeMedia(findSource(scene.input, reading), reading);
@@ -79,20 +81,18 @@ MediaInfo probeInput(const scene::Scene& scene, const InputChoices& reading,
   }
 }
 
-}  // namespace
-
 scene::Scene readScene(const std::filesystem::path& file, const SceneOptions& options) {
   return scene::readScene(file, accessBy(options));
 }
 
-ScenePlan planScene(scene::Scene scene, const SceneOptions& options) {
+ScenePlan planScene(scene::Scene scene, const SceneOptions& options, const ProbeInput& probe) {
   applyOptions(scene, options);
   ScenePlan plan;
   plan.scene = std::move(scene);
   plan.memoryLimit = options.memoryLimit.value_or(machineMemory() / 4 * 3);
   plan.reading = readingOf(options, plan.memoryLimit);
   if (!plan.scene.input.empty()) {
-    plan.input = probeInput(plan.scene, plan.reading, options);
+    plan.input = probe(plan.scene, plan.reading, options);
     plan.layer = {std::min(plan.input->size.width, scene::kMaxSide),
                   std::min(plan.input->size.height, scene::kMaxSide)};
     if (!plan.input->isStill()) plan.rate = plan.input->rate;

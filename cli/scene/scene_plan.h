@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 #include "cli/media/media_info.h"
@@ -43,9 +44,17 @@ struct SceneOptions {
 // The scene of a file, which may come from a stranger. Throws as scene::readScene does.
 scene::Scene readScene(const std::filesystem::path& file, const SceneOptions& options);
 
+// Looks at the scene's input. Throws WorkError when it cannot be read, or must not be, naming the
+// scene's line where that names the input.
+using ProbeInput = std::function<MediaInfo(const scene::Scene& scene, const InputChoices& reading,
+                                           const SceneOptions& options)>;
+MediaInfo probeInput(const scene::Scene& scene, const InputChoices& reading,
+                     const SceneOptions& options);
+
 // Options win over the scene file, and the input says what both leave open. Throws UsageError when
-// an option makes no sense, and WorkError when the input cannot be read.
-ScenePlan planScene(scene::Scene scene, const SceneOptions& options = {});
+// an option makes no sense, and what `probe` throws.
+ScenePlan planScene(scene::Scene scene, const SceneOptions& options = {},
+                    const ProbeInput& probe = probeInput);
 
 // An empty world of the size and depth of the plan's frames.
 hostkit::World worldFor(const ScenePlan& plan);

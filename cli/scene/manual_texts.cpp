@@ -1,4 +1,4 @@
-#include "cli/commands/manual_texts.h"
+#include "cli/scene/manual_texts.h"
 
 #include <regex>
 #include <string_view>
