@@ -16,7 +16,7 @@ foreach(folder IN LISTS document_folders)
   compress(${documents}/../../CHANGELOG.md ${folder}/NEWS.gz)
 endforeach()
 
-file(GLOB pages ${program}/share/man/man1/*.1)
+file(GLOB pages ${CPACK_TEMPORARY_DIRECTORY}/*/usr/share/man/man1/*.1)
 foreach(page IN LISTS pages)
   compress(${page} ${page}.gz)
   file(REMOVE ${page})

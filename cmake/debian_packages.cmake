@@ -6,6 +6,9 @@ endif()
 list(GET CPACK_INSTALL_CMAKE_PROJECTS 0 build)
 set(CPACK_INSTALL_CMAKE_PROJECTS ${build} brisel ALL /)
 set(CPACK_COMPONENTS_ALL program frei0r development)
+if(CPACK_BRISEL_PREVIEW)
+  list(APPEND CPACK_COMPONENTS_ALL preview)
+endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/debian_layout.cmake)
@@ -26,7 +29,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME brisel)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS ffmpeg)
-set(CPACK_DEBIAN_PROGRAM_PACKAGE_SUGGESTS "frei0r-brisel, parallel, slurm-client")
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_SUGGESTS "brisel-preview, frei0r-brisel, parallel, slurm-client")
 set(CPACK_DEBIAN_PROGRAM_DESCRIPTION [[
 star particles on stills and clips
 Brisel draws stars on footage: an emitter (a point, a line, a curve, a circle,
@@ -50,6 +53,18 @@ that fly, drift in the wind, swing, fade, burst and flash.
 
 This package has the effect as a filter for ffmpeg, Kdenlive, melt, Flowblade
 and GStreamer, and what tells Kdenlive and MLT its parameters and looks.]])
+
+set(CPACK_DEBIAN_PREVIEW_PACKAGE_NAME brisel-preview)
+set(CPACK_DEBIAN_PREVIEW_PACKAGE_SECTION video)
+set(CPACK_DEBIAN_PREVIEW_PACKAGE_DEPENDS "brisel (= ${CPACK_PACKAGE_VERSION}), ffmpeg")
+set(CPACK_DEBIAN_PREVIEW_DESCRIPTION [[
+star particles in a window, while their values are turned
+Brisel draws stars on footage: an emitter (a point, a line, a curve, a circle,
+a mask, the brightness or the outline of the picture) releases small lights
+that fly, drift in the wind, swing, fade, burst and flash.
+
+This package has a window that shows a scene over a clip, with the effect's
+controls, masks and points drawn on the picture, and a timeline with keys.]])
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libbrisel-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)

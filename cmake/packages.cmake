@@ -55,6 +55,17 @@ set(version_file ${PROJECT_BINARY_DIR}/brisel-config-version.cmake)
 write_basic_package_version_file(${version_file} COMPATIBILITY SameMajorVersion)
 install(FILES ${config_file} ${version_file} DESTINATION ${config} COMPONENT development)
 
+# What packages are made of; the window where Qt is.
+add_custom_target(packaged)
+add_dependencies(packaged brisel_module)
+if(TARGET brisel)
+  add_dependencies(packaged brisel brisel_filter)
+endif()
+if(TARGET brisel_preview)
+  add_dependencies(packaged brisel_preview)
+  set(CPACK_BRISEL_PREVIEW YES)
+endif()
+
 set(CPACK_PACKAGE_NAME brisel)
 set(CPACK_STRIP_FILES ON)
 foreach(component program frei0r archive)

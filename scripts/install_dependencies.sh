@@ -4,9 +4,9 @@
 # and qemu, with "browser" what testing the manual in one needs, with "hosts" the hosts that the frei0r
 # filter is tested in, with "packages" what checks the Debian packages, with "farm" Slurm, whose
 # services are not started, with "clang" the other compiler, its coverage tools and what
-# fuzzing needs. Needs root, or sudo.
+# fuzzing needs, with "desk" what the preview window and its tests need. Needs root, or sudo.
 #
-#   scripts/install_dependencies.sh [windows | arm64 | browser | hosts | packages | farm | clang]
+#   scripts/install_dependencies.sh [windows | arm64 | browser | hosts | packages | farm | clang | desk]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -29,6 +29,8 @@ elif [ "$*" = farm ]; then
   packages=(munge slurmctld slurmd slurm-client)
 elif [ "$*" = clang ]; then
   packages=(clang libclang-rt-dev llvm)
+elif [ "$*" = desk ]; then
+  packages=(qt6-base-dev xvfb xauth xdotool)
 elif [ $# -eq 0 ]; then
   packages=(
     g++ cmake ninja-build pkg-config git dpkg-dev file
@@ -38,7 +40,7 @@ elif [ $# -eq 0 ]; then
     ffmpeg parallel fonts-dejavu-core python3 python3-jsonschema
   )
 else
-  echo "usage: scripts/install_dependencies.sh [windows | arm64 | browser | hosts | packages | farm | clang]" >&2
+  echo "usage: scripts/install_dependencies.sh [windows | arm64 | browser | hosts | packages | farm | clang | desk]" >&2
   exit 2
 fi
 

@@ -6,7 +6,8 @@
 # the end. Ends with the release tests' summary; with "everything", with that of the heavy tests, which
 # follow: every fuzzer for 20 seconds, the same bytes from every compiler, level of optimization,
 # instruction set and system, the manual in a real browser, the frei0r filter in its hosts, the Debian
-# packages, a farm on a real Slurm, the effect as a part of another project. Says how long each took.
+# packages, a farm on a real Slurm, the preview window, the effect as a part of another project. Says
+# how long each took.
 #
 #   scripts/run_tests.sh [everything]
 set -euo pipefail
@@ -62,6 +63,10 @@ if [ -n "$heavy" ]; then
   scripts/install_dependencies.sh hosts
   scripts/install_dependencies.sh packages
   scripts/install_dependencies.sh farm
+  scripts/install_dependencies.sh desk
+  build release
+  ctest --preset release -R '^desk\.'
+  QT_QPA_PLATFORM=xcb xvfb-run -a build/release/bin/desk_tests --gtest_brief=1
   ctest --preset heavy
   took "heavy tests"
 fi

@@ -19,6 +19,7 @@ namespace cli {
 void describeProgram(CLI::App& app, std::function<std::string()> version);
 
 void addRenderCommand(CLI::App& app);
+void addPreviewCommand(CLI::App& app);
 void addCheckpointCommand(CLI::App& app);
 void addChunksCommand(CLI::App& app);
 void addJoinCommand(CLI::App& app);

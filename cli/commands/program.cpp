@@ -11,6 +11,7 @@ void describeProgram(CLI::App& app, std::function<std::string()> version) {
   app.footer("Exit codes: 0 done, 1 the work failed, 2 wrong usage, 130 interrupted.");
   app.get_formatter()->column_width(26);
   addRenderCommand(app);
+  addPreviewCommand(app);
   addCheckpointCommand(app);
   addChunksCommand(app);
   addJoinCommand(app);

@@ -13,7 +13,8 @@ import tempfile
 import unittest
 
 CPACK, BUILD, BRISEL, FILTER, SOURCES = (pathlib.Path(path).resolve() for path in sys.argv[1:6])
-PACKAGES = {"brisel", "frei0r-brisel", "libbrisel-dev"}
+HAS_PREVIEW = (BUILD / "bin/brisel-preview").exists()  # where Qt is
+PACKAGES = {"brisel", "frei0r-brisel", "libbrisel-dev"} | ({"brisel-preview"} if HAS_PREVIEW else set())
 
 
 def run(*command, **options):
@@ -104,6 +105,18 @@ class DebianPackages(unittest.TestCase):
                      "doc/brisel/manual.html", "mlt-7/frei0r/filter_frei0r.brisel.yml",
                      "kdenlive/effects/brisel_fireworks.xml"):
             self.assertGreater((share / name).stat().st_size, 100, name)
+
+    @unittest.skipUnless(HAS_PREVIEW, "built without Qt")
+    def test_preview(self):
+        share = self.root / "usr/share"
+        for name in ("applications/brisel-preview.desktop", "mime/packages/brisel-preview.xml",
+                     "icons/hicolor/scalable/apps/brisel-preview.svg", "man/man1/brisel-preview.1.gz"):
+            self.assertGreater((share / name).stat().st_size, 100, name)
+        self.assertIn("libqt6widgets6", self.control("brisel-preview", "Depends"))
+        self.assertNotIn("qt", self.control("brisel", "Depends").lower())
+        help_text = run(self.root / "usr/bin/brisel", "preview", "--help",
+                        env={**os.environ, "QT_QPA_PLATFORM": "offscreen"})
+        self.assertIn(b"SCENE", help_text)
 
     def test_removal_leaves_nothing(self):
         root = self.folder / "another_root"

@@ -24,7 +24,7 @@ TEST(Versions, AreUnpackedAsTheHostPacksThem) {
 
 TEST_F(ProgramTest, HelpSucceedsAndMisuseDoesNot) {
   for (const std::string command : {"", "render", "chunks", "join", "farm", "sheet", "panel", "new",
-                                    "params", "presets", "info"}) {
+                                    "params", "presets", "info", "preview"}) {
     std::vector<std::string> arguments = {"--help"};
     if (!command.empty()) arguments.insert(arguments.begin(), command);
     const CommandResult result = brisel(arguments);

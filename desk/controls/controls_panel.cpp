@@ -1,0 +1,214 @@
+#include "desk/controls/controls_panel.h"
+
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
+
+#include "cli/scene/manual_texts.h"
+#include "effect/greying.h"
+
+namespace desk {
+namespace {
+
+using brisel::ParameterSpec;
+using brisel::ParamIndex;
+using brisel::ParamKind;
+
+enum Column { kName, kEditor, kKey };
+
+constexpr char kKeyHere[] = "◆";
+constexpr char kKeysElsewhere[] = "◇";
+constexpr char kNoKeys[] = "·";
+
+QString toolTipOf(const ParameterSpec& parameter,
+                  const std::map<std::string, cli::ManualText>& texts) {
+  const auto found = texts.find(parameter.label);
+  if (found == texts.end()) return {};
+  const cli::ManualText& text = found->second;
+  QString tip = QStringLiteral("<p><b>%1</b></p><p>%2</p>")
+                    .arg(QString::fromUtf8(parameter.label).toHtmlEscaped(),
+                         QString::fromStdString(text.description).toHtmlEscaped());
+  if (!text.greyed.empty()) {
+    tip += QStringLiteral("<p>Greyed out %1.</p>")
+               .arg(QString::fromStdString(text.greyed).toHtmlEscaped());
+  }
+  return tip;
+}
+
+}  // namespace
+
+ControlsPanel::ControlsPanel(Preview& preview, QWidget* parent)
+    : QWidget(parent), preview_(preview), search_(new QLineEdit), tree_(new QTreeWidget) {
+  search_->setPlaceholderText("Search");
+  search_->setAccessibleName("Search for a parameter");
+  search_->setClearButtonEnabled(true);
+  auto* resetAll = new QPushButton("Reset all");
+  connect(resetAll, &QPushButton::clicked, this,
+          [this] { preview_.document().resetAll(preview_.layer()); });
+  tree_->setColumnCount(3);
+  tree_->setHeaderHidden(true);
+  tree_->setAccessibleName("Parameters");
+  tree_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  tree_->setSelectionMode(QAbstractItemView::NoSelection);
+  tree_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(tree_, &QTreeWidget::customContextMenuRequested, this, &ControlsPanel::openMenu);
+
+  auto* top = new QHBoxLayout;
+  top->addWidget(search_, 1);
+  top->addWidget(resetAll);
+  auto* column = new QVBoxLayout(this);
+  column->addLayout(top);
+  column->addWidget(tree_, 1);
+  addRows();
+  tree_->header()->setStretchLastSection(false);
+  tree_->header()->setSectionResizeMode(kName, QHeaderView::ResizeToContents);
+  tree_->header()->setSectionResizeMode(kEditor, QHeaderView::Stretch);
+  tree_->header()->setSectionResizeMode(kKey, QHeaderView::ResizeToContents);
+
+  connect(search_, &QLineEdit::textChanged, this, &ControlsPanel::find);
+  connect(&preview_.document(), &SceneDocument::changed, this, &ControlsPanel::refresh);
+  connect(&preview_, &Preview::frameChanged, this, &ControlsPanel::refresh);
+  connect(&preview_, &Preview::layerChanged, this, &ControlsPanel::refresh);
+}
+
+void ControlsPanel::addRows() {
+  const auto texts = cli::readManualTexts();
+  QTreeWidgetItem* group = tree_->invisibleRootItem();
+  for (std::int32_t index = 1; index < brisel::kParamCount; ++index) {
+    const ParameterSpec& parameter = brisel::parameterSpec(index);
+    if (parameter.kind == ParamKind::GroupEnd) {
+      group = group->parent() ? group->parent() : tree_->invisibleRootItem();
+      continue;
+    }
+    if (parameter.kind == ParamKind::Panel) continue;  // the effect draws it
+    auto* item = new QTreeWidgetItem(group, {QString::fromUtf8(parameter.label)});
+    item->setToolTip(kName, toolTipOf(parameter, texts));
+    Row row{static_cast<ParamIndex>(index), item, nullptr, nullptr};
+    if (parameter.kind == ParamKind::GroupStart) {
+      group = item;
+      item->setExpanded(!item->parent());
+    } else {
+      addEditor(row);
+    }
+    rows_.push_back(row);
+  }
+}
+
+void ControlsPanel::addEditor(Row& row) {
+  const ParameterSpec& parameter = brisel::parameterSpec(row.parameter);
+  if (parameter.kind == ParamKind::Mask) return;
+  SceneDocument& document = preview_.document();
+  row.editor = ValueEditor::make(parameter, tree_);
+  row.editor->setToolTip(row.item->toolTip(kName));
+  connect(row.editor, &ValueEditor::edited, this,
+          [this, &document, index = row.parameter](const scene::ParamValue& value) {
+            document.setValue(preview_.layer(), index, value, preview_.frame());
+          });
+  connect(row.editor, &ValueEditor::gestureBegan, &document, &SceneDocument::beginGesture);
+  connect(row.editor, &ValueEditor::gestureEnded, &document, &SceneDocument::endGesture);
+  tree_->setItemWidget(row.item, kEditor, row.editor);
+
+  row.key = new QToolButton(tree_);
+  row.key->setAutoRaise(true);
+  row.key->setAccessibleName("Key of " + row.item->text(kName));
+  row.key->setToolTip("Set a key at this frame, or take it away");
+  connect(row.key, &QToolButton::clicked, this,
+          [this, index = row.parameter] { toggleKey(index); });
+  tree_->setItemWidget(row.item, kKey, row.key);
+}
+
+void ControlsPanel::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  refresh();
+}
+
+void ControlsPanel::refresh() {
+  if (!isVisible()) return;
+  for (Row& row : rows_) refreshRow(row);
+  grey(preview_.document().values(preview_.layer(), preview_.frame()));
+}
+
+void ControlsPanel::refreshRow(Row& row) {
+  const SceneDocument& document = preview_.document();
+  const int layer = preview_.layer();
+  const ValueOrigin origin = document.origin(layer, row.parameter);
+  QFont font = tree_->font();
+  font.setBold(origin == ValueOrigin::kScene || origin == ValueOrigin::kLayer);
+  font.setItalic(origin == ValueOrigin::kPreset);
+  row.item->setFont(kName, font);
+  if (row.parameter == brisel::kPath) {
+    const auto mask = document.mask(layer);
+    row.item->setText(
+        kEditor,
+        mask ? QStringLiteral("Mask of %1 vertices").arg(mask->keys.front().value.vertices.size())
+             : QStringLiteral("None"));
+  }
+  if (!row.editor) return;
+  const scene::ParamValue value = document.value(layer, row.parameter, preview_.frame());
+  if (row.shown != value) row.editor->show(value);
+  row.shown = value;
+  const std::vector<ParamKey> keys = document.keys(layer, row.parameter);
+  const bool isHere = std::ranges::find(keys, preview_.frame(), &ParamKey::time) != keys.end();
+  row.key->setText(QString::fromUtf8(isHere ? kKeyHere : keys.empty() ? kNoKeys : kKeysElsewhere));
+}
+
+/// As a host has the effect's rules for every parameter in turn.
+void ControlsPanel::grey(const brisel::Values& values) {
+  for (std::int32_t changed = 2; changed < brisel::kParamCount; ++changed) {
+    const auto states = brisel::greyingOf(values, changed);
+    if (!states) continue;
+    for (const brisel::ControlState& state : *states) {
+      const auto row = std::ranges::find(rows_, state.index, &Row::parameter);
+      if (row == rows_.end()) continue;
+      row->item->setDisabled(!state.enabled);
+      if (row->editor) row->editor->setEnabled(state.enabled);
+    }
+  }
+}
+
+void ControlsPanel::find(const QString& words) {
+  const QStringList wanted = words.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+  for (const Row& row : rows_) row.item->setHidden(!wanted.isEmpty());
+  for (const Row& row : rows_) {
+    const QString name = row.item->text(kName);
+    const bool isMeant = std::ranges::all_of(
+        wanted, [&](const QString& word) { return name.contains(word, Qt::CaseInsensitive); });
+    if (wanted.isEmpty() || !isMeant) continue;
+    for (QTreeWidgetItem* item = row.item; item; item = item->parent()) {
+      item->setHidden(false);
+      if (item != row.item) item->setExpanded(true);
+    }
+  }
+}
+
+void ControlsPanel::openMenu(QPoint at) {
+  const QTreeWidgetItem* item = tree_->itemAt(at);
+  const auto row = std::ranges::find(rows_, item, &Row::item);
+  if (row == rows_.end() || !row->editor) return;
+  const ParamIndex parameter = row->parameter;
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->addAction("Reset", this,
+                  [this, parameter] { preview_.document().reset(preview_.layer(), parameter); });
+  menu->addAction("Set or remove key", this, [this, parameter] { toggleKey(parameter); });
+  menu->popup(tree_->viewport()->mapToGlobal(at));
+}
+
+void ControlsPanel::toggleKey(ParamIndex parameter) {
+  SceneDocument& document = preview_.document();
+  const std::vector<ParamKey> keys = document.keys(preview_.layer(), parameter);
+  if (std::ranges::find(keys, preview_.frame(), &ParamKey::time) != keys.end()) {
+    document.removeKey(preview_.layer(), parameter, preview_.frame());
+  } else {
+    document.addKey(preview_.layer(), parameter, preview_.frame());
+  }
+}
+
+}  // namespace desk

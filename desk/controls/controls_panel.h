@@ -1,0 +1,54 @@
+// All parameters of the layer shown, in the effect's own groups.
+#pragma once
+
+#include <QWidget>
+#include <optional>
+#include <vector>
+
+#include "desk/controls/value_editor.h"
+#include "desk/render/preview.h"
+
+class QLineEdit;
+class QToolButton;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace desk {
+
+/// A row for each: its name, bold where the scene says what it is; what it is turned by, greyed out
+/// by the effect's rules; and whether it has a key at the frame shown. The search field leaves the
+/// rows whose names hold its words.
+class ControlsPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit ControlsPanel(Preview& preview, QWidget* parent = nullptr);
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  struct Row {
+    brisel::ParamIndex parameter;
+    QTreeWidgetItem* item;
+    ValueEditor* editor;  // null where there is nothing to turn: groups, the mask
+    QToolButton* key;
+    std::optional<scene::ParamValue> shown{};
+  };
+
+  void addRows();
+  void addEditor(Row& row);
+  void refresh();
+  void refreshRow(Row& row);
+  void grey(const brisel::Values& values);
+  void find(const QString& words);
+  void openMenu(QPoint at);
+  void toggleKey(brisel::ParamIndex parameter);
+
+  Preview& preview_;
+  QLineEdit* search_;
+  QTreeWidget* tree_;
+  std::vector<Row> rows_;
+};
+
+}  // namespace desk

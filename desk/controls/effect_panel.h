@@ -1,0 +1,44 @@
+// The effect's own controls, as it draws them itself in a host: its header and its preset rows.
+#pragma once
+
+#include <QWidget>
+#include <memory>
+#include <vector>
+
+#include "cli/scene/effect.h"
+#include "desk/render/preview.h"
+
+namespace desk {
+
+/// Draws nothing where the module cannot be loaded, of which problem() tells. A click on a
+/// thumbnail gives the layer shown that preset.
+class EffectPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit EffectPanel(Preview& preview, QWidget* parent = nullptr);
+
+  /// One sentence; empty when the controls are there.
+  const QString& problem() const { return problem_; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+
+ private:
+  struct Control {
+    PF_ParamIndex index;
+    PF_Rect rect;
+  };
+
+  const Control* controlAt(QPointF place) const;
+  void takeChanges(const hostkit::EventReport& report);
+
+  Preview& preview_;
+  std::unique_ptr<cli::Effect> effect_;
+  std::vector<Control> controls_;
+  QString problem_;
+};
+
+}  // namespace desk

@@ -1,0 +1,305 @@
+#include "desk/controls/value_editor.h"
+
+#include <QCheckBox>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QDial>
+#include <QDoubleSpinBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSlider>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+namespace desk {
+namespace {
+
+using brisel::ParameterSpec;
+using brisel::ParamKind;
+using scene::ParamValue;
+
+constexpr double kFullTurn = 360;
+constexpr double kMostTurns = 1000;
+constexpr double kFarthestPoint = 10;  // frames away
+
+/// Turning the wheel over a panel scrolls it, and changes only what has the focus.
+class WheelGuard : public QObject {
+ public:
+  using QObject::QObject;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    if (event->type() != QEvent::Wheel || !widget || widget->hasFocus()) return false;
+    event->ignore();
+    return true;
+  }
+};
+
+void guard(QWidget* widget) {
+  widget->setFocusPolicy(Qt::StrongFocus);
+  widget->installEventFilter(new WheelGuard(widget));
+}
+
+QString suffixOf(brisel::ParamUnit unit) {
+  switch (unit) {
+    case brisel::ParamUnit::Percent:
+      return QStringLiteral(" %");
+    case brisel::ParamUnit::Degrees:
+      return QStringLiteral("°");
+    case brisel::ParamUnit::Frames:
+      return QStringLiteral(" fr");
+    case brisel::ParamUnit::Pixels:
+      return QStringLiteral(" px");
+    default:
+      return {};
+  }
+}
+
+QDoubleSpinBox* numberField(const ParameterSpec& parameter, QWidget* parent) {
+  auto* field = new QDoubleSpinBox(parent);
+  field->setAccessibleName(QString::fromUtf8(parameter.label));
+  field->setKeyboardTracking(false);  // a number counts once it is written
+  field->setSuffix(suffixOf(parameter.unit));
+  guard(field);
+  return field;
+}
+
+class NumberEditor : public ValueEditor {
+ public:
+  NumberEditor(const ParameterSpec& parameter, QWidget* parent)
+      : ValueEditor(parent),
+        steps_(parameter.kind == ParamKind::Number ? 10 : 1),
+        slider_(new QSlider(Qt::Horizontal, this)),
+        field_(numberField(parameter, this)) {
+    slider_->setRange(parameter.sliderMin * steps_, parameter.sliderMax * steps_);
+    slider_->setPageStep(std::max((slider_->maximum() - slider_->minimum()) / 20, 1));
+    slider_->setAccessibleName(field_->accessibleName());
+    guard(slider_);
+    field_->setDecimals(parameter.kind == ParamKind::Number ? 2 : 0);
+    field_->setRange(parameter.validMin, parameter.validMax);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins({});
+    row->addWidget(slider_, 1);
+    row->addWidget(field_);
+    connect(slider_, &QSlider::sliderPressed, this, &ValueEditor::gestureBegan);
+    connect(slider_, &QSlider::sliderReleased, this, &ValueEditor::gestureEnded);
+    connect(slider_, &QSlider::valueChanged, this, [this](int value) {
+      const QSignalBlocker quiet(field_);
+      field_->setValue(static_cast<double>(value) / steps_);
+      emit edited({field_->value()});
+    });
+    connect(field_, &QDoubleSpinBox::valueChanged, this, [this](double value) {
+      show({value});
+      emit edited({value});
+    });
+  }
+
+  void show(const ParamValue& value) override {
+    const QSignalBlocker quietSlider(slider_);
+    const QSignalBlocker quietField(field_);
+    slider_->setValue(static_cast<int>(std::lround(value[0] * steps_)));
+    field_->setValue(value[0]);
+  }
+
+ private:
+  int steps_;  // of the slider, for 1
+  QSlider* slider_;
+  QDoubleSpinBox* field_;
+};
+
+/// The dial stands straight up at 0 and turns clockwise; whole turns are kept.
+class AngleEditor : public ValueEditor {
+ public:
+  AngleEditor(const ParameterSpec& parameter, QWidget* parent)
+      : ValueEditor(parent), dial_(new QDial(this)), field_(numberField(parameter, this)) {
+    dial_->setRange(0, static_cast<int>(kFullTurn));
+    dial_->setWrapping(true);
+    dial_->setFixedSize(40, 40);
+    dial_->setAccessibleName(field_->accessibleName());
+    guard(dial_);
+    field_->setSuffix(QStringLiteral("°"));
+    field_->setRange(-kMostTurns * kFullTurn, kMostTurns * kFullTurn);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins({});
+    row->addWidget(dial_);
+    row->addWidget(field_, 1);
+    connect(dial_, &QDial::sliderPressed, this, &ValueEditor::gestureBegan);
+    connect(dial_, &QDial::sliderReleased, this, &ValueEditor::gestureEnded);
+    connect(dial_, &QDial::valueChanged, this, [this](int position) {
+      const double turned = std::remainder(degreesAt(position) - field_->value(), kFullTurn);
+      const QSignalBlocker quiet(field_);
+      field_->setValue(field_->value() + turned);
+      emit edited({field_->value()});
+    });
+    connect(field_, &QDoubleSpinBox::valueChanged, this, [this](double value) {
+      show({value});
+      emit edited({value});
+    });
+  }
+
+  void show(const ParamValue& value) override {
+    const QSignalBlocker quietDial(dial_);
+    const QSignalBlocker quietField(field_);
+    double position = std::fmod(value[0] + kFullTurn / 2, kFullTurn);
+    if (position < 0) position += kFullTurn;
+    dial_->setValue(static_cast<int>(std::lround(position)));
+    field_->setValue(value[0]);
+  }
+
+ private:
+  /// A dial's least value is at its bottom.
+  static double degreesAt(int position) { return position - kFullTurn / 2; }
+
+  QDial* dial_;
+  QDoubleSpinBox* field_;
+};
+
+class CheckboxEditor : public ValueEditor {
+ public:
+  CheckboxEditor(const ParameterSpec& parameter, QWidget* parent)
+      : ValueEditor(parent), box_(new QCheckBox(this)) {
+    box_->setAccessibleName(QString::fromUtf8(parameter.label));
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins({});
+    row->addWidget(box_);
+    connect(box_, &QCheckBox::toggled, this, [this](bool on) { emit edited({on ? 1.0 : 0.0}); });
+  }
+
+  void show(const ParamValue& value) override {
+    const QSignalBlocker quiet(box_);
+    box_->setChecked(value[0] != 0);
+  }
+
+ private:
+  QCheckBox* box_;
+};
+
+class MenuEditor : public ValueEditor {
+ public:
+  MenuEditor(const ParameterSpec& parameter, QWidget* parent)
+      : ValueEditor(parent), menu_(new QComboBox(this)) {
+    menu_->setAccessibleName(QString::fromUtf8(parameter.label));
+    guard(menu_);
+    for (const std::string& item : scene::itemsOf(parameter)) {
+      menu_->addItem(QString::fromStdString(item));
+    }
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins({});
+    row->addWidget(menu_, 1);
+    connect(menu_, &QComboBox::currentIndexChanged, this,
+            [this](int index) { emit edited({index + 1.0}); });
+  }
+
+  void show(const ParamValue& value) override {
+    const QSignalBlocker quiet(menu_);
+    menu_->setCurrentIndex(static_cast<int>(value[0]) - 1);
+  }
+
+ private:
+  QComboBox* menu_;
+};
+
+/// Its dialog stays open beside the window, and the picture follows what is tried in it.
+class ColorEditor : public ValueEditor {
+ public:
+  ColorEditor(const ParameterSpec& parameter, QWidget* parent)
+      : ValueEditor(parent), button_(new QPushButton(this)) {
+    button_->setAccessibleName(QString::fromUtf8(parameter.label));
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins({});
+    row->addWidget(button_, 1);
+    connect(button_, &QPushButton::clicked, this, [this] { choose(); });
+  }
+
+  void show(const ParamValue& value) override {
+    color_ = QColor::fromRgb(static_cast<int>(value[0]), static_cast<int>(value[1]),
+                             static_cast<int>(value[2]));
+    QPixmap swatch(32, 16);
+    swatch.fill(color_);
+    button_->setIcon(swatch);
+    button_->setIconSize(swatch.size());
+    button_->setText(color_.name());
+  }
+
+ private:
+  void choose() {
+    auto* dialog = new QColorDialog(color_, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle(button_->accessibleName());
+    const QColor before = color_;
+    const auto tell = [this](const QColor& color) {
+      const ParamValue value{static_cast<double>(color.red()), static_cast<double>(color.green()),
+                             static_cast<double>(color.blue())};
+      show(value);
+      emit edited(value);
+    };
+    connect(dialog, &QColorDialog::currentColorChanged, this, tell);
+    connect(dialog, &QColorDialog::rejected, this, [tell, before] { tell(before); });
+    connect(dialog, &QColorDialog::finished, this, &ValueEditor::gestureEnded);
+    emit gestureBegan();
+    dialog->open();
+  }
+
+  QPushButton* button_;
+  QColor color_;
+};
+
+/// Fractions of the frame, from its upper left corner.
+class PointEditor : public ValueEditor {
+ public:
+  PointEditor(const ParameterSpec& parameter, QWidget* parent)
+      : ValueEditor(parent), x_(side(parameter, tr("across"))), y_(side(parameter, tr("down"))) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins({});
+    row->addWidget(x_, 1);
+    row->addWidget(y_, 1);
+  }
+
+  void show(const ParamValue& value) override {
+    const QSignalBlocker quietX(x_);
+    const QSignalBlocker quietY(y_);
+    x_->setValue(value[0]);
+    y_->setValue(value[1]);
+  }
+
+ private:
+  QDoubleSpinBox* side(const ParameterSpec& parameter, const QString& name) {
+    QDoubleSpinBox* field = numberField(parameter, this);
+    field->setAccessibleName(QString::fromUtf8(parameter.label) + QLatin1Char(' ') + name);
+    field->setDecimals(4);
+    field->setSingleStep(0.01);
+    field->setRange(-kFarthestPoint, kFarthestPoint);
+    connect(field, &QDoubleSpinBox::valueChanged, this, [this] {
+      emit edited({x_->value(), y_->value()});
+    });
+    return field;
+  }
+
+  QDoubleSpinBox* x_;
+  QDoubleSpinBox* y_;
+};
+
+}  // namespace
+
+ValueEditor* ValueEditor::make(const ParameterSpec& parameter, QWidget* parent) {
+  switch (parameter.kind) {
+    case ParamKind::Angle:
+      return new AngleEditor(parameter, parent);
+    case ParamKind::Checkbox:
+      return new CheckboxEditor(parameter, parent);
+    case ParamKind::Popup:
+      return new MenuEditor(parameter, parent);
+    case ParamKind::Color:
+      return new ColorEditor(parameter, parent);
+    case ParamKind::Point:
+      return new PointEditor(parameter, parent);
+    default:
+      return new NumberEditor(parameter, parent);
+  }
+}
+
+}  // namespace desk

@@ -1,0 +1,68 @@
+#include "desk/document/recovery_file.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QUuid>
+
+namespace desk {
+namespace {
+
+constexpr char kSuffix[] = ".unsaved";
+
+QDir folder() {
+  return {QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
+          QStringLiteral("/recovery")};
+}
+
+std::unique_ptr<QLockFile> lockOf(const QString& file) {
+  auto lock = std::make_unique<QLockFile>(file + QStringLiteral(".lock"));
+  lock->setStaleLockTime(0);  // for as long as its process runs
+  return lock;
+}
+
+}  // namespace
+
+RecoveryFile::~RecoveryFile() = default;
+
+/// The first line is the path of the scene's file, the others are its text.
+void RecoveryFile::write(const QString& path, const QString& text) {
+  if (file_.isEmpty()) {
+    if (!QDir().mkpath(folder().path())) return;
+    file_ = folder().filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) +
+                              QLatin1String(kSuffix));
+    lock_ = lockOf(file_);
+    lock_->tryLock();
+  }
+  QSaveFile file(file_);
+  if (!file.open(QIODevice::WriteOnly)) return;
+  file.write((path + QLatin1Char('\n') + text).toUtf8());
+  file.commit();
+}
+
+void RecoveryFile::remove() {
+  if (file_.isEmpty()) return;
+  QFile::remove(file_);
+  lock_.reset();
+  file_.clear();
+}
+
+std::optional<Recovered> RecoveryFile::takeOne() {
+  const QFileInfoList files =
+      folder().entryInfoList({QLatin1Char('*') + QLatin1String(kSuffix)}, QDir::Files, QDir::Time);
+  for (const QFileInfo& info : files) {
+    const auto lock = lockOf(info.filePath());
+    if (!lock->tryLock()) continue;
+    QFile file(info.filePath());
+    if (!file.open(QIODevice::ReadOnly)) continue;
+    const QString content = QString::fromUtf8(file.readAll());
+    file.remove();
+    const qsizetype line = content.indexOf(QLatin1Char('\n'));
+    return Recovered{content.left(line), content.mid(line + 1), info.lastModified()};
+  }
+  return std::nullopt;
+}
+
+}  // namespace desk

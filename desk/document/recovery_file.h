@@ -1,0 +1,37 @@
+// A scene's unsaved text, for after a crash.
+#pragma once
+
+#include <QDateTime>
+#include <QLockFile>
+#include <QString>
+#include <memory>
+#include <optional>
+
+namespace desk {
+
+/// A scene that an earlier run did not save.
+struct Recovered {
+  QString path;  // of the scene's file; or empty
+  QString text;
+  QDateTime changed;
+};
+
+/// One for each window, in the folder of the program's data. Another process leaves it alone for as
+/// long as this one runs.
+class RecoveryFile {
+ public:
+  ~RecoveryFile();
+
+  /// Fails silently: nothing is lost yet.
+  void write(const QString& path, const QString& text);
+  void remove();
+
+  /// One that a process has left that runs no longer, which is then gone from the disk.
+  static std::optional<Recovered> takeOne();
+
+ private:
+  QString file_;  // empty until something is written
+  std::unique_ptr<QLockFile> lock_;
+};
+
+}  // namespace desk

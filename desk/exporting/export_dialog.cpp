@@ -1,0 +1,124 @@
+#include "desk/exporting/export_dialog.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSpinBox>
+
+namespace desk {
+namespace {
+
+struct Format {
+  const char* name;
+  const char* ending;  // of the output's name
+};
+
+constexpr Format kFormats[] = {
+    {"H.264 clip over black (.mp4)", ".mp4"},     {"ProRes 4444 clip with alpha (.mov)", ".mov"},
+    {"VP9 clip with alpha (.webm)", ".webm"},     {"PNG pictures with alpha", "_%04d.png"},
+    {"OpenEXR pictures with alpha", "_%04d.exr"}, {"Animated GIF over black (.gif)", ".gif"},
+    {"Animated PNG with alpha (.apng)", ".apng"}, {"Animated WebP with alpha (.webp)", ".webp"}};
+constexpr const char* kScales[] = {"Full", "1/2", "1/3", "1/4"};
+
+}  // namespace
+
+ExportDialog::ExportDialog(const SceneDocument& document, ExportQueue& queue, QWidget* parent)
+    : QDialog(parent),
+      document_(document),
+      queue_(queue),
+      format_(new QComboBox),
+      output_(new QLineEdit),
+      first_(new QSpinBox),
+      last_(new QSpinBox),
+      scale_(new QComboBox) {
+  setWindowTitle("Export");
+  for (const Format& format : kFormats) format_->addItem(format.name);
+  for (const char* scale : kScales) scale_->addItem(scale);
+  const int end = document.state()->plan.frames - 1;
+  for (QSpinBox* field : {first_, last_}) field->setRange(0, end);
+  last_->setValue(end);
+  first_->setAccessibleName("First frame");
+  last_->setAccessibleName("Last frame");
+  const QFileInfo scene(document.path());
+  const QString folder = document.path().isEmpty() ? QDir::homePath() : scene.absolutePath();
+  const QString stem = document.path().isEmpty() ? "stars" : scene.completeBaseName();
+  output_->setText(QDir(folder).filePath(stem + kFormats[0].ending));
+
+  auto* browse = new QPushButton("Browse…");
+  auto* file = new QHBoxLayout;
+  file->addWidget(output_, 1);
+  file->addWidget(browse);
+  auto* frames = new QHBoxLayout;
+  frames->addWidget(first_, 1);
+  frames->addWidget(last_, 1);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+  buttons->addButton("Export", QDialogButtonBox::AcceptRole);
+  auto* form = new QFormLayout(this);
+  form->addRow("&Format", format_);
+  form->addRow("&Output", file);
+  output_->setAccessibleName("Output");
+  output_->setMinimumWidth(360);
+  form->addRow("F&rames", frames);
+  form->addRow("&Resolution", scale_);
+  form->addRow(buttons);
+  connect(browse, &QPushButton::clicked, this, &ExportDialog::browse);
+  connect(format_, &QComboBox::activated, this, &ExportDialog::takeFormat);
+  connect(buttons, &QDialogButtonBox::accepted, this, &ExportDialog::add);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+void ExportDialog::browse() {
+  const QString chosen =
+      QFileDialog::getSaveFileName(this, "Export as", output_->text(), QString(), nullptr,
+                                   QFileDialog::DontConfirmOverwrite);  // which add() asks
+  if (!chosen.isEmpty()) output_->setText(chosen);
+}
+
+/// The name keeps what stands before the ending of its format.
+void ExportDialog::takeFormat() {
+  QString name = output_->text();
+  for (const Format& format : kFormats) {
+    if (!name.endsWith(QLatin1String(format.ending))) continue;
+    name.chop(static_cast<int>(qstrlen(format.ending)));
+    break;
+  }
+  output_->setText(name + kFormats[format_->currentIndex()].ending);
+}
+
+void ExportDialog::add() {
+  ExportJob job;
+  job.name = document_.name();
+  job.text = document_.text();
+  job.scenePath = document_.path();
+  job.output = QFileInfo(output_->text()).absoluteFilePath();
+  job.frames = last_->value() - first_->value() + 1;
+  if (job.frames < 1) {
+    QMessageBox::warning(this, "Export", "The last frame comes before the first.");
+    return;
+  }
+  if (QFileInfo::exists(job.output)) {
+    const auto answer =
+        QMessageBox::question(this, "Export", "Replace " + QFileInfo(job.output).fileName() + "?");
+    if (answer != QMessageBox::Yes) return;
+    job.arguments << "--overwrite";
+  }
+  if (job.frames != document_.state()->plan.frames) {
+    job.arguments << "--frames" << QString("%1-%2").arg(first_->value()).arg(last_->value());
+  }
+  if (scale_->currentIndex() > 0) job.arguments << "--scale" << scale_->currentText();
+  for (const std::string& folder : document_.allowed()) {
+    job.arguments << "--allow" << QString::fromStdString(folder);
+  }
+  if (!document_.input().isEmpty()) job.arguments << "--input" << document_.input();
+  queue_.add(std::move(job));
+  accept();
+}
+
+}  // namespace desk

@@ -1,0 +1,36 @@
+// What to export, as what, and where.
+#pragma once
+
+#include <QDialog>
+
+#include "desk/document/scene_document.h"
+#include "desk/exporting/export_queue.h"
+
+class QComboBox;
+class QLineEdit;
+class QSpinBox;
+
+namespace desk {
+
+/// Adds a job to the queue when it is accepted.
+class ExportDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  ExportDialog(const SceneDocument& document, ExportQueue& queue, QWidget* parent = nullptr);
+
+ private:
+  void browse();
+  void takeFormat();
+  void add();
+
+  const SceneDocument& document_;
+  ExportQueue& queue_;
+  QComboBox* format_;
+  QLineEdit* output_;
+  QSpinBox* first_;
+  QSpinBox* last_;
+  QComboBox* scale_;
+};
+
+}  // namespace desk

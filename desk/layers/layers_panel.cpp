@@ -1,0 +1,90 @@
+#include "desk/layers/layers_panel.h"
+
+#include <QAbstractItemModel>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <vector>
+
+namespace desk {
+namespace {
+
+constexpr int kLayerRole = Qt::UserRole;
+
+}  // namespace
+
+LayersPanel::LayersPanel(Preview& preview, QWidget* parent)
+    : QWidget(parent),
+      preview_(preview),
+      list_(new QListWidget),
+      remove_(new QPushButton("Remove")) {
+  SceneDocument& document = preview_.document();
+  list_->setAccessibleName("Layers");
+  list_->setDragDropMode(QAbstractItemView::InternalMove);
+  auto* add = new QPushButton("Add");
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(add);
+  buttons->addWidget(remove_);
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(list_, 1);
+  column->addLayout(buttons);
+
+  connect(add, &QPushButton::clicked, this, [this, &document] {
+    document.addLayer(QStringLiteral("Layer %1").arg(document.layerCount() + 1));
+    preview_.setLayer(document.layerCount() - 1);
+  });
+  connect(remove_, &QPushButton::clicked, this,
+          [this, &document] { document.removeLayer(preview_.layer()); });
+  connect(list_, &QListWidget::currentRowChanged, this, [this](int row) {
+    if (!isRefreshing_ && row >= 0) preview_.setLayer(layerOf(row));
+  });
+  connect(list_, &QListWidget::itemChanged, this, [this, &document](const QListWidgetItem* item) {
+    if (!isRefreshing_) document.renameLayer(item->data(kLayerRole).toInt(), item->text());
+  });
+  connect(list_->model(), &QAbstractItemModel::rowsMoved, this, &LayersPanel::takeOrder,
+          Qt::QueuedConnection);
+  connect(&document, &SceneDocument::changed, this, &LayersPanel::refresh);
+  connect(&preview_, &Preview::layerChanged, this, &LayersPanel::refresh);
+  refresh();
+}
+
+void LayersPanel::refresh() {
+  const QScopedValueRollback refreshing(isRefreshing_, true);
+  const SceneDocument& document = preview_.document();
+  const int count = document.layerCount();
+  while (list_->count() > count) delete list_->takeItem(0);
+  while (list_->count() < count) list_->addItem(QString());
+  for (int row = 0; row < count; ++row) {
+    QListWidgetItem* item = list_->item(row);
+    item->setText(document.layerName(layerOf(row)));
+    item->setData(kLayerRole, layerOf(row));
+    item->setFlags(
+        Qt::ItemIsEnabled | Qt::ItemIsSelectable |
+        (document.hasLayerTables() ? Qt::ItemIsEditable | Qt::ItemIsDragEnabled : Qt::NoItemFlags));
+  }
+  list_->setCurrentRow(layerOf(preview_.layer()));
+  remove_->setEnabled(count > 1);
+}
+
+/// The list was dragged into another order, in which one layer is out of place.
+void LayersPanel::takeOrder() {
+  std::vector<int> order;  // from the bottom up
+  for (int layer = 0; layer < list_->count(); ++layer) {
+    order.push_back(list_->item(layerOf(layer))->data(kLayerRole).toInt());
+  }
+  int to = 0;
+  while (to < list_->count() && order[static_cast<std::size_t>(to)] == to) ++to;
+  if (to == list_->count()) return;
+  int from = order[static_cast<std::size_t>(to)];
+  if (from == to + 1) {  // the one that was here has gone up
+    from = to;
+    to = static_cast<int>(std::ranges::find(order, from) - order.begin());
+  }
+  preview_.document().moveLayer(from, to);
+  preview_.setLayer(to);
+  refresh();
+}
+
+}  // namespace desk

@@ -1,0 +1,30 @@
+// The layers of a scene as a list, the uppermost first.
+#pragma once
+
+#include <QListWidget>
+
+#include "desk/render/preview.h"
+
+class QPushButton;
+
+namespace desk {
+
+/// The selected one is what the controls are of. A double click renames, a drag moves.
+class LayersPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit LayersPanel(Preview& preview, QWidget* parent = nullptr);
+
+ private:
+  void refresh();
+  void takeOrder();
+  int layerOf(int row) const { return list_->count() - 1 - row; }
+
+  Preview& preview_;
+  QListWidget* list_;
+  QPushButton* remove_;
+  bool isRefreshing_ = false;
+};
+
+}  // namespace desk

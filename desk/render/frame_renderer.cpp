@@ -1,0 +1,76 @@
+#include "desk/render/frame_renderer.h"
+
+#include <chrono>
+#include <new>
+
+#include "cli/support/processors.h"
+#include "desk/render/scene_painter.h"
+
+namespace desk {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// While pictures come more often than this, the way to one that is no longer wanted is left.
+constexpr std::chrono::milliseconds kPatience{100};
+
+}  // namespace
+
+FrameRenderer::FrameRenderer(QObject* parent)
+    : QObject(parent), thread_([this](const std::stop_token& stop) { work(stop); }) {
+  qRegisterMetaType<desk::Picture>();
+}
+
+FrameRenderer::~FrameRenderer() {
+  thread_.request_stop();
+  thread_.join();
+}
+
+std::uint64_t FrameRenderer::request(const FrameRequest& request) {
+  std::uint64_t number = 0;
+  {
+    const std::scoped_lock lock(mutex_);
+    next_ = request;
+    number = ++newest_;
+  }
+  wanted_.notify_one();
+  return number;
+}
+
+void FrameRenderer::work(const std::stop_token& stop) {
+  ScenePainter painter(cli::usableProcessors());
+  Clock::time_point shown = Clock::now();
+  for (;;) {
+    FrameRequest request;
+    std::uint64_t number = 0;
+    {
+      std::unique_lock lock(mutex_);
+      if (!wanted_.wait(lock, stop, [this] { return next_.has_value(); })) return;
+      request = *std::exchange(next_, std::nullopt);
+      number = newest_;
+    }
+    const auto start = Clock::now();
+    Picture picture;
+    try {
+      picture = painter.paint(request, [&] {
+        const bool isOld = newest_ != number && Clock::now() - shown < kPatience;
+        if (isOld || stop.stop_requested()) throw Abandoned();
+      });
+    } catch (const Abandoned&) {
+      continue;
+    } catch (const std::bad_alloc&) {
+      picture.problem = tr("There is no memory for this picture; a lower resolution needs less.");
+    } catch (const std::exception& error) {
+      picture.problem = QString::fromUtf8(error.what());
+    }
+    picture.state = request.state;
+    picture.frame = request.frame;
+    picture.reduction = request.reduction;
+    picture.request = number;
+    shown = Clock::now();
+    picture.milliseconds = std::chrono::duration<double, std::milli>(shown - start).count();
+    emit rendered(picture);
+  }
+}
+
+}  // namespace desk

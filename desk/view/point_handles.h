@@ -1,0 +1,41 @@
+// The points of a layer on the picture, and the path that they make.
+#pragma once
+
+#include <QGraphicsObject>
+#include <vector>
+
+#include "desk/render/preview.h"
+#include "desk/view/handle.h"
+#include "desk/view/outline.h"
+#include "desk/view/snap_guides.h"
+
+namespace desk {
+
+/// Shows those points that have an effect, as the effect itself greys out the others.
+class PointHandles : public QGraphicsObject {
+  Q_OBJECT
+
+ public:
+  PointHandles(Preview& preview, SnapGuides& guides, QGraphicsItem* parent);
+
+  QRectF boundingRect() const override { return {}; }
+  void paint(QPainter*, const QStyleOptionGraphicsItem*, QWidget*) override {}
+
+ private:
+  struct Point {
+    brisel::ParamIndex parameter;
+    Handle* handle;
+  };
+
+  void follow();
+  void drag(const Point& point, const HandleDrag& drag);
+  QPainterPath emitter() const;
+  QPointF placeOf(brisel::ParamIndex parameter) const;
+
+  Preview& preview_;
+  SnapGuides& guides_;
+  Outline* outline_;
+  std::vector<Point> points_;
+};
+
+}  // namespace desk

@@ -1,0 +1,151 @@
+// The whole window, by the mouse and the keyboard.
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QListWidget>
+#include <QTest>
+#include <QToolButton>
+#include <algorithm>
+#include <cstdlib>
+
+#include "desk/exporting/export_queue.h"
+#include "desk/window/main_window.h"
+#include "tests/desk/desk_test.h"
+
+namespace {
+
+using desk::ExportJob;
+
+class WindowTest : public tests::FolderTest {
+ protected:
+  WindowTest() : window_(cli::presetsBeside(cli::findModule({}))) {
+    window_.show();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&window_));
+  }
+
+  template <class Widget>
+  Widget* named(const char* accessibleName) {
+    for (Widget* widget : window_.findChildren<Widget*>()) {
+      if (widget->accessibleName() == accessibleName) return widget;
+    }
+    ADD_FAILURE() << "nothing is named " << accessibleName;
+    return nullptr;
+  }
+
+  std::string render(const std::string& scene, const std::string& output) {
+    const std::string command = desk::ExportQueue::program().toStdString() + " render " +
+                                path(scene).string() + " -o " + path(output).string() +
+                                " 2>/dev/null";
+    EXPECT_EQ(std::system(command.c_str()), 0);
+    return read(output);
+  }
+
+  desk::MainWindow window_;
+};
+
+constexpr char kScene[] = R"([scene]
+size = [320, 180]
+frames = 30   # short
+[params]
+"Standard path" = "Point"
+"Start" = [0.5, 0.5]
+)";
+
+TEST_F(WindowTest, AWorkingDay) {
+  write("s.toml", kScene);
+  ASSERT_TRUE(window_.open(QString::fromStdString(path("s.toml").string())));
+  desk::SceneDocument& document = window_.document();
+  desk::Preview& preview = window_.preview();
+
+  auto* presets = named<QListWidget>("Stars presets");
+  ASSERT_TRUE(presets);
+  presets->scrollToItem(presets->item(3));
+  QTest::mouseClick(presets->viewport(), Qt::LeftButton, {},
+                    presets->visualItemRect(presets->item(3)).center());
+  ASSERT_EQ(document.presets(0), QStringList{presets->item(3)->text()});
+
+  auto* view = window_.findChild<desk::PictureView*>();
+  const auto at = [&](double x, double y) {
+    const QRectF frame = view->frameRect();
+    return view->mapFromScene(frame.left() + x * frame.width(), frame.top() + y * frame.height());
+  };
+  view->fit();
+  QTest::mousePress(view->viewport(), Qt::LeftButton, {}, at(0.5, 0.5));
+  QTest::mouseMove(view->viewport(), at(0.4, 0.4));
+  QTest::mouseMove(view->viewport(), at(0.3, 0.7));
+  QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::ControlModifier, at(0.3, 0.7));
+  EXPECT_NEAR(document.value(0, brisel::kStart, 0)[0], 0.3, 0.02);
+  EXPECT_NEAR(document.value(0, brisel::kStart, 0)[1], 0.7, 0.02);
+
+  auto* key = named<QToolButton>("Key of Start");
+  ASSERT_TRUE(key);
+  key->click();
+  preview.setFrame(20);
+  key->click();
+  EXPECT_EQ(document.keys(0, brisel::kStart).size(), 2);
+  const QString keyed = document.text();
+  document.setValue(0, brisel::kStart, {0.9, 0.1}, 20);
+  EXPECT_NE(document.text(), keyed);
+  QTest::keySequence(&window_, QKeySequence::Undo);
+  EXPECT_EQ(document.text(), keyed);
+
+  EXPECT_TRUE(QTest::qWaitFor([&] { return preview.isUpToDate(); }));
+  EXPECT_EQ(preview.picture().frame, 20);
+  QTest::keySequence(&window_, QKeySequence::Save);
+  EXPECT_FALSE(window_.isWindowModified());
+  EXPECT_EQ(read("s.toml"), keyed.toStdString());
+  EXPECT_NE(read("s.toml").find("frames = 30   # short\n"), std::string::npos);
+}
+
+TEST_F(WindowTest, ExportsAreWhatARenderMakes) {
+  write("s.toml", kScene);
+  desk::ExportQueue queue;
+  const auto add = [&](const char* text, const char* output) {
+    ExportJob job;
+    job.name = "s.toml";
+    job.text = text;
+    job.scenePath = QString::fromStdString(path("s.toml").string());
+    job.output = QString::fromStdString(path(output).string());
+    queue.add(job);
+  };
+  add(kScene, "a.apng");
+  add("[scene]\nframes = 1\ninput = \"no.mp4\"\n", "b.png");
+  add(kScene, "c.gif");
+  add("[scene]\nsize = [3000, 3000]\nframes = 100000\n", "d.mp4");
+  queue.cancel(2);
+  EXPECT_TRUE(
+      QTest::qWaitFor([&] { return queue.job(3).state == ExportJob::State::kRunning; }, 60000));
+  QTest::qWait(300);
+  queue.cancel(3);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !queue.isBusy(); }, 30000));
+  EXPECT_EQ(queue.job(0).state, ExportJob::State::kDone) << queue.job(0).message.toStdString();
+  EXPECT_EQ(read("a.apng"), render("s.toml", "r.apng"));
+  EXPECT_EQ(queue.job(1).state, ExportJob::State::kFailed);
+  EXPECT_TRUE(queue.job(1).message.contains("s.toml:3: ")) << queue.job(1).message.toStdString();
+  EXPECT_EQ(queue.job(2).state, ExportJob::State::kCanceled);
+  EXPECT_EQ(queue.job(3).state, ExportJob::State::kCanceled);
+  std::vector<std::string> left;
+  for (const auto& entry : std::filesystem::directory_iterator(path(""))) {
+    left.push_back(entry.path().filename());
+  }
+  std::ranges::sort(left);
+  EXPECT_EQ(left, (std::vector<std::string>{"a.apng", "r.apng", "s.toml"}));
+  queue.removeFinished();
+  EXPECT_EQ(queue.rowCount(), 0);
+}
+
+TEST_F(WindowTest, EverythingHasANameForScreenReaders) {
+  for (const QWidget* widget : window_.findChildren<QWidget*>()) {
+    const bool takesFocus = widget->focusPolicy() & Qt::TabFocus && widget->isVisibleTo(&window_);
+    if (!takesFocus || widget->objectName().startsWith("qt_")) continue;
+    const QAccessibleInterface* reader =
+        QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));
+    ASSERT_TRUE(reader);
+    EXPECT_FALSE(reader->text(QAccessible::Name).isEmpty())
+        << widget->metaObject()->className() << " in "
+        << widget->parent()->metaObject()->className();
+  }
+}
+
+}  // namespace
