@@ -14,7 +14,8 @@ constexpr double kTouchWidth = 10;  // pixels of the screen
 
 }  // namespace
 
-Outline::Outline(QGraphicsItem* parent) : QGraphicsObject(parent) {
+Outline::Outline(QGraphicsItem* parent, Qt::PenStyle style)
+    : QGraphicsObject(parent), style_(style) {
   setAcceptedMouseButtons(Qt::NoButton);
 }
 
@@ -51,6 +52,7 @@ void Outline::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*
   painter->strokePath(path_, pen);
   pen.setColor(QColor(255, 255, 255, 210));
   pen.setWidthF(1.2);
+  pen.setStyle(style_);
   painter->strokePath(path_, pen);
 }
 

@@ -11,7 +11,7 @@ class Outline : public QGraphicsObject {
   Q_OBJECT
 
  public:
-  explicit Outline(QGraphicsItem* parent);
+  explicit Outline(QGraphicsItem* parent, Qt::PenStyle style = Qt::SolidLine);
 
   void setPath(const QPainterPath& path);
   void setGrabbable();
@@ -39,6 +39,7 @@ class Outline : public QGraphicsObject {
   double screenPixel() const;  // in the scene
 
   QPainterPath path_;
+  Qt::PenStyle style_;
   bool isGrabbed_ = false;
 };
 

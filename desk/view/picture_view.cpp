@@ -55,7 +55,7 @@ PictureView::PictureView(Preview& preview, QWidget* parent)
   setTransformationAnchor(AnchorUnderMouse);
   setResizeAnchor(AnchorViewCenter);
   setFrameShape(NoFrame);
-  setMouseTracking(true);
+  viewport()->setMouseTracking(true);
   setMinimumSize(160, 90);
   setAccessibleName("Picture");
 

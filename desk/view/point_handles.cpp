@@ -21,7 +21,11 @@ double shareOf(double pixels, int side) {
 }  // namespace
 
 PointHandles::PointHandles(Preview& preview, SnapGuides& guides, QGraphicsItem* parent)
-    : QGraphicsObject(parent), preview_(preview), guides_(guides), outline_(new Outline(this)) {
+    : QGraphicsObject(parent),
+      preview_(preview),
+      guides_(guides),
+      outline_(new Outline(this)),
+      motion_(new Outline(this, Qt::DotLine)) {
   setFlag(ItemHasNoContents);
   for (std::int32_t i = 1; i < brisel::kParamCount; ++i) {
     const brisel::ParameterSpec& spec = brisel::parameterSpec(i);
@@ -43,10 +47,10 @@ PointHandles::PointHandles(Preview& preview, SnapGuides& guides, QGraphicsItem* 
   follow();
 }
 
-QPointF PointHandles::placeOf(brisel::ParamIndex parameter) const {
+QPointF PointHandles::placeOf(brisel::ParamIndex parameter, double frame) const {
   const SceneDocument& document = preview_.document();
   const auto size = document.state()->plan.layer;
-  const scene::ParamValue value = document.value(preview_.layer(), parameter, preview_.frame());
+  const scene::ParamValue value = document.value(preview_.layer(), parameter, frame);
   return {value[0] * size.width, value[1] * size.height};
 }
 
@@ -56,9 +60,10 @@ void PointHandles::follow() {
   for (const auto& [parameter, handle] : points_) {
     const auto state = std::ranges::find(*states, parameter, &brisel::ControlState::index);
     handle->setVisible(state == states->end() || state->enabled);
-    handle->setPos(placeOf(parameter));
+    handle->setPos(placeOf(parameter, preview_.frame()));
   }
   outline_->setPath(emitter());
+  motion_->setPath(motion());
 }
 
 void PointHandles::drag(const Point& point, const HandleDrag& drag) {
@@ -84,10 +89,11 @@ QPainterPath PointHandles::emitter() const {
   if (document.mask(preview_.layer())) return path;
   const auto standard = static_cast<brisel::StandardPath>(
       document.values(preview_.layer(), preview_.frame()).number(brisel::kStandardPath));
-  const QPointF start = placeOf(brisel::kStart);
-  const QPointF end = placeOf(brisel::kEnd);
-  const QPointF controlStart = placeOf(brisel::kControlStart);
-  const QPointF controlEnd = placeOf(brisel::kControlEnd);
+  const int frame = preview_.frame();
+  const QPointF start = placeOf(brisel::kStart, frame);
+  const QPointF end = placeOf(brisel::kEnd, frame);
+  const QPointF controlStart = placeOf(brisel::kControlStart, frame);
+  const QPointF controlEnd = placeOf(brisel::kControlEnd, frame);
   path.moveTo(start);
   switch (standard) {
     case brisel::StandardPath::Bezier:  // its handles are "Control start" and "End"
@@ -113,6 +119,27 @@ QPainterPath PointHandles::emitter() const {
     }
     default:
       break;
+  }
+  return path;
+}
+
+QPainterPath PointHandles::motion() const {
+  constexpr int kPieces = 100;
+  constexpr double kKeyRadius = 3;  // pixels of the frame
+  QPainterPath path;
+  for (const auto& [parameter, handle] : points_) {
+    if (!handle->isVisible()) continue;
+    const std::vector<ParamKey> keys = preview_.document().keys(preview_.layer(), parameter);
+    if (keys.size() < 2) continue;
+    const double first = keys.front().time;
+    const double length = keys.back().time - first;
+    path.moveTo(placeOf(parameter, first));
+    for (int piece = 1; piece <= kPieces; ++piece) {
+      path.lineTo(placeOf(parameter, first + length * piece / kPieces));
+    }
+    for (const ParamKey& key : keys) {
+      path.addEllipse(placeOf(parameter, key.time), kKeyRadius, kKeyRadius);
+    }
   }
   return path;
 }

@@ -1,4 +1,4 @@
-// The points of a layer on the picture, and the path that they make.
+// The points of a layer on the picture, the path that they make, and the way that they go.
 #pragma once
 
 #include <QGraphicsObject>
@@ -30,11 +30,13 @@ class PointHandles : public QGraphicsObject {
   void follow();
   void drag(const Point& point, const HandleDrag& drag);
   QPainterPath emitter() const;
-  QPointF placeOf(brisel::ParamIndex parameter) const;
+  QPainterPath motion() const;  // of the points that have keys
+  QPointF placeOf(brisel::ParamIndex parameter, double frame) const;
 
   Preview& preview_;
   SnapGuides& guides_;
   Outline* outline_;
+  Outline* motion_;
   std::vector<Point> points_;
 };
 

@@ -8,6 +8,7 @@
 #include <array>
 
 #include "desk/window/main_window.h"
+#include "desk/window/scene_settings.h"
 
 namespace desk {
 
@@ -77,6 +78,9 @@ void MainWindow::addEditMenu() {
   };
   connect(&editor, &MaskEditor::maskChanged, this, enable);
   enable();
+  editMenu_->addSeparator();
+  command(editMenu_, "Scene &settings…", QKeySequence("Ctrl+K"),
+          [this] { SceneSettings(document_, this).exec(); });
 }
 
 void MainWindow::addViewMenu() {
