@@ -1,0 +1,229 @@
+// Points and masks dragged on the picture, by mouse and keyboard.
+#include "desk/view/picture_view.h"
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <QUndoStack>
+#include <cmath>
+
+#include "tests/desk/desk_test.h"
+
+namespace {
+
+using scene::MaskShape;
+
+TEST(MaskShapes, KeepTheOutlineWhereAVertexIsAdded) {
+  MaskShape open = desk::circle({200, 150}, 90);
+  open.closed = false;
+  for (const MaskShape& before :
+       {desk::circle({200, 150}, 90), open, desk::rectangle({10, 20, 300, 200})}) {
+    const QPainterPath path = desk::pathOf(before);
+    for (const double share : {0.1, 0.45, 0.9}) {
+      const QPointF wanted = path.pointAtPercent(share);
+      const desk::OutlinePlace place = desk::nearestPlace(before, wanted);
+      const MaskShape after = desk::withVertex(before, place);
+      ASSERT_EQ(after.vertices.size(), before.vertices.size() + 1);
+      const QPointF added = desk::toPoint(after.vertices[place.vertex + 1].point);
+      EXPECT_LT((added - wanted).manhattanLength(), 4) << share;
+      for (double t = 0; t <= 1; t += 0.05) {
+        const QPointF way = desk::pathOf(after).pointAtPercent(t) - path.pointAtPercent(t);
+        EXPECT_LT(way.manhattanLength(), 1) << share << " at " << t;
+      }
+    }
+  }
+}
+
+TEST(MaskShapes, BendEvenlyUntilBroken) {
+  MaskShape shape = desk::rectangle({100, 100, 200, 100});
+  desk::makeSmooth(shape, 1);
+  const auto cross = [&] {
+    const MaskShape::Vertex& v = shape.vertices[1];
+    const QPointF in = desk::toPoint(v.in) - desk::toPoint(v.point);
+    const QPointF out = desk::toPoint(v.out) - desk::toPoint(v.point);
+    return (in.x() * out.y() - in.y() * out.x()) /
+           (std::hypot(in.x(), in.y()) * std::hypot(out.x(), out.y()));
+  };
+  EXPECT_NEAR(cross(), 0, 0.01);
+  desk::bend(shape, 1, desk::Side::kOut, {350, 60}, false);
+  EXPECT_NEAR(cross(), 0, 0.01);
+  EXPECT_EQ(shape.vertices[1].out.x, 350);
+  desk::bend(shape, 1, desk::Side::kIn, {300, 20}, true);
+  EXPECT_GT(std::abs(cross()), 0.1);
+  desk::bend(shape, 1, desk::Side::kIn, {250, 100}, false);  // stays broken
+  EXPECT_EQ(shape.vertices[1].out.x, 350);
+  desk::makeCorner(shape, 1);
+  EXPECT_TRUE(desk::isCorner(shape.vertices[1]));
+}
+
+TEST(SnapGuides, TakeTheNearestMarkOfEachAxisWithinReach) {
+  const std::vector<QPointF> marks{{0, 0}, {100, 50}, {104, 200}};
+  EXPECT_EQ(desk::snapTo({103, 47}, marks, 5).place, QPointF(104, 50));
+  EXPECT_EQ(desk::snapTo({101, 120}, marks, 5).place, QPointF(100, 120));
+  EXPECT_EQ(desk::snapTo({50, 120}, marks, 5).place, QPointF(50, 120));
+}
+
+class PictureViewTest : public tests::DeskTest {
+ protected:
+  void show(const std::string& text) {
+    ASSERT_TRUE(open(text)) << problem();
+    preview_.emplace(document());
+    view_.emplace(*preview_);
+    view_->resize(664, 384);  // the frame at its size, with the margins of a fitted one
+    view_->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&*view_));
+  }
+  QPoint onView(QPointF place) const { return view_->mapFromScene(place); }
+  void drag(QPointF from, QPointF to, Qt::KeyboardModifiers modifiers = {}) {
+    QWidget* area = view_->viewport();
+    QTest::mousePress(area, Qt::LeftButton, modifiers, onView(from));
+    for (const double share : {0.3, 0.7, 1.0}) {
+      const QPoint at = onView(from + (to - from) * share);
+      QMouseEvent move(QEvent::MouseMove, at, area->mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
+                       modifiers);
+      QCoreApplication::sendEvent(area, &move);
+    }
+    QTest::mouseRelease(area, Qt::LeftButton, modifiers, onView(to));
+  }
+  QPointF start() {
+    const scene::ParamValue value = document().value(0, brisel::kStart, preview_->frame());
+    return {value[0] * 640, value[1] * 360};
+  }
+  std::vector<MaskShape::Vertex> vertices() {
+    const auto mask = document().mask(0);
+    return mask ? scene::shapeAt(*mask, preview_->frame()).vertices
+                : std::vector<MaskShape::Vertex>();
+  }
+
+  std::optional<desk::Preview> preview_;
+  std::optional<desk::PictureView> view_;
+};
+
+constexpr char kPoint[] = R"([scene]
+size = [640, 360]
+[params]
+"Standard path" = "Point"
+"Start" = [0.25, 0.25]  # stays
+)";
+
+TEST_F(PictureViewTest, DragsAPointAsOneStepThatSnaps) {
+  show(kPoint);
+  ASSERT_NEAR(view_->zoom(), 1, 0.01);
+  drag({160, 90}, {317, 250});
+  EXPECT_NEAR(start().x(), 320, 0.1) << "the middle is 3 pixels away";
+  EXPECT_NEAR(start().y(), 250, 1.5);
+  EXPECT_NE(text().find("# stays"), std::string::npos);
+  EXPECT_EQ(document().undoStack().count(), 1);
+  drag(start(), {317, 100}, Qt::ControlModifier);
+  EXPECT_NEAR(start().x(), 317, 1.5) << "with Ctrl it does not snap";
+  document().undoStack().undo();
+  document().undoStack().undo();
+  EXPECT_EQ(text(), kPoint);
+}
+
+TEST_F(PictureViewTest, MovesAPointByArrowKeysAndKeysIt) {
+  show(kPoint);
+  document().addKey(0, brisel::kStart, 0);
+  preview_->setFrame(50);
+  view_->setFocus();
+  QTest::keyClick(&*view_, Qt::Key_Tab);
+  EXPECT_TRUE(view_->accessibleDescription().startsWith("Start at 160, 90"));
+  QTest::keyClick(&*view_, Qt::Key_Right, Qt::ShiftModifier);
+  QTest::keyClick(&*view_, Qt::Key_Up);
+  EXPECT_NEAR(start().x(), 170, 0.1);
+  EXPECT_NEAR(start().y(), 89, 0.1);
+  EXPECT_EQ(document().keys(0, brisel::kStart).size(), 2u) << "one at frame 50 now";
+  EXPECT_EQ(preview_->frame(), 50);
+}
+
+TEST_F(PictureViewTest, HidesPointsWithoutEffect) {
+  show(kPoint);
+  const auto shown = [&] {
+    int handles = 0;
+    for (QGraphicsItem* item : view_->scene()->items()) {
+      handles += item->isVisible() && dynamic_cast<desk::Handle*>(item) != nullptr ? 1 : 0;
+    }
+    return handles;
+  };
+  const std::array<int, 8> expected{1, 4, 2, 4, 2, 0, 0, 0};  // by item
+  for (std::size_t item = 0; item < expected.size(); ++item) {
+    document().setValue(0, brisel::kStandardPath, {static_cast<double>(item + 1)}, 0);
+    EXPECT_EQ(shown(), expected[item]) << "item " << item + 1;
+  }
+}
+
+TEST_F(PictureViewTest, EditsAMask) {
+  show(kPoint);
+  view_->mask().makeRectangle();
+  ASSERT_EQ(vertices().size(), 4u);
+  EXPECT_EQ(vertices()[0].point.x, 160);
+  drag({160, 90}, {60, 40});
+  EXPECT_EQ(document().undoStack().count(), 2);
+  EXPECT_NEAR(vertices()[0].point.x, 60, 1.5);
+  drag({480, 180}, {500, 190});  // the right side takes all along
+  EXPECT_NEAR(vertices()[0].point.x, 80, 2.5);
+  EXPECT_NEAR(vertices()[2].point.y, 280, 2.5);
+
+  QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, onView({500, 190}));
+  ASSERT_EQ(vertices().size(), 5u);
+  QTest::keyClick(&*view_, Qt::Key_Left, Qt::ShiftModifier);  // the new vertex has the focus
+  EXPECT_NEAR(vertices()[2].point.x, 490, 2.5);
+  QTest::keyClick(&*view_, Qt::Key_Delete);
+  EXPECT_EQ(vertices().size(), 4u);
+  view_->mask().remove();
+  EXPECT_EQ(vertices().size(), 0u);
+  while (document().undoStack().canUndo()) document().undoStack().undo();
+  EXPECT_EQ(text(), kPoint);
+}
+
+TEST_F(PictureViewTest, AddsAVertexToAllKeysOfAMask) {
+  show(std::string(kPoint) + R"([mask]
+path = [ { frame = 0, value = "M 100 100 L 300 100 L 300 300 Z" },
+         { frame = 40, value = "M 200 100 L 400 100 L 400 300 Z" } ]
+)");
+  QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, onView({200, 100}));
+  const auto mask = document().mask(0);
+  ASSERT_EQ(mask->keys.size(), 2u);
+  for (const scene::Mask::Key& key : mask->keys) {
+    ASSERT_EQ(key.value.vertices.size(), 4u);
+    EXPECT_NEAR(key.value.vertices[1].point.x, key.time == 0 ? 200 : 300, 3);
+  }
+}
+
+TEST_F(PictureViewTest, DrawsAMaskWithThePen) {
+  show(kPoint);
+  const auto click = [&](QPointF place) {
+    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, onView(place));
+  };
+  view_->setFocus();
+  view_->mask().draw();
+  for (const QPointF place : {QPointF(50, 50), QPointF(200, 60), QPointF(120, 200)}) click(place);
+  click({52, 51});  // the first again
+  EXPECT_EQ(vertices().size(), 3u);
+  EXPECT_TRUE(document().mask(0)->keys.front().value.closed);
+
+  view_->mask().draw();
+  click({300, 50});
+  click({400, 60});
+  QTest::keyClick(&*view_, Qt::Key_Return);
+  EXPECT_EQ(vertices().size(), 2u);
+  EXPECT_FALSE(document().mask(0)->keys.front().value.closed);
+  view_->mask().draw();
+  click({300, 50});
+  QTest::keyClick(&*view_, Qt::Key_Escape);
+  EXPECT_EQ(document().undoStack().count(), 2);
+}
+
+TEST_F(PictureViewTest, ZoomsAndFits) {
+  show(kPoint);
+  view_->setZoom(4);
+  EXPECT_NEAR(view_->zoom(), 4, 1e-6);
+  view_->resize(344, 400);
+  EXPECT_NEAR(view_->zoom(), 4, 1e-6) << "only a fitted frame follows";
+  view_->fit();
+  EXPECT_NEAR(view_->zoom(), 0.5, 0.01);
+  document().setSize(320, 180);
+  EXPECT_NEAR(view_->zoom(), 1, 0.01);
+}
+
+}  // namespace

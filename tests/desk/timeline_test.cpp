@@ -1,0 +1,142 @@
+// Playing, and keys moved, copied, eased and removed on the timeline.
+#include "desk/timeline/timeline_panel.h"
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <QUndoStack>
+
+#include "tests/desk/desk_test.h"
+
+namespace {
+
+constexpr char kKeys[] = R"([scene]
+size = [64, 36]
+frames = 100
+[params]
+"Size" = [ { frame = 0, value = 10 }, { frame = 20, value = 30, ease = "in" } ]  # grows
+"Intensity" = [ { frame = 5, value = 1 }, { frame = 95, value = 2 } ]
+)";
+
+class TimelineTest : public tests::DeskTest {
+ protected:
+  void start(const std::string& text) {
+    ASSERT_TRUE(open(text)) << problem();
+    preview_.emplace(document());
+    playback_.emplace(*preview_);
+    keys_.emplace(*preview_, *playback_);
+  }
+  std::vector<double> times(brisel::ParamIndex parameter) {
+    std::vector<double> found;
+    for (const desk::ParamKey& key : document().keys(0, parameter)) found.push_back(key.time);
+    return found;
+  }
+  using Times = std::vector<double>;
+
+  std::optional<desk::Preview> preview_;
+  std::optional<desk::Playback> playback_;
+  std::optional<desk::KeyView> keys_;
+};
+
+TEST_F(TimelineTest, MovesAllSelectedKeysAlikeAndNoneOutOfTheScene) {
+  start(kKeys);
+  keys_->selectAll();
+  keys_->moveSelected(3);
+  EXPECT_EQ(times(brisel::kSize), (Times{3, 23}));
+  EXPECT_EQ(times(brisel::kIntensity), (Times{8, 98}));
+  keys_->moveSelected(10);  // but there is room for one frame
+  EXPECT_EQ(times(brisel::kSize), (Times{4, 24}));
+  keys_->moveSelected(-50);
+  EXPECT_EQ(times(brisel::kSize), (Times{0, 20}));
+  EXPECT_EQ(times(brisel::kIntensity), (Times{5, 95}));
+  EXPECT_EQ(document().undoStack().count(), 3);
+  EXPECT_NE(text().find("# grows"), std::string::npos);
+}
+
+TEST_F(TimelineTest, CopiesPastesEasesAndRemovesAsOneStepEach) {
+  start(kKeys);
+  keys_->selectAll();
+  keys_->copySelected();
+  preview_->setFrame(50);
+  keys_->paste();
+  EXPECT_EQ(times(brisel::kSize), (Times{0, 20, 50, 70}));
+  EXPECT_EQ(times(brisel::kIntensity), (Times{5, 55, 95, 145}));
+  keys_->easeSelected({.hold = true});
+  EXPECT_TRUE(document().keys(0, brisel::kSize)[3].ease.hold);
+  EXPECT_FALSE(document().keys(0, brisel::kSize)[1].ease.hold) << "which was not selected";
+  keys_->removeSelected();
+  EXPECT_EQ(times(brisel::kSize), (Times{0, 20}));
+  EXPECT_FALSE(keys_->hasSelection());
+  EXPECT_EQ(document().undoStack().count(), 3);
+  keys_->toNextKey();
+  EXPECT_EQ(preview_->frame(), 95);
+  keys_->toPreviousKey();
+  EXPECT_EQ(preview_->frame(), 20);
+}
+
+TEST_F(TimelineTest, MovesKeysOfAMask) {
+  start(R"([scene]
+frames = 100
+[mask]
+path = [ { frame = 0, value = "M 0 0 L 9 9" }, { frame = 40, value = "M 5 5 L 7 7" } ]
+)");
+  keys_->selectAll();
+  keys_->moveSelected(10);
+  const auto mask = document().mask(0);
+  ASSERT_TRUE(mask && mask->keys.size() == 2);
+  EXPECT_EQ(mask->keys[1].time, 50);
+  EXPECT_EQ(mask->keys[1].value.vertices[0].point.x, 5);
+}
+
+TEST_F(TimelineTest, CopyOverOthersGiveWay) {
+  const std::vector<desk::ParamKey> keys{
+      {{.time = 0}, {1}}, {{.time = 4}, {2}}, {{.time = 8}, {3}}};
+  const desk::MovedKeys moved = desk::movedKeys(keys, {0, 4}, 4, false);
+  ASSERT_EQ(moved.keys.size(), 2u);
+  EXPECT_EQ(moved.keys[0].value[0], 1);
+  EXPECT_EQ(moved.keys[1].value[0], 2);
+  EXPECT_EQ(moved.chosen, (desk::KeyTimes{4, 8}));
+  EXPECT_EQ(desk::movedKeys(keys, {0}, 2, true).keys.size(), 4u);
+}
+
+TEST_F(TimelineTest, PlaysInRealTimeWhateverAPictureTakes) {
+  start("[scene]\nsize = [1280, 720]\nframes = 5000\nfps = 100\n");
+  QElapsedTimer clock;
+  clock.start();
+  playback_->forward();
+  QTest::qWait(700);
+  const double due = static_cast<double>(clock.elapsed()) / 10;
+  // It may lag by the picture being made, of which a busy machine may make it wait.
+  EXPECT_LE(preview_->frame(), due + 1);
+  EXPECT_GE(preview_->frame(), due / 3);
+  playback_->pause();
+  const int frame = preview_->frame();
+  QTest::qWait(50);
+  EXPECT_EQ(preview_->frame(), frame);
+  EXPECT_EQ(playback_->picturesPerSecond(), 0);
+}
+
+TEST_F(TimelineTest, StaysBetweenInAndOut) {
+  start("[scene]\nsize = [16, 9]\nframes = 100\nfps = 1000\n");
+  playback_->setIn(10);
+  playback_->setOut(20);
+  QSignalSpy frames(&*preview_, &desk::Preview::frameChanged);
+  playback_->toggle();
+  EXPECT_EQ(preview_->frame(), 10);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return frames.size() > 20; }));
+  for (const QList<QVariant>& frame : frames) {
+    EXPECT_TRUE(frame[0].toInt() >= 10 && frame[0].toInt() <= 20) << frame[0].toInt();
+  }
+  playback_->setLoops(false);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !playback_->isPlaying(); }));
+  EXPECT_EQ(preview_->frame(), 20);
+  playback_->backward();
+  playback_->backward();
+  EXPECT_EQ(playback_->speed(), -2);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !playback_->isPlaying(); }));
+  EXPECT_EQ(preview_->frame(), 10);
+  document().setFrames(15);
+  EXPECT_EQ(playback_->out(), 14);
+}
+
+}  // namespace
