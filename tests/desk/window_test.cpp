@@ -3,8 +3,13 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QCheckBox>
 #include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStatusBar>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 #include <algorithm>
 #include <cstdlib>
@@ -16,6 +21,7 @@
 namespace {
 
 using desk::ExportJob;
+using desk::MessageArea;
 
 class WindowTest : public tests::FolderTest {
  protected:
@@ -39,6 +45,18 @@ class WindowTest : public tests::FolderTest {
                                 " 2>/dev/null";
     EXPECT_EQ(std::system(command.c_str()), 0);
     return read(output);
+  }
+
+  QString message(MessageArea::Subject subject) {
+    return window_.findChild<MessageArea*>()->sentence(subject);
+  }
+  /// Presses the button of the next question.
+  static void answer(QMessageBox::StandardButton button) {
+    QTimer::singleShot(0, qApp, [button] {
+      auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(question, nullptr);
+      question->button(button)->click();
+    });
   }
 
   desk::MainWindow window_;
@@ -146,6 +164,48 @@ TEST_F(WindowTest, EverythingHasANameForScreenReaders) {
         << widget->metaObject()->className() << " in "
         << widget->parent()->metaObject()->className();
   }
+}
+
+TEST_F(WindowTest, TellsWhatIsWrongWithASceneAndKeepsTheLast) {
+  write("s.toml", kScene);
+  write("t.toml", "[scene]\nframes = \"many\"\n");
+  ASSERT_TRUE(window_.open(QString::fromStdString(path("s.toml").string())));
+  EXPECT_FALSE(window_.open(QString::fromStdString(path("t.toml").string())));
+  EXPECT_TRUE(message(MessageArea::Subject::kFailure).contains("t.toml:2"));
+  EXPECT_EQ(window_.document().state()->plan.frames, 30);
+  window_.document().setFrames(20);
+  EXPECT_TRUE(message(MessageArea::Subject::kFailure).isEmpty());
+}
+
+TEST_F(WindowTest, AsksBeforeChangesAreLost) {
+  write("s.toml", kScene);
+  ASSERT_TRUE(window_.open(QString::fromStdString(path("s.toml").string())));
+  EXPECT_TRUE(window_.mayLeaveScene());
+  window_.document().setFrames(20);
+  EXPECT_TRUE(window_.isWindowModified());
+  answer(QMessageBox::Cancel);
+  EXPECT_FALSE(window_.close());
+  answer(QMessageBox::Save);
+  EXPECT_TRUE(window_.mayLeaveScene());
+  EXPECT_NE(read("s.toml").find("frames = 20   # short\n"), std::string::npos);
+}
+
+TEST_F(WindowTest, GivesKeysToTheWidgetThatNeedsThem) {
+  write("s.toml", kScene);
+  ASSERT_TRUE(window_.open(QString::fromStdString(path("s.toml").string())));
+  QCheckBox box;
+  window_.statusBar()->addWidget(&box);
+  window_.activateWindow();
+  box.setFocus();
+  QTest::keyClick(&box, Qt::Key_Space);
+  EXPECT_TRUE(box.isChecked());
+  QTest::keyClick(&box, Qt::Key_Right);  // for which a box has no use
+  EXPECT_EQ(window_.preview().frame(), 1);
+  window_.findChild<desk::PictureView*>()->setFocus();
+  QTest::keyClick(&window_, Qt::Key_End);
+  EXPECT_EQ(window_.preview().frame(), 29);
+  QTest::keyClick(&window_, Qt::Key_J);
+  EXPECT_EQ(window_.findChild<desk::TimelinePanel*>()->playback().speed(), -1);
 }
 
 }  // namespace
