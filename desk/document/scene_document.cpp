@@ -695,11 +695,11 @@ void SceneDocument::setText(const QString& text, const QString& label) {
 }
 
 void SceneDocument::beginGesture() {
-  gesture_ = ++gestures_;
+  if (gesturesOpen_++ == 0) gesture_ = ++gestures_;
 }
 
 void SceneDocument::endGesture() {
-  gesture_ = 0;
+  if (--gesturesOpen_ == 0) gesture_ = 0;
 }
 
 // --- The file on disk

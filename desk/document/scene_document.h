@@ -147,7 +147,8 @@ class SceneDocument : public QObject {
   /// The whole text, as one step: for snapshots.
   void setText(const QString& text, const QString& label);
 
-  /// What comes until endGesture() is one step, with the label of its first edit.
+  /// What comes until endGesture() is one step, with the label of its first edit. A gesture within
+  /// another is a part of it.
   void beginGesture();
   void endGesture();
 
@@ -224,7 +225,8 @@ class SceneDocument : public QObject {
   std::shared_ptr<const Parsed> parsed_;  // of text_; null while it is no sound scene
   SharedState state_;
   mutable std::deque<std::shared_ptr<const Parsed>> kept_;  // the newest first
-  int gesture_ = 0;                                         // the one going on; 0 between them
+  int gesturesOpen_ = 0;
+  int gesture_ = 0;  // the one going on; 0 between them
   int gestures_ = 0;
   QByteArray onDisk_;
   QFileSystemWatcher* watcher_;

@@ -74,6 +74,31 @@ TEST_F(TimelineTest, CopiesPastesEasesAndRemovesAsOneStepEach) {
   EXPECT_EQ(preview_->frame(), 20);
 }
 
+TEST_F(TimelineTest, DragsAKeyAsOneStep) {
+  start(kKeys);
+  keys_->resize(900, 200);
+  keys_->show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&*keys_));
+  QWidget* area = keys_->viewport();
+  QPoint at(0, 2 * keys_->fontMetrics().height() + 8);  // on the row below the ruler
+  while (!keys_->hasSelection() && at.x() < area->width()) {
+    at.rx() += 2;
+    QTest::mouseClick(area, Qt::LeftButton, {}, at);
+  }
+  QTest::mousePress(area, Qt::LeftButton, {}, at);
+  for (const int way : {30, 60, 100}) {
+    const QPoint to = at + QPoint(way, 0);
+    QMouseEvent move(QEvent::MouseMove, to, area->mapToGlobal(to), Qt::NoButton, Qt::LeftButton,
+                     {});
+    QCoreApplication::sendEvent(area, &move);
+  }
+  QTest::mouseRelease(area, Qt::LeftButton, {}, at + QPoint(100, 0));
+  EXPECT_GT(times(brisel::kIntensity).front(), 5);
+  EXPECT_EQ(document().undoStack().count(), 1);
+  document().undoStack().undo();
+  EXPECT_EQ(text(), kKeys);
+}
+
 TEST_F(TimelineTest, MovesKeysOfAMask) {
   start(R"([scene]
 frames = 100
