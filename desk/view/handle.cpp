@@ -13,6 +13,7 @@ namespace {
 
 constexpr double kRadius = 5.5;  // of what is drawn, pixels of the screen
 constexpr double kTouch = 9;     // of what is touched
+constexpr int kLeastWay = 3;     // pixels of the screen, from which on it is dragged
 constexpr double kLongWay = 10;  // pixels of the frame, with Shift held
 
 /// By which an arrow key moves; null for other keys.
@@ -89,6 +90,8 @@ void Handle::mousePressEvent(QGraphicsSceneMouseEvent* event) {
 }
 
 void Handle::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
+  const QPoint onScreen = event->screenPos() - event->buttonDownScreenPos(Qt::LeftButton);
+  if (!isGrabbed_ && onScreen.manhattanLength() < kLeastWay) return;  // a click's trembling
   grab();
   QPointF way = event->scenePos() + offset_ - start_;
   if (event->modifiers().testFlag(Qt::ShiftModifier)) {

@@ -10,6 +10,7 @@ namespace desk {
 namespace {
 
 constexpr double kClosingReach = 9;  // pixels of the screen, from the first vertex
+constexpr int kLeastBend = 4;        // that a drag bends by; below it is a click
 
 }  // namespace
 
@@ -49,7 +50,8 @@ void MaskPen::mousePressEvent(QGraphicsSceneMouseEvent* event) {
 }
 
 void MaskPen::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
-  if (shape_.vertices.empty()) return;
+  const QPoint onScreen = event->screenPos() - event->buttonDownScreenPos(Qt::LeftButton);
+  if (shape_.vertices.empty() || onScreen.manhattanLength() < kLeastBend) return;
   pull(shape_, shape_.vertices.size() - 1, event->scenePos());
   show(event->scenePos());
 }

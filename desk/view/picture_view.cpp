@@ -60,6 +60,7 @@ PictureView::PictureView(Preview& preview, QWidget* parent)
   setAccessibleName("Picture");
 
   connect(scene(), &QGraphicsScene::focusItemChanged, this, &PictureView::tellFocus);
+  connect(&preview_.document(), &SceneDocument::changed, this, &PictureView::tellFocus);
   connect(&preview_, &Preview::pictureChanged, this, &PictureView::showPicture);
   connect(&preview_, &Preview::viewChanged, this, [this] {
     takeFrameSize();

@@ -41,6 +41,8 @@ class MainWindow : public QMainWindow {
   /// One of `group`, of which one is checked.
   QAction* choice(QMenu* menu, QActionGroup* group, const QString& text, const QKeySequence& keys,
                   std::function<void()> act);
+  QAction* toggle(QMenu* menu, const QString& text, const QKeySequence& keys, bool on,
+                  std::function<void(bool)> act);
   void addFileMenu();
   void addEditMenu();
   void addViewMenu();

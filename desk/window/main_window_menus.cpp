@@ -19,6 +19,16 @@ QAction* MainWindow::command(QMenu* menu, const QString& text, const QKeySequenc
   return action;
 }
 
+QAction* MainWindow::toggle(QMenu* menu, const QString& text, const QKeySequence& keys, bool on,
+                            std::function<void(bool)> act) {
+  QAction* action = menu->addAction(text);
+  action->setShortcut(keys);
+  action->setCheckable(true);
+  action->setChecked(on);
+  connect(action, &QAction::toggled, this, std::move(act));
+  return action;
+}
+
 QAction* MainWindow::choice(QMenu* menu, QActionGroup* group, const QString& text,
                             const QKeySequence& keys, std::function<void()> act) {
   QAction* action = command(menu, text, keys, std::move(act));
@@ -109,14 +119,10 @@ void MainWindow::addViewMenu() {
       preview_.setBackdrop(to);
     })->setChecked(chosen == preview_.backdrop());
   }
-  QAction* handles = command(viewMenu_, "&Handles", QKeySequence("H"), {});
-  handles->setCheckable(true);
-  handles->setChecked(true);
-  connect(handles, &QAction::toggled, view_, &PictureView::showHandles);
-  QAction* snap = command(viewMenu_, "&Snap", QKeySequence("S"), {});
-  snap->setCheckable(true);
-  snap->setChecked(true);
-  connect(snap, &QAction::toggled, this, [this](bool on) { view_->guides().setSnaps(on); });
+  toggle(viewMenu_, "&Handles", QKeySequence("H"), true,
+         [this](bool on) { view_->showHandles(on); });
+  toggle(viewMenu_, "&Snap", QKeySequence("S"), true,
+         [this](bool on) { view_->guides().setSnaps(on); });
   viewMenu_->addSeparator();
   panelMenu_ = viewMenu_->addMenu("&Panels");
 }
