@@ -23,6 +23,7 @@ using brisel::ParamKind;
 
 enum Column { kName, kEditor, kKey };
 
+constexpr int kLeastWidth = 460;  // in which sliders can be moved by single steps
 constexpr char kKeyHere[] = "◆";
 constexpr char kKeysElsewhere[] = "◇";
 constexpr char kNoKeys[] = "·";
@@ -53,6 +54,7 @@ ControlsPanel::ControlsPanel(Preview& preview, QWidget* parent)
   connect(resetAll, &QPushButton::clicked, this,
           [this] { preview_.document().resetAll(preview_.layer()); });
   tree_->setColumnCount(3);
+  tree_->setMinimumWidth(kLeastWidth);
   tree_->setHeaderHidden(true);
   tree_->setAccessibleName("Parameters");
   tree_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);

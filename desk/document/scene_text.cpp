@@ -290,7 +290,7 @@ std::string SceneText::withSceneKey(std::string_view key, std::string_view value
 
 /// What the scene says for its one layer becomes what that layer says itself.
 std::string SceneText::withLayerOfItsOwn(std::string_view name) const {
-  TomlEdit toml = *toml_;
+  TomlEdit toml(text(), file_);
   std::string layer = "[[layer]]\nname = " + tomlString(name) + "\n";
   for (const char* key : {"presets", "mask"}) {
     const toml::table* table = tableIn(toml.root(), "scene");

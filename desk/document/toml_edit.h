@@ -16,6 +16,11 @@ class TomlEdit {
  public:
   /// Throws scene::WorkError naming `file` and the line where the text is no TOML.
   TomlEdit(std::string text, const std::filesystem::path& file);
+  TomlEdit(const TomlEdit&) = delete;  // the parser's tables lose their places when copied
+  TomlEdit(TomlEdit&&) = default;
+  TomlEdit& operator=(const TomlEdit&) = delete;
+  TomlEdit& operator=(TomlEdit&&) = default;
+  ~TomlEdit() = default;
 
   const std::string& text() const { return text_; }
   const toml::table& root() const { return root_; }

@@ -114,6 +114,7 @@ void ExportQueue::startNext() {
   }
   const QString brisel = program();
   if (brisel.isEmpty()) {
+    scene_.reset();
     return end(row, ExportJob::State::kFailed,
                tr("there is no program \"brisel\"; install the package brisel"));
   }
@@ -165,6 +166,7 @@ void ExportQueue::takeEnd() {
   QString message = std::exchange(lastLine_, QString());
   message.remove(QRegularExpression(QStringLiteral("^brisel: ")));
   message.replace(scene_->fileName(), job(row).name);
+  scene_.reset();
   process_.release()->deleteLater();  // which this is a call of
   if (isDone) {
     jobs_[static_cast<std::size_t>(row)].framesDone = job(row).frames;
@@ -181,7 +183,6 @@ void ExportQueue::end(int row, ExportJob::State state, const QString& message) {
   ExportJob& ended = jobs_[static_cast<std::size_t>(row)];
   ended.state = state;
   ended.message = message;
-  scene_.reset();
   tellChange(row);
   emit finished(row);
   startNext();
