@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Builds the fuzzers of fuzz/, runs each for so many minutes, as many beside each other as there are
 # processors, and prints one table. What reaches more code than before goes into fuzz/corpus/, as few
-# files as do the same. With "check" each runs for 20 seconds, and no file of the sources changes.
-# Exits with 1 when an input broke something, and says how to run it again.
+# files as do the same. With "check" each runs for 20 seconds, always from the same seed, and no file of
+# the sources changes. Exits with 1 when an input broke something, and says how to run it again.
 #
 #   scripts/fuzz.sh MINUTES|check [TARGET...]
 set -euo pipefail
@@ -13,8 +13,8 @@ if [[ ! ${1-} =~ ^(check|[0-9]+)$ ]]; then
   echo "usage: scripts/fuzz.sh MINUTES|check [TARGET...]" >&2
   exit 2
 fi
-export seconds=20
-[ "$1" = check ] || seconds=$((60 * $1))
+export seconds=20 seed=1
+[ "$1" = check ] || seconds=$((60 * $1)) seed=0
 targets=("${@:2}")
 [ $# -gt 1 ] || targets=("${all[@]}")
 for target in "${targets[@]}"; do
@@ -35,7 +35,7 @@ log_of() { echo "$build/logs/$1.log"; }
 # What a target finds is kept in the build folder, and the next run begins with it.
 fuzz() {
   local options=(-max_total_time="$seconds" -timeout=10 -rss_limit_mb=1024 -print_final_stats=1
-    -artifact_prefix="$build/finds/$1/")
+    -seed="$seed" -artifact_prefix="$build/finds/$1/")
   [ ! -f "fuzz/dictionaries/$1.dict" ] || options+=(-dict="fuzz/dictionaries/$1.dict")
   local folders=("$build/found/$1" "fuzz/corpus/$1")
   [ ! -d "fuzz/regressions/$1" ] || folders+=("fuzz/regressions/$1")
