@@ -11,7 +11,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// While pictures come more often than this, the way to one that is no longer wanted is left.
+/// The way to a picture that is no longer wanted is left once it is long, while pictures come more
+/// often than that.
+constexpr std::chrono::milliseconds kLongWay{15};
 constexpr std::chrono::milliseconds kPatience{100};
 
 }  // namespace
@@ -53,8 +55,10 @@ void FrameRenderer::work(const std::stop_token& stop) {
     Picture picture;
     try {
       picture = painter.paint(request, [&] {
-        const bool isOld = newest_ != number && Clock::now() - shown < kPatience;
-        if (isOld || stop.stop_requested()) throw Abandoned();
+        if (stop.stop_requested()) throw Abandoned();
+        if (newest_ == number) return;
+        const auto now = Clock::now();
+        if (now - start > kLongWay && now - shown < kPatience) throw Abandoned();
       });
     } catch (const Abandoned&) {
       continue;

@@ -10,45 +10,44 @@ std::uint32_t fromDeep(std::uint16_t channel) {
   return (channel * 255U + kFull / 2) / kFull;
 }
 
-QRgb premultiplied(std::uint32_t alpha, std::uint32_t red, std::uint32_t green,
-                   std::uint32_t blue) {
-  const auto times = [alpha](std::uint32_t channel) {
-    const std::uint32_t product = channel * alpha + 128;
-    return (product + (product >> 8)) >> 8;
-  };
-  return alpha << 24 | times(red) << 16 | times(green) << 8 | times(blue);
+/// Alpha, red, green and blue as the bytes of a pixel in that order.
+QRgb shallow(const std::uint8_t* pixel) {
+  return std::uint32_t{pixel[0]} << 24 | std::uint32_t{pixel[1]} << 16 |
+         std::uint32_t{pixel[2]} << 8 | pixel[3];
 }
 
-/// Returns all alphas, and-ed.
-std::uint32_t convertRow(const std::uint8_t* bytes, int width, bool isDeep, std::uint32_t opaque,
-                         QRgb* row) {
-  std::uint32_t all = 255;
-  for (int x = 0; x < width; ++x) {
-    std::uint32_t argb[4];
-    if (isDeep) {
-      std::uint16_t deep[4];
-      std::memcpy(deep, bytes + std::ptrdiff_t{8} * x, sizeof deep);
-      for (int c = 0; c < 4; ++c) argb[c] = fromDeep(deep[c]);
-    } else {
-      for (int c = 0; c < 4; ++c) argb[c] = bytes[4 * x + c];
-    }
-    all &= argb[0];
-    row[x] = premultiplied(argb[0], argb[1], argb[2], argb[3]) | opaque;
-  }
-  return all;
+QRgb deep(const std::uint8_t* pixel) {
+  std::uint16_t channels[4];
+  std::memcpy(channels, pixel, sizeof channels);
+  return fromDeep(channels[0]) << 24 | fromDeep(channels[1]) << 16 | fromDeep(channels[2]) << 8 |
+         fromDeep(channels[3]);
 }
 
 }  // namespace
 
 QImage screenImage(const brisel::ImageView& frame, bool onBlack) {
-  QImage image(frame.width, frame.height, QImage::Format_ARGB32_Premultiplied);
-  const std::uint32_t opaque = onBlack ? 0xFF000000U : 0U;
-  std::uint32_t all = 255;
+  QImage image(frame.width, frame.height, QImage::Format_ARGB32);
+  QRgb all = 0xFF000000U;
   for (int y = 0; y < frame.height; ++y) {
-    all &= convertRow(frame.bytes + frame.rowBytes * y, frame.width, frame.isDeep(), opaque,
-                      reinterpret_cast<QRgb*>(image.scanLine(y)));
+    auto* row = reinterpret_cast<QRgb*>(image.scanLine(y));
+    const std::uint8_t* bytes = frame.bytes + frame.rowBytes * y;
+    if (frame.isDeep()) {
+      for (int x = 0; x < frame.width; ++x) all &= row[x] = deep(bytes + std::ptrdiff_t{8} * x);
+    } else {
+      for (int x = 0; x < frame.width; ++x) all &= row[x] = shallow(bytes + std::ptrdiff_t{4} * x);
+    }
   }
-  if (onBlack || all == 255) image.reinterpretAsFormat(QImage::Format_RGB32);
+  if (all >> 24 == 255) {
+    image.reinterpretAsFormat(QImage::Format_RGB32);
+    return image;
+  }
+  image.convertTo(QImage::Format_ARGB32_Premultiplied);
+  if (!onBlack) return image;
+  for (int y = 0; y < image.height(); ++y) {
+    auto* row = reinterpret_cast<QRgb*>(image.scanLine(y));
+    for (int x = 0; x < image.width(); ++x) row[x] |= 0xFF000000U;
+  }
+  image.reinterpretAsFormat(QImage::Format_RGB32);
   return image;
 }
 
