@@ -58,9 +58,10 @@ std::optional<Recovered> RecoveryFile::takeOne() {
     QFile file(info.filePath());
     if (!file.open(QIODevice::ReadOnly)) continue;
     const QString content = QString::fromUtf8(file.readAll());
+    const QDateTime changed = info.lastModified();  // which is asked for only now
     file.remove();
     const qsizetype line = content.indexOf(QLatin1Char('\n'));
-    return Recovered{content.left(line), content.mid(line + 1), info.lastModified()};
+    return Recovered{content.left(line), content.mid(line + 1), changed};
   }
   return std::nullopt;
 }

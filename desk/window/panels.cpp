@@ -20,7 +20,8 @@ void MainWindow::addPanels() {
   effect->setWidget(new EffectPanel(preview_));
   tabifyDockWidget(timeline, addPanel(Qt::BottomDockWidgetArea, "Effect", "effect", effect));
   timeline->raise();
-  addPanel(Qt::RightDockWidgetArea, "Controls", "controls", new ControlsPanel(preview_));
+  QDockWidget* controls =
+      addPanel(Qt::RightDockWidgetArea, "Controls", "controls", new ControlsPanel(preview_));
   QDockWidget* presets =
       addPanel(Qt::LeftDockWidgetArea, "Presets", "presets", new PresetsPanel(preview_));
   addPanel(Qt::LeftDockWidgetArea, "Layers", "layers", new LayersPanel(preview_));
@@ -31,6 +32,8 @@ void MainWindow::addPanels() {
   tabifyDockWidget(presets, snapshots);
   tabifyDockWidget(presets, exports);
   presets->raise();
+  constexpr int kControlsWidth = 440;  // pixels, at first: names and what they are turned by
+  resizeDocks({controls, presets}, {kControlsWidth, kControlsWidth / 2}, Qt::Horizontal);
 }
 
 QDockWidget* MainWindow::addPanel(Qt::DockWidgetArea area, const QString& title, const char* name,
