@@ -124,21 +124,21 @@ QPainterPath PointHandles::emitter() const {
 }
 
 QPainterPath PointHandles::motion() const {
-  constexpr int kPieces = 100;
+  constexpr int kPieces = 20;       // from key to key
   constexpr double kKeyRadius = 3;  // pixels of the frame
   QPainterPath path;
   for (const auto& [parameter, handle] : points_) {
     if (!handle->isVisible()) continue;
     const std::vector<ParamKey> keys = preview_.document().keys(preview_.layer(), parameter);
     if (keys.size() < 2) continue;
-    const double first = keys.front().time;
-    const double length = keys.back().time - first;
-    path.moveTo(placeOf(parameter, first));
-    for (int piece = 1; piece <= kPieces; ++piece) {
-      path.lineTo(placeOf(parameter, first + length * piece / kPieces));
-    }
-    for (const ParamKey& key : keys) {
-      path.addEllipse(placeOf(parameter, key.time), kKeyRadius, kKeyRadius);
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+      path.addEllipse(placeOf(parameter, keys[i].time), kKeyRadius, kKeyRadius);
+      if (i == 0 || keys[i - 1].ease.hold) continue;  // from which it jumps
+      const double from = keys[i - 1].time;
+      path.moveTo(placeOf(parameter, from));
+      for (int piece = 1; piece <= kPieces; ++piece) {
+        path.lineTo(placeOf(parameter, from + (keys[i].time - from) * piece / kPieces));
+      }
     }
   }
   return path;
