@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -23,6 +24,7 @@ using brisel::ParamKind;
 
 enum Column { kName, kEditor, kKey };
 
+constexpr int kPictureTime = 40;  // milliseconds
 constexpr int kLeastWidth = 460;  // in which sliders can be moved by single steps
 constexpr char kKeyHere[] = "◆";
 constexpr char kKeysElsewhere[] = "◇";
@@ -75,9 +77,17 @@ ControlsPanel::ControlsPanel(Preview& preview, QWidget* parent)
   tree_->header()->setSectionResizeMode(kKey, QHeaderView::ResizeToContents);
 
   connect(search_, &QLineEdit::textChanged, this, &ControlsPanel::find);
-  connect(&preview_.document(), &SceneDocument::changed, this, &ControlsPanel::refresh);
-  connect(&preview_, &Preview::frameChanged, this, &ControlsPanel::refresh);
-  connect(&preview_, &Preview::layerChanged, this, &ControlsPanel::refresh);
+  // The picture comes first.
+  auto* afterPicture = new QTimer(this);
+  afterPicture->setSingleShot(true);
+  afterPicture->setInterval(kPictureTime);
+  connect(afterPicture, &QTimer::timeout, this, &ControlsPanel::refresh);
+  const auto refreshSoon = [afterPicture] {
+    if (!afterPicture->isActive()) afterPicture->start();
+  };
+  connect(&preview_.document(), &SceneDocument::changed, this, refreshSoon);
+  connect(&preview_, &Preview::frameChanged, this, refreshSoon);
+  connect(&preview_, &Preview::layerChanged, this, refreshSoon);
 }
 
 void ControlsPanel::addRows() {
