@@ -153,6 +153,9 @@ void fuzz::runInput(std::span<const std::uint8_t> input) {
     again.frame(true);
     copied.frame(false);
     require(again.pixels == restored.pixels, "it goes on with the same frames");
+    if (given != saved) continue;
+    original.frame(true);
+    require(original.pixels == restored.pixels, "they are those of an instance without a pause");
   }
   require(again.instance.save() == restored.instance.save(), "it goes on with the same stars");
   require(copied.instance.save() == restored.instance.save(), "so does a copy without pictures");

@@ -25,17 +25,6 @@ PlainSet::iterator unify(PlainSet& set, float x, float y) {
   return set.emplace(std::pair{x, y}, nullptr).first;
 }
 
-TEST(VertexSet, ACornerIsFoundAgainWithinAHundredthOfAPixel) {
-  CVertexSet vertices(4, 3);
-  vertices.CornerVertex({1, 2}).Set(kVertexFixed);
-  const CMeshVertex near = vertices.Unify(2.009f, 0.991f);
-  EXPECT_TRUE(near.Has(kVertexFixed));
-  EXPECT_EQ(near.x, 2.0f);
-  EXPECT_EQ(near.y, 1.0f);
-  EXPECT_FALSE(vertices.Unify(2.011f, 1.0f).Has(kVertexFixed));
-  EXPECT_FALSE(vertices.Unify(2.5f, 1.0f).Has(kVertexFixed)) << "new ones have no flags";
-}
-
 // Vertices on the edges between pixels and a little off them, across the borders of pixels and
 // beyond the frame, in places far apart along one narrow strip so that they come between each
 // other in order, against an ordered set of them all.

@@ -1,16 +1,13 @@
-// Instances of the effect: that they never meet, and that copies, saved ones and steps without a
-// picture go on with the same bytes.
+// Instances of the effect: what they read and write, and which saved ones they refuse.
 #include "effect/instance.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
-#include <thread>
 
 #include "effect/settings.h"
 #include "engine/mask_outline.h"
-#include "render/painter.h"
 
 namespace {
 
@@ -54,84 +51,14 @@ Values busyValues(int starType) {
   return values;
 }
 
-/// One instance with its values; every frame over the same input.
-class Clip {
- public:
-  explicit Clip(int starType, PixelFormat format = PixelFormat::Argb8)
-      : values_(busyValues(starType)), output_(format), input_(format) {}
-
-  Bytes render() {
-    EXPECT_TRUE(instance.render(values_, time_++, views()));
-    return output_.bytes;
-  }
-  void step() {
-    FrameViews unpainted = views();
-    unpainted.output.bytes = nullptr;
-    EXPECT_TRUE(instance.step(values_, time_++, unpainted));
-  }
-  std::vector<Bytes> renderMore(int frames) {
-    std::vector<Bytes> rendered;
-    for (int i = 0; i < frames; ++i) rendered.push_back(render());
-    return rendered;
-  }
-
+/// After some frames of stars of that type.
+Instance rendered(int starType, int frames) {
   Instance instance;
-  Painter* painter = nullptr;
-
- private:
-  FrameViews views() { return {output_.view(), input_.view(), 2 * kFrameWidth, true, painter}; }
-
-  Values values_;
-  Picture output_;
-  Picture input_;
-  std::int32_t time_ = 0;
-};
-
-TEST(Instance, IsIndependentOfOthersOnOtherThreads) {
-  constexpr int kFrames = 12;
-  constexpr int kTypes[] = {2, 8, 11};
-  std::vector<std::vector<Bytes>> alone;
-  for (const int type : kTypes) alone.push_back(Clip(type).renderMore(kFrames));
-  EXPECT_NE(alone[0], alone[1]);
-
-  std::vector<Clip> inTurn;
-  for (const int type : kTypes) inTurn.emplace_back(type);
-  for (int frame = 0; frame < kFrames; ++frame) {
-    for (std::size_t i = 0; i < inTurn.size(); ++i) {
-      ASSERT_EQ(inTurn[i].render(), alone[i][static_cast<std::size_t>(frame)]) << frame;
-    }
+  Picture picture;
+  for (int time = 0; time < frames; ++time) {
+    EXPECT_TRUE(instance.render(busyValues(starType), time, {picture.view()}));
   }
-
-  std::vector<std::vector<Bytes>> together(std::size(kTypes));
-  std::vector<std::thread> threads;
-  for (std::size_t i = 0; i < together.size(); ++i) {
-    threads.emplace_back([&, i] { together[i] = Clip(kTypes[i]).renderMore(kFrames); });
-  }
-  for (std::thread& thread : threads) thread.join();
-  EXPECT_TRUE(together == alone);
-}
-
-TEST(Instance, GoesOnAsItWouldHaveAfterStepsCopiesAndRestoring) {
-  for (int type = 1; type <= 12; ++type) {
-    SCOPED_TRACE(type);
-    const PixelFormat format = type % 2 == 0 ? PixelFormat::Argb16 : PixelFormat::Argb8;
-    Clip original(type, format);
-    original.renderMore(7);
-
-    Clip stepped(type, format);
-    for (int i = 0; i < 7; ++i) stepped.step();
-    Clip copied = original;
-    Clip restored(type, format);
-    restored.renderMore(3);
-    ASSERT_EQ(restored.instance.restore(original.instance.save()), RestoreResult::Restored);
-    EXPECT_GT(restored.instance.starCount(), 0);
-    EXPECT_EQ(stepped.instance.save(), original.instance.save());
-
-    const std::vector<Bytes> next = original.renderMore(8);
-    EXPECT_TRUE(stepped.renderMore(8) == next);
-    EXPECT_TRUE(copied.renderMore(8) == next);
-    EXPECT_TRUE(restored.renderMore(8) == next);
-  }
+  return instance;
 }
 
 TEST(Instance, TakesTheMaskThatItsValuesChoose) {
@@ -155,28 +82,6 @@ TEST(Instance, TakesTheMaskThatItsValuesChoose) {
   EXPECT_EQ(frame(values, nullptr), bezier) << "it cannot be had";
   const Bytes masked = frame(values, &mask);
   EXPECT_TRUE(masked != bezier && masked != circle);
-}
-
-TEST(Instance, RendersTheSameFramesWithAPainterThatOthersUseToo) {
-  Painter painter({.threads = 3, .kernels = availableKernels().front()});
-  Clip alone(2), first(2), second(2);
-  first.painter = second.painter = &painter;
-  for (int frame = 0; frame < 9; ++frame) {
-    const Bytes expected = alone.render();
-    ASSERT_EQ(first.render(), expected) << frame;
-    ASSERT_EQ(second.render(), expected) << frame;
-  }
-}
-
-TEST(Instance, MixesStarsWithTheBackdropWhereThereIsOne) {
-  Values values = busyValues(2);
-  values.setNumber(kMixWithOriginal, 2);
-  Picture input, backdrop, over, instead;
-  std::ranges::fill(backdrop.bytes, std::uint8_t{0x99});
-  ASSERT_TRUE(Instance().render(values, 0, {over.view(), backdrop.view()}));
-  ASSERT_TRUE(Instance().render(
-      values, 0, {.output = instead.view(), .input = input.view(), .backdrop = backdrop.view()}));
-  EXPECT_EQ(instead.bytes, over.bytes) << "these stars do not read the input";
 }
 
 TEST(Instance, StarsChangeWithTheInputWhereTheValuesSayThatTheyReadIt) {
@@ -216,26 +121,15 @@ Bytes forged(Bytes saved, std::size_t offset, const auto& number) {
 }
 
 TEST(Instance, RefusesBytesThatAreNotWhatWasSavedAndStaysAsItWas) {
-  Clip clip(4);
-  clip.renderMore(3);
-  const Bytes before = clip.instance.save();
-  Clip other(5);
-  other.renderMore(5);
-  const Bytes saved = other.instance.save();
+  Instance instance = rendered(4, 3);
+  const Bytes before = instance.save();
+  const Bytes saved = rendered(5, 5).save();
 
   const auto refuses = [&](const Bytes& bytes, RestoreResult reason) {
-    EXPECT_EQ(describe(clip.instance.restore(bytes)), describe(reason));
-    EXPECT_EQ(clip.instance.save(), before);
+    EXPECT_EQ(describe(instance.restore(bytes)), describe(reason));
+    EXPECT_EQ(instance.save(), before);
   };
-  for (std::size_t size = 0; size < saved.size(); ++size) {
-    refuses(Bytes(saved.begin(), saved.begin() + static_cast<std::ptrdiff_t>(size)),
-            RestoreResult::EndsEarly);
-  }
-  for (std::size_t i = 0; i < saved.size(); ++i) {
-    Bytes damaged = saved;
-    damaged[i] ^= 0x10;
-    EXPECT_NE(clip.instance.restore(damaged), RestoreResult::Restored) << "byte " << i;
-  }
+  refuses(Bytes(saved.begin(), saved.end() - 1), RestoreResult::EndsEarly);
   Bytes longer = saved;
   longer.push_back(0);
   refuses(longer, RestoreResult::Damaged);
@@ -247,7 +141,7 @@ TEST(Instance, RefusesBytesThatAreNotWhatWasSavedAndStaysAsItWas) {
   refuses(forged(saved, kFirstStar - 8, std::uint64_t{1} << 61), RestoreResult::Damaged);
   refuses(forged(saved, kFirstStar, 1e30f), RestoreResult::Damaged);  // random factor
   refuses(forged(saved, kFirstStar + 20, std::int32_t{1} << 30), RestoreResult::Damaged);  // rays
-  EXPECT_EQ(clip.instance.restore(forged(saved, kFirstStar + 4, 0.5f)), RestoreResult::Restored);
+  EXPECT_EQ(instance.restore(forged(saved, kFirstStar + 4, 0.5f)), RestoreResult::Restored);
 }
 
 TEST(Instance, WritesThePixelsOfItsOutputAndNothingElse) {

@@ -1,4 +1,4 @@
-// Frames of every shape: pixels inside, nothing outside, padding of no influence.
+// Frames in memory: padding has no influence, and is cleared.
 #include <gtest/gtest.h>
 
 #include "tests/plugin/hosted_effect.h"
@@ -40,20 +40,6 @@ class FrameGeometryTest : public tests::DepthTest {
 INSTANTIATE_TEST_SUITE_P(, FrameGeometryTest,
                          ::testing::Values(hostkit::Depth::k8, hostkit::Depth::k16),
                          tests::depthName);
-
-TEST_P(FrameGeometryTest, OddSizesStayWithinTheirFrame) {
-  for (const auto& [width, height] :
-       {PF_Point{1, 1}, {1, 200}, {2, 3}, {7, 1}, {4095, 2}, {4096, 5}, {333, 77}}) {
-    SCOPED_TRACE(std::to_string(width) + "x" + std::to_string(height));
-    const FrameShape shape{width, height, GetParam(), {.rowPadding = 6}, {.rowPadding = 10}};
-    openCrowded(shape);
-    for (const int standardPath : {2, 6, 7, 8}) {
-      tests::set(session, "Standard path", standardPath);
-      lastOf(shape, 4);
-    }
-    session.close();
-  }
-}
 
 TEST_P(FrameGeometryTest, PaddingAndAlignmentChangeNoPixel) {
   const FrameShape tight{.width = 101, .height = 57, .depth = GetParam()};

@@ -1,5 +1,5 @@
-// Greying: what the module tells the host of parameters without effect, by example and as a digest
-// over every combination of the values that decide it.
+// Greying: what the module tells the host of parameters without effect, as a digest over every
+// combination of the values that decide it.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -94,34 +94,7 @@ class GreyingTest : public tests::EffectTest {
     digest = (digest ^ number) * 1099511628211u;
   }
   std::uint64_t digest = 14695981039346656037u;
-
-  // The parameters that the last full update left disabled.
-  std::vector<PF_ParamIndex> disabled() {
-    sent.clear();
-    EXPECT_EQ(session.call(PF_Cmd_UPDATE_PARAMS_UI), PF_Err_NONE);
-    std::vector<PF_ParamIndex> indices;
-    for (const auto& [index, def] : sent) {
-      if ((def.ui_flags & kBit) != 0) indices.push_back(index);
-    }
-    return indices;
-  }
 };
-
-TEST_F(GreyingTest, DefaultsAndSomeChoicesGreyWhatHasNoEffect) {
-  using Indices = std::vector<PF_ParamIndex>;
-  // Direction; shift; explosions and their colours; oscillations; elements; colority.
-  EXPECT_EQ(disabled(),
-            (Indices{13, 14, 16, 27, 28, 29, 35, 36, 53, 54, 56, 58, 59, 61, 62, 63, 64, 65, 72}));
-  session.parameters().setItem(5, 3);    // Line: its ends alone
-  session.parameters().setItem(12, 1);   // Direct
-  session.parameters().setItem(23, 1);   // Infinity
-  session.parameters().setItem(34, 2);   // Swing
-  session.parameters().setItem(40, 10);  // Type glow2: round
-  session.parameters().setItem(57, 2);   // Simple halo
-  session.parameters().setItem(71, 2);   // Source
-  EXPECT_EQ(disabled(), (Indices{8,  9,  16, 22, 24, 25, 26, 27, 28, 29, 47,
-                                 48, 49, 50, 51, 52, 53, 54, 55, 61, 62, 78}));
-}
 
 TEST_F(GreyingTest, FollowsEveryCombinationOfTheControllingValues) {
   for (const PF_PathID mask : {0u, 7u}) {

@@ -17,8 +17,6 @@ using hostkit::World;
 using tests::FrameShape;
 using tests::litPixels;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 const hostkit::SuiteName kDataSuite{kPFPathDataSuite, kPFPathDataSuiteVersion1};
 
 PF_PathVertex corner(double x, double y) {
@@ -108,26 +106,6 @@ TEST_F(MaskTest, TheHostIsNotAskedWithoutAMask) {
   const int before = session.records().suites.acquisitions();
   firstFrame();
   EXPECT_EQ(session.records().suites.acquisitions(), before);
-}
-
-TEST_F(MaskTest, VerticesMayHoldNaNsAndInfinities) {
-  tests::set(session, "Type", 2);
-  tests::set(session, "Initial speed", 50);
-  tests::set(session, "Intensity", 40);
-  tests::set(session, "Orientation", 6);
-  const double wild[] = {kNotANumber, kInfinity, -kInfinity, 1e300, -1e38, 3e9, 1e-320};
-  for (const double number : wild) {
-    for (std::size_t field = 0; field < 6; ++field) {
-      MaskShape mask = rectangle(field % 2 == 0);
-      double* const fields[] = {&mask.vertices[1].x,         &mask.vertices[1].y,
-                                &mask.vertices[1].tan_in_x,  &mask.vertices[1].tan_in_y,
-                                &mask.vertices[1].tan_out_x, &mask.vertices[1].tan_out_y};
-      *fields[field] = number;
-      choose(mask, field % 3 == 0);
-      firstFrame();
-      tests::renderFrame(session, shape, 1);
-    }
-  }
 }
 
 TEST_F(MaskTest, WithoutASuiteTheBezierCurveIsUsed) {

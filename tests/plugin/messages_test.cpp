@@ -1,5 +1,4 @@
-// What programs ask of an instance through the host: steps without pixels, saved states, threads,
-// states of its own, backdrops.
+// What programs ask of an instance through the host: threads, states of its own, backdrops.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -43,52 +42,10 @@ class MessagesTest : public tests::DepthTest {
  protected:
   void SetUp() override { tests::openWithDefaults(session, shape); }
 
-  void advance(Session& stepping, A_long frame) {
-    World input = tests::patternedInput(shape);
-    stepping.advance(input, outputOf(shape), {.frame = frame});
-  }
-
   FrameShape shape{.depth = GetParam()};
 };
 INSTANTIATE_TEST_SUITE_P(, MessagesTest, ::testing::Values(Depth::k8, Depth::k16),
                          tests::depthName);
-
-TEST_P(MessagesTest, AdvancingLeavesTheNextFrameAsItIs) {
-  for (const int path : {2, 6, 7, 8}) {
-    setLivelyStars(session, path);
-    for (A_long frame = 0; frame < 12; ++frame) renderFrame(session, shape, frame);
-    const World expected = renderFrame(session, shape, 12);
-    for (A_long frame = 0; frame < 12; ++frame) advance(session, frame);
-    EXPECT_TRUE(samePixels(renderFrame(session, shape, 12), expected)) << "path " << path;
-  }
-}
-
-TEST_P(MessagesTest, ASavedStateGoesOnInAnotherSession) {
-  for (const bool own : {false, true}) {
-    Session other(tests::theModule());
-    tests::openWithDefaults(other, shape);
-    for (Session* each : {&session, &other}) {
-      setLivelyStars(*each, 2);
-      if (own) each->useOwnState();
-    }
-    for (A_long frame = 0; frame < 8; ++frame) renderFrame(session, shape, frame);
-    const std::vector<std::uint8_t> saved = session.saveState();
-    std::vector<World> expected;
-    for (A_long frame = 8; frame < 12; ++frame) {
-      expected.push_back(renderFrame(session, shape, frame));
-    }
-    for (A_long frame = 0; frame < 3; ++frame) renderFrame(other, shape, frame);
-    std::vector<std::uint8_t> damaged = saved;
-    damaged[damaged.size() / 2] ^= 1;
-    EXPECT_THROW(other.restoreState(damaged), hostkit::Error);
-    other.restoreState(saved);
-    EXPECT_EQ(other.saveState(), saved);
-    for (A_long frame = 8; frame < 12; ++frame) {
-      const auto at = static_cast<std::size_t>(frame - 8);
-      EXPECT_TRUE(samePixels(renderFrame(other, shape, frame), expected[at])) << frame;
-    }
-  }
-}
 
 TEST_P(MessagesTest, StarsAreMixedWithTheBackdropOfOneFrame) {
   World backdrop(shape.width, shape.height, shape.depth);

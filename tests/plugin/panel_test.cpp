@@ -153,23 +153,6 @@ TEST_F(PanelTest, EventsThatDoNotConcernItAreIgnored) {
   }));
 }
 
-TEST_F(PanelTest, AbsurdGeometryIsHarmless) {
-  constexpr A_long kLeast = INT32_MIN, kMost = INT32_MAX;
-  for (const PF_Rect rect :
-       {PF_Rect{kLeast, kLeast, kMost, kMost}, PF_Rect{kMost, kMost, kLeast, kLeast},
-        PF_Rect{0, 0, 0, 0}, PF_Rect{0, 0, 30, 3}}) {
-    for (const PF_ParamIndex index : {kHeader, kEmitterRow, kStarRow}) {
-      session.draw(index, rect, nullptr);
-      RecordingPainter painter;
-      if (rect.right != kMost) session.draw(index, rect, &painter);
-      for (const A_long x : {kLeast, 0, 20, kMost}) {
-        session.hover(index, rect, {x, x});
-        if (index != kHeader) session.click(index, rect, {x, x});
-      }
-    }
-  }
-}
-
 // Fails each of the host's calls in turn, and each acquisition of a suite.
 TEST_F(PanelTest, EverythingIsGivenBackWhateverFails) {
   hostkit::HostRecords& host = session.records();

@@ -116,18 +116,4 @@ TEST_F(SequenceTest, DataThatTheModuleDidNotLeaveThereIsNotFollowed) {
   EXPECT_EQ(session.call(PF_Cmd_SEQUENCE_SETDOWN), PF_Err_NONE);
 }
 
-TEST_F(SequenceTest, InstancesAreIndependent) {
-  ASSERT_EQ(session.call(PF_Cmd_SEQUENCE_SETUP), PF_Err_NONE);
-  for (A_long frame = 0; frame < 3; ++frame) renderFrame(session, {}, frame);
-  {
-    hostkit::Session other(tests::theModule());
-    tests::openWithDefaults(other);
-    renderFrame(other, {}, 0);
-    EXPECT_EQ(instanceRecord(other).stepCounter, 1);
-    EXPECT_NE(instanceRecord(other).stars, instanceRecord(session).stars);
-  }
-  renderFrame(session, {}, 3);
-  EXPECT_EQ(instanceRecord(session).stepCounter, 4);
-}
-
 }  // namespace

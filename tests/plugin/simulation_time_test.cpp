@@ -45,30 +45,6 @@ TEST_F(SimulationTimeTest, AJumpInTimeIsOneStep) {
   EXPECT_EQ(instanceRecord(session).stepCounter, 3);
 }
 
-// Drawing keeps state from frame to frame; time 0 clears it.
-TEST_F(SimulationTimeTest, AStartOverForgetsWhatWasRenderedBefore) {
-  const auto animation = [&] {
-    std::vector<World> frames;
-    for (A_long frame = 0; frame < 12; ++frame) frames.push_back(render(frame));
-    return frames;
-  };
-  const std::vector<World> fresh = animation();
-
-  // Glows without a rainbow switch off the recolouring that the default rays read.
-  hostkit::Session other(tests::theModule());
-  tests::openWithDefaults(other);
-  for (const auto& [label, value] :
-       {std::pair("Type", 9), {"Type of halo", 3}, {"Color rainbow", 0}, {"Intensity", 40}}) {
-    tests::set(other, label, value);
-  }
-  for (A_long frame = 0; frame < 5; ++frame) renderFrame(other, {}, frame);
-
-  const std::vector<World> again = animation();
-  for (std::size_t frame = 0; frame < fresh.size(); ++frame) {
-    EXPECT_TRUE(samePixels(again[frame], fresh[frame])) << "frame " << frame;
-  }
-}
-
 TEST_F(SimulationTimeTest, LoweringTheMaximumDropsTheYoungest) {
   tests::set(session, "Terminate type", 1);
   struct Step {

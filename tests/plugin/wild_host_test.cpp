@@ -2,12 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <cfenv>
-#include <random>
 #include <vector>
 
 #include "tests/plugin/hosted_effect.h"
 #include "tests/plugin/recording_painter.h"
-#include "tests/support/seed.h"
 
 namespace {
 
@@ -71,27 +69,6 @@ TEST_F(WildHostTest, WorldsThatCannotHoldTheirPixelsAreLeftAlone) {
   }
 }
 
-TEST_F(WildHostTest, AnInputWithoutPixelsDoesNoHarm) {
-  tests::set(session, "Mix with original", 3);
-  tests::set(session, "Color schema", 2);
-  for (const A_long path : {2, 6, 8}) {
-    tests::set(session, "Standard path", path);
-    session.parameters().value(0).u.ld = {};
-    expectHarmlessRender(session, output);
-  }
-}
-
-TEST_F(WildHostTest, ALayerWidthOfZeroCountsAsFullResolution) {
-  expectHarmlessRender(session, output);
-  const World expected = renderFrame(session, {}, 0);
-  session.prepareFrame(input, output, {.frame = 0});
-  session.inData().width = 0;
-  expectHarmlessRender(session, output);
-  EXPECT_TRUE(samePixels(output, expected));
-  session.inData().width = -64;
-  expectHarmlessRender(session, output);
-}
-
 TEST_F(WildHostTest, TheHostsRoundingModeIsNeitherUsedNorLost) {
   const tests::FrameShape deep{.depth = hostkit::Depth::k16};  // shows the last bits
   const auto sixthFrame = [&] {
@@ -137,33 +114,6 @@ TEST_F(WildHostTest, ParametersThatTheHostDoesNotCountAreUsed) {
   EXPECT_FALSE(isBlank(output));
   tests::RecordingPainter painter;
   EXPECT_EQ(session.draw(1, {0, 0, 470, 125}, &painter).eventFlags, PF_EO_HANDLED_EVENT);
-}
-
-TEST_F(WildHostTest, CommandsWithNothingElseDoNoHarm) {
-  for (PF_Cmd cmd = -2; cmd <= 20; ++cmd) {
-    if (cmd == PF_Cmd_SEQUENCE_SETUP) continue;  // it would orphan the instance there is
-    session.callWith(cmd, nullptr, nullptr, nullptr);
-  }
-  EXPECT_EQ(session.records().handles.outstandingLocks(), 0);
-}
-
-TEST(WildHost, CommandsMayComeInAnyOrder) {
-  std::mt19937 random(tests::seed());
-  const PF_Cmd commands[] = {PF_Cmd_GLOBAL_SETUP,     PF_Cmd_PARAMS_SETUP,     PF_Cmd_RENDER,
-                             PF_Cmd_SEQUENCE_RESETUP, PF_Cmd_SEQUENCE_FLATTEN, PF_Cmd_RENDER,
-                             PF_Cmd_SEQUENCE_SETDOWN, PF_Cmd_GLOBAL_SETDOWN,   77};
-  World input = tests::patternedInput({});
-  World output(64, 48, hostkit::Depth::k8);
-  hostkit::Session session(tests::theModule());
-  for (int step = 0; step < 2000; ++step) {
-    const PF_Cmd cmd = commands[random() % std::size(commands)];
-    session.prepareFrame(input, output, {.frame = step % 7});
-    ASSERT_EQ(session.call(cmd), PF_Err_NONE) << hostkit::commandName(cmd);
-    ASSERT_TRUE(output.guardsIntact());
-  }
-  session.call(PF_Cmd_SEQUENCE_SETDOWN);
-  EXPECT_EQ(session.records().handles.liveHandles(), 0);
-  EXPECT_TRUE(session.records().handles.balanced());
 }
 
 }  // namespace

@@ -24,29 +24,4 @@ std::string bitmap(int bits, std::int32_t width, std::int32_t height, const std:
   return file + data;
 }
 
-std::string damaged(std::string bytes, Dice& dice) {
-  for (int times = dice.integer(1, 5); times > 0 && !bytes.empty(); --times) {
-    const auto size = static_cast<std::int32_t>(bytes.size());
-    const auto at = static_cast<std::size_t>(dice.integer(0, size - 1));
-    const auto length = static_cast<std::size_t>(dice.integer(1, 20));
-    switch (dice.integer(0, 4)) {
-      case 0:
-        bytes[at] = static_cast<char>(dice.integer(0, 255));
-        break;
-      case 1:
-        bytes[at] = dice.oneOf({'\r', '\n', '[', ']', ';', ' ', '\t', '-', 'e', '9', '\0', '\xFF'});
-        break;
-      case 2:
-        bytes.erase(at, length);
-        break;
-      case 3:
-        bytes.insert(at, bytes.substr(at, length * 20));
-        break;
-      default:
-        if (dice.integer(0, 3) == 0) bytes.resize(at);
-    }
-  }
-  return bytes;
-}
-
 }  // namespace tests

@@ -52,48 +52,6 @@ void addAnySprite(Dice& dice, FrameSize frame, float largest, SpriteList& sprite
   }
 }
 
-/// Each sprite at once, in all rows.
-struct WholeFrame {
-  const MutableImageView& image;
-  const Kernels& kernels;
-
-  IndexRange rows() const { return {0, image.height}; }
-  void operator()(const DotSpec& dot) const {
-    const float values[kMostLanes] = {image.fullScale()};
-    kernels.run(image, {BlendRule::Over, {255, 255, 255}, dot.x, dot.y, 1, values});
-  }
-  void operator()(const GlowSpec& glow) const { kernels.glow(image, gridOf(glow), glow); }
-  void operator()(const BlicsSpec& blics) const { kernels.blics(image, gridOf(blics), blics); }
-  void operator()(const CrossSpec& cross) const { kernels.cross(image, gridOf(cross), cross); }
-  void operator()(const ListedRays& rays) const { kernels.rays(image, rows(), rays.spec, nullptr); }
-  PixelGrid gridOf(const auto& spec) const {
-    PixelGrid grid;
-    grid.place(image, rows(), spec.steps(), spec.rowMap(), spec.columnMap());
-    return grid;
-  }
-};
-
-/// A frame as it comes about without bands, portions and threads.
-void paintAtOnce(const PaintTarget& target, const std::function<void(SpriteList&)>& compose,
-                 const Kernels& kernels) {
-  const MutableImageView& image = target.output;
-  if (!target.keepsOutput) {
-    for (std::int32_t y = 0; y < image.height; ++y) {
-      std::fill_n(image.at(0, y), image.pixelBytes() * image.width, std::uint8_t{0});
-    }
-  }
-  SpriteList list;
-  const auto paint = [&] {
-    list.forEachIn(0, [&](const ListedSprite& sprite) {
-      std::visit(WholeFrame{image, kernels}, sprite.spec);
-    });
-  };
-  list.begin({image.width, image.height}, 1 << 20, paint);
-  compose(list);
-  paint();
-  kernels.mixWithInput(image, {0, image.height}, target.input, target.mix);
-}
-
 struct Trial {
   FrameSize size;
   int sprites;
@@ -105,6 +63,7 @@ TEST(Painter, PaintsTheSameBytesOnAnyNumberOfThreadsWithEveryInstructionSet) {
   const Trial trials[] = {
       {{61, 230}, 60, 90.0f}, {{9000, 70}, 60, 90.0f}, {{70, 150}, 9000, 30.0f}, {{3, 1}, 4, 9.0f}};
   std::uint32_t stream = 70000;
+  Painter plain({.threads = 1, .kernels = availableKernels().front()});
   std::vector<std::unique_ptr<Painter>> painters;
   for (const int threads : {1, 2, 3, 8}) {
     painters.push_back(std::make_unique<Painter>(PaintOptions{.threads = threads}));
@@ -130,7 +89,15 @@ TEST(Painter, PaintsTheSameBytesOnAnyNumberOfThreadsWithEveryInstructionSet) {
         }
       };
       tests::Frame expected = before;
-      paintAtOnce(targetOf(expected), compose, *availableKernels().front());
+      Dice same = dice;
+      for (int i = 1; i <= trial.sprites; ++i) {  // each in a list of its own
+        PaintTarget target = targetOf(expected);
+        target.keepsOutput |= i > 1;
+        if (i < trial.sprites) target.mix = MixMode::Replace;
+        plain.paint(target, [&](SpriteList& sprites) {
+          addAnySprite(same, trial.size, trial.largest, sprites);
+        });
+      }
       for (const Kernels* kernels : availableKernels()) {
         for (const auto& painter : painters) {
           SCOPED_TRACE(testing::Message() << kernels->name << ", " << painter->threadCount()
@@ -200,7 +167,7 @@ TEST(Painter, DoesWithoutThreadsThatTheSystemDoesNotGive) {
       Dice dice(72000);
       for (int i = 0; i < 50; ++i) addAnySprite(dice, {60, 400}, 90.0f, sprites);
     };
-    paintAtOnce({.output = expected.view()}, compose, *availableKernels().front());
+    Painter({.threads = 1}).paint({.output = expected.view()}, compose);
     const rlimit limit{std::size_t{192} << 20, RLIM_INFINITY};  // room for some stacks
     setrlimit(RLIMIT_AS, &limit);
     Painter painter({.threads = kWanted});

@@ -4,10 +4,6 @@
 //   soak SECONDS
 #include <dlfcn.h>
 
-extern "C" {
-#include <frei0r.h>
-}
-
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -23,6 +19,7 @@ extern "C" {
 
 #include "effect/parameters.h"
 #include "hostkit/session.h"
+#include "tests/frei0r/small_host.h"
 #include "tests/support/dice.h"
 #include "tests/support/temporary_folder.h"
 
@@ -61,32 +58,11 @@ class NoPainter : public hostkit::Painter {
   void drawImage(const hostkit::PaintedImage&, const DRAWBOT_PointF32&, float) override {}
 };
 
-/// A shared library that nobody else holds, so that closing it unloads it.
-class Library {
- public:
-  explicit Library(const fs::path& path)
-      : path_(path), handle_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
-    if (handle_ == nullptr) throw std::runtime_error(dlerror());
+void requireUnloaded(const fs::path& library) {
+  if (dlopen(library.c_str(), RTLD_NOW | RTLD_NOLOAD) != nullptr) {
+    throw std::runtime_error(library.filename().string() + " stays loaded");
   }
-  ~Library() { dlclose(handle_); }
-  Library(const Library&) = delete;
-  Library& operator=(const Library&) = delete;
-
-  template <class Function>
-  Function* function(const char* name) const {
-    return reinterpret_cast<Function*>(dlsym(handle_, name));
-  }
-
-  static void requireUnloaded(const fs::path& path) {
-    if (dlopen(path.c_str(), RTLD_NOW | RTLD_NOLOAD) != nullptr) {
-      throw std::runtime_error(path.filename().string() + " stays loaded");
-    }
-  }
-
- private:
-  fs::path path_;
-  void* handle_;
-};
+}
 
 /// Values as people choose them, of few stars.
 void chooseValues(Session& session, Dice& dice) {
@@ -126,7 +102,7 @@ class Soak {
  public:
   Soak() {
     fs::copy_file(BRISEL_MODULE_PATH, moduleCopy_);
-    fs::copy_file(BRISEL_FILTER_PATH, filterCopy_);
+    fs::copy_file(FILTER_PATH, filterCopy_);
     session_.open();
   }
 
@@ -219,27 +195,21 @@ class Soak {
       renderFrames(session, dice_, 1);
       session.close();
     }
-    Library::requireUnloaded(moduleCopy_);
+    requireUnloaded(moduleCopy_);
     ++modules_;
   }
 
   void loadFilter() {
     {
-      const Library library(filterCopy_);
-      const auto construct = library.function<decltype(f0r_construct)>("f0r_construct");
-      const auto update = library.function<decltype(f0r_update)>("f0r_update");
-      const auto set = library.function<decltype(f0r_set_param_value)>("f0r_set_param_value");
+      tests::FilterLibrary library(filterCopy_.c_str());
       const auto width = static_cast<unsigned>(dice_.integer(1, 48));
       std::vector<std::uint32_t> frame(std::size_t{width} * 20);
-      const f0r_instance_t filter = construct(width, 20);
-      std::string preset = dice_.coin() ? "sparkler" : "comet";
-      char* text = preset.data();
-      set(filter, &text, 1);
+      tests::HostedFilter filter(width, 20, library);
+      filter.set("Presets", dice_.coin() ? "sparkler" : "comet");
       for (const int number : {0, 1, 2, 9, 4})
-        update(filter, number / 25.0, frame.data(), frame.data());
-      library.function<decltype(f0r_destruct)>("f0r_destruct")(filter);
+        library.update(filter.instance, number / 25.0, frame.data(), frame.data());
     }
-    Library::requireUnloaded(filterCopy_);
+    requireUnloaded(filterCopy_);
     ++filters_;
   }
 

@@ -33,6 +33,13 @@ mask = "a.svg#m"
 "Size" = 10
 )";
 
+// With the checksum at its end.
+std::string sealed(const std::string& bytes) {
+  char checksum[9];
+  std::snprintf(checksum, sizeof checksum, "%08x", libdeflate_crc32(0, bytes.data(), bytes.size()));
+  return bytes + checksum;
+}
+
 class CheckpointTest : public tests::RenderTest {
  protected:
   CommandResult checkpoint(const std::string& text) const {
@@ -117,10 +124,7 @@ TEST_F(CheckpointTest, WhatCannotBeTakenIsRefusedByName) {
   const auto forge = [&](const std::string& name, const std::string& from, const std::string& to) {
     std::string bytes = good;
     bytes.replace(bytes.find(from), from.size(), to).resize(bytes.size() - 8);
-    char checksum[9];
-    std::snprintf(checksum, sizeof checksum, "%08x",
-                  libdeflate_crc32(0, bytes.data(), bytes.size()));
-    write(name, bytes + checksum);
+    write(name, sealed(bytes));
   };
   forge("newer.state", "state 1", "state 2");
   forge("swapped.state", "\"little\"", "\"big\"");
@@ -183,10 +187,7 @@ TEST_F(CheckpointTest, AnyBytesAreSafe) {
                     std::string(static_cast<std::size_t>(dice.integer(0, 2)),
                                 dice.oneOf({'0', '9', '"', '[', '{', '\n', '\xff'})));
     }
-    char checksum[9];
-    std::snprintf(checksum, sizeof checksum, "%08x",
-                  libdeflate_crc32(0, bytes.data(), bytes.size()));
-    write("x.state", bytes + checksum);
+    write("x.state", sealed(bytes));
     try {
       const cli::StarState state = cli::readState(path("x.state"));
       std::size_t size = 0;

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "cli/pipeline/scene_renderer.h"
-#include "effect/instance.h"
 #include "tests/cli/scratch.h"
 
 namespace {
@@ -66,6 +65,19 @@ TEST_F(SceneRendererTest, PointsAndMasksAreReducedWithTheLayer) {
             "..*.\n");
 }
 
+TEST_F(SceneRendererTest, SpeedsAreReducedWithTheLayer) {
+  std::string falling = std::string(kDot) +
+                        "\"Standard path\" = \"Line\"\n\"Start\" = [0.5, 0]\n"
+                        "\"Control end\" = [0.5, 0]\n\"Gravity\" = 100\n";
+  falling.replace(falling.find("16, 7"), 5, "16, 64");
+  const auto lowestRow = [&](const std::string& scale) {
+    const cli::Frame frame = picture(falling, 6, scale);
+    return dots(frame).rfind('*') / static_cast<std::size_t>(frame.size.width + 1);
+  };
+  EXPECT_EQ(lowestRow(""), 36u);
+  EXPECT_EQ(lowestRow("1/2"), 18u);
+}
+
 // Before frame 0, during the pre-roll, the mask stands as at frame 0.
 TEST_F(SceneRendererTest, StarsAreBornWhereTheMaskIsAtTheTime) {
   const std::string mask = R"([mask]
@@ -92,96 +104,6 @@ TEST(MaskTime, AWholeFrameIsFoundExactly) {
     }
   }
   EXPECT_EQ(cli::frameAt({1, 1, 50}, {25, 1}), 0.5) << "a host with another time scale";
-}
-
-// What a plug-in renders that takes a scene's values without the module.
-TEST_F(SceneRendererTest, TheEffectsLibraryMakesTheSameFramesOfALayersValues) {
-  write("s.toml", R"([scene]
-size = [96, 54]
-presets = ["fountain", "sparkle"]
-[params]
-"Intensity" = [ { frame = 2, value = 40, ease = "in-out" }, { frame = 12, value = 4.7 } ]
-"Rays count" = [ { frame = 0, value = 3 }, { frame = 9, value = 8 } ]
-"Terminate type" = [ { frame = 0, value = "Fade" }, { frame = 5, value = "Explode" } ]
-"Color of particles" = [ { frame = 0, value = "gold" }, { frame = 9, value = "navy" } ]
-"Angle" = -33.3
-[mask]
-path = [ { frame = 0, value = "M 9.3 8 C 30 0 60 50 80 20 Z" },
-         { frame = 8, value = "M 50 9 C 3 5.7 60 10 80 40 Z" } ]
-inverted = true
-)");
-  const cli::ScenePlan plan = cli::planScene(scene::readScene(path("s.toml")));
-  const scene::LayerValues layer(plan.scene, 0, {plan.layer, plan.rate},
-                                 cli::presetsBeside(cli::findModule("")));
-  cli::SceneRenderer renderer(plan);
-  hostkit::World output = renderer.newOutput();
-  brisel::Instance instance;
-  hostkit::World alone(96, 54, plan.depth);
-  for (int frame = 0; frame < 14; ++frame) {
-    renderer.renderNext(renderer.readNext(), output);
-    const brisel::MaskOutline mask = layer.maskAt(frame).value();
-    const brisel::FrameViews views{
-        {alone.bytes().data(), 96, 54, alone.rowBytes(), brisel::PixelFormat::Argb8}};
-    ASSERT_TRUE(instance.render(layer.at(frame), frame, views, &mask));
-    ASSERT_TRUE(samePixels(alone, output)) << frame;
-  }
-  EXPECT_GT(instance.starCount(), 20);
-}
-
-double meanDifference(cli::Frame a, cli::Frame b) {
-  flattenOnBlack(a);
-  flattenOnBlack(b);
-  EXPECT_EQ(a.bytes.size(), b.bytes.size());
-  double sum = 0;
-  for (std::size_t i = 0; i < a.bytes.size(); ++i) sum += std::abs(a.bytes[i] - b.bytes[i]);
-  return sum / (0.75 * static_cast<double>(a.bytes.size()));  // alpha is not counted
-}
-
-// Each pixel the mean of the `by` x `by` ones it replaces, as they look over black.
-cli::Frame shrunk(cli::Frame frame, int by) {
-  flattenOnBlack(frame);
-  cli::Frame small({frame.size.width / by, frame.size.height / by}, cli::Depth::k8);
-  for (int y = 0; y < small.size.height; ++y) {
-    for (int x = 0; x < small.size.width; ++x) {
-      for (int channel = 0; channel < 3; ++channel) {
-        int sum = 0;
-        for (int i = 0; i < by * by; ++i) {
-          const int pixel = (y * by + i / by) * frame.size.width + x * by + i % by;
-          const int at = 4 * pixel + channel;
-          sum += frame.bytes[static_cast<std::size_t>(at)];
-        }
-        small.row(y)[4 * x + channel] = static_cast<std::uint8_t>(sum / (by * by));
-      }
-      small.row(y)[4 * x + 3] = 255;
-    }
-  }
-  return small;
-}
-
-// Speeds and gravity in pixels of the layer, sizes as shares of it, points and a preset's points.
-TEST_F(SceneRendererTest, AReducedFrameLooksLikeTheFullOneShrunk) {
-  const std::string scene = R"([scene]
-size = [480, 264]
-presets = ["fountain"]
-[params]
-"Initial speed" = 30
-"Gravity" = 4
-"Type" = "Type glow1"
-"Size" = 12
-)";
-  const cli::Frame full = picture(scene, 40);
-  const double light = meanDifference(full, cli::Frame(full.size, full.depth));
-  ASSERT_GT(light, 4) << "something to compare";
-  for (const int by : {2, 3, 4}) {
-    const cli::Frame expected = shrunk(full, by);
-    const cli::Frame reduced = picture(scene, 40, "1/" + std::to_string(by));
-    ASSERT_EQ(reduced.size, expected.size);
-    EXPECT_LT(meanDifference(reduced, expected), light / 6) << by;
-    const std::string size =
-        std::to_string(expected.size.width) + "x" + std::to_string(expected.size.height);
-    EXPECT_GT(meanDifference(picture(scene, 40, "", size), expected), light / 2)
-        << "a small layer is another thing";
-  }
 }
 
 }  // namespace

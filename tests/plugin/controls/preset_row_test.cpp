@@ -31,23 +31,6 @@ Scroll drawn(PresetList& list, int clicks = 0) {
   return {list.firstVisible, list.endVisible, list.hiddenAfter, list.pixelOffset};
 }
 
-TEST(PresetRow, ScrollsEntryByEntryAndStopsAtBothEnds) {
-  PresetList exact = rowOf(5, 400);
-  EXPECT_EQ(drawn(exact), Scroll(0, 5, 0, 0));
-  EXPECT_EQ(drawn(exact, 1), Scroll(0, 5, 0, -70)) << "the last is whole";
-  EXPECT_EQ(drawn(exact, -1), Scroll(0, 5, 0, 0));
-
-  for (const bool drawnBetween : {false, true}) {
-    PresetList list = rowOf(10, 400);
-    EXPECT_EQ(drawn(list, -1), Scroll(0, 5, 5, 0));
-    for (int click = 1; drawnBetween && click < 10; ++click) drawn(list, 1);
-    EXPECT_EQ(drawn(list, drawnBetween ? 1 : 10), Scroll(5, 10, 0, -70));
-    EXPECT_EQ(drawn(list, -1), Scroll(5, 10, 0, 0)) << "first the offset goes";
-    EXPECT_EQ(drawn(list, -1), Scroll(4, 9, 1, 0));
-    EXPECT_EQ(drawn(list, -100), Scroll(0, 5, 5, 0));
-  }
-}
-
 TEST(PresetRow, AnyScrollStateIsBroughtIntoRange) {
   tests::Dice dice(41);
   for (int round = 0; round < 2000; ++round) {
