@@ -10,6 +10,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "cli/scene/manual_texts.h"
@@ -171,17 +172,22 @@ void ControlsPanel::refreshRow(Row& row) {
   row.key->setText(QString::fromUtf8(isHere ? kKeyHere : keys.empty() ? kNoKeys : kKeysElsewhere));
 }
 
-/// As a host has the effect's rules for every parameter in turn.
+/// As a host has the effect's rules for every parameter in turn; the last of them counts.
 void ControlsPanel::grey(const brisel::Values& values) {
+  std::array<bool, brisel::kParamCount> enabled{};
+  enabled.fill(true);
   for (std::int32_t changed = 2; changed < brisel::kParamCount; ++changed) {
     const auto states = brisel::greyingOf(values, changed);
     if (!states) continue;
     for (const brisel::ControlState& state : *states) {
-      const auto row = std::ranges::find(rows_, state.index, &Row::parameter);
-      if (row == rows_.end()) continue;
-      row->item->setDisabled(!state.enabled);
-      if (row->editor) row->editor->setEnabled(state.enabled);
+      enabled[static_cast<std::size_t>(state.index)] = state.enabled;
     }
+  }
+  for (const Row& row : rows_) {
+    const bool isEnabled = enabled[static_cast<std::size_t>(row.parameter)];
+    if (row.item->isDisabled() != isEnabled) continue;
+    row.item->setDisabled(!isEnabled);
+    if (row.editor) row.editor->setEnabled(isEnabled);
   }
 }
 

@@ -1,5 +1,6 @@
 #include "desk/render/screen_image.h"
 
+#include <QtEndian>
 #include <cstring>
 
 namespace desk {
@@ -8,12 +9,6 @@ namespace {
 std::uint32_t fromDeep(std::uint16_t channel) {
   constexpr std::uint32_t kFull = 32768;
   return (channel * 255U + kFull / 2) / kFull;
-}
-
-/// Alpha, red, green and blue as the bytes of a pixel in that order.
-QRgb shallow(const std::uint8_t* pixel) {
-  return std::uint32_t{pixel[0]} << 24 | std::uint32_t{pixel[1]} << 16 |
-         std::uint32_t{pixel[2]} << 8 | pixel[3];
 }
 
 QRgb deep(const std::uint8_t* pixel) {
@@ -34,7 +29,8 @@ QImage screenImage(const brisel::ImageView& frame, bool onBlack) {
     if (frame.isDeep()) {
       for (int x = 0; x < frame.width; ++x) all &= row[x] = deep(bytes + std::ptrdiff_t{8} * x);
     } else {
-      for (int x = 0; x < frame.width; ++x) all &= row[x] = shallow(bytes + std::ptrdiff_t{4} * x);
+      qFromBigEndian<QRgb>(bytes, frame.width, row);  // the bytes are in the order of channels
+      for (int x = 0; x < frame.width; ++x) all &= row[x];
     }
   }
   if (all >> 24 == 255) {
