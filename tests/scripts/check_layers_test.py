@@ -19,7 +19,7 @@ class CheckLayersTest(unittest.TestCase):
         scratch = tempfile.TemporaryDirectory()
         self.addCleanup(scratch.cleanup)
         self.root = pathlib.Path(scratch.name)
-        for folder in ("src", "scene", "hostkit", "cli"):
+        for folder in ("src", "scene", "hostkit", "cli", "desk"):
             shutil.copytree(SOURCES / folder, self.root / folder)
         (self.root / "docs").mkdir()
         shutil.copy(SOURCES / "docs/architecture.svg", self.root / "docs")
