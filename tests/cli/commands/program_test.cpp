@@ -130,7 +130,7 @@ TEST_F(ProgramTest, TheShellCompletesCommandsOptionsAndNames) {
     return run({"bash", "-c", script}).out;
   };
   const std::string program = BRISEL_PROGRAM;
-  EXPECT_EQ(offered("brisel pre"), "presets");
+  EXPECT_EQ(offered("brisel pre"), "preview,presets");
   EXPECT_EQ(offered("brisel render --fra"), "--frames");
   EXPECT_EQ(offered("brisel render --quality ''"), "high,low");
   EXPECT_EQ(offered("brisel render --depth = 1"), "16") << "as the shell splits --depth=1";
