@@ -16,6 +16,13 @@ foreach(folder IN LISTS document_folders)
   compress(${documents}/../../CHANGELOG.md ${folder}/NEWS.gz)
 endforeach()
 
+# The page of the command is also that of the program that it starts.
+set(preview ${CPACK_TEMPORARY_DIRECTORY}/preview/usr)
+if(EXISTS ${preview})
+  file(MAKE_DIRECTORY ${preview}/share/man/man1)
+  file(RENAME ${program}/share/man/man1/brisel-preview.1 ${preview}/share/man/man1/brisel-preview.1)
+endif()
+
 file(GLOB pages ${CPACK_TEMPORARY_DIRECTORY}/*/usr/share/man/man1/*.1)
 foreach(page IN LISTS pages)
   compress(${page} ${page}.gz)

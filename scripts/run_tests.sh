@@ -67,7 +67,6 @@ if [ -n "$heavy" ]; then
   scripts/install_dependencies.sh desk
   build release
   ctest --preset release -R '^desk\.'
-  QT_QPA_PLATFORM=xcb xvfb-run -a build/release/bin/desk_tests --gtest_brief=1
   ctest --preset heavy
   took "heavy tests"
 fi
