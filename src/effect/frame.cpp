@@ -105,7 +105,7 @@ bool resizeStars(const FrameState& state, std::int32_t capacity) {
   auto* stars = static_cast<Particle*>(allocatePages(arrayBytes(capacity)));
   if (stars == nullptr) return false;
   state.starCount = std::min(state.starCount, capacity);
-  if (state.starCount > 0) std::memcpy(stars, state.stars, arrayBytes(state.starCount));
+  if (state.stars != nullptr) std::memcpy(stars, state.stars, arrayBytes(state.starCount));
   releaseStars(state.stars, state.capacity);
   state.stars = stars;
   state.capacity = capacity;

@@ -107,7 +107,8 @@ BmpImage parseBmpFile(std::span<const std::uint8_t> file) {
 
 BmpImage LoadBmpFile(const char* path) {
   const auto content = readWholeFile(path);
-  return content ? parseBmpFile(content->bytes()) : BmpImage{};
+  if (!content) return {};
+  return parseBmpFile(content->bytes());
 }
 
 }  // namespace brisel
