@@ -331,7 +331,7 @@ void WildLayer::render() {
   World input = picture();
   World output = picture();
   const std::vector<std::uint8_t> before(input.bytes().begin(), input.bytes().end());
-  const int oddities = bytes_.integer<std::uint8_t>();
+  const unsigned oddities = bytes_.integer<std::uint8_t>();
   const auto scale = [&] { return PF_RationalScale{1, 1 + (oddities & 1u)}; };
   session_.prepareFrame(
       input, output,

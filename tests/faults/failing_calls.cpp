@@ -226,11 +226,11 @@ FAILING(int, posix_spawnp,
         (process, name, files, attributes, arguments, variables), orderedError)
 
 using Main = int(int, char**, char**);
-extern "C" __attribute__((visibility("default"))) int failing_start(
+extern "C" __attribute__((visibility("default"))) int failingStart(
     Main* main, int count, char** arguments, void* first, void* last, void* linker,
     void* stack) asm("__libc_start_main");
-int failing_start(Main* main, int count, char** arguments, void* first, void* last, void* linker,
-                  void* stack) {
+int failingStart(Main* main, int count, char** arguments, void* first, void* last, void* linker,
+                 void* stack) {
   realMain = main;
   return systems<int(Main*, int, char**, void*, void*, void*, void*)>("__libc_start_main")(
       mainWithOrder, count, arguments, first, last, linker, stack);

@@ -200,7 +200,7 @@ TEST_P(RenderFaults, TheNextFramesAreThoseOfAnUndisturbedRun) {
     tests::openWithDefaults(session, shape);
     for (const auto& [label, value] : look.values) tests::set(session, label, value);
     if (look.hasMask) {
-      const hostkit::MaskShape triangle{
+      hostkit::MaskShape triangle{
           {{9, 9, 9, 9, 9, 9}, {50, 9, 50, 9, 50, 9}, {9, 40, 9, 40, 9, 40}}, true};
       const auto id =
           session.records().masks.add([triangle](const hostkit::MaskTime&) { return triangle; });
