@@ -23,13 +23,14 @@ using brisel::ParameterSpec;
 using brisel::ParamIndex;
 using brisel::ParamKind;
 
-enum Column { kName, kEditor, kKey };
+enum Column { kName, kEditor, kButtons };
 
 constexpr int kPictureTime = 40;  // milliseconds
 constexpr int kLeastWidth = 460;  // in which sliders can be moved by single steps
 constexpr char kKeyHere[] = "◆";
 constexpr char kKeysElsewhere[] = "◇";
 constexpr char kNoKeys[] = "·";
+constexpr char kReset[] = "↺";
 
 QString toolTipOf(const ParameterSpec& parameter,
                   const std::map<std::string, cli::ManualText>& texts) {
@@ -39,6 +40,17 @@ QString toolTipOf(const ParameterSpec& parameter,
   QString tip = QStringLiteral("<p><b>%1</b></p><p>%2</p>")
                     .arg(QString::fromUtf8(parameter.label).toHtmlEscaped(),
                          QString::fromStdString(text.description).toHtmlEscaped());
+  if (!text.items.empty()) {
+    tip += QStringLiteral("<dl>");
+    for (const std::string& item : scene::itemsOf(parameter)) {
+      const auto meaning = text.items.find(item);
+      if (meaning == text.items.end()) continue;
+      tip += QStringLiteral("<dt><b>%1</b></dt><dd>%2</dd>")
+                 .arg(QString::fromStdString(item).toHtmlEscaped(),
+                      QString::fromStdString(meaning->second).toHtmlEscaped());
+    }
+    tip += QStringLiteral("</dl>");
+  }
   if (!text.greyed.empty()) {
     tip += QStringLiteral("<p>Greyed out %1.</p>")
                .arg(QString::fromStdString(text.greyed).toHtmlEscaped());
@@ -75,7 +87,7 @@ ControlsPanel::ControlsPanel(Preview& preview, QWidget* parent)
   tree_->header()->setStretchLastSection(false);
   tree_->header()->setSectionResizeMode(kName, QHeaderView::ResizeToContents);
   tree_->header()->setSectionResizeMode(kEditor, QHeaderView::Stretch);
-  tree_->header()->setSectionResizeMode(kKey, QHeaderView::ResizeToContents);
+  tree_->header()->setSectionResizeMode(kButtons, QHeaderView::ResizeToContents);
 
   connect(search_, &QLineEdit::textChanged, this, &ControlsPanel::find);
   // The picture comes first.
@@ -103,7 +115,7 @@ void ControlsPanel::addRows() {
     if (parameter.kind == ParamKind::Panel) continue;  // the effect draws it
     auto* item = new QTreeWidgetItem(group, {QString::fromUtf8(parameter.label)});
     item->setToolTip(kName, toolTipOf(parameter, texts));
-    Row row{static_cast<ParamIndex>(index), item, nullptr, nullptr};
+    Row row{static_cast<ParamIndex>(index), item};
     if (parameter.kind == ParamKind::GroupStart) {
       group = item;
       item->setExpanded(!item->parent());
@@ -122,19 +134,39 @@ void ControlsPanel::addEditor(Row& row) {
   row.editor->setToolTip(row.item->toolTip(kName));
   connect(row.editor, &ValueEditor::edited, this,
           [this, &document, index = row.parameter](const scene::ParamValue& value) {
+            Row& edited = *std::ranges::find(rows_, index, &Row::parameter);
+            edited.shown = value;
             document.setValue(preview_.layer(), index, value, preview_.frame());
+            refreshRow(edited);  // which the document may have refused
           });
   connect(row.editor, &ValueEditor::gestureBegan, &document, &SceneDocument::beginGesture);
   connect(row.editor, &ValueEditor::gestureEnded, &document, &SceneDocument::endGesture);
   tree_->setItemWidget(row.item, kEditor, row.editor);
 
-  row.key = new QToolButton(tree_);
-  row.key->setAutoRaise(true);
-  row.key->setAccessibleName("Key of " + row.item->text(kName));
-  row.key->setToolTip("Set a key at this frame, or take it away");
+  auto* buttons = new QWidget(tree_);
+  auto* line = new QHBoxLayout(buttons);
+  line->setContentsMargins({});
+  line->setSpacing(0);
+  const auto addButton = [&](const QString& name, const QString& toolTip) {
+    auto* button = new QToolButton(buttons);
+    button->setAutoRaise(true);
+    button->setAccessibleName(name.arg(row.item->text(kName)));
+    button->setToolTip(toolTip);
+    line->addWidget(button);
+    return button;
+  };
+  row.reset = addButton("Reset of %1", "Back to what the presets or the effect say");
+  row.reset->setText(QString::fromUtf8(kReset));
+  QSizePolicy keepsItsPlace = row.reset->sizePolicy();
+  keepsItsPlace.setRetainSizeWhenHidden(true);
+  row.reset->setSizePolicy(keepsItsPlace);
+  connect(row.reset, &QToolButton::clicked, this,
+          [this, index = row.parameter] { preview_.document().reset(preview_.layer(), index); });
+  row.key = addButton("Key of %1", "Set a key at this frame, or take it away");
+  row.key->setCheckable(true);
   connect(row.key, &QToolButton::clicked, this,
           [this, index = row.parameter] { toggleKey(index); });
-  tree_->setItemWidget(row.item, kKey, row.key);
+  tree_->setItemWidget(row.item, kButtons, buttons);
 }
 
 void ControlsPanel::showEvent(QShowEvent* event) {
@@ -152,8 +184,9 @@ void ControlsPanel::refreshRow(Row& row) {
   const SceneDocument& document = preview_.document();
   const int layer = preview_.layer();
   const ValueOrigin origin = document.origin(layer, row.parameter);
+  const bool isSet = origin == ValueOrigin::kScene || origin == ValueOrigin::kLayer;
   QFont font = tree_->font();
-  font.setBold(origin == ValueOrigin::kScene || origin == ValueOrigin::kLayer);
+  font.setBold(isSet);
   font.setItalic(origin == ValueOrigin::kPreset);
   row.item->setFont(kName, font);
   if (row.parameter == brisel::kPath) {
@@ -169,7 +202,9 @@ void ControlsPanel::refreshRow(Row& row) {
   row.shown = value;
   const std::vector<ParamKey> keys = document.keys(layer, row.parameter);
   const bool isHere = std::ranges::find(keys, preview_.frame(), &ParamKey::time) != keys.end();
+  row.key->setChecked(isHere);
   row.key->setText(QString::fromUtf8(isHere ? kKeyHere : keys.empty() ? kNoKeys : kKeysElsewhere));
+  row.reset->setVisible(isSet);
 }
 
 /// As a host has the effect's rules for every parameter in turn; the last of them counts.
@@ -191,17 +226,33 @@ void ControlsPanel::grey(const brisel::Values& values) {
   }
 }
 
+/// Leaves the rows that hold all the words, and all of a group that does.
 void ControlsPanel::find(const QString& words) {
   const QStringList wanted = words.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-  for (const Row& row : rows_) row.item->setHidden(!wanted.isEmpty());
+  const auto holdsAll = [&](const QTreeWidgetItem* item) {
+    return std::ranges::all_of(wanted, [&](const QString& word) {
+      return item->text(kName).contains(word, Qt::CaseInsensitive);
+    });
+  };
+  const auto isMeant = [&](const QTreeWidgetItem* item) {
+    while (item && !holdsAll(item)) item = item->parent();
+    return item != nullptr;
+  };
+  const bool begins = !wanted.isEmpty() && !isSearching_;
+  const bool ends = wanted.isEmpty() && isSearching_;
+  isSearching_ = !wanted.isEmpty();
+  for (Row& row : rows_) {
+    if (begins) row.wasExpanded = row.item->isExpanded();
+    row.item->setHidden(isSearching_);
+  }
   for (const Row& row : rows_) {
-    const QString name = row.item->text(kName);
-    const bool isMeant = std::ranges::all_of(
-        wanted, [&](const QString& word) { return name.contains(word, Qt::CaseInsensitive); });
-    if (wanted.isEmpty() || !isMeant) continue;
-    for (QTreeWidgetItem* item = row.item; item; item = item->parent()) {
-      item->setHidden(false);
-      if (item != row.item) item->setExpanded(true);
+    if (ends) row.item->setExpanded(row.wasExpanded);
+    if (!isMeant(row.item)) continue;
+    row.item->setHidden(false);
+    if (!isSearching_) continue;
+    for (QTreeWidgetItem* group = row.item->parent(); group; group = group->parent()) {
+      group->setHidden(false);
+      group->setExpanded(true);
     }
   }
 }
@@ -227,6 +278,7 @@ void ControlsPanel::toggleKey(ParamIndex parameter) {
   } else {
     document.addKey(preview_.layer(), parameter, preview_.frame());
   }
+  refresh();  // the button, too, where the document has refused
 }
 
 }  // namespace desk

@@ -16,8 +16,8 @@ class QTreeWidgetItem;
 namespace desk {
 
 /// A row for each: its name, bold where the scene says what it is; what it is turned by, greyed out
-/// by the effect's rules; and whether it has a key at the frame shown. The search field leaves the
-/// rows whose names hold its words.
+/// by the effect's rules; what takes that back; and whether it has a key at the frame shown. The
+/// search field leaves the rows whose names, or whose groups' names, hold its words.
 class ControlsPanel : public QWidget {
   Q_OBJECT
 
@@ -31,9 +31,12 @@ class ControlsPanel : public QWidget {
   struct Row {
     brisel::ParamIndex parameter;
     QTreeWidgetItem* item;
-    ValueEditor* editor;  // null where there is nothing to turn: groups, the mask
-    QToolButton* key;
+    // Null where there is nothing to turn: groups, the mask.
+    ValueEditor* editor = nullptr;
+    QToolButton* reset = nullptr;
+    QToolButton* key = nullptr;
     std::optional<scene::ParamValue> shown{};
+    bool wasExpanded = false;  // before the search
   };
 
   void addRows();
@@ -49,6 +52,7 @@ class ControlsPanel : public QWidget {
   QLineEdit* search_;
   QTreeWidget* tree_;
   std::vector<Row> rows_;
+  bool isSearching_ = false;
 };
 
 }  // namespace desk
