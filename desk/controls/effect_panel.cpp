@@ -82,7 +82,7 @@ EffectPanel::EffectPanel(Preview& preview, QWidget* parent) : QWidget(parent), p
   try {
     effect_ = std::make_unique<cli::Effect>(cli::loadModule({}));
   } catch (const std::exception& error) {
-    problem_ = QString::fromUtf8(error.what());
+    fail(error);
     return;
   }
   int top = kMargin;
@@ -101,16 +101,26 @@ void EffectPanel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   QtPainter adapter(painter);
   for (const auto& [index, rect] : controls_) {
+    if (!problem_.isEmpty()) break;
     painter.save();
     painter.setClipRect(
         QRect(QPoint(rect.left, rect.top), QPoint(rect.right - 1, rect.bottom - 1)));
     try {
       effect_->session().draw(index, rect, &adapter);
     } catch (const std::exception& error) {
-      problem_ = QString::fromUtf8(error.what());
+      fail(error);
     }
     painter.restore();
   }
+  painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin), Qt::TextWordWrap,
+                   problem_);
+}
+
+void EffectPanel::fail(const std::exception& error) {
+  if (!problem_.isEmpty()) return;
+  problem_ = QString::fromUtf8(error.what());
+  setAccessibleDescription(problem_);
+  update();
 }
 
 const EffectPanel::Control* EffectPanel::controlAt(QPointF place) const {
@@ -124,24 +134,24 @@ const EffectPanel::Control* EffectPanel::controlAt(QPointF place) const {
 
 void EffectPanel::mouseMoveEvent(QMouseEvent* event) {
   const Control* control = controlAt(event->position());
-  if (!control) return;
+  if (!problem_.isEmpty() || !control) return;
   try {
     const auto report =
         effect_->session().hover(control->index, control->rect, pointOf(event->position()));
     if (!report.invalidated.empty()) update();
   } catch (const std::exception& error) {
-    problem_ = QString::fromUtf8(error.what());
+    fail(error);
   }
 }
 
 void EffectPanel::mousePressEvent(QMouseEvent* event) {
   const Control* control = controlAt(event->position());
-  if (!control || event->button() != Qt::LeftButton) return;
+  if (!problem_.isEmpty() || !control || event->button() != Qt::LeftButton) return;
   try {
     takeChanges(
         effect_->session().click(control->index, control->rect, pointOf(event->position())));
   } catch (const std::exception& error) {
-    problem_ = QString::fromUtf8(error.what());
+    fail(error);
   }
   update();
 }

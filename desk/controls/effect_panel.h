@@ -10,16 +10,13 @@
 
 namespace desk {
 
-/// Draws nothing where the module cannot be loaded, of which problem() tells. A click on a
-/// thumbnail gives the layer shown that preset.
+/// A click on a thumbnail gives the layer shown that preset. Where the module cannot be loaded, or
+/// fails, it says so in their place.
 class EffectPanel : public QWidget {
   Q_OBJECT
 
  public:
   explicit EffectPanel(Preview& preview, QWidget* parent = nullptr);
-
-  /// One sentence; empty when the controls are there.
-  const QString& problem() const { return problem_; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -34,11 +31,12 @@ class EffectPanel : public QWidget {
 
   const Control* controlAt(QPointF place) const;
   void takeChanges(const hostkit::EventReport& report);
+  void fail(const std::exception& error);
 
   Preview& preview_;
   std::unique_ptr<cli::Effect> effect_;
   std::vector<Control> controls_;
-  QString problem_;
+  QString problem_;  // one sentence; empty while the controls are there
 };
 
 }  // namespace desk
