@@ -12,15 +12,23 @@ CompareKey::CompareKey(Preview& preview, Qt::Key key, QObject* parent)
 }
 
 bool CompareKey::eventFilter(QObject* watched, QEvent* event) {
-  const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
-  if (!isKey || !watched->isWidgetType()) return false;
+  if (event->type() == QEvent::ApplicationDeactivate) hold(false);  // the release goes elsewhere
+  const bool isPress = event->type() == QEvent::KeyPress;
+  if (!(isPress || event->type() == QEvent::KeyRelease) || !watched->isWidgetType()) return false;
   const auto* key = static_cast<QKeyEvent*>(event);
-  if (key->key() != key_ || key->modifiers() != Qt::NoModifier) return false;
-  if (qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr && !isHeld_) return false;
-  if (key->isAutoRepeat()) return true;
-  isHeld_ = event->type() == QEvent::KeyPress;
-  preview_.compare(isHeld_ ? preview_.document().stateBeforeLastStep() : nullptr);
+  if (key->key() != key_) return false;
+  if (!isHeld_) {
+    const bool isWriting = qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr;
+    if (!isPress || isWriting || key->modifiers() != Qt::NoModifier) return false;
+  }
+  if (!key->isAutoRepeat()) hold(isPress);
   return true;
+}
+
+void CompareKey::hold(bool held) {
+  if (held == isHeld_) return;
+  isHeld_ = held;
+  preview_.compare(held ? preview_.document().stateBeforeLastStep() : nullptr);
 }
 
 }  // namespace desk

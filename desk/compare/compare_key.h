@@ -19,6 +19,8 @@ class CompareKey : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void hold(bool held);
+
   Preview& preview_;
   Qt::Key key_;
   bool isHeld_ = false;

@@ -19,14 +19,19 @@ LayersPanel::LayersPanel(Preview& preview, QWidget* parent)
     : QWidget(parent),
       preview_(preview),
       list_(new QListWidget),
+      up_(new QPushButton("Up")),
+      down_(new QPushButton("Down")),
       remove_(new QPushButton("Remove")) {
   SceneDocument& document = preview_.document();
   list_->setAccessibleName("Layers");
   list_->setDragDropMode(QAbstractItemView::InternalMove);
   auto* add = new QPushButton("Add");
+  add->setAccessibleName("Add a layer");
+  up_->setAccessibleName("Move the layer up");
+  down_->setAccessibleName("Move the layer down");
+  remove_->setAccessibleName("Remove the layer");
   auto* buttons = new QHBoxLayout;
-  buttons->addWidget(add);
-  buttons->addWidget(remove_);
+  for (QPushButton* button : {add, up_, down_, remove_}) buttons->addWidget(button);
   auto* column = new QVBoxLayout(this);
   column->addWidget(list_, 1);
   column->addLayout(buttons);
@@ -37,6 +42,8 @@ LayersPanel::LayersPanel(Preview& preview, QWidget* parent)
   });
   connect(remove_, &QPushButton::clicked, this,
           [this, &document] { document.removeLayer(preview_.layer()); });
+  connect(up_, &QPushButton::clicked, this, [this] { moveLayer(preview_.layer() + 1); });
+  connect(down_, &QPushButton::clicked, this, [this] { moveLayer(preview_.layer() - 1); });
   connect(list_, &QListWidget::currentRowChanged, this, [this](int row) {
     if (!isRefreshing_ && row >= 0) preview_.setLayer(layerOf(row));
   });
@@ -65,7 +72,14 @@ void LayersPanel::refresh() {
         (document.hasLayerTables() ? Qt::ItemIsEditable | Qt::ItemIsDragEnabled : Qt::NoItemFlags));
   }
   list_->setCurrentRow(layerOf(preview_.layer()));
+  up_->setEnabled(preview_.layer() + 1 < count);
+  down_->setEnabled(preview_.layer() > 0);
   remove_->setEnabled(count > 1);
+}
+
+void LayersPanel::moveLayer(int to) {
+  preview_.document().moveLayer(preview_.layer(), to);
+  preview_.setLayer(to);
 }
 
 /// The list was dragged into another order, in which one layer is out of place.

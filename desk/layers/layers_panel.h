@@ -19,10 +19,13 @@ class LayersPanel : public QWidget {
  private:
   void refresh();
   void takeOrder();
+  void moveLayer(int to);  // the one shown
   int layerOf(int row) const { return list_->count() - 1 - row; }
 
   Preview& preview_;
   QListWidget* list_;
+  QPushButton* up_;
+  QPushButton* down_;
   QPushButton* remove_;
   bool isRefreshing_ = false;
 };
