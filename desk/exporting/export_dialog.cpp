@@ -11,6 +11,10 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSpinBox>
+#include <system_error>
+
+#include "cli/media/output_files.h"
+#include "cli/support/errors.h"
 
 namespace desk {
 namespace {
@@ -18,14 +22,34 @@ namespace {
 struct Format {
   const char* name;
   const char* ending;  // of the output's name
+  const char* codec = "";
 };
 
-constexpr Format kFormats[] = {
-    {"H.264 clip over black (.mp4)", ".mp4"},     {"ProRes 4444 clip with alpha (.mov)", ".mov"},
-    {"VP9 clip with alpha (.webm)", ".webm"},     {"PNG pictures with alpha", "_%04d.png"},
-    {"OpenEXR pictures with alpha", "_%04d.exr"}, {"Animated GIF over black (.gif)", ".gif"},
-    {"Animated PNG with alpha (.apng)", ".apng"}, {"Animated WebP with alpha (.webp)", ".webp"}};
+constexpr Format kFormats[] = {{"H.264 clip over black (.mp4)", ".mp4"},
+                               {"ProRes 4444 clip with alpha (.mov)", ".mov"},
+                               {"Lossless clip with alpha (.mov)", ".mov", "png"},
+                               {"VP9 clip with alpha (.webm)", ".webm"},
+                               {"PNG pictures with alpha", "_%04d.png"},
+                               {"OpenEXR pictures with alpha", "_%04d.exr"},
+                               {"Animated GIF over black (.gif)", ".gif"},
+                               {"Animated PNG with alpha (.apng)", ".apng"},
+                               {"Animated WebP with alpha (.webp)", ".webp"}};
 constexpr const char* kScales[] = {"Full", "1/2", "1/3", "1/4"};
+
+/// Of the frames, those whose output is there. Throws WorkError or UsageError when it cannot be
+/// written.
+std::vector<std::filesystem::path> outputsThere(const cli::OutputOptions& output,
+                                                cli::FrameRange range, cli::Depth depth) {
+  const cli::OutputTarget target = cli::parseOutputTarget(output);
+  std::vector<std::filesystem::path> there;
+  for (const int frame : cli::framesToWrite(target, range, depth, output)) {
+    if (!target.holdsPictures() && frame > range.first) break;
+    std::filesystem::path file = target.fileOf(frame);
+    std::error_code error;
+    if (std::filesystem::exists(file, error)) there.push_back(std::move(file));
+  }
+  return there;
+}
 
 }  // namespace
 
@@ -44,6 +68,7 @@ ExportDialog::ExportDialog(const SceneDocument& document, ExportQueue& queue, QW
   const int end = document.state()->plan.frames - 1;
   for (QSpinBox* field : {first_, last_}) field->setRange(0, end);
   last_->setValue(end);
+  connect(first_, &QSpinBox::valueChanged, last_, &QSpinBox::setMinimum);
   first_->setAccessibleName("First frame");
   last_->setAccessibleName("Last frame");
   const QFileInfo scene(document.path());
@@ -98,20 +123,31 @@ void ExportDialog::add() {
   job.text = document_.text();
   job.scenePath = document_.path();
   job.output = QFileInfo(output_->text()).absoluteFilePath();
-  job.frames = last_->value() - first_->value() + 1;
-  if (job.frames < 1) {
-    QMessageBox::warning(this, "Export", "The last frame comes before the first.");
+  const cli::ScenePlan& plan = document_.state()->plan;
+  const cli::FrameRange range{first_->value(), last_->value()};
+  const Format& format = kFormats[format_->currentIndex()];
+  cli::OutputOptions output;
+  output.name = job.output.toStdString();
+  if (job.output.endsWith(QLatin1String(format.ending))) output.codec = format.codec;
+  output.overwrite = true;  // once it is agreed to
+  try {
+    if (!document_.textProblem().isEmpty()) {
+      throw cli::WorkError(document_.textProblem().toStdString());
+    }
+    const auto there = outputsThere(output, range, plan.depth);
+    if (!there.empty()) {
+      if (!mayReplace(there)) return;
+      job.arguments << "--overwrite";
+    }
+  } catch (const std::exception& error) {
+    QMessageBox::warning(this, windowTitle(), QString::fromUtf8(error.what()));
     return;
   }
-  if (QFileInfo::exists(job.output)) {
-    const auto answer =
-        QMessageBox::question(this, "Export", "Replace " + QFileInfo(job.output).fileName() + "?");
-    if (answer != QMessageBox::Yes) return;
-    job.arguments << "--overwrite";
+  job.frames = range.count();
+  if (job.frames != plan.frames) {
+    job.arguments << "--frames" << QString::fromStdString(cli::rangeText(range));
   }
-  if (job.frames != document_.state()->plan.frames) {
-    job.arguments << "--frames" << QString("%1-%2").arg(first_->value()).arg(last_->value());
-  }
+  if (!output.codec.empty()) job.arguments << "--codec" << format.codec;
   if (scale_->currentIndex() > 0) job.arguments << "--scale" << scale_->currentText();
   for (const std::string& folder : document_.allowed()) {
     job.arguments << "--allow" << QString::fromStdString(folder);
@@ -119,6 +155,13 @@ void ExportDialog::add() {
   if (!document_.input().isEmpty()) job.arguments << "--input" << document_.input();
   queue_.add(std::move(job));
   accept();
+}
+
+bool ExportDialog::mayReplace(const std::vector<std::filesystem::path>& files) {
+  const QString name = QString::fromStdString(files.front().filename().string());
+  const QString what =
+      files.size() == 1 ? name : QString("%1 and %2 more").arg(name).arg(files.size() - 1);
+  return QMessageBox::question(this, windowTitle(), "Replace " + what + "?") == QMessageBox::Yes;
 }
 
 }  // namespace desk

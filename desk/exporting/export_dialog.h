@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QDialog>
+#include <filesystem>
+#include <vector>
 
 #include "desk/document/scene_document.h"
 #include "desk/exporting/export_queue.h"
@@ -23,6 +25,7 @@ class ExportDialog : public QDialog {
   void browse();
   void takeFormat();
   void add();
+  bool mayReplace(const std::vector<std::filesystem::path>& files);
 
   const SceneDocument& document_;
   ExportQueue& queue_;

@@ -18,6 +18,17 @@ bool isUnfinished(const ExportJob& job) {
   return job.state == ExportJob::State::kWaiting || job.state == ExportJob::State::kRunning;
 }
 
+QString stateText(const ExportJob& job) {
+  switch (job.state) {
+    case ExportJob::State::kWaiting:
+      return ExportQueue::tr("waiting");
+    case ExportJob::State::kRunning:
+      return ExportQueue::tr("frame %1 of %2").arg(job.framesDone).arg(job.frames);
+    default:
+      return job.message;
+  }
+}
+
 }  // namespace
 
 ExportQueue::ExportQueue(QObject* parent) : QAbstractListModel(parent) {}
@@ -78,9 +89,7 @@ QVariant ExportQueue::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole:
     case Qt::AccessibleTextRole:
-      return shown.message.isEmpty()
-                 ? QFileInfo(shown.output).fileName()
-                 : tr("%1: %2").arg(QFileInfo(shown.output).fileName(), shown.message);
+      return tr("%1: %2").arg(QFileInfo(shown.output).fileName(), stateText(shown));
     case Qt::ToolTipRole:
     case kOutputRole:
       return shown.output;

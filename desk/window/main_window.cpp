@@ -87,6 +87,16 @@ bool MainWindow::mayLeaveScene() {
   }
 }
 
+/// They end with the window.
+bool MainWindow::mayLeaveExports() {
+  if (!exports_.isBusy()) return true;
+  QMessageBox question(QMessageBox::Question, "Brisel", "Cancel the exports and close?",
+                       QMessageBox::Yes | QMessageBox::No, this);
+  question.setInformativeText("They are not finished.");
+  question.setDefaultButton(QMessageBox::No);
+  return question.exec() == QMessageBox::Yes;
+}
+
 void MainWindow::startNew(const QString& preset) {
   if (mayLeaveScene()) document_.startNew(preset);
 }
@@ -123,7 +133,7 @@ void MainWindow::exportScene() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (!mayLeaveScene()) {
+  if (!mayLeaveExports() || !mayLeaveScene()) {
     event->ignore();
     return;
   }

@@ -60,6 +60,7 @@ class MainWindow : public QMainWindow {
                         QWidget* widget);
 
   void addStatus();
+  bool mayLeaveExports();
   void startNew(const QString& preset = {});
   void openByDialog();
   void chooseInput();

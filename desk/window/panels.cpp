@@ -34,6 +34,10 @@ void MainWindow::addPanels() {
   presets->raise();
   constexpr int kControlsWidth = 440;  // pixels, at first: names and what they are turned by
   resizeDocks({controls, presets}, {kControlsWidth, kControlsWidth / 2}, Qt::Horizontal);
+  connect(&exports_, &ExportQueue::rowsInserted, exports, [exports] {
+    exports->show();
+    exports->raise();
+  });
 }
 
 QDockWidget* MainWindow::addPanel(Qt::DockWidgetArea area, const QString& title, const char* name,
