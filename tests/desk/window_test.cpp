@@ -5,8 +5,10 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QProcess>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTest>
@@ -71,17 +73,58 @@ frames = 30   # short
 "Start" = [0.5, 0.5]
 )";
 
+/// The X server's own mouse and keyboard where there is one, Qt's events elsewhere.
+class Hand {
+ public:
+  void click(QWidget& widget, QPoint at) { drag(widget, {at}); }
+
+  void drag(QWidget& widget, const QList<QPoint>& way) {
+    if (isReal_) {
+      QStringList words = moveTo(widget, way.front());
+      words += {"mousedown", "1"};
+      for (const QPoint& at : way) words += moveTo(widget, at);
+      return act(words + QStringList{"mouseup", "1"});
+    }
+    QTest::mousePress(&widget, Qt::LeftButton, {}, way.front());
+    for (const QPoint& at : way.mid(1)) QTest::mouseMove(&widget, at);
+    QTest::mouseRelease(&widget, Qt::LeftButton, {}, way.back());
+  }
+
+  void press(const QString& keys) {
+    if (isReal_) return act({"key", keys});
+    QTest::keySequence(QApplication::focusWidget(), QKeySequence(keys));
+  }
+
+  void type(const QString& text) {
+    if (isReal_) return act({"type", "--delay", "2", text});
+    QTest::keyClicks(QApplication::focusWidget(), text);
+  }
+
+ private:
+  static QStringList moveTo(const QWidget& widget, QPoint at) {
+    const QPoint there = widget.mapToGlobal(at);
+    return {"mousemove", QString::number(there.x()), QString::number(there.y())};
+  }
+  static void act(const QStringList& words) {
+    EXPECT_EQ(QProcess::execute("xdotool", words), 0) << words.join(' ').toStdString();
+    QTest::qWait(200);  // until it has come
+  }
+
+  const bool isReal_ = QGuiApplication::platformName() == QLatin1String("xcb");
+};
+
 TEST_F(WindowTest, AWorkingDay) {
   write("s.toml", kScene);
   ASSERT_TRUE(window_.open(QString::fromStdString(path("s.toml").string())));
+  window_.activateWindow();
   desk::SceneDocument& document = window_.document();
   desk::Preview& preview = window_.preview();
+  Hand hand;
 
   auto* presets = named<QListWidget>("Stars presets");
   ASSERT_TRUE(presets);
   presets->scrollToItem(presets->item(3));
-  QTest::mouseClick(presets->viewport(), Qt::LeftButton, {},
-                    presets->visualItemRect(presets->item(3)).center());
+  hand.click(*presets->viewport(), presets->visualItemRect(presets->item(3)).center());
   ASSERT_EQ(document.presets(0), QStringList{presets->item(3)->text()});
 
   auto* view = window_.findChild<desk::PictureView*>();
@@ -90,31 +133,40 @@ TEST_F(WindowTest, AWorkingDay) {
     return view->mapFromScene(frame.left() + x * frame.width(), frame.top() + y * frame.height());
   };
   view->fit();
-  QTest::mousePress(view->viewport(), Qt::LeftButton, {}, at(0.5, 0.5));
-  QTest::mouseMove(view->viewport(), at(0.4, 0.4));
-  QTest::mouseMove(view->viewport(), at(0.3, 0.7));
-  QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::ControlModifier, at(0.3, 0.7));
+  hand.drag(*view->viewport(), {at(0.5, 0.5), at(0.4, 0.4), at(0.3, 0.7)});
   EXPECT_NEAR(document.value(0, brisel::kStart, 0)[0], 0.3, 0.02);
   EXPECT_NEAR(document.value(0, brisel::kStart, 0)[1], 0.7, 0.02);
 
-  auto* key = named<QToolButton>("Key of Start");
+  auto* key = named<QToolButton>("Key of Intensity");
   ASSERT_TRUE(key);
-  key->click();
-  preview.setFrame(20);
-  key->click();
-  EXPECT_EQ(document.keys(0, brisel::kStart).size(), 2);
+  hand.click(*key, key->rect().center());
+  hand.press("End");
+  hand.click(*key, key->rect().center());
+  EXPECT_EQ(document.keys(0, brisel::kIntensity).size(), 2);
   const QString keyed = document.text();
-  document.setValue(0, brisel::kStart, {0.9, 0.1}, 20);
+  document.setValue(0, brisel::kStart, {0.9, 0.1}, 0);
   EXPECT_NE(document.text(), keyed);
-  QTest::keySequence(&window_, QKeySequence::Undo);
+  hand.press("ctrl+z");
   EXPECT_EQ(document.text(), keyed);
 
   EXPECT_TRUE(QTest::qWaitFor([&] { return preview.isUpToDate(); }));
-  EXPECT_EQ(preview.picture().frame, 20);
-  QTest::keySequence(&window_, QKeySequence::Save);
+  EXPECT_EQ(preview.picture().frame, 29);
+  hand.press("ctrl+s");
   EXPECT_FALSE(window_.isWindowModified());
   EXPECT_EQ(read("s.toml"), keyed.toStdString());
   EXPECT_NE(read("s.toml").find("frames = 30   # short\n"), std::string::npos);
+
+  hand.press("ctrl+e");
+  auto* output = named<QLineEdit>("Output");
+  ASSERT_TRUE(output);
+  output->window()->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(output->window()));
+  hand.click(*output, output->rect().center());
+  hand.press("ctrl+a");
+  hand.type(QString::fromStdString(path("a.apng").string()));
+  hand.press("Return");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(path("a.apng")); }, 60000));
+  EXPECT_EQ(read("a.apng"), render("s.toml", "r.apng"));
 }
 
 TEST_F(WindowTest, ExportsAreWhatARenderMakes) {
