@@ -74,6 +74,7 @@ ControlsPanel::ControlsPanel(Preview& preview, QWidget* parent)
   tree_->setAccessibleName("Parameters");
   tree_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   tree_->setSelectionMode(QAbstractItemView::NoSelection);
+  tree_->setFocusPolicy(Qt::TabFocus);  // not by a click on a button of a row
   tree_->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(tree_, &QTreeWidget::customContextMenuRequested, this, &ControlsPanel::openMenu);
 

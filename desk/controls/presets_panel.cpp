@@ -31,6 +31,7 @@ QListWidget* PresetsPanel::rowOf(std::size_t row) {
   list->setResizeMode(QListView::Adjust);
   list->setMovement(QListView::Static);
   list->setWordWrap(true);
+  list->setFocusPolicy(Qt::TabFocus);  // a click is all there is to do; keys go on playing
   const scene::PresetLibrary& library = preview_.document().presetLibrary();
   for (const scene::Preset& preset : library.presets()) {
     if (preset.row != row) continue;
