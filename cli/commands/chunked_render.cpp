@@ -78,7 +78,7 @@ std::string chunkCommand(const std::string& scene, FrameRange range, const std::
   std::vector<std::string> words = {programName(),    "render", asFile(scene), "--frames",
                                     rangeText(range), "-o",     asFile(output)};
   words.insert(words.end(), options.begin(), options.end());
-  const std::string command = shellCommand(words);
+  std::string command = shellCommand(words);
   if (command.find('\n') != command.npos) {
     throw UsageError(
         "a command for a chunk is one line, so no name or value may have a line break");

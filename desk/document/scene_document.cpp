@@ -97,7 +97,7 @@ class SceneDocument::InputProbe {
     if (found != known_.end() && changed.isValid() && found->second.changed == changed) {
       return found->second.info;
     }
-    const cli::MediaInfo info = cli::probeInput(scene, reading, options);
+    cli::MediaInfo info = cli::probeInput(scene, reading, options);
     known_.insert_or_assign(scene.input, Known{changed, info});
     return info;
   }

@@ -176,7 +176,7 @@ void MaskEditor::toggleCorner(std::size_t vertex) {
 
 void MaskEditor::addVertex(QPointF place) {
   const OutlinePlace at = nearestPlace(*shape_, place);
-  editAllKeys("Add Vertex", [&](scene::MaskShape shape) { return withVertex(shape, at); });
+  editAllKeys("Add Vertex", [&](const scene::MaskShape& shape) { return withVertex(shape, at); });
   handles_[at.vertex + 1].vertex->setFocus();
 }
 

@@ -158,7 +158,7 @@ bool PictureView::focusNextPrevChild(bool next) {
   const auto wanted = found == handles.end() ? handles.begin() : std::next(found);
   if (wanted == handles.end()) {
     scene()->setFocusItem(nullptr);
-    return QAbstractScrollArea::focusNextPrevChild(next);
+    return QGraphicsView::focusNextPrevChild(next);
   }
   (*wanted)->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
   return true;

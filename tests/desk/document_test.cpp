@@ -36,7 +36,7 @@ class DocumentTest : public tests::DeskTest {
     EXPECT_TRUE(open(scene)) << problem();
     const int steps = document().undoStack().count();
     edit(document());
-    const std::string result = text();
+    std::string result = text();
     EXPECT_EQ(document().textProblem(), QString());
     while (document().undoStack().count() > steps && document().undoStack().canUndo()) {
       document().undoStack().undo();
