@@ -13,7 +13,7 @@ namespace {
 using desk::SceneDocument;
 using desk::ValueOrigin;
 
-constexpr char kScene[] = R"(#:schema file:///scene.schema.json
+constexpr char kCommented[] = R"(#:schema file:///scene.schema.json
 # A portal, é.
 [scene]   # what to render
 size = [640, 360]
@@ -95,8 +95,8 @@ TEST_F(DocumentTest, EditsChangeNoMoreThanTheyMust) {
                              0);
             }},
        }) {
-    const std::string expected = with(kScene, c.old, c.other);
-    EXPECT_EQ(after(kScene, c.edit), expected) << problem();
+    const std::string expected = with(kCommented, c.old, c.other);
+    EXPECT_EQ(after(kCommented, c.edit), expected) << problem();
   }
 }
 
@@ -158,7 +158,7 @@ TEST_F(DocumentTest, SaysWhereValuesComeFrom) {
 }
 
 TEST_F(DocumentTest, GesturesAreOneStepAndUnsoundEditsNone) {
-  ASSERT_TRUE(open(kScene));
+  ASSERT_TRUE(open(kCommented));
   QUndoStack& stack = document().undoStack();
   for (int gesture = 0; gesture < 2; ++gesture) {
     document().beginGesture();
@@ -179,20 +179,20 @@ TEST_F(DocumentTest, GesturesAreOneStepAndUnsoundEditsNone) {
 }
 
 TEST_F(DocumentTest, FollowsTheFileOnDiskAndLosesNothing) {
-  ASSERT_TRUE(open(kScene));
+  ASSERT_TRUE(open(kCommented));
   const auto changesTo = [&](const std::string& scene) {
     write("new.toml", scene);  // as editors do
     std::filesystem::rename(path("new.toml"), path("s.toml"));
     return QTest::qWaitFor([&] { return text() == scene; }, 3000);
   };
-  const std::string other = with(kScene, "12.5", "13");
+  const std::string other = with(kCommented, "12.5", "13");
   EXPECT_TRUE(changesTo(other));
   EXPECT_FALSE(document().isModified());
   document().undoStack().undo();
-  EXPECT_EQ(text(), kScene);
+  EXPECT_EQ(text(), kCommented);
   document().undoStack().redo();
 
-  const std::string broken = with(kScene, "12.5", "13,5");
+  const std::string broken = with(kCommented, "12.5", "13,5");
   const desk::SharedState lastGood = document().state();
   EXPECT_TRUE(changesTo(broken));
   EXPECT_EQ(document().state(), lastGood);
@@ -206,11 +206,11 @@ TEST_F(DocumentTest, FollowsTheFileOnDiskAndLosesNothing) {
   document().setValue(0, brisel::kIntensity, {3}, 0);
   const std::string mine = text();
   QSignalSpy asked(&document(), &SceneDocument::changedOnDisk);
-  EXPECT_FALSE(changesTo(kScene));
+  EXPECT_FALSE(changesTo(kCommented));
   EXPECT_EQ(asked.size(), 1);
   EXPECT_EQ(text(), mine);
   document().reload();
-  EXPECT_EQ(text(), kScene);
+  EXPECT_EQ(text(), kCommented);
   document().undoStack().undo();
   EXPECT_EQ(text(), mine);
 }
@@ -218,7 +218,7 @@ TEST_F(DocumentTest, FollowsTheFileOnDiskAndLosesNothing) {
 TEST_F(DocumentTest, KeepsUnsavedScenesForTheNextRun) {
   while (SceneDocument::takeRecovered()) {
   }
-  ASSERT_TRUE(open(kScene));
+  ASSERT_TRUE(open(kCommented));
   document().setSize(320, 180);
   QTest::qWait(2500);
   EXPECT_FALSE(SceneDocument::takeRecovered()) << "it belongs to a window that is open";

@@ -27,7 +27,7 @@ using desk::ValueOrigin;
 
 class PanelsTest : public tests::DeskTest {
  protected:
-  PanelsTest() : preview_(document()) {}
+  PanelsTest() : preview(document()) {}
 
   template <class Widget>
   static Widget* named(const QWidget& panel, const QString& accessibleName) {
@@ -42,7 +42,7 @@ class PanelsTest : public tests::DeskTest {
     if (found) found->click();
   }
 
-  desk::Preview preview_;
+  desk::Preview preview;
 };
 
 /// Turns what the editor holds; a color has a dialog for that.
@@ -60,7 +60,7 @@ void turn(desk::ValueEditor& editor) {
 
 TEST_F(PanelsTest, EveryParameterIsTurnedResetAndKeyed) {
   ASSERT_TRUE(open("[scene]\nframes = 50\n"));
-  desk::ControlsPanel panel(preview_);
+  desk::ControlsPanel panel(preview);
   panel.show();
   const auto editors = panel.findChildren<desk::ValueEditor*>();
   auto editor = editors.begin();
@@ -87,7 +87,7 @@ TEST_F(PanelsTest, EveryParameterIsTurnedResetAndKeyed) {
 
 TEST_F(PanelsTest, WhatIsRefusedIsNotShown) {
   ASSERT_TRUE(open("[params]\nSize = 30\n"));
-  desk::ControlsPanel panel(preview_);
+  desk::ControlsPanel panel(preview);
   panel.show();
   auto* size = named<QDoubleSpinBox>(panel, "Size");
   document().setText("[params]\nSize = \n", "Break");
@@ -98,7 +98,7 @@ TEST_F(PanelsTest, WhatIsRefusedIsNotShown) {
 
 TEST_F(PanelsTest, GreysWhatHasNoEffectAndFindsNamesAndGroups) {
   ASSERT_TRUE(open("[params]\n\"Standard path\" = \"Point\"\n"));
-  desk::ControlsPanel panel(preview_);
+  desk::ControlsPanel panel(preview);
   panel.show();
   auto* end = named<QDoubleSpinBox>(panel, "End across");
   EXPECT_FALSE(end->isEnabled());
@@ -130,7 +130,7 @@ TEST_F(PanelsTest, GreysWhatHasNoEffectAndFindsNamesAndGroups) {
 
 TEST_F(PanelsTest, AClickInTheEffectsOwnRowsIsAPreset) {
   ASSERT_TRUE(open("[scene]\nframes = 50\n"));
-  desk::EffectPanel panel(preview_);
+  desk::EffectPanel panel(preview);
   panel.resize(panel.minimumWidth(), panel.height());
   const QImage drawn = panel.grab().toImage();
   std::set<QRgb> colors;
@@ -149,7 +149,7 @@ TEST_F(PanelsTest, AClickInTheEffectsOwnRowsIsAPreset) {
 
 TEST_F(PanelsTest, LayersAreAddedNamedMovedAndRemoved) {
   ASSERT_TRUE(open("[params]\nSize = 30\n"));
-  desk::LayersPanel panel(preview_);
+  desk::LayersPanel panel(preview);
   auto* list = named<QListWidget>(panel, "Layers");
   const auto names = [&] {
     QStringList shown;
@@ -159,12 +159,12 @@ TEST_F(PanelsTest, LayersAreAddedNamedMovedAndRemoved) {
   click(panel, "Add a layer");
   click(panel, "Add a layer");
   EXPECT_EQ(names(), "Layer 3 Layer 2 Layer 1");
-  EXPECT_EQ(preview_.layer(), 2);
+  EXPECT_EQ(preview.layer(), 2);
   list->item(0)->setText("sparks");
   click(panel, "Move the layer down");
   EXPECT_EQ(names(), "Layer 2 sparks Layer 1");
   EXPECT_EQ(document().layerName(1), "sparks");
-  EXPECT_EQ(preview_.layer(), 1);
+  EXPECT_EQ(preview.layer(), 1);
   list->model()->moveRow({}, 2, {}, 0);  // as a drag does
   QCoreApplication::processEvents();
   EXPECT_EQ(names(), "Layer 1 Layer 2 sparks");
@@ -177,19 +177,19 @@ TEST_F(PanelsTest, LayersAreAddedNamedMovedAndRemoved) {
 
 TEST_F(PanelsTest, AKeyHeldShowsTheStepBefore) {
   ASSERT_TRUE(open("[params]\nSize = 30\n"));
-  const desk::CompareKey key(preview_, Qt::Key_B, nullptr);
+  const desk::CompareKey key(preview, Qt::Key_B, nullptr);
   QWidget window;
   window.show();
   document().setValue(0, brisel::kSize, {40}, 0);
   QTest::keyPress(&window, Qt::Key_B);
-  ASSERT_TRUE(preview_.comparedState());
-  EXPECT_EQ(preview_.comparedState()->layers[0].at(0).number(brisel::kSize), 30);
+  ASSERT_TRUE(preview.comparedState());
+  EXPECT_EQ(preview.comparedState()->layers[0].at(0).number(brisel::kSize), 30);
   QTest::keyRelease(&window, Qt::Key_B, Qt::ShiftModifier);
-  EXPECT_FALSE(preview_.comparedState());
+  EXPECT_FALSE(preview.comparedState());
   QTest::keyPress(&window, Qt::Key_B);
   QEvent away(QEvent::ApplicationDeactivate);
   QCoreApplication::sendEvent(qApp, &away);
-  EXPECT_FALSE(preview_.comparedState());
+  EXPECT_FALSE(preview.comparedState());
 }
 
 }  // namespace

@@ -70,15 +70,15 @@ class PictureViewTest : public tests::DeskTest {
  protected:
   void show(const std::string& text) {
     ASSERT_TRUE(open(text)) << problem();
-    preview_.emplace(document());
-    view_.emplace(*preview_);
-    view_->resize(664, 384);  // the frame at its size, with the margins of a fitted one
-    view_->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&*view_));
+    preview.emplace(document());
+    view.emplace(*preview);
+    view->resize(664, 384);  // the frame at its size, with the margins of a fitted one
+    view->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&*view));
   }
-  QPoint onView(QPointF place) const { return view_->mapFromScene(place); }
+  QPoint onView(QPointF place) const { return view->mapFromScene(place); }
   void drag(QPointF from, QPointF to, Qt::KeyboardModifiers modifiers = {}) {
-    QWidget* area = view_->viewport();
+    QWidget* area = view->viewport();
     QTest::mousePress(area, Qt::LeftButton, modifiers, onView(from));
     for (const double share : {0.3, 0.7, 1.0}) {
       const QPoint at = onView(from + (to - from) * share);
@@ -89,17 +89,17 @@ class PictureViewTest : public tests::DeskTest {
     QTest::mouseRelease(area, Qt::LeftButton, modifiers, onView(to));
   }
   QPointF start() {
-    const scene::ParamValue value = document().value(0, brisel::kStart, preview_->frame());
+    const scene::ParamValue value = document().value(0, brisel::kStart, preview->frame());
     return {value[0] * 640, value[1] * 360};
   }
   std::vector<MaskShape::Vertex> vertices() {
     const auto mask = document().mask(0);
-    return mask ? scene::shapeAt(*mask, preview_->frame()).vertices
+    return mask ? scene::shapeAt(*mask, preview->frame()).vertices
                 : std::vector<MaskShape::Vertex>();
   }
 
-  std::optional<desk::Preview> preview_;
-  std::optional<desk::PictureView> view_;
+  std::optional<desk::Preview> preview;
+  std::optional<desk::PictureView> view;
 };
 
 constexpr char kPoint[] = R"([scene]
@@ -111,7 +111,7 @@ size = [640, 360]
 
 TEST_F(PictureViewTest, DragsAPointAsOneStepThatSnaps) {
   show(kPoint);
-  ASSERT_NEAR(view_->zoom(), 1, 0.01);
+  ASSERT_NEAR(view->zoom(), 1, 0.01);
   drag({160, 90}, {317, 250});
   EXPECT_NEAR(start().x(), 320, 0.1) << "the middle is 3 pixels away";
   EXPECT_NEAR(start().y(), 250, 1.5);
@@ -127,23 +127,23 @@ TEST_F(PictureViewTest, DragsAPointAsOneStepThatSnaps) {
 TEST_F(PictureViewTest, MovesAPointByArrowKeysAndKeysIt) {
   show(kPoint);
   document().addKey(0, brisel::kStart, 0);
-  preview_->setFrame(50);
-  view_->setFocus();
-  QTest::keyClick(&*view_, Qt::Key_Tab);
-  EXPECT_TRUE(view_->accessibleDescription().startsWith("Start at 160, 90"));
-  QTest::keyClick(&*view_, Qt::Key_Right, Qt::ShiftModifier);
-  QTest::keyClick(&*view_, Qt::Key_Up);
+  preview->setFrame(50);
+  view->setFocus();
+  QTest::keyClick(&*view, Qt::Key_Tab);
+  EXPECT_TRUE(view->accessibleDescription().startsWith("Start at 160, 90"));
+  QTest::keyClick(&*view, Qt::Key_Right, Qt::ShiftModifier);
+  QTest::keyClick(&*view, Qt::Key_Up);
   EXPECT_NEAR(start().x(), 170, 0.1);
   EXPECT_NEAR(start().y(), 89, 0.1);
   EXPECT_EQ(document().keys(0, brisel::kStart).size(), 2u) << "one at frame 50 now";
-  EXPECT_EQ(preview_->frame(), 50);
+  EXPECT_EQ(preview->frame(), 50);
 }
 
 TEST_F(PictureViewTest, HidesPointsWithoutEffect) {
   show(kPoint);
   const auto shown = [&] {
     int handles = 0;
-    for (QGraphicsItem* item : view_->scene()->items()) {
+    for (QGraphicsItem* item : view->scene()->items()) {
       handles += item->isVisible() && dynamic_cast<desk::Handle*>(item) != nullptr ? 1 : 0;
     }
     return handles;
@@ -157,7 +157,7 @@ TEST_F(PictureViewTest, HidesPointsWithoutEffect) {
 
 TEST_F(PictureViewTest, EditsAMask) {
   show(kPoint);
-  view_->mask().makeRectangle();
+  view->mask().makeRectangle();
   ASSERT_EQ(vertices().size(), 4u);
   EXPECT_EQ(vertices()[0].point.x, 160);
   drag({160, 90}, {60, 40});
@@ -167,13 +167,13 @@ TEST_F(PictureViewTest, EditsAMask) {
   EXPECT_NEAR(vertices()[0].point.x, 80, 2.5);
   EXPECT_NEAR(vertices()[2].point.y, 280, 2.5);
 
-  QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, onView({500, 190}));
+  QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, onView({500, 190}));
   ASSERT_EQ(vertices().size(), 5u);
-  QTest::keyClick(&*view_, Qt::Key_Left, Qt::ShiftModifier);  // the new vertex has the focus
+  QTest::keyClick(&*view, Qt::Key_Left, Qt::ShiftModifier);  // the new vertex has the focus
   EXPECT_NEAR(vertices()[2].point.x, 490, 2.5);
-  QTest::keyClick(&*view_, Qt::Key_Delete);
+  QTest::keyClick(&*view, Qt::Key_Delete);
   EXPECT_EQ(vertices().size(), 4u);
-  view_->mask().remove();
+  view->mask().remove();
   EXPECT_EQ(vertices().size(), 0u);
   while (document().undoStack().canUndo()) document().undoStack().undo();
   EXPECT_EQ(text(), kPoint);
@@ -184,7 +184,7 @@ TEST_F(PictureViewTest, AddsAVertexToAllKeysOfAMask) {
 path = [ { frame = 0, value = "M 100 100 L 300 100 L 300 300 Z" },
          { frame = 40, value = "M 200 100 L 400 100 L 400 300 Z" } ]
 )");
-  QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, onView({200, 100}));
+  QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, onView({200, 100}));
   const auto mask = document().mask(0);
   ASSERT_EQ(mask->keys.size(), 2u);
   for (const scene::Mask::Key& key : mask->keys) {
@@ -196,37 +196,37 @@ path = [ { frame = 0, value = "M 100 100 L 300 100 L 300 300 Z" },
 TEST_F(PictureViewTest, DrawsAMaskWithThePen) {
   show(kPoint);
   const auto click = [&](QPointF place) {
-    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, onView(place));
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, onView(place));
   };
-  view_->setFocus();
-  view_->mask().draw();
+  view->setFocus();
+  view->mask().draw();
   for (const QPointF place : {QPointF(50, 50), QPointF(200, 60), QPointF(120, 200)}) click(place);
   click({52, 51});  // the first again
   EXPECT_EQ(vertices().size(), 3u);
   EXPECT_TRUE(document().mask(0)->keys.front().value.closed);
 
-  view_->mask().draw();
+  view->mask().draw();
   click({300, 50});
   click({400, 60});
-  QTest::keyClick(&*view_, Qt::Key_Return);
+  QTest::keyClick(&*view, Qt::Key_Return);
   EXPECT_EQ(vertices().size(), 2u);
   EXPECT_FALSE(document().mask(0)->keys.front().value.closed);
-  view_->mask().draw();
+  view->mask().draw();
   click({300, 50});
-  QTest::keyClick(&*view_, Qt::Key_Escape);
+  QTest::keyClick(&*view, Qt::Key_Escape);
   EXPECT_EQ(document().undoStack().count(), 2);
 }
 
 TEST_F(PictureViewTest, ZoomsAndFits) {
   show(kPoint);
-  view_->setZoom(4);
-  EXPECT_NEAR(view_->zoom(), 4, 1e-6);
-  view_->resize(344, 400);
-  EXPECT_NEAR(view_->zoom(), 4, 1e-6) << "only a fitted frame follows";
-  view_->fit();
-  EXPECT_NEAR(view_->zoom(), 0.5, 0.01);
+  view->setZoom(4);
+  EXPECT_NEAR(view->zoom(), 4, 1e-6);
+  view->resize(344, 400);
+  EXPECT_NEAR(view->zoom(), 4, 1e-6) << "only a fitted frame follows";
+  view->fit();
+  EXPECT_NEAR(view->zoom(), 0.5, 0.01);
   document().setSize(320, 180);
-  EXPECT_NEAR(view_->zoom(), 1, 0.01);
+  EXPECT_NEAR(view->zoom(), 1, 0.01);
 }
 
 }  // namespace

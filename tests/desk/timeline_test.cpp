@@ -22,9 +22,9 @@ class TimelineTest : public tests::DeskTest {
  protected:
   void start(const std::string& text) {
     ASSERT_TRUE(open(text)) << problem();
-    preview_.emplace(document());
-    playback_.emplace(*preview_);
-    keys_.emplace(*preview_, *playback_);
+    preview.emplace(document());
+    playback.emplace(*preview);
+    keyView.emplace(*preview, *playback);
   }
   std::vector<double> times(brisel::ParamIndex parameter) {
     std::vector<double> found;
@@ -33,20 +33,20 @@ class TimelineTest : public tests::DeskTest {
   }
   using Times = std::vector<double>;
 
-  std::optional<desk::Preview> preview_;
-  std::optional<desk::Playback> playback_;
-  std::optional<desk::KeyView> keys_;
+  std::optional<desk::Preview> preview;
+  std::optional<desk::Playback> playback;
+  std::optional<desk::KeyView> keyView;
 };
 
 TEST_F(TimelineTest, MovesAllSelectedKeysAlikeAndNoneOutOfTheScene) {
   start(kKeys);
-  keys_->selectAll();
-  keys_->moveSelected(3);
+  keyView->selectAll();
+  keyView->moveSelected(3);
   EXPECT_EQ(times(brisel::kSize), (Times{3, 23}));
   EXPECT_EQ(times(brisel::kIntensity), (Times{8, 98}));
-  keys_->moveSelected(10);  // but there is room for one frame
+  keyView->moveSelected(10);  // but there is room for one frame
   EXPECT_EQ(times(brisel::kSize), (Times{4, 24}));
-  keys_->moveSelected(-50);
+  keyView->moveSelected(-50);
   EXPECT_EQ(times(brisel::kSize), (Times{0, 20}));
   EXPECT_EQ(times(brisel::kIntensity), (Times{5, 95}));
   EXPECT_EQ(document().undoStack().count(), 3);
@@ -55,33 +55,33 @@ TEST_F(TimelineTest, MovesAllSelectedKeysAlikeAndNoneOutOfTheScene) {
 
 TEST_F(TimelineTest, CopiesPastesEasesAndRemovesAsOneStepEach) {
   start(kKeys);
-  keys_->selectAll();
-  keys_->copySelected();
-  preview_->setFrame(50);
-  keys_->paste();
+  keyView->selectAll();
+  keyView->copySelected();
+  preview->setFrame(50);
+  keyView->paste();
   EXPECT_EQ(times(brisel::kSize), (Times{0, 20, 50, 70}));
   EXPECT_EQ(times(brisel::kIntensity), (Times{5, 55, 95, 145}));
-  keys_->easeSelected({.hold = true});
+  keyView->easeSelected({.hold = true});
   EXPECT_TRUE(document().keys(0, brisel::kSize)[3].ease.hold);
   EXPECT_FALSE(document().keys(0, brisel::kSize)[1].ease.hold) << "which was not selected";
-  keys_->removeSelected();
+  keyView->removeSelected();
   EXPECT_EQ(times(brisel::kSize), (Times{0, 20}));
-  EXPECT_FALSE(keys_->hasSelection());
+  EXPECT_FALSE(keyView->hasSelection());
   EXPECT_EQ(document().undoStack().count(), 3);
-  keys_->toNextKey();
-  EXPECT_EQ(preview_->frame(), 95);
-  keys_->toPreviousKey();
-  EXPECT_EQ(preview_->frame(), 20);
+  keyView->toNextKey();
+  EXPECT_EQ(preview->frame(), 95);
+  keyView->toPreviousKey();
+  EXPECT_EQ(preview->frame(), 20);
 }
 
 TEST_F(TimelineTest, DragsAKeyAsOneStep) {
   start(kKeys);
-  keys_->resize(900, 200);
-  keys_->show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&*keys_));
-  QWidget* area = keys_->viewport();
-  QPoint at(0, 2 * keys_->fontMetrics().height() + 8);  // on the row below the ruler
-  while (!keys_->hasSelection() && at.x() < area->width()) {
+  keyView->resize(900, 200);
+  keyView->show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&*keyView));
+  QWidget* area = keyView->viewport();
+  QPoint at(0, 2 * keyView->fontMetrics().height() + 8);  // on the row below the ruler
+  while (!keyView->hasSelection() && at.x() < area->width()) {
     at.rx() += 2;
     QTest::mouseClick(area, Qt::LeftButton, {}, at);
   }
@@ -105,8 +105,8 @@ frames = 100
 [mask]
 path = [ { frame = 0, value = "M 0 0 L 9 9" }, { frame = 40, value = "M 5 5 L 7 7" } ]
 )");
-  keys_->selectAll();
-  keys_->moveSelected(10);
+  keyView->selectAll();
+  keyView->moveSelected(10);
   const auto mask = document().mask(0);
   ASSERT_TRUE(mask && mask->keys.size() == 2);
   EXPECT_EQ(mask->keys[1].time, 50);
@@ -128,40 +128,40 @@ TEST_F(TimelineTest, PlaysInRealTimeWhateverAPictureTakes) {
   start("[scene]\nsize = [1280, 720]\nframes = 5000\nfps = 100\n");
   QElapsedTimer clock;
   clock.start();
-  playback_->forward();
+  playback->forward();
   QTest::qWait(700);
   const double due = static_cast<double>(clock.elapsed()) / 10;
   // It may lag by the picture being made, of which a busy machine may make it wait.
-  EXPECT_LE(preview_->frame(), due + 1);
-  EXPECT_GE(preview_->frame(), due / 3);
-  playback_->pause();
-  const int frame = preview_->frame();
+  EXPECT_LE(preview->frame(), due + 1);
+  EXPECT_GE(preview->frame(), due / 3);
+  playback->pause();
+  const int frame = preview->frame();
   QTest::qWait(50);
-  EXPECT_EQ(preview_->frame(), frame);
-  EXPECT_EQ(playback_->picturesPerSecond(), 0);
+  EXPECT_EQ(preview->frame(), frame);
+  EXPECT_EQ(playback->picturesPerSecond(), 0);
 }
 
 TEST_F(TimelineTest, StaysBetweenInAndOut) {
   start("[scene]\nsize = [16, 9]\nframes = 100\nfps = 1000\n");
-  playback_->setIn(10);
-  playback_->setOut(20);
-  QSignalSpy frames(&*preview_, &desk::Preview::frameChanged);
-  playback_->toggle();
-  EXPECT_EQ(preview_->frame(), 10);
+  playback->setIn(10);
+  playback->setOut(20);
+  QSignalSpy frames(&*preview, &desk::Preview::frameChanged);
+  playback->toggle();
+  EXPECT_EQ(preview->frame(), 10);
   ASSERT_TRUE(QTest::qWaitFor([&] { return frames.size() > 20; }));
   for (const QList<QVariant>& frame : frames) {
     EXPECT_TRUE(frame[0].toInt() >= 10 && frame[0].toInt() <= 20) << frame[0].toInt();
   }
-  playback_->setLoops(false);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return !playback_->isPlaying(); }));
-  EXPECT_EQ(preview_->frame(), 20);
-  playback_->backward();
-  playback_->backward();
-  EXPECT_EQ(playback_->speed(), -2);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return !playback_->isPlaying(); }));
-  EXPECT_EQ(preview_->frame(), 10);
+  playback->setLoops(false);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !playback->isPlaying(); }));
+  EXPECT_EQ(preview->frame(), 20);
+  playback->backward();
+  playback->backward();
+  EXPECT_EQ(playback->speed(), -2);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !playback->isPlaying(); }));
+  EXPECT_EQ(preview->frame(), 10);
   document().setFrames(15);
-  EXPECT_EQ(playback_->out(), 14);
+  EXPECT_EQ(playback->out(), 14);
 }
 
 }  // namespace

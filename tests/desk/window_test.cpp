@@ -28,14 +28,14 @@ using desk::MessageArea;
 
 class WindowTest : public tests::FolderTest {
  protected:
-  WindowTest() : window_(cli::presetsBeside(cli::findModule({}))) {
-    window_.show();
-    EXPECT_TRUE(QTest::qWaitForWindowExposed(&window_));
+  WindowTest() : window(cli::presetsBeside(cli::findModule({}))) {
+    window.show();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
   }
 
   template <class Widget>
   Widget* named(const char* accessibleName) {
-    for (Widget* widget : window_.findChildren<Widget*>()) {
+    for (Widget* widget : window.findChildren<Widget*>()) {
       if (widget->accessibleName() == accessibleName) return widget;
     }
     ADD_FAILURE() << "nothing is named " << accessibleName;
@@ -51,7 +51,7 @@ class WindowTest : public tests::FolderTest {
   }
 
   QString message(MessageArea::Subject subject) {
-    return window_.findChild<MessageArea*>()->sentence(subject);
+    return window.findChild<MessageArea*>()->sentence(subject);
   }
   /// Presses the button of the next question.
   static void answer(QMessageBox::StandardButton button) {
@@ -62,10 +62,10 @@ class WindowTest : public tests::FolderTest {
     });
   }
 
-  desk::MainWindow window_;
+  desk::MainWindow window;
 };
 
-constexpr char kScene[] = R"([scene]
+constexpr char kStarsAlone[] = R"([scene]
 size = [320, 180]
 frames = 30   # short
 [params]
@@ -114,11 +114,11 @@ class Hand {
 };
 
 TEST_F(WindowTest, AWorkingDay) {
-  write("s.toml", kScene);
-  ASSERT_TRUE(window_.open(QString::fromStdString(path("s.toml").string())));
-  window_.activateWindow();
-  desk::SceneDocument& document = window_.document();
-  desk::Preview& preview = window_.preview();
+  write("s.toml", kStarsAlone);
+  ASSERT_TRUE(window.open(QString::fromStdString(path("s.toml").string())));
+  window.activateWindow();
+  desk::SceneDocument& document = window.document();
+  desk::Preview& preview = window.preview();
   Hand hand;
 
   auto* presets = named<QListWidget>("Stars presets");
@@ -127,7 +127,7 @@ TEST_F(WindowTest, AWorkingDay) {
   hand.click(*presets->viewport(), presets->visualItemRect(presets->item(3)).center());
   ASSERT_EQ(document.presets(0), QStringList{presets->item(3)->text()});
 
-  auto* view = window_.findChild<desk::PictureView*>();
+  auto* view = window.findChild<desk::PictureView*>();
   const auto at = [&](double x, double y) {
     const QRectF frame = view->frameRect();
     return view->mapFromScene(frame.left() + x * frame.width(), frame.top() + y * frame.height());
@@ -152,7 +152,7 @@ TEST_F(WindowTest, AWorkingDay) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return preview.isUpToDate(); }));
   EXPECT_EQ(preview.picture().frame, 29);
   hand.press("ctrl+s");
-  EXPECT_FALSE(window_.isWindowModified());
+  EXPECT_FALSE(window.isWindowModified());
   EXPECT_EQ(read("s.toml"), keyed.toStdString());
   EXPECT_NE(read("s.toml").find("frames = 30   # short\n"), std::string::npos);
 
@@ -170,7 +170,7 @@ TEST_F(WindowTest, AWorkingDay) {
 }
 
 TEST_F(WindowTest, ExportsAreWhatARenderMakes) {
-  write("s.toml", kScene);
+  write("s.toml", kStarsAlone);
   desk::ExportQueue queue;
   const auto add = [&](const char* text, const char* output) {
     ExportJob job;
@@ -180,9 +180,9 @@ TEST_F(WindowTest, ExportsAreWhatARenderMakes) {
     job.output = QString::fromStdString(path(output).string());
     queue.add(job);
   };
-  add(kScene, "a.apng");
+  add(kStarsAlone, "a.apng");
   add("[scene]\nframes = 1\ninput = \"no.mp4\"\n", "b.png");
-  add(kScene, "c.gif");
+  add(kStarsAlone, "c.gif");
   add("[scene]\nsize = [3000, 3000]\nframes = 100000\n", "d.mp4");
   queue.cancel(2);
   EXPECT_TRUE(
@@ -207,8 +207,8 @@ TEST_F(WindowTest, ExportsAreWhatARenderMakes) {
 }
 
 TEST_F(WindowTest, EverythingHasANameForScreenReaders) {
-  for (const QWidget* widget : window_.findChildren<QWidget*>()) {
-    const bool takesFocus = widget->focusPolicy() & Qt::TabFocus && widget->isVisibleTo(&window_);
+  for (const QWidget* widget : window.findChildren<QWidget*>()) {
+    const bool takesFocus = widget->focusPolicy() & Qt::TabFocus && widget->isVisibleTo(&window);
     const auto* area = qobject_cast<const QAbstractScrollArea*>(widget->parent());
     const bool isPart =
         widget->objectName().startsWith("qt_") || (area != nullptr && area->viewport() == widget);
@@ -223,50 +223,50 @@ TEST_F(WindowTest, EverythingHasANameForScreenReaders) {
 }
 
 TEST_F(WindowTest, TellsWhatIsWrongWithASceneAndKeepsTheLast) {
-  write("s.toml", kScene);
+  write("s.toml", kStarsAlone);
   write("t.toml", "[scene]\nframes = \"many\"\n");
-  ASSERT_TRUE(window_.open(QString::fromStdString(path("s.toml").string())));
-  EXPECT_FALSE(window_.open(QString::fromStdString(path("no.toml").string())));
+  ASSERT_TRUE(window.open(QString::fromStdString(path("s.toml").string())));
+  EXPECT_FALSE(window.open(QString::fromStdString(path("no.toml").string())));
   EXPECT_TRUE(message(MessageArea::Subject::kFailure).contains("no.toml"));
-  EXPECT_EQ(window_.document().state()->plan.frames, 30);
-  window_.document().setFrames(20);
+  EXPECT_EQ(window.document().state()->plan.frames, 30);
+  window.document().setFrames(20);
   EXPECT_TRUE(message(MessageArea::Subject::kFailure).isEmpty());
-  EXPECT_TRUE(window_.open(QString::fromStdString(path("t.toml").string())));
+  EXPECT_TRUE(window.open(QString::fromStdString(path("t.toml").string())));
   EXPECT_TRUE(message(MessageArea::Subject::kText).startsWith("t.toml:2"));
-  write("t.toml", kScene);
+  write("t.toml", kStarsAlone);
   EXPECT_TRUE(QTest::qWaitFor([&] { return message(MessageArea::Subject::kText).isEmpty(); }));
-  EXPECT_EQ(window_.document().state()->plan.frames, 30);
+  EXPECT_EQ(window.document().state()->plan.frames, 30);
 }
 
 TEST_F(WindowTest, AsksBeforeChangesAreLost) {
-  write("s.toml", kScene);
-  ASSERT_TRUE(window_.open(QString::fromStdString(path("s.toml").string())));
-  EXPECT_TRUE(window_.mayLeaveScene());
-  window_.document().setFrames(20);
-  EXPECT_TRUE(window_.isWindowModified());
+  write("s.toml", kStarsAlone);
+  ASSERT_TRUE(window.open(QString::fromStdString(path("s.toml").string())));
+  EXPECT_TRUE(window.mayLeaveScene());
+  window.document().setFrames(20);
+  EXPECT_TRUE(window.isWindowModified());
   answer(QMessageBox::Cancel);
-  EXPECT_FALSE(window_.close());
+  EXPECT_FALSE(window.close());
   answer(QMessageBox::Save);
-  EXPECT_TRUE(window_.mayLeaveScene());
+  EXPECT_TRUE(window.mayLeaveScene());
   EXPECT_NE(read("s.toml").find("frames = 20   # short\n"), std::string::npos);
 }
 
 TEST_F(WindowTest, GivesKeysToTheWidgetThatNeedsThem) {
-  write("s.toml", kScene);
-  ASSERT_TRUE(window_.open(QString::fromStdString(path("s.toml").string())));
+  write("s.toml", kStarsAlone);
+  ASSERT_TRUE(window.open(QString::fromStdString(path("s.toml").string())));
   QCheckBox box;
-  window_.statusBar()->addWidget(&box);
-  window_.activateWindow();
+  window.statusBar()->addWidget(&box);
+  window.activateWindow();
   box.setFocus();
   QTest::keyClick(&box, Qt::Key_Space);
   EXPECT_TRUE(box.isChecked());
   QTest::keyClick(&box, Qt::Key_Right);  // for which a box has no use
-  EXPECT_EQ(window_.preview().frame(), 1);
-  window_.findChild<desk::PictureView*>()->setFocus();
-  QTest::keyClick(&window_, Qt::Key_End);
-  EXPECT_EQ(window_.preview().frame(), 29);
-  QTest::keyClick(&window_, Qt::Key_J);
-  EXPECT_EQ(window_.findChild<desk::TimelinePanel*>()->playback().speed(), -1);
+  EXPECT_EQ(window.preview().frame(), 1);
+  window.findChild<desk::PictureView*>()->setFocus();
+  QTest::keyClick(&window, Qt::Key_End);
+  EXPECT_EQ(window.preview().frame(), 29);
+  QTest::keyClick(&window, Qt::Key_J);
+  EXPECT_EQ(window.findChild<desk::TimelinePanel*>()->playback().speed(), -1);
 }
 
 }  // namespace
