@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdio>
 
-#include "frei0r/built_in_presets.h"
+#include "look/built_in_presets.h"
 #include "scene/parameter_values.h"
 
 namespace cli {

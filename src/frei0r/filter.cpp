@@ -61,7 +61,7 @@ void Filter::update(double time, const std::uint32_t* clip, std::uint32_t* outpu
   } catch (const std::exception& failure) {
     complain(failure.what(), kPasses);
   }
-  stars_.clear();
+  stars_.forget();
   if (clip != output) std::memcpy(output, clip, pixelCount(size_) * sizeof *clip);
 }
 
@@ -90,7 +90,7 @@ void Filter::findLook() {
   look_.reset();
   look_.emplace(source, size_);
   lookSource_ = std::move(source);
-  stars_.clear();
+  stars_.forget();
   const auto rate = toldRate_ ? toldRate_ : look_->rate();
   clock_.setRate(rate ? std::optional(rate->perSecond()) : std::nullopt);
 }
@@ -103,8 +103,7 @@ void Filter::draw(std::int32_t frame, const std::uint32_t* clip, std::uint32_t* 
   const std::size_t layers = look_->layerCount();
   if (layers > 1) below_.resize(pixels);
   if (!painter_) painter_.emplace();
-  if (!choices_.record(frame, settings_.choices(size_))) stars_.clear();
-  stars_.resize(layers);
+  if (!choices_.record(frame, settings_.choices(size_))) stars_.forget();
 
   FrameViews views;
   views.input = viewOf(clip_.data());
@@ -120,20 +119,12 @@ void Filter::draw(std::int32_t frame, const std::uint32_t* clip, std::uint32_t* 
 }
 
 void Filter::drawLayer(std::size_t layer, std::int32_t frame, const FrameViews& views) {
-  const std::int32_t preroll = look_->preroll();
-  const auto pass = [&](Instance& instance, std::int32_t step) {
-    const std::int32_t shown = std::max(step - preroll, 0);
-    const auto mask = look_->maskAt(layer, shown);
-    instance.step(valuesAt(layer, shown), step, views, mask ? &*mask : nullptr);
-  };
-  Instance& instance = stars_[layer].goTo(frame + preroll, pass);
   const Values values = valuesAt(layer, frame);
-  const auto mask = look_->maskAt(layer, frame);
   const bool isToBeAdded = look_->isToBeAdded(layer, values);
   FrameViews drawn = views;
   if (isToBeAdded) drawn.backdrop = {};
-  instance.render(values, frame + preroll, drawn, mask ? &*mask : nullptr);
-  stars_[layer].moveOn();
+  stars_.draw(*look_, layer, frame, values, drawn,
+              [this](std::size_t each, std::int32_t step) { return valuesAt(each, step); });
   if (isToBeAdded) scene::addLight(views.output, views.backdrop);
 }
 

@@ -9,11 +9,11 @@
 #include <vector>
 
 #include "core/geometry.h"
-#include "effect/star_history.h"
 #include "frei0r/choice_record.h"
 #include "frei0r/filter_settings.h"
 #include "frei0r/frame_clock.h"
-#include "frei0r/look.h"
+#include "look/look.h"
+#include "look/star_layers.h"
 #include "render/painter.h"
 
 namespace brisel {
@@ -55,7 +55,7 @@ class Filter {
   std::optional<scene::FrameRate> toldRate_;
   std::optional<LookSource> lookSource_;  // of `look_`
   std::optional<Look> look_;
-  std::vector<StarHistory> stars_;  // of each layer; empty when nothing is known
+  StarLayers stars_;
   ChoiceRecord choices_;
   std::optional<Painter> painter_;
   std::vector<std::uint32_t> clip_;   // in the effect's order of channels

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "look/choices.h"
 #include "scene/parameter_values.h"
 #include "scene/text/nearest_name.h"
 #include "scene/text/numbers.h"
@@ -30,42 +31,6 @@ Scale scaleOf(const ParameterSpec& spec) {
     default:
       return {0, 1};
   }
-}
-
-double withinRange(const ParameterSpec& spec, double number) {
-  constexpr double kMostFixed = 32767;  // whole part of a 16.16 number
-  switch (spec.kind) {
-    case ParamKind::Number:
-    case ParamKind::WholeNumber:
-      return std::clamp(number, static_cast<double>(spec.validMin),
-                        static_cast<double>(spec.validMax));
-    default:
-      return std::clamp(number, -kMostFixed, kMostFixed);
-  }
-}
-
-std::string_view unitText(ParamUnit unit) {
-  switch (unit) {
-    case ParamUnit::Percent:
-      return " percent";
-    case ParamUnit::Degrees:
-      return " degrees";
-    case ParamUnit::Frames:
-      return " frames";
-    case ParamUnit::Stars:
-      return " stars";
-    case ParamUnit::Rays:
-      return " rays";
-    case ParamUnit::Pixels:
-      return " pixels";
-    case ParamUnit::None:
-      break;
-  }
-  return "";
-}
-
-std::string rangeText(std::int32_t min, std::int32_t max) {
-  return std::to_string(min) + " to " + std::to_string(max);
 }
 
 std::string sliderText(const ParameterSpec& spec) {

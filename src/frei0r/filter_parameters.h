@@ -32,10 +32,6 @@ inline constexpr std::size_t kPresetsParameter = 1;
 /// in the order of its table, the frame rate.
 std::span<const FilterParameter> filterParameters();
 
-/// How stars and clip are mixed unless something else is chosen. The effect's own default leaves
-/// the clip out, which in these hosts looks like a fault.
-inline constexpr int kInitialMix = 3;  // "Add"
-
 /// The effect's number at first, or an item; a coordinate of a point as a share of the frame.
 double initialNumber(const FilterParameter& parameter);
 

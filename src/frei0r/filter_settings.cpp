@@ -52,25 +52,6 @@ std::optional<double> chosenNumber(const FilterParameter& parameter,
   return std::nullopt;
 }
 
-std::uint8_t byteOf(float share) {
-  return static_cast<std::uint8_t>(std::lround(std::clamp(share, 0.0f, 1.0f) * 255.0f));
-}
-
-std::int32_t colorNumber(const FilterParameter& parameter, const FilterSettings::Color& color) {
-  const std::uint8_t alpha = parameterSpec(parameter.index).colorAlpha;
-  return toValue({alpha, byteOf(color[0]), byteOf(color[1]), byteOf(color[2])}).number;
-}
-
-/// As a Value has it.
-std::int32_t valueNumber(const FilterParameter& parameter, double number, FrameSize frame) {
-  if (parameterSpec(parameter.index).kind == ParamKind::Point) {
-    return toFixed(number * (parameter.isY ? frame.height : frame.width));
-  }
-  Values values;
-  values.setNumber(parameter.index, number);
-  return values[parameter.index].number;
-}
-
 bool isNumber(const FilterSettings::Setting& setting) {
   if (const auto* number = std::get_if<double>(&setting)) return !std::isnan(*number);
   if (const auto* color = std::get_if<FilterSettings::Color>(&setting)) {
@@ -80,13 +61,6 @@ bool isNumber(const FilterSettings::Setting& setting) {
 }
 
 }  // namespace
-
-void apply(const Choices& choices, Values& values) {
-  for (const Choice& choice : choices) {
-    Value& value = values[choice.index];
-    (choice.isY ? value.y : value.number) = choice.number;
-  }
-}
 
 FilterSettings::FilterSettings() {
   for (const FilterParameter& parameter : filterParameters()) {
@@ -108,12 +82,16 @@ Choices FilterSettings::choices(FrameSize frame) const {
     const FilterParameter& parameter = filterParameters()[i];
     if (parameter.index == kInputLayer) continue;
     if (const auto* color = std::get_if<Color>(&settings_[i])) {
-      const std::int32_t number = colorNumber(parameter, *color);
+      const std::int32_t number =
+          colorNumber(parameter.index, {(*color)[0], (*color)[1], (*color)[2]});
       if (number == initial[parameter.index].number) continue;
       choices.push_back({parameter.index, false, number});
     } else if (const auto number = chosenNumber(parameter, settings_[i])) {
       if (*number == initialNumber(parameter)) continue;
-      choices.push_back({parameter.index, parameter.isY, valueNumber(parameter, *number, frame)});
+      const bool isPoint = parameterSpec(parameter.index).kind == ParamKind::Point;
+      const std::int32_t value = isPoint ? coordinate(*number, parameter.isY, frame)
+                                         : valueNumber(parameter.index, *number);
+      choices.push_back({parameter.index, parameter.isY, value});
     }
   }
   return choices;

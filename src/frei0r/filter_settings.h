@@ -3,26 +3,13 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <variant>
 #include <vector>
 
-#include "effect/values.h"
+#include "look/choices.h"
 
 namespace brisel {
-
-/// A number of one of the effect's parameters that differs from its default: of its Value, the
-/// number or the y.
-struct Choice {
-  ParamIndex index;
-  bool isY;
-  std::int32_t number;
-  friend bool operator==(const Choice&, const Choice&) = default;
-};
-using Choices = std::vector<Choice>;  // by parameter
-
-void apply(const Choices& choices, Values& values);
 
 /// Some hosts store and hand over every parameter, whether anybody touched it or not. So one at its
 /// default says nothing, and what a scene or a preset says of it stays.

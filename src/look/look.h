@@ -1,4 +1,4 @@
-// What a filter draws before its host's parameters have a say: a scene or the effect's defaults,
+// What a plug-in draws before its host's parameters have a say: a scene or the effect's defaults,
 // and presets.
 #pragma once
 
@@ -21,18 +21,22 @@ struct LookSource {
   std::filesystem::file_time_type saved{};  // when the scene was, so that an edited one is another
   std::string presets;                      // names, separated by commas or blanks
   std::optional<scene::FrameRate>
-      rate{};  // by which times in seconds are counted where the scene tells none
+      rate{};           // by which times in seconds are counted where the scene tells none
+  std::string mask{};   // SVG path data in place of the layers' masks, or empty
+  bool hasClip = true;  // which the stars go over
 
   friend bool operator==(const LookSource&, const LookSource&) = default;
 };
 
 /// Layers from the bottom up, at least one. Where a scene is made for frames of another size, they
-/// are taken as that layer at a reduced resolution: what is drawn is as large in proportion.
+/// are taken as that layer at a reduced resolution: what is drawn is as large in proportion. So is
+/// a frame that the host itself shows reduced from `full`.
 class Look {
  public:
   /// Throws std::runtime_error with one sentence, without an end, when there is no such look, and
   /// std::bad_alloc.
-  Look(const LookSource& source, FrameSize frame);
+  Look(const LookSource& source, FrameSize frame) : Look(source, frame, frame) {}
+  Look(const LookSource& source, FrameSize frame, FrameSize full);
 
   std::size_t layerCount() const { return layers_.size(); }
   std::int32_t preroll() const { return scene_.preroll; }  // steps before frame 0

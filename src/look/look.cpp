@@ -1,11 +1,13 @@
-#include "frei0r/look.h"
+#include "look/look.h"
 
 #include <algorithm>
 #include <limits>
 #include <string_view>
 #include <utility>
 
-#include "frei0r/built_in_presets.h"
+#include "look/built_in_presets.h"
+#include "scene/svg_path.h"
+#include "scene/text/errors.h"
 
 namespace brisel {
 namespace {
@@ -24,11 +26,22 @@ std::vector<scene::PresetChoice> presetsNamed(std::string_view names) {
   }
 }
 
+std::optional<scene::Mask> maskOf(const std::string& pathData) {
+  if (pathData.empty()) return std::nullopt;
+  try {
+    return scene::Mask{.keys = {{{.time = 0}, scene::maskShapeFromPathData(pathData)}}};
+  } catch (const scene::PathDataError& error) {
+    throw scene::WorkError(std::string("\"Path\": ") + error.what());
+  }
+}
+
 scene::Scene sceneOf(const LookSource& source) {
   scene::Scene scene;
   if (!source.scene.empty()) scene = scene::readScene(source.scene);
   const auto choices = presetsNamed(source.presets);
+  const std::optional<scene::Mask> mask = maskOf(source.mask);
   for (scene::Layer& layer : scene.layers) {
+    if (mask) layer.mask = mask;
     layer.presets.insert(layer.presets.end(), choices.begin(), choices.end());
   }
   return scene;
@@ -45,10 +58,10 @@ Number reduced(Number coordinate, std::int32_t frame, std::int32_t full) {
 
 }  // namespace
 
-Look::Look(const LookSource& source, FrameSize frame)
-    : frame_(frame), scene_(sceneOf(source)), full_(scene_.size.value_or(frame)) {
+Look::Look(const LookSource& source, FrameSize frame, FrameSize full)
+    : frame_(frame), scene_(sceneOf(source)), full_(scene_.size.value_or(full)) {
   const scene::Surroundings around{
-      full_, scene_.rate.value_or(source.rate.value_or(scene::FrameRate{})), true};
+      full_, scene_.rate.value_or(source.rate.value_or(scene::FrameRate{})), source.hasClip};
   for (std::size_t i = 0; i < scene_.layers.size(); ++i) {
     layers_.emplace_back(scene_, i, around, builtInPresets());
   }

@@ -1,4 +1,4 @@
-#include "frei0r/built_in_presets.h"
+#include "look/built_in_presets.h"
 
 #include <algorithm>
 #include <cstddef>
