@@ -1,0 +1,72 @@
+// One instance of the effect in a host's project.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "look/look.h"
+#include "look/star_layers.h"
+#include "openfx/composer.h"
+#include "openfx/host_values.h"
+#include "openfx/value_record.h"
+#include "render/painter.h"
+
+namespace brisel::openfx {
+
+/// Each function answers the action of its name. Frames may be asked for in any order and by any
+/// threads, which wait for each other; other actions may come meanwhile, or from within a call to
+/// the host. Throw std::bad_alloc and std::runtime_error.
+class EffectInstance {
+ public:
+  EffectInstance(const Host& host, OfxImageEffectHandle handle);
+
+  OfxStatus render(const Properties& arguments);
+  OfxStatus getClipPreferences(const Properties& preferences) const;
+  OfxStatus getRegionOfDefinition(const Properties& arguments, const Properties& regions) const;
+  OfxStatus getRegionsOfInterest(const Properties& arguments, const Properties& regions) const;
+  OfxStatus instanceChanged(const Properties& change);
+
+  /// The stars are others than those that are known, or the host wants their memory.
+  void forget() { isStale_ = true; }
+
+ private:
+  struct Aborted {};  // thrown when the host wants the frame no more
+
+  bool hasSource() const;
+  std::optional<OfxRectD> regionOfSource(OfxTime time) const;
+  void findLook(const Properties& arguments, FrameSize frame);
+  std::int32_t frameAt(OfxTime time) const;
+  void noticeChanges(std::int32_t frame);
+  void draw(Composer& composer, std::int32_t frame);
+  void drawLayer(Composer& composer, std::size_t layer, std::int32_t frame);
+  Values valuesAt(std::size_t layer, std::int32_t frame);
+  void forgetStars();
+  void complain(const std::string& reason);
+  void applyPreset(const EffectParameter& row) const;
+  void updateGreying();
+
+  const Host& host_;
+  const OfxImageEffectHandle handle_;
+  const HostValues values_;
+  OfxImageClipHandle output_ = nullptr;
+  OfxImageClipHandle source_ = nullptr;  // null in the context without one
+  std::vector<std::int8_t> enabled_;     // by index as the host was told; -1: not yet
+  std::atomic<bool> isStale_{false};
+
+  std::mutex mutex_;                      // of renders, for all below
+  std::optional<LookSource> lookSource_;  // of `look_`
+  std::optional<Look> look_;
+  FrameSize frame_{}, full_{};
+  std::int32_t startFrame_ = 0;
+  StarLayers stars_;
+  ValueRecord record_;
+  std::optional<Painter> painter_;
+  FrameBuffers buffers_;
+  std::string complaint_;  // that the host shows
+};
+
+}  // namespace brisel::openfx
