@@ -17,6 +17,11 @@ class RandomGenerator {
     return static_cast<std::int32_t>((state_ >> 16) & 32767u);
   }
 
+  /// As many random numbers, which nobody wants to know.
+  void skip(int numbers) {
+    for (int i = 0; i < numbers; ++i) state_ = state_ * 214013u + 2531011u;
+  }
+
   /// One random number: a multiple of 0.001 in [-1, 0.999].
   float signedUnit() { return static_cast<float>(nextRandom() % 2000 - 1000) / 1000.0f; }
 

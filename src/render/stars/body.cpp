@@ -12,6 +12,14 @@ float nextJitter(RandomGenerator& random) {
   return static_cast<float>(random.nextRandom() % 2000 - 1000) / 2000.0f;
 }
 
+/// As many random numbers as jitterAngle, varySize and varyColor take.
+void skipJitter(const Composition& composition) {
+  const RenderSettings& s = composition.settings;
+  if (s.angleJittering != 0.0f) composition.random.skip(1);
+  if (s.sizeJittering != 0.0f) composition.random.skip(1);
+  if (s.colorJittering != 0.0f) composition.random.skip(3);
+}
+
 void oscillateAngle(const RenderSettings& s, const Particle& p, float& angle) {
   const float amplitude = s.angleAmplitudeOfOscillation;
   if (amplitude == 0.0f) return;
@@ -113,6 +121,15 @@ void drawBody(const Composition& composition, const Particle& p, const StarLook&
 
 }  // namespace
 
+bool passUnseen(const Composition& composition, const Particle& star) {
+  const RenderSettings& s = composition.settings;
+  const bool hasElements = s.typeOfHalo > HaloType::None || s.typeOfBlink > BlinkType::None;
+  if (composition.isPainted() || hasElements || !isOfRays(star.starType)) return false;
+  composition.state.currentRandomFactor = star.randomFactor;
+  skipJitter(composition);
+  return true;
+}
+
 void drawStar(const Composition& composition, const Particle& star, const StarLook& look) {
   composition.state.currentRandomFactor = star.randomFactor;
   drawAdditionalElements(composition, {{star.x, star.y},
@@ -121,6 +138,7 @@ void drawStar(const Composition& composition, const Particle& star, const StarLo
                                        look.color,
                                        look.value,
                                        truncToInt(star.randomFactor * 131.131f)});
+  if (!composition.isPainted() && isOfRays(look.type)) return skipJitter(composition);
   Moment now{look.angle, look.size, look.color};
   if (composition.isPainted()) oscillateAngle(composition.settings, star, now.angle);
   jitterAngle(composition, now.angle);

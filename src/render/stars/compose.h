@@ -67,6 +67,10 @@ struct StarLook {
 /// moment, and its body.
 void drawStar(const Composition& composition, const Particle& star, const StarLook& look);
 
+/// Takes the random numbers of a star that nobody sees and that leaves nothing else to later ones,
+/// whatever it looks like. False, with nothing taken, where that is not so.
+bool passUnseen(const Composition& composition, const Particle& star);
+
 /// The star that elements are composed for, as it stands before its oscillation and jitter.
 struct ElementStar {
   PointF center;

@@ -125,9 +125,15 @@ void drawExplosion(const Composition& composition, Particle& p, Life life, StarL
   }
 }
 
+bool hasFinale(TerminateType type) {
+  return type != TerminateType::Infinity && type != TerminateType::TimeLimited &&
+         type != TerminateType::Fade;
+}
+
 void drawStarWithTermination(const Composition& composition, Particle& p) {
   const RenderSettings& s = composition.settings;
   if (isOver(p)) return;
+  if (!hasFinale(p.terminateType) && passUnseen(composition, p)) return;
   StarLook look = baseLook(s, p);
   grow(s, p, look);
   const Life life = lifeOf(s, p);
