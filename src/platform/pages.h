@@ -1,5 +1,6 @@
 // Whole pages of memory from the operating system, for the star array and the per-frame maps: large
-// blocks that must start zeroed and go back to the system as soon as they are released.
+// blocks that must start zeroed and go back to the system as soon as they are released. Small ones
+// may stay with the process, which is quicker.
 #pragma once
 
 #include <cstddef>
