@@ -31,6 +31,8 @@ class Window:
         scene.write_text(scene_text, encoding="utf-8")
         self.trace = folder / "trace"
         self.trace.unlink(missing_ok=True)
+        self.read = 0  # bytes of it
+        self.pictures = []
         environment = {**os.environ, "DISPLAY": display, "BRISEL_PREVIEW_TRACE": str(self.trace),
                        "XDG_CONFIG_HOME": str(folder), "XDG_DATA_HOME": str(folder)}
         self.started = time.monotonic_ns()
@@ -51,21 +53,24 @@ class Window:
 
     def shown(self):
         """Each picture that was shown: nanoseconds, frame, request, whether it is the newest."""
-        with contextlib.suppress(FileNotFoundError):
-            lines = self.trace.read_text(encoding="utf-8").splitlines()
-            return [tuple(map(int, line.split())) for line in lines if line.count(" ") == 3]
-        return []
+        with contextlib.suppress(FileNotFoundError), self.trace.open(encoding="utf-8") as trace:
+            trace.seek(self.read)
+            new = trace.read()
+            new = new[:new.rfind("\n") + 1]
+            self.read += len(new)
+            self.pictures += [tuple(map(int, line.split())) for line in new.splitlines()]
+        return self.pictures
 
-    def wait(self, is_meant, seconds=30):
-        """The first picture that is meant."""
+    def wait(self, is_meant, after=0, seconds=30):
+        """The first picture that is meant; the trace tells when, so that it is looked at seldom."""
         end = time.monotonic() + seconds
         while time.monotonic() < end:
-            for picture in self.shown():
+            for picture in self.shown()[after:]:
                 if is_meant(picture):
                     return picture
             if self.process.poll() is not None:
                 sys.exit(f"measure_preview.py: brisel-preview ended with {self.process.returncode}")
-            time.sleep(0.0005)
+            time.sleep(0.003)
         sys.exit("measure_preview.py: no picture came")
 
     def press(self, key):
@@ -92,10 +97,11 @@ class Window:
         """Milliseconds from a key that moves a point to the picture that shows it."""
         self.press("Tab")
         times = []
-        for press in range(PRESSES):
-            before = self.shown()[-1][2]
-            pressed = self.press("Down" if press % 2 else "Up")
-            picture = self.wait(lambda shown, old=before: shown[2] > old and shown[3])
+        for _ in range(PRESSES):
+            count = len(self.shown())
+            before = self.pictures[-1][2]
+            pressed = self.press("Down")  # ever on: a state that was shown before is known
+            picture = self.wait(lambda shown, old=before: shown[2] > old and shown[3], count)
             times.append((picture[0] - pressed) / 1e6)
             time.sleep(0.02)
         return times
