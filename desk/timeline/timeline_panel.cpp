@@ -142,8 +142,12 @@ void TimelinePanel::addTools() {
   frame->setKeyboardTracking(false);
   const auto limit = [this, frame] {
     const QSignalBlocker quiet(frame);
-    frame->setMaximum(preview_.document().state()->plan.frames - 1);
-    frame->setSuffix(QString(" of %1").arg(preview_.document().state()->plan.frames));
+    const int frames = preview_.document().state()->plan.frames;
+    const QString suffix = QString(" of %1").arg(frames);
+    if (frame->suffix() != suffix) {  // which lays out the panel anew
+      frame->setMaximum(frames - 1);
+      frame->setSuffix(suffix);
+    }
     frame->setValue(preview_.frame());
   };
   limit();

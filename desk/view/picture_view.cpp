@@ -1,6 +1,5 @@
 #include "desk/view/picture_view.h"
 
-#include <QGraphicsPixmapItem>
 #include <QGraphicsRectItem>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -36,7 +35,7 @@ PictureView::PictureView(Preview& preview, QWidget* parent)
     : QGraphicsView(parent),
       preview_(preview),
       frame_(new QGraphicsRectItem),
-      picture_(new QGraphicsPixmapItem(frame_)),
+      picture_(new PictureItem(frame_)),
       guides_(new SnapGuides(frame_)),
       points_(new PointHandles(preview, *guides_, nullptr)),
       mask_(new MaskEditor(preview, *guides_, frame_)) {
@@ -105,16 +104,13 @@ void PictureView::scaleTo(double zoom) {
   zoom = std::clamp(zoom, kLeastZoom, kMostZoom);
   const double scale = zoom / devicePixelRatioF();
   setTransform(QTransform::fromScale(scale, scale));
-  // Enlarged, the pixels are what one wants to see.
-  picture_->setTransformationMode(zoom < 2 ? Qt::SmoothTransformation : Qt::FastTransformation);
   emit zoomChanged(this->zoom());
 }
 
 void PictureView::showPicture() {
   const Picture& picture = preview_.picture();
   if (picture.image.isNull()) return;  // the last one stays, and a message says why
-  picture_->setPixmap(QPixmap::fromImage(picture.image));
-  picture_->setScale(picture.reduction);
+  picture_->show(picture.image, picture.reduction);
 }
 
 void PictureView::takeFrameSize() {
@@ -176,15 +172,19 @@ void PictureView::tellFocus() {
 
 void PictureView::drawBackground(QPainter* painter, const QRectF& rect) {
   painter->fillRect(rect, kSurroundings);
-  const QRectF shown = rect & frameRect();
   if (preview_.backdrop() == Backdrop::kBlack) {
-    painter->fillRect(shown, Qt::black);
+    painter->fillRect(rect & frameRect(), Qt::black);
     return;
   }
+  // As large on the screen at any zoom, so in its pixels.
   static const QPixmap kTile = checkerboard();
-  QBrush squares(kTile);
-  squares.setTransform(transform().inverted());  // as large on the screen at any zoom
-  painter->fillRect(shown, squares);
+  const QTransform toScreen = painter->worldTransform();
+  const QRect frame = toScreen.mapRect(frameRect()).toRect();
+  const QRect shown = frame & toScreen.mapRect(rect).toAlignedRect();
+  painter->save();
+  painter->resetTransform();
+  painter->drawTiledPixmap(shown, kTile, shown.topLeft() - frame.topLeft());
+  painter->restore();
 }
 
 void PictureView::resizeEvent(QResizeEvent* event) {

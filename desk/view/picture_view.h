@@ -5,10 +5,10 @@
 
 #include "desk/render/preview.h"
 #include "desk/view/mask_editor.h"
+#include "desk/view/picture_item.h"
 #include "desk/view/point_handles.h"
 #include "desk/view/snap_guides.h"
 
-class QGraphicsPixmapItem;
 class QGraphicsRectItem;
 
 namespace desk {
@@ -61,7 +61,7 @@ class PictureView : public QGraphicsView {
 
   Preview& preview_;
   QGraphicsRectItem* frame_;  // which the picture does not leave
-  QGraphicsPixmapItem* picture_;
+  PictureItem* picture_;
   SnapGuides* guides_;
   PointHandles* points_;
   MaskEditor* mask_;

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QWidget>
 #include <cmath>
+#include <utility>
 
 namespace desk {
 namespace {
@@ -41,14 +42,14 @@ QPointF SnapGuides::snapped(QPointF place, std::vector<QPointF> others) {
   const QRectF frame = frame_->rect();
   others.insert(others.end(), {frame.topLeft(), frame.center(), frame.bottomRight()});
   const double scale = scene()->views().first()->transform().m11();
-  shown_ = snapTo(place, others, kReachOnScreen / scale);
-  update();
+  const Snap before = std::exchange(shown_, snapTo(place, others, kReachOnScreen / scale));
+  if (shown_.x != before.x || shown_.y != before.y) update();
   return shown_.place;
 }
 
 void SnapGuides::clear() {
+  if (shown_.x || shown_.y) update();
   shown_ = {};
-  update();
 }
 
 QRectF SnapGuides::boundingRect() const {
