@@ -46,7 +46,7 @@ bool OpenFxHost::failsNow() {
   lent.assign(lent.size(), '?');
   const int call = ++calls_;
   const int every = manners.failsEvery;
-  return every > 0 && call % every == 0;
+  return (every > 0 && call % every == 0) || call == failingCall_;
 }
 
 char* lentText(const std::string& text) {

@@ -35,13 +35,16 @@ class OpenFxHost {
 
   /// Whether the call that begins is one that fails. Spoils the text that the last call lent.
   bool failsNow();
-  int calls() const { return calls_; }
+  int calls() const { return calls_; }  // of the property and parameter suites
+  /// The n-th of them from now on fails, 1 being the next; 0: none.
+  void failOnlyCall(int nth) { failingCall_ = nth > 0 ? calls_ + nth : 0; }
 
   const OfxPropertySetStruct* description() const { return record_.host; }
 
  private:
   OfxHost record_;
   std::atomic<int> calls_{0};
+  std::atomic<int> failingCall_{0};
   mutable std::mutex mutex_;
   std::vector<std::string> complaints_;
 };

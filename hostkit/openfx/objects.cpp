@@ -10,7 +10,9 @@ OfxParamStruct* OfxParamSetStruct::find(const std::string& name) const {
 }
 
 OfxImageEffectStruct::OfxImageEffectStruct(hostkit::OpenFxHost& itsHost)
-    : host(&itsHost), properties(itsHost, "effect"), params{OfxPropertySetStruct(itsHost, "parameters")} {
+    : host(&itsHost),
+      properties(itsHost, "effect"),
+      params{OfxPropertySetStruct(itsHost, "parameters")} {
   using Text = std::string;
   for (const char* name : {kOfxPropLabel, kOfxEffectGrouping, kOfxPropPluginDescription,
                            kOfxPropVersionLabel, kOfxEffectRenderThreadSafety}) {

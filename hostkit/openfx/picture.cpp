@@ -36,12 +36,8 @@ std::ptrdiff_t OpenFxPicture::offset(int x, int y) const {
          static_cast<std::ptrdiff_t>(channels() * channelBytes()) * (x - bounds_.x1);
 }
 
-std::uint8_t* OpenFxPicture::at(int x, int y) {
-  return bytes_.data() + offset(x, y);
-}
-
 double OpenFxPicture::channel(int x, int y, std::size_t channel) const {
-  const std::uint8_t* bytes = bytes_.data() + offset(x, y) + channel * channelBytes();
+  const std::uint8_t* bytes = at(x, y) + channel * channelBytes();
   if (kind_.depth == kOfxBitDepthByte) return *bytes / 255.0;
   if (kind_.depth == kOfxBitDepthShort) {
     std::uint16_t value;
@@ -54,7 +50,7 @@ double OpenFxPicture::channel(int x, int y, std::size_t channel) const {
 }
 
 void OpenFxPicture::setChannel(int x, int y, std::size_t channel, double value) {
-  std::uint8_t* bytes = at(x, y) + channel * channelBytes();
+  std::uint8_t* bytes = bytes_.data() + offset(x, y) + channel * channelBytes();
   if (kind_.depth == kOfxBitDepthByte) {
     *bytes = static_cast<std::uint8_t>(std::lround(value * 255));
   } else if (kind_.depth == kOfxBitDepthShort) {
@@ -85,7 +81,7 @@ std::unique_ptr<OfxPropertySetStruct> OpenFxPicture::image(OfxImageClipStruct& c
   auto set = std::make_unique<OfxPropertySetStruct>(*clip.properties.host,
                                                     "image of " + clip.properties.name);
   set->has("clip", {static_cast<void*>(&clip)});
-  set->has(kOfxImageData, {static_cast<void*>(at(bounds_.x1, bounds_.y1))});
+  set->has(kOfxImageData, {static_cast<void*>(bytes_.data() + offset(bounds_.x1, bounds_.y1))});
   set->has(kOfxImageBounds, {bounds_.x1, bounds_.y1, bounds_.x2, bounds_.y2});
   set->has(kOfxImageRegionOfDefinition, {frame.x1, frame.y1, frame.x2, frame.y2});
   set->has(kOfxImageRowBytes, {static_cast<int>(rowBytes_)});

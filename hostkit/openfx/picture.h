@@ -29,7 +29,7 @@ class OpenFxPicture {
   /// Channels in the order of the host, from 0 to 1; y goes up.
   double channel(int x, int y, std::size_t channel) const;
   void setChannel(int x, int y, std::size_t channel, double value);
-  std::uint8_t* at(int x, int y);
+  const std::uint8_t* at(int x, int y) const { return bytes_.data() + offset(x, y); }
 
   /// As it stands in memory.
   const std::vector<std::uint8_t>& bytes() const { return bytes_; }

@@ -22,10 +22,10 @@ struct StrictHost : hostkit::OpenFxHost {
   ~StrictHost();
 };
 
-/// Every pixel of its own color; `seed` gives another picture. Alpha is full, but where `hasAlpha`.
-/// What is premultiplied is so of a straight picture of the same seed.
+/// Every pixel of its own color, wherever the bounds lie. Alpha is full, but where `hasAlpha`. What
+/// is premultiplied is what is not, multiplied.
 hostkit::OpenFxPicture pattern(const hostkit::PictureKind& kind, const OfxRectI& bounds = kFrame,
-                               bool rowsGoDown = false, bool hasAlpha = false, unsigned seed = 1);
+                               bool rowsGoDown = false, bool hasAlpha = false);
 
 /// Sets parameters to values at which all about the stars varies from frame to frame.
 void makeBusy(hostkit::OpenFxEffect& effect);
@@ -42,9 +42,9 @@ EffectFrame effectFrame(const std::function<brisel::Values(int frame)>& valuesAt
 /// A channel of it in the host's place and order.
 double channelOf(const EffectFrame& frame, int x, int y, std::size_t channel);
 
-/// Fails the test unless the picture is that frame within `tolerance` of a channel.
+/// Fails the test unless the picture is that frame, `above` added, within `tolerance` of a channel.
 void expectFrame(const hostkit::OpenFxPicture& picture, const EffectFrame& expected,
-                 double tolerance);
+                 double tolerance, double above = 0);
 
 /// A frame of the busy effect rendered by an instance of its own.
 std::vector<std::uint8_t> freshFrame(int frame);
