@@ -42,10 +42,7 @@ std::optional<std::vector<std::uint8_t>> readFileOfSystem(const std::filesystem:
 
 PresetLibrary::PresetLibrary(const std::filesystem::path& folder)
     : PresetLibrary(folder, [folder](const std::filesystem::path& file) {
-        std::error_code error;
-        const bool isToBeRead =
-            liesBelow(file, folder) && std::filesystem::file_size(file, error) <= kMaxFileBytes;
-        return isToBeRead ? readFileOfSystem(file) : std::nullopt;
+        return liesBelow(file, folder) ? readFileOfSystem(file) : std::nullopt;
       }) {}
 
 PresetLibrary::PresetLibrary(const std::filesystem::path& folder, ReadFile read)

@@ -13,6 +13,19 @@
 namespace scene {
 namespace {
 
+std::size_t keyframesOf(const Layer& layer) {
+  std::size_t count = 0;
+  for (const Setting& setting : layer.settings) count += setting.keys.size();
+  return count;
+}
+
+std::size_t verticesOf(const Layer& layer) {
+  if (!layer.mask) return 0;
+  std::size_t count = 0;
+  for (const Mask::Key& key : layer.mask->keys) count += key.value.vertices.size();
+  return count;
+}
+
 class SceneReader {
  public:
   SceneReader(TomlReader toml, const FileAccess& access) : toml_(std::move(toml)), access_(access) {
@@ -102,6 +115,8 @@ class SceneReader {
   // What is said for all layers comes first, so that a layer's own wins.
   void takeLayers() {
     if (own_.empty()) own_.emplace_back();
+    checkTotal(&keyframesOf, kMaxKeyframes, "keyframes");
+    checkTotal(&verticesOf, kMaxSceneVertices, "vertices of masks");
     scene_.layers.assign(own_.size(), forAll_);
     for (std::size_t i = 0; i < own_.size(); ++i) {
       Layer& layer = scene_.layers[i];
@@ -110,6 +125,15 @@ class SceneReader {
       std::ranges::move(own_[i].presets, std::back_inserter(layer.presets));
       std::ranges::move(own_[i].settings, std::back_inserter(layer.settings));
     }
+  }
+
+  // Before what is said for all layers is copied for each.
+  void checkTotal(std::size_t (*countOf)(const Layer&), std::size_t most, const char* what) const {
+    std::size_t total = own_.size() * countOf(forAll_);
+    for (const Layer& layer : own_) total += countOf(layer);
+    if (total <= most) return;
+    throw WorkError(scene_.file.string() + ": its layers have " + std::to_string(total) + " " +
+                    what + " in all, of " + std::to_string(most) + " at most");
   }
 
   void takePresets(Layer& layer, const TomlEntry& entry, Origin origin) const {

@@ -19,6 +19,9 @@ inline constexpr int kMaxSide = 30000;  // pixels
 inline constexpr int kMaxFrames =
     1'000'000;  // twice that many steps of 1001 are still a 32-bit host time
 inline constexpr int kMaxLayers = 64;
+/// Of all layers together, those for all of them counted in each.
+inline constexpr std::size_t kMaxKeyframes = 250'000;
+inline constexpr std::size_t kMaxSceneVertices = 1'000'000;  // of masks, at all their keyframes
 
 /// What one instance of the effect draws: over the input, and over the layers before it.
 struct Layer {

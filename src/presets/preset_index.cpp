@@ -1,7 +1,6 @@
 #include "presets/preset_index.h"
 
 #include <cstdint>
-#include <limits>
 
 #include "platform/whole_file.h"
 #include "presets/text_reader.h"
@@ -9,7 +8,8 @@
 namespace brisel {
 namespace {
 
-constexpr std::size_t kLongestText = 255;  // of paths, tokens and section lines
+constexpr std::size_t kLongestText = 255;      // of paths, tokens and section lines
+constexpr std::size_t kMostEntries = 100'000;  // of a section; what follows is left out
 
 using Token = TextReader::Token;
 
@@ -49,7 +49,7 @@ std::vector<PresetFiles> readSection(TextReader& reader, const std::string& fold
   if (!findSection(reader, name)) return {};
   const std::size_t start = reader.position();
   std::size_t count = 0;
-  while (count < std::numeric_limits<std::int32_t>::max() && nextEntry(reader)) ++count;
+  while (count < kMostEntries && nextEntry(reader)) ++count;
   std::vector<PresetFiles> entries(count);
 
   // Names are found across line ends, so that an entry with one name takes another one's and the

@@ -25,7 +25,7 @@ struct PresetFiles {
 };
 
 /// The entries of the first section of an index whose header begins with `sectionName`; none when
-/// there is no such section. Their paths begin with `presetFolder`, which
+/// there is no such section, 100,000 at most. Their paths begin with `presetFolder`, which
 /// ends with a separator or is empty. An entry whose file names are broken or too long is listed
 /// without them, as it takes a place in the row. Throws std::bad_alloc.
 std::vector<PresetFiles> parsePresetIndex(std::span<const std::uint8_t> bytes,

@@ -1,6 +1,9 @@
 // The index of presets and their thumbnails: what is read of them.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
+#include "platform/whole_file.h"
 #include "presets/bmp_file.h"
 #include "presets/preset_index.h"
 #include "tests/presets/preset_files.h"
@@ -50,6 +53,17 @@ TEST_F(PresetIndexTest, SectionsAreFoundByTheBeginningOfTheirHeaders) {
   EXPECT_EQ(rowOf("t\r\n[Emmite]\r\na 1\r\n[emmiter]\r\nb 2\r\n[ Emmiter]\r\nb 2\r\n"), Row{});
   EXPECT_EQ(rowOf("t\r\n[Emmiter]\r\n[Geometry]\r\nc 3\r\n"), Row{}) << "no entries";
   EXPECT_EQ(rowOf("t\r\n[Emmiter]"), Row{});
+}
+
+TEST_F(PresetIndexTest, ReadsNoMoreThanAFolderOfPresetsHas) {
+  std::string many = "t\r\n[Emmiter]\r\n";
+  for (int i = 0; i < 100'001; ++i) many += "a b\r\n";
+  EXPECT_EQ(rowOf(many).size(), 100'000u);
+  write("index", kBoth);
+  std::filesystem::resize_file(path("index"), brisel::kMostFileBytes);
+  EXPECT_EQ(row("Emmiter").size(), 2u);
+  std::filesystem::resize_file(path("index"), brisel::kMostFileBytes + 1);
+  EXPECT_EQ(row("Emmiter"), Row{});
 }
 
 TEST_F(PresetIndexTest, EveryListStartsEmpty) {

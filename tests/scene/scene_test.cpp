@@ -120,6 +120,12 @@ path = [ { frame = 10, value = "M 0 0 L 10 0" }, { frame = 20, value = "M 0 8 C 
 TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
   std::string tooManyLayers;
   for (int i = 0; i < 65; ++i) tooManyLayers += "[[layer]]\n";
+  std::string tooManyKeyframes = "[params]\nSize=[";  // 50,000 for all, one of a layer's own
+  for (int i = 0; i < 50'000; ++i) {
+    tooManyKeyframes += "{frame=" + std::to_string(i) + ",value=1},";
+  }
+  tooManyKeyframes += "]\n[[layer]]\n[layer.params]\nWind=1\n";
+  for (int i = 0; i < 4; ++i) tooManyKeyframes += "[[layer]]\n";
   write("f.svg", "<svg>\n<path id='bad' d='M 0 0 L 1'/><path id='ok' d='M0 0'/></svg>");
   const tests::Complaints cases = {
       {"[scene]\nsizes = [1, 2]", "s.toml:2: unknown key \"sizes\"; the nearest is \"size\""},
@@ -171,6 +177,7 @@ TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
       {"[[layer]]\nmask = \"f.svg\"", "s.toml:2: layer.mask is an SVG file and the id of a path"},
       {"[[layer]]\nparams = 3", "s.toml:2: \"layer.params\" is a table, written [layer.params]"},
       {tooManyLayers, "s.toml:65: a scene has 64 layers at most"},
+      {tooManyKeyframes, "s.toml: its layers have 250001 keyframes in all, of 250000 at most"},
       {"mask = 3", "s.toml:1: \"mask\" is a table, written [mask]"},
       {"[mask]\n", "s.toml:1: [mask] has no path"},
       {"[mask]\npath = 3", "s.toml:2: path is SVG path data in quotes, or keyframes"},

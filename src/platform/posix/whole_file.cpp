@@ -51,7 +51,8 @@ bool readAll(int descriptor, std::uint8_t* to, std::size_t size) {
 std::optional<FileBytes> readWholeFile(const char* path) {
   const OpenFile file(path);
   struct stat status {};
-  if (file.descriptor() < 0 || fstat(file.descriptor(), &status) != 0 || !S_ISREG(status.st_mode)) {
+  if (file.descriptor() < 0 || fstat(file.descriptor(), &status) != 0 || !S_ISREG(status.st_mode) ||
+      status.st_size > kMostFileBytes) {
     return {};
   }
   FileBytes content;

@@ -45,7 +45,7 @@ std::optional<FileBytes> readWholeFile(const char* path) {
   LARGE_INTEGER size{};
   // Devices have names in every folder, and reading from one may wait for ever.
   if (file.handle() == INVALID_HANDLE_VALUE || GetFileType(file.handle()) != FILE_TYPE_DISK ||
-      !GetFileSizeEx(file.handle(), &size)) {
+      !GetFileSizeEx(file.handle(), &size) || size.QuadPart > kMostFileBytes) {
     return {};
   }
   FileBytes content;
