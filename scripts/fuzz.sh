@@ -31,6 +31,7 @@ cmake --build --preset fuzz -j "$(nproc)" --target "${targets[@]/#/fuzz_}"
 export build=build/fuzz
 export UBSAN_OPTIONS=print_stacktrace=1
 log_of() { echo "$build/logs/$1.log"; }
+stat_of() { sed -n "s/^stat::$2: *//p" "$(log_of "$1")"; }
 
 # What a target finds is kept in the build folder, and the next run begins with it.
 fuzz() {
@@ -40,7 +41,11 @@ fuzz() {
   local folders=("$build/found/$1" "fuzz/corpus/$1")
   [ ! -d "fuzz/regressions/$1" ] || folders+=("fuzz/regressions/$1")
   mkdir -p "$build/found/$1" "$build/finds/$1" "fuzz/corpus/$1"
-  "$build/bin/fuzz_$1" "${options[@]}" "${folders[@]}" >"$(log_of "$1")" 2>&1 || true
+  rm -f "$build/finds/$1/ended"
+  if "$build/bin/fuzz_$1" "${options[@]}" "${folders[@]}" >"$(log_of "$1")" 2>&1 &&
+    [ "$(stat_of "$1" number_of_executed_units)" -gt 0 ]; then
+    touch "$build/finds/$1/ended"
+  fi
 }
 
 # edges FUZZER FOLDER: how many edges the folder's inputs reach
@@ -55,24 +60,27 @@ merge() {
     rm -rf "$corpus" && mv "$fewest" "$corpus"
   fi
 }
-export -f fuzz edges merge log_of
+export -f fuzz edges merge log_of stat_of
 
 mkdir -p "$build/logs"
 each() { printf '%s\n' "${targets[@]}" | xargs -P "$(nproc)" -I{} bash -euo pipefail -c "$1 {}"; }
 each fuzz
 [ "$1" = check ] || each merge
 
-stat_of() { sed -n "s/^stat::$2: *//p" "$(log_of "$1")"; }
 row='%-18s %12s %9s %7s %7s %6s\n'
 printf "$row" target executions "a second" edges corpus broken
 broken=()
 for target in "${targets[@]}"; do
   input=$(sed -n 's/.*Test unit written to //p' "$(log_of "$target")" | tail -1)
-  [ -z "$input" ] || broken+=("$input; again: $build/bin/fuzz_$target $input")
+  if [ -n "$input" ]; then
+    broken+=("$input; again: $build/bin/fuzz_$target $input")
+  elif [ ! -e "$build/finds/$target/ended" ]; then
+    broken+=("$target, which did not run to its end: see $(log_of "$target")")
+  fi
   printf "$row" "$target" "$(stat_of "$target" number_of_executed_units)" \
     "$(stat_of "$target" average_exec_per_sec)" \
     "$(sed -n 's/.*cov: \([0-9]*\) .*/\1/p' "$(log_of "$target")" | tail -1)" \
-    "$(find "fuzz/corpus/$target" -type f | wc -l)" "$([ -z "$input" ] && echo - || echo yes)"
+    "$(find "fuzz/corpus/$target" -type f | wc -l)" "$([ -e "$build/finds/$target/ended" ] && echo - || echo yes)"
 done
 for line in "${broken[@]}"; do echo "broken by $line" >&2; done
 [ ${#broken[@]} -eq 0 ]
