@@ -15,9 +15,8 @@ float nextJitter(RandomGenerator& random) {
 /// As many random numbers as jitterAngle, varySize and varyColor take.
 void skipJitter(const Composition& composition) {
   const RenderSettings& s = composition.settings;
-  if (s.angleJittering != 0.0f) composition.random.skip(1);
-  if (s.sizeJittering != 0.0f) composition.random.skip(1);
-  if (s.colorJittering != 0.0f) composition.random.skip(3);
+  composition.random.skip((s.angleJittering != 0.0f ? 1 : 0) + (s.sizeJittering != 0.0f ? 1 : 0) +
+                          (s.colorJittering != 0.0f ? 3 : 0));
 }
 
 void oscillateAngle(const RenderSettings& s, const Particle& p, float& angle) {
