@@ -31,7 +31,11 @@ LayersPanel::LayersPanel(Preview& preview, QWidget* parent)
   down_->setAccessibleName("Move the layer down");
   remove_->setAccessibleName("Remove the layer");
   auto* buttons = new QHBoxLayout;
-  for (QPushButton* button : {add, up_, down_, remove_}) buttons->addWidget(button);
+  for (QPushButton* button : {add, up_, down_, remove_}) {
+    // Words, and not the least width of any button, make the panel wide.
+    button->setMinimumWidth(button->fontMetrics().horizontalAdvance(button->text() + "MM"));
+    buttons->addWidget(button);
+  }
   auto* column = new QVBoxLayout(this);
   column->addWidget(list_, 1);
   column->addLayout(buttons);

@@ -6,6 +6,7 @@
 #include <QGraphicsSceneMouseEvent>
 #include <QGraphicsView>
 #include <QPainter>
+#include <QWidget>
 
 namespace desk {
 namespace {
@@ -45,13 +46,14 @@ QPainterPath Outline::shape() const {
   return stroker.createStroke(path_);
 }
 
-void Outline::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*) {
+void Outline::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget* widget) {
+  const double pixel = widget->devicePixelRatioF();
   painter->setRenderHint(QPainter::Antialiasing);
-  QPen pen(QColor(0, 0, 0, 150), 3);
+  QPen pen(QColor(0, 0, 0, 150), 3 * pixel);
   pen.setCosmetic(true);
   painter->strokePath(path_, pen);
   pen.setColor(QColor(255, 255, 255, 210));
-  pen.setWidthF(1.2);
+  pen.setWidthF(1.2 * pixel);
   pen.setStyle(style_);
   painter->strokePath(path_, pen);
 }

@@ -16,16 +16,19 @@ namespace {
 constexpr double kLeastZoom = 0.02;
 constexpr double kMostZoom = 32;
 constexpr double kZoomStep = 1.25;
-constexpr int kSquare = 8;               // of the checkerboard, pixels of the screen
-constexpr int kMargin = 12;              // around a frame that is fitted
-const QColor kSurroundings(45, 45, 45);  // neutral, so that colors are judged well in any theme
+constexpr int kSquare = 8;   // of the checkerboard, pixels of the screen
+constexpr int kMargin = 12;  // around a frame that is fitted
+// Neutral, so that colors are judged well in any theme, and dark, as stars are bright.
+const QColor kSurroundings(38, 38, 38);
+const QColor kDarkSquare(56, 56, 56);
+const QColor kLightSquare(76, 76, 76);
 
 QPixmap checkerboard() {
   QPixmap tile(2 * kSquare, 2 * kSquare);
-  tile.fill(QColor(102, 102, 102));
+  tile.fill(kDarkSquare);
   QPainter painter(&tile);
-  painter.fillRect(0, 0, kSquare, kSquare, QColor(153, 153, 153));
-  painter.fillRect(kSquare, kSquare, kSquare, kSquare, QColor(153, 153, 153));
+  painter.fillRect(0, 0, kSquare, kSquare, kLightSquare);
+  painter.fillRect(kSquare, kSquare, kSquare, kSquare, kLightSquare);
   return tile;
 }
 
@@ -51,7 +54,7 @@ PictureView::PictureView(Preview& preview, QWidget* parent)
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setDragMode(ScrollHandDrag);
-  setTransformationAnchor(AnchorUnderMouse);
+  setTransformationAnchor(NoAnchor);
   setResizeAnchor(AnchorViewCenter);
   setFrameShape(NoFrame);
   viewport()->setMouseTracking(true);
@@ -87,8 +90,21 @@ void PictureView::zoomOut() {
 }
 
 void PictureView::setZoom(double zoom) {
+  const QPoint pointer = viewport()->mapFromGlobal(QCursor::pos());
+  zoomAround(viewport()->underMouse() ? pointer : viewport()->rect().center(), zoom);
+}
+
+/// What is at that place of the view stays there.
+void PictureView::zoomAround(QPoint place, double zoom) {
   fitted_ = false;
+  const QPointF kept = mapToScene(place);
   scaleTo(zoom);
+  pan(place - mapFromScene(kept));
+}
+
+void PictureView::pan(QPoint way) {
+  horizontalScrollBar()->setValue(horizontalScrollBar()->value() - way.x());
+  verticalScrollBar()->setValue(verticalScrollBar()->value() - way.y());
 }
 
 void PictureView::fit() {
@@ -194,7 +210,8 @@ void PictureView::resizeEvent(QResizeEvent* event) {
 
 void PictureView::wheelEvent(QWheelEvent* event) {
   constexpr double kNotch = 120;  // eighths of a degree, of the usual wheel
-  setZoom(zoom() * std::pow(kZoomStep, event->angleDelta().y() / kNotch));
+  zoomAround(event->position().toPoint(),
+             zoom() * std::pow(kZoomStep, event->angleDelta().y() / kNotch));
   event->accept();
 }
 
@@ -207,10 +224,8 @@ void PictureView::mouseMoveEvent(QMouseEvent* event) {
   emit pointerMoved(mapToScene(event->pos()));
   // Over handles as well, which the left button drags.
   if (!event->buttons().testFlag(Qt::MiddleButton)) return QGraphicsView::mouseMoveEvent(event);
-  const QPoint way = event->pos() - pannedFrom_;
+  pan(event->pos() - pannedFrom_);
   pannedFrom_ = event->pos();
-  horizontalScrollBar()->setValue(horizontalScrollBar()->value() - way.x());
-  verticalScrollBar()->setValue(verticalScrollBar()->value() - way.y());
 }
 
 }  // namespace desk

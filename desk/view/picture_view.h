@@ -56,7 +56,9 @@ class PictureView : public QGraphicsView {
  private:
   void showPicture();
   void takeFrameSize();
+  void zoomAround(QPoint place, double zoom);
   void scaleTo(double zoom);
+  void pan(QPoint way);
   void tellFocus();
 
   Preview& preview_;

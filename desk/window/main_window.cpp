@@ -220,7 +220,7 @@ void MainWindow::addStatus() {
 
 void MainWindow::restoreState() {
   const QSettings settings;
-  if (!restoreGeometry(settings.value("window/geometry").toByteArray())) resize(1440, 900);
+  restoreGeometry(settings.value("window/geometry").toByteArray());
   QMainWindow::restoreState(settings.value("window/panels").toByteArray());
 }
 

@@ -11,6 +11,11 @@
 #include "desk/window/main_window.h"
 
 namespace desk {
+namespace {
+
+constexpr QSize kWindowSize{1440, 900};  // at first
+
+}  // namespace
 
 void MainWindow::addPanels() {
   QDockWidget* timeline = addPanel(Qt::BottomDockWidgetArea, "Timeline", "timeline", timeline_);
@@ -32,8 +37,10 @@ void MainWindow::addPanels() {
   tabifyDockWidget(presets, snapshots);
   tabifyDockWidget(presets, exports);
   presets->raise();
-  constexpr int kControlsWidth = 440;  // pixels, at first: names and what they are turned by
-  resizeDocks({controls, presets}, {kControlsWidth, kControlsWidth / 2}, Qt::Horizontal);
+  constexpr int kControlsWidth = 460;  // pixels, at first: names and what they are turned by
+  constexpr int kPresetsWidth = 240;   // three thumbnails
+  resize(kWindowSize);
+  resizeDocks({controls, presets}, {kControlsWidth, kPresetsWidth}, Qt::Horizontal);
   connect(&exports_, &ExportQueue::rowsInserted, exports, [exports] {
     exports->show();
     exports->raise();
