@@ -24,7 +24,7 @@ constexpr char kClipsAndSound[] =
     "c93,cavsvideo,cdg,cdxl,cine,dfa,dhav,dirac,dnxhd,dsicin,dv,dxa,ea,evc,film_cpk,filmstrip,"
     "flic,flv,frm,gdv,gif,gxf,h261,h263,h264,hevc,hnm,idcin,iff,ifv,ingenient,ipmovie,ipu,iv8,"
     "ivf,ivr,jpegxl_anim,jv,kux,live_flv,lmlm4,luodat,lvf,lxf,m4v,matroska,mgsts,mjpeg,"
-    "mjpeg_2000,mlv,mm,mods,moflex,mov,mpeg,mpegts,mpegvideo,mtv,mv,mvi,mxf,mxg,nc,nsv,nut,nuv,"
+    "mjpeg_2000,mm,mods,moflex,mov,mpeg,mpegts,mpegvideo,mtv,mv,mvi,mxf,mxg,nc,nsv,nut,nuv,"
     "obu,ogg,paf,pmp,psxstr,pva,qcp,r3d,rl2,rm,roq,rpl,sdr2,ser,sga,simbiosis_imx,siff,smjpeg,"
     "smk,smush,swf,thp,tiertexseq,tmv,ty,v210,v210x,vc1,vc1test,vividas,vivo,vmd,vvc,wc3movie,"
     "wsvqa,wtv,xmv,yop,yuv4mpegpipe,"

@@ -12,10 +12,14 @@
 #include "cli/support/errors.h"
 #include "cli/support/interrupt.h"
 #include "cli/support/nameless_file.h"
-#include "scene/scene.h"
+#include "scene/text/nearest_name.h"
 
 namespace cli {
 namespace {
+
+// Numbers left out of numbered pictures, for each of which ffmpeg opens the picture before it
+// again.
+constexpr long long kMostInGaps = 5000;
 
 void checkThatItHoldsSomething(const std::string& name, std::uintmax_t size) {
   if (size == 0) throw WorkError("the input " + inQuotes(name) + " is empty");
@@ -69,9 +73,9 @@ std::string pictureList(const NumberedPictures& sequence) {
     const bool isLast = i + 1 == pictures.size();
     const long long times =
         sequence.pattern.empty() || isLast ? 1 : pictures[i + 1].number - pictures[i].number;
-    // Or any of them could be another list.
-    const std::string entry =
-        "file '" + path + "'\noption format_whitelist " + kStillFormats + "\nduration 0.04\n";
+    // Or any of them could be another list, or its name a pattern of others.
+    const std::string entry = "file '" + path + "'\noption format_whitelist " + kStillFormats +
+                              "\noption pattern_type none\nduration 0.04\n";
     for (long long k = 0; k < times; ++k) list += entry;
   }
   return list;
@@ -91,11 +95,35 @@ bool looksLikePattern(const std::string& name) {
   return name.find_first_of("%*?[]{}") != name.npos;
 }
 
+// ffmpeg would open the other two planes of one by their names.
+void checkThatItIsWhole(const std::string& name, const std::filesystem::path& picture) {
+  if (scene::lowerCase(picture.extension().string()) != ".y") return;
+  throw WorkError("the input " + inQuotes(name) +
+                  " is one plane of a picture, of which the others are other files; give a picture "
+                  "that is one file");
+}
+
+void checkSequence(const std::string& name, const NumberedPictures& sequence) {
+  for (const NumberedPictures::Picture& picture : sequence.pictures) {
+    checkThatItIsWhole(name, picture.path);
+    if (picture.isFile) continue;
+    throw WorkError(inQuotes(picture.path.string()) + ", of the input " + inQuotes(name) +
+                    ", is a folder, a device or a pipe, or a link to no file; rename or remove it");
+  }
+  if (sequence.pictures.back().number > std::numeric_limits<int>::max()) {
+    throw WorkError("the numbers of the input " + inQuotes(name) + " lead above " +
+                    std::to_string(std::numeric_limits<int>::max()) +
+                    ", the greatest that is read");
+  }
+}
+
 MediaSource sourceOf(MediaSource source, const NumberedPictures& sequence,
                      const InputChoices& choices) {
+  checkSequence(source.name, sequence);
   source.isSequence = true;
   const bool isNumbered = !sequence.pattern.empty();
-  if (isNumbered && sequence.isWhole()) {
+  // Its own reader goes on to greater numbers by itself.
+  if (isNumbered && sequence.isWhole() && !sequence.isCutShort) {
     const long long first = sequence.pictures.front().number;
     if (!choices.tolerateDamage) source.firstNumber = first;
     setOptions(source, choices, "image2",
@@ -103,11 +131,12 @@ MediaSource sourceOf(MediaSource source, const NumberedPictures& sequence,
     source.file = mediaArgument(sequence.pattern);
     return source;
   }
-  if (isNumbered) {
+  if (isNumbered && !sequence.isWhole()) {
     const long long numbers = sequence.pictures.back().number - sequence.pictures.front().number;
-    if (numbers >= scene::kMaxFrames) {
-      throw WorkError("the numbers of the input " + inQuotes(source.name) + " lie more than " +
-                      std::to_string(scene::kMaxFrames) + " apart");
+    const long long gaps = numbers + 1 - std::ssize(sequence.pictures);
+    if (gaps > kMostInGaps) {
+      throw WorkError("the input " + inQuotes(source.name) + " lacks " + std::to_string(gaps) +
+                      " numbers, and " + std::to_string(kMostInGaps) + " at most are bridged");
     }
     source.note =
         "the input " + inQuotes(source.name) + " lacks the numbers " + sequence.missing() + "; ";
@@ -189,6 +218,7 @@ MediaSource findSource(const std::filesystem::path& path, InputChoices choices,
       return sourceOf(std::move(source), *sequence, choices);
     }
   }
+  checkThatItIsWhole(source.name, path);
   if (looksLikePattern(source.name)) {
     const auto file = std::make_shared<FileDescriptor>(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     source.file = mediaArgument(file->path());

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <set>
 
 #include "cli/support/errors.h"
 
@@ -87,8 +88,8 @@ NumberedPictures picturesNamed(const std::filesystem::path& folder, const Number
     }
     const std::string number = name.substr(
         pattern.prefix.size(), name.size() - pattern.prefix.size() - pattern.suffix.size());
-    if (pattern.isNumber(number) && entry.is_regular_file(error))
-      result.pictures.push_back({folder / name, std::stoll(number)});
+    if (!pattern.isNumber(number)) continue;
+    result.pictures.push_back({folder / name, std::stoll(number), entry.is_regular_file(error)});
   }
   std::ranges::sort(result.pictures, {}, &NumberedPictures::Picture::number);
   return result;
@@ -111,14 +112,18 @@ NumberedPictures picturesMatching(const std::string& wildcards) {
   const std::filesystem::path folder = result.pictures.front().path.parent_path();
   const auto parts = partsOf(result.pictures.front().path.filename());
   if (!parts) return result;
+  std::set<std::filesystem::path> meant;
+  for (const NumberedPictures::Picture& picture : result.pictures) meant.insert(picture.path);
   for (const std::size_t digits : {parts->digits.size(), std::size_t{1}}) {
     const NumberPattern pattern{parts->prefix, digits, parts->suffix};
     NumberedPictures numbered = picturesNamed(folder, pattern);
-    std::erase_if(numbered.pictures, [&](const NumberedPictures::Picture& picture) {
-      return std::ranges::find(result.pictures, picture.path, &NumberedPictures::Picture::path) ==
-             result.pictures.end();
-    });
-    if (numbered.pictures.size() == result.pictures.size()) return numbered;
+    if (numbered.pictures.empty()) continue;
+    const long long last = numbered.pictures.back().number;
+    std::erase_if(numbered.pictures,
+                  [&](const auto& picture) { return !meant.contains(picture.path); });
+    if (numbered.pictures.size() != result.pictures.size()) continue;
+    numbered.isCutShort = numbered.pictures.back().number < last;
+    return numbered;
   }
   return result;
 }
@@ -166,7 +171,9 @@ std::optional<NumberedPictures> picturesFrom(const std::filesystem::path& first)
   const long long number = std::stoll(parts->digits);
   NumberedPictures run = picturesNamed(first.parent_path(), pattern);
   std::erase_if(run.pictures, [number](const auto& picture) { return picture.number < number; });
-  if (run.pictures.size() < 2 || run.pictures[1].number != number + 1) return std::nullopt;
+  if (run.pictures.size() < 2 || run.pictures[1].number != number + 1 || !run.pictures[1].isFile) {
+    return std::nullopt;
+  }
   return run;
 }
 

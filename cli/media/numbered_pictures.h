@@ -12,10 +12,12 @@ struct NumberedPictures {
   struct Picture {
     std::filesystem::path path;
     long long number = 0;
+    bool isFile = true;  // and no folder, device or pipe, nor a link to one or to nothing
   };
 
   std::vector<Picture> pictures;  // ascending
   std::string pattern;            // their common name as "f.%04d.png"; empty without one
+  bool isCutShort = false;        // greater numbers have that name too, and are not meant
 
   // Of one or more: without a number left out between the first and the last.
   bool isWhole() const;

@@ -77,6 +77,12 @@ TEST_F(StrangersTest, ScenesNameFilesBelowTheirFolderOnly) {
   std::filesystem::create_symlink("../out_002.png", path("in/g_002.png"));
   ASSERT_EQ(mkfifo(path("in/pipe.png").c_str(), 0600), 0);
   ASSERT_EQ(mkfifo(path("in/pipe.svg").c_str(), 0600), 0);
+  // What a reader that goes from number to number would come to behind the last picture.
+  for (const char* name :
+       {"p_001.png", "p_002.png", "e.Y", "z_4294967297.png", "z_4294967298.png"}) {
+    std::filesystem::copy(path("in/f_001.png"), path("in") / name);
+  }
+  ASSERT_EQ(mkfifo(path("in/p_003.png").c_str(), 0600), 0);
   const std::string outside =
       " lies outside the scene's folder; move it there, or allow its folder ";
   const tests::Complaints cases = {
@@ -95,6 +101,13 @@ TEST_F(StrangersTest, ScenesNameFilesBelowTheirFolderOnly) {
       {"input = '../none/out.png'", "in/s.toml:2: the input \"in/../none/out.png\"" + outside},
       {"input = '/dev/zero'", "in/s.toml:2: the input \"/dev/zero\"" + outside},
       {"input = 'pipe.png'", "in/s.toml:2: the input \"in/pipe.png\" is a pipe; give it with -i"},
+      {"input = 'p_%03d.png'",
+       "in/s.toml:2: \"in/p_003.png\", of the input \"in/p_%03d.png\", is a folder, a device or a"},
+      {"input = 'p_001.png'", "in/s.toml:2: \"in/p_003.png\", of the input \"in/p_001.png\", is"},
+      {"input = 'p_00[1-2].png'", "none"},
+      {"input = 'p_002.png'", "none"},
+      {"input = 'e.Y'", "in/s.toml:2: the input \"in/e.Y\" is one plane of a picture, of which"},
+      {"input = 'z_#.png'", "in/s.toml:2: the numbers of the input \"in/z_#.png\" lead above 2147"},
       {"input = 'sub'", "in/s.toml:2: the input \"in/sub\" is a folder"},
       {"input = '-'", "in/s.toml:2: the input \"in/./-\" does not exist"},
       {"mask = '../out.svg#a'", "in/s.toml:2: mask: the file \"in/../out.svg\"" + outside},
@@ -182,6 +195,7 @@ TEST_F(StrangersTest, NamesAreNoProtocolsOptionsOrPatterns) {
     std::filesystem::copy(path("one_1.png"), path(name));
     EXPECT_EQ(picturesOf(path(name)).size(), 1u) << name;
   }
+  EXPECT_EQ(picturesOf(path("*%*.png")).size(), 2u) << "the same in a list";
 }
 
 TEST_F(StrangersTest, WhatIsTooLargeIsRefusedBeforeItIsTaken) {
@@ -209,7 +223,10 @@ TEST_F(StrangersTest, WhatIsTooLargeIsRefusedBeforeItIsTaken) {
   write("header.toml", "\n[" + repeated(1'000'000, "\"a.\" . ") + "a]\n");
   write("vertices.toml", "[scene]\nmask = 'vertices.svg#a'\n");
   write("svg.toml", "[scene]\nmask = 'large.svg#a'\n");
+  std::filesystem::copy(path("small_1.png"), path("small_9999.png"));
   const tests::Complaints cases = {
+      {"s.toml --tolerate-damage -i small_%d.png",
+       "the input \"small_%d.png\" lacks 9995 numbers, and 5000 at most are bridged"},
       {"s.toml -i 60000.png",
        "the input \"60000.png\" holds no picture that can be read: its "
        "pictures of 60000x60000 are too large for ffmpeg"},
