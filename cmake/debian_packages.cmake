@@ -5,7 +5,7 @@ endif()
 
 list(GET CPACK_INSTALL_CMAKE_PROJECTS 0 build)
 set(CPACK_INSTALL_CMAKE_PROJECTS ${build} brisel ALL /)
-set(CPACK_COMPONENTS_ALL program frei0r development)
+set(CPACK_COMPONENTS_ALL program frei0r openfx development)
 if(CPACK_BRISEL_PREVIEW)
   list(APPEND CPACK_COMPONENTS_ALL preview)
 endif()
@@ -53,6 +53,18 @@ that fly, drift in the wind, swing, fade, burst and flash.
 
 This package has the effect as a filter for ffmpeg, Kdenlive, melt, Flowblade
 and GStreamer, and what tells Kdenlive and MLT its parameters and looks.]])
+
+set(CPACK_DEBIAN_OPENFX_PACKAGE_NAME openfx-brisel)
+set(CPACK_DEBIAN_OPENFX_PACKAGE_SECTION video)
+set(CPACK_DEBIAN_OPENFX_PACKAGE_SUGGESTS brisel)
+set(CPACK_DEBIAN_OPENFX_DESCRIPTION [[
+star particles as an OpenFX plug-in
+Brisel draws stars on footage: an emitter (a point, a line, a curve, a circle,
+a mask, the brightness or the outline of the picture) releases small lights
+that fly, drift in the wind, swing, fade, burst and flash.
+
+This package has the effect as a plug-in for compositing programs and editors
+that load OpenFX plug-ins from /usr/OFX/Plugins, presets included.]])
 
 set(CPACK_DEBIAN_PREVIEW_PACKAGE_NAME brisel-preview)
 set(CPACK_DEBIAN_PREVIEW_PACKAGE_SECTION video)

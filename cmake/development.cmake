@@ -1,7 +1,5 @@
 # How this project builds itself: warnings, sanitizers, folders, tests.
-if(NOT WIN32)
-  enable_language(ASM)
-endif()
+enable_language(ASM)
 if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE Release)
 endif()

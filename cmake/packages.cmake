@@ -1,5 +1,5 @@
 # What users install: on Windows a folder for the host's plug-ins, elsewhere the command line and the
-# frei0r filter, with the presets and the manual beside the module in both.
+# frei0r filter, with the presets and the manual beside the module in both; and the OpenFX plug-in.
 if(WIN32)
   set(module_folder Brisel)
   set(readme_folder Brisel)
@@ -21,6 +21,17 @@ else()
 endif()
 install(TARGETS brisel_module LIBRARY DESTINATION ${module_folder})
 install(DIRECTORY library/Corvane DESTINATION ${module_folder})
+if(TARGET brisel_ofx)
+  if(WIN32)
+    install(TARGETS brisel_ofx LIBRARY DESTINATION ${BRISEL_OPENFX_BUNDLE})
+  else()  # below /usr, where hosts look
+    install(TARGETS brisel_ofx LIBRARY DESTINATION OFX/Plugins/${BRISEL_OPENFX_BUNDLE}
+      COMPONENT openfx)
+    install(FILES docs/package/copyright DESTINATION share/doc/openfx-brisel COMPONENT openfx)
+    install(FILES docs/package/openfx_lintian DESTINATION share/lintian/overrides
+      RENAME openfx-brisel COMPONENT openfx)
+  endif()
+endif()
 install(FILES ${readme} DESTINATION ${readme_folder} RENAME README.txt COMPONENT archive)
 if(NOT CMAKE_CROSSCOMPILING)
   install(DIRECTORY examples DESTINATION share/doc/brisel
@@ -58,6 +69,9 @@ install(FILES ${config_file} ${version_file} DESTINATION ${config} COMPONENT dev
 # What packages are made of; the window where Qt is.
 add_custom_target(packaged)
 add_dependencies(packaged brisel_module)
+if(TARGET brisel_ofx)
+  add_dependencies(packaged brisel_ofx)
+endif()
 if(TARGET brisel)
   add_dependencies(packaged brisel brisel_filter)
 endif()
@@ -68,7 +82,7 @@ endif()
 
 set(CPACK_PACKAGE_NAME brisel)
 set(CPACK_STRIP_FILES ON)
-foreach(component program frei0r archive)
+foreach(component program frei0r openfx archive)
   list(APPEND CPACK_INSTALL_CMAKE_PROJECTS ${CMAKE_BINARY_DIR} brisel ${component} /)
 endforeach()
 set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/cmake/debian_packages.cmake)

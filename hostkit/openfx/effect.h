@@ -20,6 +20,7 @@ struct RenderRequest {
   std::optional<OfxRectI> frame{};        // else the output's bounds
   double scale = 1;
   std::string field = "OfxFieldNone";
+  bool isChecked = true;  // what is written; which takes longer than rendering
 };
 
 class OpenFxEffect {

@@ -77,11 +77,13 @@ bool OpenFxPicture::isUntouchedOutside(const OfxRectI& window) const {
 }
 
 std::unique_ptr<OfxPropertySetStruct> OpenFxPicture::image(OfxImageClipStruct& clip,
-                                                           const OfxRectI& frame) {
+                                                           const OfxRectI& frame) const {
   auto set = std::make_unique<OfxPropertySetStruct>(*clip.properties.host,
                                                     "image of " + clip.properties.name);
+  // Which is how a source is handed over, too: whoever may not write it does not.
+  void* data = const_cast<std::uint8_t*>(at(bounds_.x1, bounds_.y1));
   set->has("clip", {static_cast<void*>(&clip)});
-  set->has(kOfxImageData, {static_cast<void*>(bytes_.data() + offset(bounds_.x1, bounds_.y1))});
+  set->has(kOfxImageData, {data});
   set->has(kOfxImageBounds, {bounds_.x1, bounds_.y1, bounds_.x2, bounds_.y2});
   set->has(kOfxImageRegionOfDefinition, {frame.x1, frame.y1, frame.x2, frame.y2});
   set->has(kOfxImageRowBytes, {static_cast<int>(rowBytes_)});

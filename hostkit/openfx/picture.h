@@ -38,7 +38,8 @@ class OpenFxPicture {
   bool isUntouchedOutside(const OfxRectI& window) const;
 
   /// The image as a plug-in gets it. The picture stays where it is meanwhile.
-  std::unique_ptr<OfxPropertySetStruct> image(OfxImageClipStruct& clip, const OfxRectI& frame);
+  std::unique_ptr<OfxPropertySetStruct> image(OfxImageClipStruct& clip,
+                                              const OfxRectI& frame) const;
 
  private:
   std::size_t channelBytes() const;

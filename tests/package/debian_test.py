@@ -14,7 +14,8 @@ import unittest
 
 CPACK, BUILD, BRISEL, FILTER, SOURCES = (pathlib.Path(path).resolve() for path in sys.argv[1:6])
 HAS_PREVIEW = (BUILD / "bin/brisel-preview").exists()  # where Qt is
-PACKAGES = {"brisel", "frei0r-brisel", "libbrisel-dev"} | ({"brisel-preview"} if HAS_PREVIEW else set())
+PACKAGES = {"brisel", "frei0r-brisel", "libbrisel-dev", "openfx-brisel"}
+PACKAGES |= {"brisel-preview"} if HAS_PREVIEW else set()
 
 
 def run(*command, **options):
@@ -59,6 +60,7 @@ class DebianPackages(unittest.TestCase):
         for name in ("ffmpeg", "libcairo2", "libopenexr-"):
             self.assertIn(name, self.control("brisel", "Depends"))
         self.assertIn("libstdc++6", self.control("frei0r-brisel", "Depends"))
+        self.assertNotIn("libstdc++6", self.control("openfx-brisel", "Depends"))
 
     def test_program(self):
         """The module, and the presets by a link, are found from where the program is."""
