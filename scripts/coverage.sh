@@ -16,7 +16,7 @@ LLVM_PROFILE_FILE="$PWD/$build/profiles/%4m.profraw" ctest --preset coverage --q
   echo "Some tests failed: what they would have reached is missing." >&2
 llvm-profdata merge -sparse -o $build/all.profdata $build/profiles/*.profraw
 counted=()
-for program in $build/bin/* $build/lib/frei0r-1/*; do
+for program in $build/bin/* $build/lib/frei0r-1/* $build/lib/OFX/*/*/*/*.ofx; do
   [ ! -f "$program" ] || counted+=(-object "$program")
 done
 llvm-cov export -format=lcov -instr-profile $build/all.profdata "${counted[@]:1}" >$build/coverage.lcov

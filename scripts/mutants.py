@@ -31,7 +31,7 @@ WORK = ROOT / "build/mutants"
 TREE = WORK / "tree"
 BUILD = TREE / "build/release"
 FOLDERS = ["src/core", "src/contour", "src/engine", "src/render", "src/presets", "src/effect",
-           "src/plugin", "src/frei0r", "scene"]
+           "src/plugin", "src/look", "src/frei0r", "src/openfx", "scene"]
 # Kernels of the wide instruction sets are not built: they take longest, and are the others' code.
 NOT_BUILT = re.compile(r"/windows/|isa/avx")
 
@@ -41,6 +41,7 @@ PROGRAMS = {
     "contour_tests": [],
     "unit_tests": [],
     "frei0r_tests": ["lib/frei0r-1/brisel.so"],
+    "openfx_tests": ["lib/OFX/Brisel.ofx.bundle/Contents/Linux-x86-64/Brisel.ofx"],
     "plugin_tests": ["bin/VellixDrizzen_64.AEX"],
     "fault_tests": ["bin/VellixDrizzen_64.AEX", "lib/frei0r-1/brisel.so"],
 }

@@ -36,8 +36,8 @@ took() {
 times=()
 scripts/check_sources.sh
 took "layout and lint"
-build asan --target unit_tests contour_tests fault_tests plugin_tests scene_tests frei0r_tests
-ctest --preset asan -R '^(unit|contour|faults|plugin|scene|frei0r)\.' -E '^(frei0r\.in_|faults\.command)'
+build asan --target unit_tests contour_tests fault_tests plugin_tests scene_tests frei0r_tests openfx_tests
+ctest --preset asan -R '^(unit|contour|faults|plugin|scene|frei0r|openfx)\.' -E '^(frei0r\.in_|faults\.command)'
 took "sanitizers"
 not_run=
 # Each compiler, level and system at least once; all of them together would take too long.

@@ -3,6 +3,7 @@
 #include "hostkit/error.h"
 #include "hostkit/module_loader.h"
 #include "hostkit/openfx/objects.h"
+#include "hostkit/openfx/suites.h"
 
 namespace hostkit {
 namespace {

@@ -52,9 +52,6 @@ class OpenFxHost {
 /// Text that is good until the calling thread's next call into a suite.
 char* lentText(const std::string& text);
 
-/// The table of that suite, or null.
-const void* openFxSuite(const char* name, int version);
-
 /// The built plug-in, loaded for as long as this lives.
 class OpenFxBinary {
  public:

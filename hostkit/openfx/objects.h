@@ -61,6 +61,7 @@ struct OfxParamStruct {
 struct OfxParamSetStruct {
   OfxPropertySetStruct properties;
   bool mayDefine = false;
+  int openEdits = 0;
   std::vector<std::unique_ptr<OfxParamStruct>> params{};  // in order
 
   OfxParamStruct* find(const std::string& name) const;  // or null

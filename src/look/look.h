@@ -17,7 +17,7 @@ namespace brisel {
 
 /// What a look is made from.
 struct LookSource {
-  std::string scene;                        // path, or empty
+  std::filesystem::path scene;              // or empty
   std::filesystem::file_time_type saved{};  // when the scene was, so that an edited one is another
   std::string presets;                      // names, separated by commas or blanks
   std::optional<scene::FrameRate>

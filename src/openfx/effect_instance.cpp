@@ -9,9 +9,7 @@
 #include <system_error>
 #include <utility>
 
-#include "effect/greying.h"
 #include "effect/settings.h"
-#include "look/built_in_presets.h"
 
 namespace brisel::openfx {
 namespace {
@@ -29,13 +27,6 @@ std::int32_t fullLength(std::int32_t length, double scale) {
   constexpr double kMost = 32767;
   const bool isScale = scale > 0 && scale < 1;  // not-a-number is none
   return isScale ? static_cast<std::int32_t>(std::min(std::round(length / scale), kMost)) : length;
-}
-
-bool setRectangle(const Properties& properties, const char* name, const OfxRectD& r) {
-  bool isSet = true;
-  const double sides[] = {r.x1, r.y1, r.x2, r.y2};
-  for (int i = 0; i < 4; ++i) isSet = properties.set(name, sides[i], i) && isSet;
-  return isSet;
 }
 
 FloatMix mixOf(const Values& values, bool isToBeAdded) {
@@ -110,7 +101,8 @@ OfxStatus EffectInstance::render(const Properties& arguments) {
 /// Throws what Look's constructor does.
 void EffectInstance::findLook(const Properties& arguments, FrameSize frame) {
   LookSource source;
-  source.scene = values_.text(Kind::Scene);
+  const std::string scene = values_.text(Kind::Scene);
+  source.scene = std::u8string(scene.begin(), scene.end());
   source.rate =
       scene::frameRateFromNumber(propertiesOf(host_, handle_).number(kOfxEffectFrameRate, 0));
   source.mask = values_.text(Kind::Mask);
@@ -163,9 +155,13 @@ void EffectInstance::noticeChanges(std::int32_t frame) {
   if (!isKept) forgetStars();
 }
 
+void EffectInstance::stopIfAborted() const {
+  if (host_.effect->abort(handle_) != 0) throw Aborted();
+}
+
 Values EffectInstance::valuesAt(std::size_t layer, std::int32_t frame) {
   constexpr std::int32_t kFramesBetweenQuestions = 64;
-  if (frame % kFramesBetweenQuestions == 0 && host_.effect->abort(handle_) != 0) throw Aborted();
+  if (frame % kFramesBetweenQuestions == 0) stopIfAborted();
   const Choices choices = values_.at(startFrame_ + frame, frame_);
   record_.note(frame, choices);
   Values values = look_->valuesAt(layer, frame);
@@ -183,6 +179,7 @@ void EffectInstance::draw(Composer& composer, std::int32_t frame) {
 
 /// The stars are drawn over nothing and mixed afterwards, as floats are beyond the effect.
 void EffectInstance::drawLayer(Composer& composer, std::size_t layer, std::int32_t frame) {
+  stopIfAborted();
   const auto valuesOfStep = [&](std::size_t each, std::int32_t step) {
     const Values values = valuesAt(each, step);
     if (starsReadInput(values)) composer.fillInput();
@@ -215,96 +212,6 @@ void EffectInstance::complain(const std::string& reason) {
     host_.message->clearPersistentMessage(handle_);
   } else {
     host_.message->setPersistentMessage(handle_, kOfxMessageError, nullptr, "%s", reason.c_str());
-  }
-}
-
-OfxStatus EffectInstance::getClipPreferences(const Properties& preferences) const {
-  preferences.set(kOfxEffectFrameVarying, 1);
-  std::string alpha = kOfxImagePreMultiplied;
-  if (hasSource()) alpha = propertiesOf(host_, source_).text(kOfxEffectPreMultiplication);
-  // Stars may leave an opaque clip out.
-  if (alpha.empty() || alpha == kOfxImageOpaque) alpha = kOfxImageUnPreMultiplied;
-  preferences.set(kOfxEffectPreMultiplication, alpha.c_str());
-  return kOfxStatOK;
-}
-
-/// Whole, and within the project where it has no end. Nothing without a source.
-std::optional<OfxRectD> EffectInstance::regionOfSource(OfxTime time) const {
-  OfxRectD region{};
-  if (!hasSource() ||
-      host_.effect->clipGetRegionOfDefinition(source_, time, &region) != kOfxStatOK) {
-    return std::nullopt;
-  }
-  const Properties instance = propertiesOf(host_, handle_);
-  const double x1 = instance.number(kOfxEffectProjectOffset, 0);
-  const double y1 = instance.number(kOfxEffectProjectOffset, 0, 1);
-  if (region.x1 <= kOfxFlagInfiniteMin) region.x1 = x1;
-  if (region.y1 <= kOfxFlagInfiniteMin) region.y1 = y1;
-  if (region.x2 >= kOfxFlagInfiniteMax) {
-    region.x2 = x1 + instance.number(kOfxEffectProjectSize, 1920);
-  }
-  if (region.y2 >= kOfxFlagInfiniteMax) {
-    region.y2 = y1 + instance.number(kOfxEffectProjectSize, 1080, 1);
-  }
-  return region;
-}
-
-OfxStatus EffectInstance::getRegionOfDefinition(const Properties& arguments,
-                                                const Properties& regions) const {
-  const auto region = regionOfSource(arguments.number(kOfxPropTime, 0));
-  if (!region || !setRectangle(regions, kOfxEffectRegionOfDefinition, *region)) {
-    return kOfxStatReplyDefault;
-  }
-  return kOfxStatOK;
-}
-
-OfxStatus EffectInstance::getRegionsOfInterest(const Properties& arguments,
-                                               const Properties& regions) const {
-  const auto region = regionOfSource(arguments.number(kOfxPropTime, 0));
-  if (!region || !setRectangle(regions, kOfxClipRegionOfInterestSource, *region)) {
-    return kOfxStatReplyDefault;
-  }
-  return kOfxStatOK;
-}
-
-OfxStatus EffectInstance::instanceChanged(const Properties& change) {
-  const std::string reason = change.text(kOfxPropChangeReason);
-  if (reason != kOfxChangeTime) forget();
-  if (reason == kOfxChangeUserEdited && change.text(kOfxPropType) == kOfxTypeParameter) {
-    const std::string name = change.text(kOfxPropName);
-    const auto changed = std::ranges::find(effectParameters(), name, &EffectParameter::name);
-    if (changed != effectParameters().end() && changed->kind == Kind::Preset) applyPreset(*changed);
-  }
-  updateGreying();
-  return kOfxStatOK;
-}
-
-void EffectInstance::applyPreset(const EffectParameter& row) const {
-  const int item = values_.chosenPreset(row);
-  const std::vector<std::string> items = itemsOf(row);
-  if (item <= 0 || item >= static_cast<int>(items.size())) return;
-  constexpr FrameSize kUnit{1, 1};
-  Values values(kUnit);
-  const scene::Preset& preset =
-      builtInPresets().find({items[static_cast<std::size_t>(item)], row.label});
-  for (const ParamIndex index : builtInPresets().apply(preset, kUnit, values)) {
-    values_.set(index, values[index]);
-  }
-}
-
-void EffectInstance::updateGreying() {
-  const Values values = values_.now();
-  std::vector<std::int8_t> states(kParamCount, -1);
-  for (std::int32_t changed = 2; changed < kParamCount; ++changed) {
-    const auto found = greyingOf(values, changed);
-    if (!found) continue;
-    for (const ControlState& state : *found)
-      states[static_cast<std::size_t>(state.index)] = state.enabled;
-  }
-  for (std::size_t i = 0; i < states.size(); ++i) {
-    if (states[i] < 0 || states[i] == enabled_[i]) continue;
-    enabled_[i] = states[i];
-    values_.setEnabled(static_cast<ParamIndex>(i), states[i] != 0);
   }
 }
 

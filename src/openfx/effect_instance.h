@@ -43,6 +43,7 @@ class EffectInstance {
   void noticeChanges(std::int32_t frame);
   void draw(Composer& composer, std::int32_t frame);
   void drawLayer(Composer& composer, std::size_t layer, std::int32_t frame);
+  void stopIfAborted() const;
   Values valuesAt(std::size_t layer, std::int32_t frame);
   void forgetStars();
   void complain(const std::string& reason);

@@ -23,6 +23,7 @@ HostValues::HostValues(const Host& host, OfxImageEffectHandle instance) : host_(
   handles_.resize(effectParameters().size());
   OfxParamSetHandle set = nullptr;
   if (host.effect->getParamSet(instance, &set) != kOfxStatOK) return;
+  set_ = set;
   for (std::size_t i = 0; i < handles_.size(); ++i) {
     OfxParamHandle handle = nullptr;
     const char* name = effectParameters()[i].name.c_str();
@@ -145,12 +146,17 @@ const EffectParameter* HostValues::parameterOf(ParamIndex index) const {
   return found != effectParameters().end() && handleOf(*found) != nullptr ? &*found : nullptr;
 }
 
-void HostValues::set(ParamIndex index, const Value& value) const {
+void HostValues::set(const std::vector<ParamIndex>& indices, const Values& values) const {
+  const bool isOneStep = host_.parameter->paramEditBegin(set_, "Preset") == kOfxStatOK;
+  for (const ParamIndex index : indices) setOne(index, values);
+  if (isOneStep) host_.parameter->paramEditEnd(set_);
+}
+
+void HostValues::setOne(ParamIndex index, const Values& values) const {
   const EffectParameter* parameter = parameterOf(index);
   if (parameter == nullptr) return;
   const OfxParamHandle handle = handleOf(*parameter);
-  Values values;
-  values[index] = value;
+  const Value& value = values[index];
   const double number = values.number(index);
   const ByteColor color = toColor(value);
   const auto setValue = host_.parameter->paramSetValue;

@@ -27,8 +27,8 @@ class HostValues {
   /// From 0, which sets nothing. Not while a frame is rendered, as the setters below.
   int chosenPreset(const EffectParameter& parameter) const;
 
-  /// `value` is of a frame of 1 by 1.
-  void set(ParamIndex index, const Value& value) const;
+  /// Sets these of the values, which are of a frame of 1 by 1, as one step to undo.
+  void set(const std::vector<ParamIndex>& indices, const Values& values) const;
   void setEnabled(ParamIndex index, bool isEnabled) const;
 
  private:
@@ -38,9 +38,11 @@ class HostValues {
   bool get(const EffectParameter& parameter, const OfxTime* time, Component*... components) const;
   void addChoice(const EffectParameter& parameter, const OfxTime* time, FrameSize frame,
                  Choices& choices) const;
+  void setOne(ParamIndex index, const Values& values) const;
   Choices choicesAt(const OfxTime* time, FrameSize frame) const;
 
   const Host& host_;
+  OfxParamSetHandle set_ = nullptr;
   std::vector<OfxParamHandle> handles_;  // in the order of effectParameters(); null where missing
 };
 

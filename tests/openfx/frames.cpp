@@ -66,6 +66,11 @@ Values busyValues() {
   return values;
 }
 
+OfxStatus renderFrame(hostkit::OpenFxEffect& effect, double time, const OpenFxPicture& source,
+                      OpenFxPicture& output) {
+  return effect.render({.time = time, .source = &source}, output);
+}
+
 EffectFrame effectFrame(const std::function<Values(int frame)>& valuesAt, int frame,
                         const OpenFxPicture* source, bool isDeep) {
   const brisel::FrameSize size{kFrame.x2, kFrame.y2};

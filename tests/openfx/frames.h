@@ -13,6 +13,7 @@
 namespace tests {
 
 inline constexpr OfxRectI kFrame{0, 0, 83, 47};
+inline constexpr double kStep = 1.0 / 32768;  // of the effect's 16 bits
 
 /// The built plug-in, which stays loaded.
 OfxPlugin& thePlugin();
@@ -32,6 +33,10 @@ void makeBusy(hostkit::OpenFxEffect& effect);
 
 /// The effect's values that makeBusy means, for frames of kFrame.
 brisel::Values busyValues();
+
+/// A frame over the source.
+OfxStatus renderFrame(hostkit::OpenFxEffect& effect, double time,
+                      const hostkit::OpenFxPicture& source, hostkit::OpenFxPicture& output);
 
 /// Frames 0 .. count - 1 by the effect itself over a picture of straight or no alpha, as the effect
 /// has them: alpha first, the top row first. 16 bits are 0 to 32768.

@@ -15,9 +15,8 @@ using hostkit::OpenFxEffect;
 using hostkit::OpenFxHost;
 using hostkit::OpenFxPicture;
 
-OfxStatus renderFrame(OpenFxEffect& effect, double time, OpenFxPicture& output) {
-  const OpenFxPicture source = pattern({});
-  return effect.render({.time = time, .source = &source}, output);
+OfxStatus renderPattern(OpenFxEffect& effect, double time, OpenFxPicture& output) {
+  return renderFrame(effect, time, pattern({}), output);
 }
 
 TEST(OpenFxHosts, MayFailAnyCall) {
@@ -31,14 +30,14 @@ TEST(OpenFxHosts, MayFailAnyCall) {
       makeBusy(effect);
       for (const int frame : {3, 1, 2}) {
         OpenFxPicture output({}, kFrame);
-        const OfxStatus status = renderFrame(effect, frame, output);
+        const OfxStatus status = renderPattern(effect, frame, output);
         EXPECT_TRUE(status == kOfxStatOK || status == kOfxStatFailed) << status;
         effect.change("size");
         effect.change("emmiterPresets");
       }
       host.manners.failsEvery = 0;
       OpenFxPicture output({}, kFrame);
-      EXPECT_EQ(renderFrame(effect, 3, output), kOfxStatOK);
+      EXPECT_EQ(renderPattern(effect, 3, output), kOfxStatOK);
       ++drawn;
     } catch (const hostkit::Error&) {
       ++refused;
@@ -59,16 +58,16 @@ TEST(OpenFxHosts, MayFailAnyCall) {
   makeBusy(effect);
   OpenFxPicture output({}, kFrame);
   const int before = host.calls();
-  ASSERT_EQ(renderFrame(effect, 3, output), kOfxStatOK);
+  ASSERT_EQ(renderPattern(effect, 3, output), kOfxStatOK);
   const int calls = host.calls() - before;
   for (int call = 1; call <= calls; call += 3) {
     host.failOnlyCall(call);
     OpenFxPicture other({}, kFrame);
-    const OfxStatus status = renderFrame(effect, 3, other);
+    const OfxStatus status = renderPattern(effect, 3, other);
     EXPECT_TRUE(status == kOfxStatOK || status == kOfxStatFailed) << call;
   }
   host.failOnlyCall(0);
-  ASSERT_EQ(renderFrame(effect, 3, output), kOfxStatOK);
+  ASSERT_EQ(renderPattern(effect, 3, output), kOfxStatOK);
   EXPECT_EQ(output.bytes(), expected);
 }
 
@@ -79,7 +78,7 @@ TEST(OpenFxHosts, MayAnswerNoValues) {
   host.manners.failsValues = true;
   const OpenFxPicture source = pattern({});
   OpenFxPicture output({}, kFrame);
-  ASSERT_EQ(renderFrame(effect, 9, output), kOfxStatOK);
+  ASSERT_EQ(renderPattern(effect, 9, output), kOfxStatOK);
   const auto defaults = [](int) {
     Values values({kFrame.x2, kFrame.y2});
     values.setNumber(brisel::kMixWithOriginal, 3);
@@ -95,12 +94,12 @@ TEST(OpenFxHosts, MayAnswerNoValues) {
   wild.set("colorOfParticles", {kNone, 0, 0});
   wild.set("type", {77});
   wild.set("standardPath", {-1});
-  ASSERT_EQ(renderFrame(wild, 9, output), kOfxStatOK);
+  ASSERT_EQ(renderPattern(wild, 9, output), kOfxStatOK);
   expectFrame(output, effectFrame(defaults, 9, &source, false), 0);
   wild.set("gravity", {std::numeric_limits<double>::infinity()});
   wild.set("start", {1e300, -1e300});
   wild.set("maximumNumberOfStars", {2e9});
-  EXPECT_EQ(renderFrame(wild, 9, output), kOfxStatOK);
+  EXPECT_EQ(renderPattern(wild, 9, output), kOfxStatOK);
 }
 
 TEST(OpenFxHosts, MayKnowTheValuesOfNowOnly) {
@@ -113,7 +112,7 @@ TEST(OpenFxHosts, MayKnowTheValuesOfNowOnly) {
   for (const int frame : {3, 12, 5}) {
     host.manners.now = frame;
     OpenFxPicture output({}, kFrame);
-    ASSERT_EQ(renderFrame(effect, frame, output), kOfxStatOK);
+    ASSERT_EQ(renderPattern(effect, frame, output), kOfxStatOK);
     const auto values = [frame](int) {
       Values now = busyValues();
       now.setNumber(brisel::kIntensity, 5 + frame);
@@ -130,7 +129,7 @@ TEST(OpenFxHosts, MayMakeOneObjectOfAllAndLoadAndUnloadAsTheyPlease) {
     OpenFxEffect effect(host, thePlugin(), kOfxContextFilter, true);
     makeBusy(effect);
     OpenFxPicture output({}, kFrame);
-    ASSERT_EQ(renderFrame(effect, 9, output), kOfxStatOK);
+    ASSERT_EQ(renderPattern(effect, 9, output), kOfxStatOK);
     EXPECT_EQ(output.bytes(), expected);
     EXPECT_EQ(thePlugin().mainEntry(kOfxActionUnload, nullptr, nullptr, nullptr), kOfxStatOK);
     EXPECT_EQ(thePlugin().mainEntry(kOfxActionUnload, nullptr, nullptr, nullptr), kOfxStatOK);
@@ -152,7 +151,8 @@ TEST(OpenFxHosts, MayRenderOnAnyThreads) {
       for (int i = 0; i < 24; ++i) {  // forward, backward, with gaps, the same again
         const int frame = part == 0 ? i : part == 1 ? 23 - i : part == 2 ? i * 5 % 24 : i / 3 * 3;
         OpenFxPicture output({}, kFrame);
-        EXPECT_EQ(renderFrame(*effects[static_cast<std::size_t>(part)], frame, output), kOfxStatOK);
+        EXPECT_EQ(renderPattern(*effects[static_cast<std::size_t>(part)], frame, output),
+                  kOfxStatOK);
         EXPECT_EQ(output.bytes(), expected[static_cast<std::size_t>(frame)])
             << part << ' ' << frame;
         effects[static_cast<std::size_t>(part)]->act(kOfxActionEndSequenceRender);
@@ -198,10 +198,10 @@ TEST(OpenFxHosts, GetNothingFromImagesThatCannotBe) {
   for (const hostkit::PictureKind& kind : {hostkit::PictureKind{.depth = "OfxBitDepthHalf"},
                                            {.components = "OfxImageComponentAlpha"}}) {
     OpenFxPicture output(kind, kFrame);
-    EXPECT_EQ(renderFrame(effect, 3, output), kOfxStatFailed);
+    EXPECT_EQ(renderPattern(effect, 3, output), kOfxStatFailed);
   }
   OpenFxPicture empty({}, {5, 5, 5, 9});
-  EXPECT_EQ(renderFrame(effect, 3, empty), kOfxStatFailed);
+  EXPECT_EQ(renderPattern(effect, 3, empty), kOfxStatFailed);
   OpenFxPicture output({}, kFrame);
   const OpenFxPicture deep = pattern({.depth = kOfxBitDepthShort});
   EXPECT_EQ(effect.render({.time = 3, .source = &deep}, output), kOfxStatFailed);
@@ -214,10 +214,10 @@ TEST(OpenFxHosts, MayStopAFrame) {
   OpenFxPicture output({}, kFrame);
   const std::vector<std::uint8_t> untouched = output.bytes();
   effect.instance().abortAfter = 1;
-  EXPECT_EQ(renderFrame(effect, 200, output), kOfxStatOK);
+  EXPECT_EQ(renderPattern(effect, 200, output), kOfxStatOK);
   EXPECT_EQ(output.bytes(), untouched);
   effect.instance().abortAfter = -1;
-  ASSERT_EQ(renderFrame(effect, 200, output), kOfxStatOK);
+  ASSERT_EQ(renderPattern(effect, 200, output), kOfxStatOK);
   EXPECT_EQ(output.bytes(), freshFrame(200));
 }
 
@@ -291,6 +291,7 @@ TEST(OpenFxActions, SetWhatAPresetSetsAndGreyWhatHasNoEffect) {
   EXPECT_EQ(effect.parameter("standardPath").numbers, std::vector{0.0}) << "nobody chose it";
   effect.change("emmiterPresets");
   EXPECT_EQ(effect.parameter("standardPath").numbers, std::vector{4.0});
+  EXPECT_EQ(effect.parameters().openEdits, 0);
   EXPECT_NEAR(effect.parameter("start").numbers.at(1), 1 - 0.54, 1e-4);
 }
 
