@@ -61,6 +61,13 @@ bool isSamePlan(const cli::ScenePlan& a, const cli::ScenePlan& b) {
          a.scene.layers.size() == b.scene.layers.size();
 }
 
+/// What its pixels depend on.
+std::string keyOfInput(const cli::ScenePlan& plan) {
+  return plan.input->fingerprint + plan.input->source.file + " " + std::to_string(plan.size.width) +
+         "x" + std::to_string(plan.size.height) + " " + plan.rate.text() + " " +
+         std::to_string(static_cast<int>(plan.depth));
+}
+
 /// Those that no star depends on are left out.
 bool haveSameStars(brisel::Values a, const brisel::Values& b) {
   for (const brisel::ParamIndex index : {brisel::kAddMode, brisel::kMixWithOriginal}) {
@@ -192,6 +199,7 @@ void ScenePainter::drawLayers(Stars& stars, int frame, const std::function<void(
 
   brisel::FrameViews views;
   views.input = inputAt(stars, frame);
+  views.inputShapes = shapesOf(plan);
   views.layerWidth = plan.layer.width;
   views.highQuality = plan.scene.highQuality;
   views.painter = &painter_;
@@ -237,10 +245,7 @@ void ScenePainter::drawLayer(Stars& stars, std::size_t layer, int frame,
 brisel::ImageView ScenePainter::inputAt(const Stars& stars, int frame) {
   const cli::ScenePlan& plan = stars.plan;
   if (plan.input && problem_.empty()) {
-    const std::string key = plan.input->fingerprint + plan.input->source.file + " " +
-                            std::to_string(plan.size.width) + "x" +
-                            std::to_string(plan.size.height) + " " + plan.rate.text() + " " +
-                            std::to_string(static_cast<int>(plan.depth));
+    const std::string key = keyOfInput(plan);
     try {
       if (clipKey_ != key) {
         clip_ = std::make_unique<ClipFrames>(plan);
@@ -258,6 +263,16 @@ brisel::ImageView ScenePainter::inputAt(const Stars& stars, int frame) {
   }
   noInput_.resize(bytesOf(plan.size, plan.depth));
   return viewOf<const std::uint8_t>(noInput_.data(), plan);
+}
+
+/// Those of the input where all frames have the same; else null.
+brisel::InputShapes* ScenePainter::shapesOf(const cli::ScenePlan& plan) {
+  const bool hasInput = plan.input && problem_.empty();
+  if (hasInput && !plan.input->isStill()) return nullptr;
+  const std::string key = hasInput ? keyOfInput(plan) : std::string();
+  if (key != shapesKey_) shapes_.forget();
+  shapesKey_ = key;
+  return &shapes_;
 }
 
 QImage ScenePainter::overClip(const Stars& stars, int frame, const QImage& image) {

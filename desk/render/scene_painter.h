@@ -12,6 +12,7 @@
 #include "desk/render/clip_frames.h"
 #include "desk/render/picture.h"
 #include "effect/frame_views.h"
+#include "effect/input_shapes.h"
 #include "effect/star_history.h"
 #include "render/painter.h"
 
@@ -41,12 +42,15 @@ class ScenePainter {
   void drawLayer(Stars& stars, std::size_t layer, int frame, const brisel::FrameViews& views,
                  const std::function<void()>& checkWanted);
   brisel::ImageView inputAt(const Stars& stars, int frame);
+  brisel::InputShapes* shapesOf(const cli::ScenePlan& plan);
   QImage overClip(const Stars& stars, int frame, const QImage& image);
 
   brisel::Painter painter_;
   std::list<Stars> stars_;  // the ones used last first
   std::unique_ptr<ClipFrames> clip_;
   std::string clipKey_;  // what `clip_` is of
+  brisel::InputShapes shapes_;
+  std::string shapesKey_;  // what they are of
   std::vector<std::uint8_t> output_;
   std::vector<std::uint8_t> below_;
   std::vector<std::uint8_t> noInput_;

@@ -7,14 +7,13 @@
 #include <optional>
 
 #include "core/random.h"
+#include "effect/input_shapes.h"
 #include "effect/settings.h"
 #include "engine/contour_emitter.h"
 #include "engine/emitter.h"
 #include "engine/mask_outline.h"
 #include "engine/particle.h"
 #include "engine/simulation.h"
-#include "engine/source.h"
-#include "platform/page_array.h"
 #include "platform/pages.h"
 #include "render/kernels.h"
 #include "render/painter.h"
@@ -30,8 +29,8 @@ std::size_t arrayBytes(std::int32_t capacity) {
 /// The settings of one frame and its emitter, with what the emitter points to.
 struct PreparedFrame {
   RenderSettings settings;
-  PageArray<float> sourceIntensityMap;
-  ContourEmitter contour;
+  InputShapes ownShapes;  // where there are none that are kept
+  ContourEmitter noContour;
   Emitter emitter;
   bool isComplete = true;  // there was memory for all that the frame's stars need
 
@@ -40,35 +39,28 @@ struct PreparedFrame {
             values,
             {{views.output.width, views.output.height}, views.layerWidth, views.highQuality})) {
     const FrameSize size{settings.frameWidth, settings.frameHeight};
+    InputShapes& shapes = views.inputShapes != nullptr ? *views.inputShapes : ownShapes;
     if (settings.pathMaskId == 0) mask = nullptr;
+    const float* map = nullptr;
+    const ContourEmitter* contour = &noContour;
     if (settings.standardPath == StandardPath::SourceAsRasterMask) {
-      sourceIntensityMap = buildSourceIntensityMap(views.input, size);
-      isComplete = sourceIntensityMap != nullptr;
+      map = shapes.intensityMap(views.input, size);
+      isComplete = map != nullptr;
     } else if (settings.standardPath == StandardPath::ContourAlphaChannel && mask == nullptr) {
-      isComplete = traceContour(views.input, size);
+      const ContourEmitter* found = shapes.contour(views.input, size, settings.resolutionScale);
+      isComplete = found != nullptr;
+      if (isComplete) contour = found;
     }
     // A mask takes the place of every shape, and the Bezier that of a missing mask.
     if (settings.pathMaskId != 0) settings.standardPath = StandardPath::Bezier;
     emitter = prepareEmitter(settings);
     emitter.maskOutline = mask;
-    emitter.contour = &contour;
+    emitter.contour = contour;
     emitter.source = views.input;
-    emitter.sourceIntensityMap = sourceIntensityMap.get();
+    emitter.sourceIntensityMap = map;
   }
   PreparedFrame(const PreparedFrame&) = delete;
   PreparedFrame& operator=(const PreparedFrame&) = delete;
-
- private:
-  /// Returns false, and leaves no contour, when there is no memory.
-  bool traceContour(const ImageView& input, FrameSize size) try {
-    const auto alphaMask = buildAlphaMask(input, size);
-    contour = buildContourEmitter(
-        {alphaMask.get(), size.width, size.height, size.width, PixelFormat::Mask8},
-        settings.resolutionScale);
-    return alphaMask != nullptr;
-  } catch (const std::bad_alloc&) {
-    return false;
-  }
 };
 
 void advance(PreparedFrame& frame, const FrameState& state) {

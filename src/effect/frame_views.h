@@ -7,6 +7,7 @@
 
 namespace brisel {
 
+class InputShapes;
 class Painter;
 
 /// Borrowed for the call that it is given to. A `painter` (render/painter.h) may be shared by
@@ -20,6 +21,7 @@ struct FrameViews {
   bool highQuality = true;      // smooth edges of rays
   Painter* painter = nullptr;   // null: on the calling thread, with the widest instruction set
   ImageView backdrop{};         // of the output's format; mixed in under the stars, not the input
+  InputShapes* inputShapes = nullptr;  // of an input that stays the same; null: found for the frame
 };
 
 }  // namespace brisel

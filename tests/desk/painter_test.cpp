@@ -3,6 +3,7 @@
 
 #include <thread>
 
+#include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -74,19 +75,40 @@ input = "clip.mp4"
 "Type" = "Type blics"
 )";
 
+/// Stars that are born where the still is, or at its outline.
+std::string overStill(const std::string& still, const std::string& path) {
+  return "[scene]\nsize = [96, 54]\nframes = 9\n" + still + "[params]\n\"Standard path\" = \"" +
+         path + "\"\n\"Intensity\" = 20\n";
+}
+
 TEST_F(PainterTest, FramesInAnyOrderAreThoseOfARender) {
   makeClip("clip.mp4", 12);
+  for (const int side : {20, 40}) {
+    QImage still(96, 54, QImage::Format_ARGB32);
+    still.fill(Qt::transparent);
+    QPainter(&still).fillRect(QRect(10, 5, side, side), Qt::yellow);
+    ASSERT_TRUE(still.save(QString::fromStdString(path(std::to_string(side) + ".png").string())));
+  }
+  // What is known of one still is not taken for another's.
+  const std::string small = "input = \"20.png\"\n";
+  const std::string raster = overStill(small, "Source as raster mask");
+  const std::string outline = overStill(small, "Contour alpha channel");
+  const std::string other = overStill("input = \"40.png\"\n", "Contour alpha channel");
+  const std::string none = overStill("", "Contour alpha channel");
   struct Case {
     const char* text;
     int reduction;
     int frames;
   };
+  desk::ScenePainter painter(2);
   const std::string deep = std::string(kLayers).replace(0, 8, "[scene]\ndepth = 16\n");
-  for (const Case& c : {Case{kLayers, 1, 30}, Case{kLayers, 3, 25}, Case{deep.c_str(), 2, 8},
-                        Case{kOverClip, 1, 14}, Case{kOverClip, 2, 14}}) {
+  for (const Case& c :
+       {Case{kLayers, 1, 30}, Case{kLayers, 3, 25}, Case{deep.c_str(), 2, 8},
+        Case{raster.c_str(), 1, 9}, Case{kOverClip, 1, 14}, Case{outline.c_str(), 1, 9},
+        Case{other.c_str(), 1, 9}, Case{other.c_str(), 2, 9}, Case{none.c_str(), 1, 9},
+        Case{kOverClip, 2, 14}}) {
     const desk::SharedState state = stateOf(c.text);
     const std::vector<QImage> expected = rendered(state, c.reduction, c.frames);
-    desk::ScenePainter painter(2);
     for (const int frame : {c.frames - 1, 0, 1, c.frames / 2, c.frames / 2 - 3, 5, 5}) {
       const desk::Picture picture =
           painter.paint(FrameRequest{state, frame, c.reduction, Backdrop::kTransparent}, [] {});
