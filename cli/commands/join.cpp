@@ -46,7 +46,7 @@ std::optional<Soundtrack> soundOf(const JoinOptions& options, const ClipPart& pa
   const bool chosen = !options.audio.empty();
   const std::string file = chosen ? options.audio : part.sound;
   if (options.noAudio || file.empty()) return std::nullopt;
-  if (!chosen && !std::filesystem::exists(file)) {
+  if (!chosen && !std::filesystem::is_regular_file(file)) {
     throw WorkError("the sound of the parts was taken from " + inQuotes(file) +
                     ", which is not there; name a file with --audio, or give --no-audio");
   }
@@ -74,8 +74,9 @@ void join(const JoinOptions& options) {
   checkThatNoneIsMissing(options, part, range);
   joinParts(parts, target, soundOf(options, part, range));
   const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-  std::fprintf(stderr, "%s: %d frames of %zu parts in %.1f s\n", target.path.filename().c_str(),
-               range.count(), parts.size(), taken.count());
+  std::fprintf(stderr, "%s: %d %s of %zu %s in %.1f s\n", target.path.filename().c_str(),
+               range.count(), range.count() == 1 ? "frame" : "frames", parts.size(),
+               parts.size() == 1 ? "part" : "parts", taken.count());
 }
 
 }  // namespace

@@ -129,6 +129,8 @@ RenderJob planJob(const std::string& file, const RenderOptions& options) {
     if (!stateName.empty() && !states) state = readState(stateName);
     const FrameRange range = rangeToRender(options, plan, state ? state->frame : 0);
     std::vector<int> frames = framesToWrite(target, range, plan.depth, output);
+    checkThatItStays(plan.scene.file, "scene", target, frames);
+    checkThatItStays(plan.scene.input, "input", target, frames);
     const int firstFrame = frames.empty() ? range.first : frames.front();
     if (states) state = nearestState(stateName, *states, firstFrame);
     if (state && state->frame > firstFrame) {

@@ -1,11 +1,13 @@
 #include "cli/media/clip_part.h"
 
 #include <algorithm>
+#include <limits>
 #include <nlohmann/json.hpp>
 
 #include "cli/media/ffprobe.h"
 #include "cli/media/media_source.h"
 #include "cli/support/errors.h"
+#include "scene/scene.h"
 #include "scene/text/numbers.h"
 
 namespace cli {
@@ -43,6 +45,16 @@ int countIn(const Json& answer) {
   return scene::parseInteger(stream.value(key, "")).value_or(0);
 }
 
+// Frames a second, at which as many as there can be still end at a time that can be told.
+constexpr double kSlowest = 1e-6;
+
+// -1, which is wrong everywhere, for what is no whole number or too great a one.
+int countFrom(const Json& value) {
+  const bool isCount = value.is_number_unsigned() &&
+                       value.get<std::uint64_t>() <= std::uint64_t{std::numeric_limits<int>::max()};
+  return isCount ? value.get<int>() : -1;
+}
+
 // Containers spell the name of the comment in their own way.
 std::string commentIn(const Json& answer) {
   const Json tags = answer.value("format", Json::object()).value("tags", Json::object());
@@ -77,16 +89,17 @@ std::optional<ClipPart> partFromComment(const std::string& comment) {
   try {
     const Json said = Json::parse(comment).at(kPart);
     ClipPart part;
-    part.range = {said.at("frames").at(0), said.at("frames").at(1)};
-    part.frames = said.at("of");
-    part.rate = {said.at("rate").at(0), said.at("rate").at(1)};
+    part.range = {countFrom(said.at("frames").at(0)), countFrom(said.at("frames").at(1))};
+    part.frames = countFrom(said.at("of"));
+    part.rate = {countFrom(said.at("rate").at(0)), countFrom(said.at("rate").at(1))};
     for (const Json& setting : said.at("settings")) {
       part.settings.emplace_back(setting.at(0), setting.at(1));
     }
     part.sound = said.at("sound");
     const bool makesSense = part.range.first >= 0 && part.range.first <= part.range.last &&
-                            part.range.last < part.frames && part.rate.frames > 0 &&
-                            part.rate.seconds > 0;
+                            part.range.last < part.frames && part.frames <= scene::kMaxFrames &&
+                            part.rate.frames > 0 && part.rate.seconds > 0 &&
+                            part.rate.perSecond() >= kSlowest;
     return makesSense ? std::optional(part) : std::nullopt;
   } catch (const Json::exception&) {
     return std::nullopt;
@@ -94,6 +107,11 @@ std::optional<ClipPart> partFromComment(const std::string& comment) {
 }
 
 PartFile readPart(const std::filesystem::path& file) {
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(file, error);
+  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+    throw WorkError(inQuotes(file.string()) + " is a folder, a device or a pipe, not a clip");
+  }
   const Json answer = probe(file, file.string());
   auto part = partFromComment(commentIn(answer));
   if (!part) {

@@ -55,13 +55,32 @@ bool isComplete(const OutputTarget& target, const std::filesystem::path& file) {
 
 void checkOutputFile(const std::filesystem::path& path, bool overwrite) {
   checkFolder(path.has_parent_path() ? path.parent_path() : ".");
+  const std::string name = "the output " + inQuotes(path.string());
   std::error_code error;
-  if (std::filesystem::is_directory(path, error)) {
-    throw WorkError("the output " + inQuotes(path.string()) + " is a folder");
+  const std::filesystem::file_status status = std::filesystem::status(path, error);
+  if (!std::filesystem::exists(status)) return;
+  if (std::filesystem::is_directory(status)) throw WorkError(name + " is a folder");
+  // It would not be written into: a file would take its place.
+  if (!std::filesystem::is_regular_file(status)) {
+    throw WorkError(name +
+                    " is a device or a pipe, not a file; \"brisel render -o -\" writes to one");
   }
-  if (!overwrite && std::filesystem::exists(path, error)) {
-    throw WorkError("the output " + inQuotes(path.string()) +
-                    " exists already; give --overwrite to replace it");
+  if (!overwrite) {
+    throw WorkError(name + " exists already; give --overwrite to replace it");
+  }
+}
+
+void checkThatItStays(const std::filesystem::path& read, const std::string& what,
+                      const OutputTarget& target, const std::vector<int>& frames) {
+  if (target.isStandardOutput()) return;
+  for (const int frame : frames) {
+    const std::filesystem::path file = target.fileOf(frame);
+    std::error_code isNew;
+    if (std::filesystem::equivalent(read, file, isNew)) {
+      throw UsageError("the output " + inQuotes(file.string()) + " is the " + what +
+                       " itself; give another name");
+    }
+    if (!target.isNumbered) return;
   }
 }
 

@@ -112,7 +112,9 @@ OutputTarget parseOutputTarget(const OutputOptions& options) {
     if (target.format != OutputFormat::kMov) {
       throw UsageError("--codec is for .mov clips, not for " + target.name());
     }
-    target.codec = kCodecs.at(options.codec);
+    const auto codec = kCodecs.find(options.codec);
+    if (codec == kCodecs.end()) throw UsageError("there is no codec " + inQuotes(options.codec));
+    target.codec = codec->second;
   }
   if (options.startNumber) {
     if (!target.isNumbered) {

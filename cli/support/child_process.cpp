@@ -51,6 +51,20 @@ std::string withoutSourceTag(const std::string& line) {
   return end == std::string::npos ? line : line.substr(end + 2);
 }
 
+// Ours but for what has ffmpeg write colours into what it says, of which people see a part, or a
+// report into the working folder.
+std::vector<char*> environmentForChild() {
+  std::vector<char*> variables;
+  for (char** variable = environ; *variable != nullptr; ++variable) {
+    const std::string_view text = *variable;
+    if (!text.starts_with("AV_LOG_FORCE_") && !text.starts_with("FFREPORT=")) {
+      variables.push_back(*variable);
+    }
+  }
+  variables.push_back(nullptr);
+  return variables;
+}
+
 // Waits until the pipe can be read or written, or has lost its other end. A signal ends a wait of
 // one thread only, so the request that it made is looked at now and then.
 void waitFor(int pipe, short event) {
@@ -96,7 +110,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, Pipe pipe)
   }
   arguments.push_back(nullptr);
   const int error = posix_spawnp(&process_, name_.c_str(), &setup.files, &setup.attributes,
-                                 arguments.data(), environ);
+                                 arguments.data(), environmentForChild().data());
   if (error != 0) {
     process_ = -1;
     throw WorkError("cannot start " + inQuotes(name_) + ": " + std::strerror(error) +

@@ -1,5 +1,6 @@
 // `brisel chunks`, `join` and `farm` on this machine: parts against one render.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <csignal>
 #include <sstream>
@@ -166,7 +167,30 @@ TEST_F(ChunksTest, PartsThatDoNotFitAreRefusedByName) {
   EXPECT_NE(refusal("join", "0-4.mov 5-6.mov -o 5-6.mov --overwrite").find("one of the parts"),
             std::string::npos);
   EXPECT_NE(refusal("join", "0-4.mov -o o.mp4").find("another kind"), std::string::npos);
+  ASSERT_EQ(mkfifo(path("fifo.mov").c_str(), 0600), 0);
+  EXPECT_EQ(join("fifo.mov"), "brisel: \"fifo.mov\" is a folder, a device or a pipe, not a clip\n");
+  EXPECT_NE(
+      refusal("join", "0-4.mov -o fifo.mov --overwrite").find("a device or a pipe, not a file"),
+      std::string::npos);
+  // What others may have written into a part.
+  const auto forged = [&](const std::string& said) {
+    ffmpeg("-i 0-4.mov -c copy -y -metadata comment=" + said + " forged.mov");
+    return join("forged.mov");
+  };
+  const std::string end = R"(,"rate":[25,1],"settings":[["codec","qtrle"]],"sound":""}})";
+  for (const char* numbers :
+       {R"([4294967296,4294967300],"of":5)", R"([0,4],"of":4294967301)", R"([0,1e300],"of":5)",
+        R"([-4294967296,4],"of":5)", R"([0,4.5],"of":5)", R"([0,4],"of":1000001)"}) {
+    const std::string said = forged(R"({"brisel-part":{"frames":)" + std::string(numbers) + end);
+    EXPECT_NE(said.find("does not say which part"), said.npos) << numbers << said;
+  }
+  EXPECT_NE(forged(R"({"brisel-part":{"frames":[0,4],"of":5,"rate":[25,1],"settings":)"
+                   R"([["codec","none"]],"sound":""}})")
+                .find("there is no codec \"none\""),
+            std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(path("o.mov")));
+  const CommandResult one = command("join", "0-4.mov -o o.mov --frames 0-4");
+  EXPECT_TRUE(one.err.starts_with("o.mov: 5 frames of 1 part in")) << one.err;
 
   EXPECT_NE(refusal("chunks", "s.toml -n 2 -o o.gif").find("cannot be put together"),
             std::string::npos);

@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/mount.h>
+#include <sys/stat.h>
 
 #include <chrono>
 #include <thread>
 #include <tuple>
 
 #include "tests/cli/commands/render_fixture.h"
+#include "tests/support/complaints.h"
 
 namespace {
 
@@ -78,6 +80,36 @@ TEST_F(RenderFailuresTest, OutputsAreReplacedOnlyOnRequest) {
   EXPECT_EQ(names(), (Names{"f_3.png", "out.mov", "s.toml"}));
   renders("s.toml -o out.mov --overwrite");
   EXPECT_EQ(frames("out.mov").size(), 6u);
+
+  // Never: what would not be written into but replaced, and what is read meanwhile.
+  ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+  for (const char* link : {"p.mov", "p.png", "p_3.png", "p_2.state", "p.toml", "p_3.exr"}) {
+    std::filesystem::create_symlink("pipe", path(link));
+  }
+  std::filesystem::create_hard_link(path("s.toml"), path("s_4.png"));
+  const Names before = names();
+  const std::string isPipe = "is a device or a pipe, not a file";
+  for (const auto& [arguments, message] : tests::Complaints{
+           {"render s.toml -o pipe --format mov", isPipe},
+           {"render s.toml -o p_%d.png --skip-existing", isPipe},
+           {"render s.toml -o p_%d.exr", isPipe},
+           {"render s.toml -o p.png --frames 1", isPipe},
+           {"sheet s.toml -o p.png", isPipe},
+           {"panel s.toml -o p.png", isPipe},
+           {"checkpoint s.toml --every 2 -o p_%d.state", isPipe},
+           {"new p.toml", isPipe},
+           {"render s.toml -o s.toml --format mov", "\"s.toml\" is the scene itself"},
+           {"render s.toml -o s_%d.png", "\"s_4.png\" is the scene itself"},
+           {"render s.toml -i out.mov -o out.mov", "\"out.mov\" is the input itself"}}) {
+    Names words = tests::words(arguments);
+    if (arguments.find("--skip") == arguments.npos) words.push_back("--overwrite");
+    const CommandResult result = brisel(words);
+    EXPECT_NE(result.exitCode, 0) << arguments;
+    EXPECT_NE(result.err.find(message), std::string::npos) << arguments << ": " << result.err;
+    EXPECT_TRUE(result.isOneSentence()) << result.err;
+    EXPECT_EQ(names(), before) << arguments;
+  }
+  EXPECT_TRUE(std::filesystem::is_fifo(path("p.mov")));
 }
 
 TEST_F(RenderFailuresTest, WhatCannotBeDoneIsOneSentenceAndLeavesNothing) {

@@ -172,7 +172,12 @@ TEST_F(StrangersTest, ListsThatPassForClipsOpenNothing) {
         [&] { cli::findSoundtrack(cli::findSource(path(name)), 0, 1); });
     EXPECT_NE(sound.find("it is a list of other files, or of a kind"), sound.npos) << sound;
   }
+  setenv("AV_LOG_FORCE_COLOR", "1", 1);
+  setenv("FFREPORT", ("file=" + path("report").string()).c_str(), 1);
   const CommandResult result = render("s.toml -i c.mp4 -o o.mov");
+  unsetenv("AV_LOG_FORCE_COLOR");
+  unsetenv("FFREPORT");
+  EXPECT_FALSE(std::filesystem::exists(path("report")));
   EXPECT_EQ(result.err,
             "brisel: cannot read the input \"c.mp4\": it is a list of other files, or of a kind "
             "that is not read\n");
