@@ -137,8 +137,8 @@ void answerMessage(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params, v
   ProgramMessage* message = knownMessage(extra);
   if (message == nullptr) return;
   message->answer = MessageAnswer::NoInstance;
-  const LockedSequence locked(in, out.sequence_data);
-  SequenceState* sequence = locked.get();
+  LockedSequence locked(in, out.sequence_data);
+  SequenceState* sequence = locked.change();
   if (sequence == nullptr || sequence->extras == nullptr) return;
   try {
     message->answer = fulfil(in, params, *message, *sequence);

@@ -81,8 +81,8 @@ bool renderSoundFrame(PF_InData& in, PF_OutData& out, PF_ParamDef* const* params
   const Values values = readValues(params);
   FrameViews views = viewsOf(in, params, outputView(output));
   const MaskPath mask(in, values[kPath].number);
-  const LockedSequence locked(in, out.sequence_data);
-  SequenceState* sequence = locked.get();
+  LockedSequence locked(in, out.sequence_data);
+  SequenceState* sequence = locked.change();
   InstanceExtras* extras = sequence != nullptr ? sequence->extras : nullptr;
   const DrawingLease drawing(extras != nullptr ? extras->own.get() : nullptr);
   drawing.state().frameSize = {output.width, output.height};

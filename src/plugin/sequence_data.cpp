@@ -64,12 +64,17 @@ LockedSequence::LockedSequence(const PF_InData& in, PF_Handle handle)
 }
 
 LockedSequence::~LockedSequence() {
-  if (state_ != nullptr) state_->seal = sealOf(*state_, handle_);
+  if (state_ != nullptr && changes_) state_->seal = sealOf(*state_, handle_);
+}
+
+SequenceState* LockedSequence::change() {
+  changes_ = true;
+  return state_;
 }
 
 SequenceState* LockedSequence::create() {
   if (locked_.get() != nullptr) state_ = new (locked_.get()) SequenceState;
-  return state_;
+  return change();
 }
 
 PF_Err createSequence(PF_InData& in, PF_OutData& out) {
@@ -97,8 +102,8 @@ PF_Err createSequence(PF_InData& in, PF_OutData& out) {
 PF_Err releaseSequence(PF_InData& in, PF_OutData& out) {
   if (in.sequence_data == nullptr || !hasHandleCallbacks(in)) return PF_Err_NONE;
   {
-    const LockedSequence locked(in, out.sequence_data);
-    if (SequenceState* state = locked.get()) {
+    LockedSequence locked(in, out.sequence_data);
+    if (SequenceState* state = locked.change()) {
       releaseStars(state->stars, state->capacity);
       delete state->extras;
       *state = SequenceState{};

@@ -46,8 +46,9 @@ static_assert(sizeof(SequenceState) == 40);
 /// The state in a handle that stays locked for a scope.
 ///
 /// The state leads to memory of this process, and projects, hosts that copy what they should
-/// flatten, and other versions may put anything into a handle. So each scope leaves a seal in the
-/// state that this module's next one finds in the same handle only if no byte changed in between.
+/// flatten, and other versions may put anything into a handle. So each scope that changes the state
+/// leaves a seal in it, which the next one finds in the same handle only if no byte changed in
+/// between.
 class LockedSequence {
  public:
   LockedSequence(const PF_InData& in, PF_Handle handle);
@@ -56,7 +57,11 @@ class LockedSequence {
   LockedSequence& operator=(const LockedSequence&) = delete;
 
   /// Null where LockedHandle's is, and for what this module did not leave there.
-  SequenceState* get() const { return state_; }
+  const SequenceState* get() const { return state_; }
+
+  /// The same, to be sealed anew when the scope ends. Whoever only reads leaves the seal alone: on
+  /// another thread, a render may be about to leave its own.
+  SequenceState* change();
 
   /// Begins a new state in a handle of at least its size. Null as LockedHandle's block.
   SequenceState* create();
@@ -65,6 +70,7 @@ class LockedSequence {
   PF_Handle handle_;
   LockedHandle locked_;
   SequenceState* state_ = nullptr;
+  bool changes_ = false;
 };
 
 /// What the host is told when it has no handle to give.

@@ -48,6 +48,29 @@ TEST_F(PanelTest, ARowDrawsItsFrameArrowsAndThumbnails) {
   EXPECT_EQ(stripRed(row[8], 3, 68), 100);
 }
 
+// A render on another thread seals the state once it has changed it.
+TEST_F(PanelTest, AnEventLeavesTheSealOfTheStateAlone) {
+  class Render : public RecordingPainter {
+   public:
+    explicit Render(hostkit::Session& session) : session_(session) {}
+    void fillRect(const DRAWBOT_RectF32&, const DRAWBOT_ColorRGBA&) override {
+      auto* record = static_cast<tests::InstanceRecord*>(*session_.inData().sequence_data);
+      ++record->stepCounter;
+    }
+
+   private:
+    hostkit::Session& session_;
+  };
+  const tests::InstanceRecord before = tests::instanceRecord(session);
+  Render render(session);
+  session.draw(kEmitterRow, kRowRect, &render);
+  const tests::InstanceRecord after = tests::instanceRecord(session);
+  EXPECT_GT(after.stepCounter, before.stepCounter);
+  EXPECT_EQ(after.seal, before.seal);
+  static_cast<tests::InstanceRecord*>(*session.inData().sequence_data)->stepCounter =
+      before.stepCounter;
+}
+
 #ifndef _WIN32
 TEST(PanelBehindALink, ShowsThePresetsBesideTheFileThatTheLinkLeadsTo) {
   const tests::ModuleWithPresets beside;
