@@ -7,6 +7,7 @@
 #include "bytes.h"
 #include "effect/instance.h"
 #include "effect/values.h"
+#include "render/painter.h"
 #include "target.h"
 
 namespace {
@@ -57,7 +58,8 @@ struct Clip {
   std::ptrdiff_t rowBytes() const { return kWidth * (format == PixelFormat::Argb16 ? 8 : 4); }
   FrameViews views() {
     return {.output = {pixels.data(), kWidth, kHeight, rowBytes(), format},
-            .input = {input.data(), kWidth, kHeight, rowBytes(), format}};
+            .input = {input.data(), kWidth, kHeight, rowBytes(), format},
+            .painter = &painter};
   }
   void frame(bool isPainted) {
     constexpr std::int32_t kLater = 1;  // 0 would start anew
@@ -70,6 +72,7 @@ struct Clip {
   PixelFormat format;
   std::vector<std::uint8_t> pixels;
   std::vector<std::uint8_t> input;
+  Painter painter;
   Instance instance;
 };
 
@@ -143,6 +146,7 @@ void fuzz::runInput(std::span<const std::uint8_t> input) {
     return;
   }
   Clip again(values, isDeep);
+  again.painter.useKernels(kPlainKernels);
   const State taken = restored.instance.save();
   require(given != saved || taken == saved, "what was saved is restored");
   require(again.instance.restore(taken) == RestoreResult::Restored, "what was restored is saved");
@@ -152,7 +156,7 @@ void fuzz::runInput(std::span<const std::uint8_t> input) {
     restored.frame(true);
     again.frame(true);
     copied.frame(false);
-    require(again.pixels == restored.pixels, "it goes on with the same frames");
+    require(again.pixels == restored.pixels, "it goes on with the same frames by any kernels");
     if (given != saved) continue;
     original.frame(true);
     require(original.pixels == restored.pixels, "they are those of an instance without a pause");
