@@ -33,6 +33,9 @@ void checkAccess(const fs::path& file, const fs::path& scene, const FileAccess& 
   if (covers(scene.parent_path()) || std::ranges::any_of(access.folders, covers)) return;
   std::error_code error;
   const fs::path folder = fs::weakly_canonical(fs::absolute(file, error), error).parent_path();
+  if (error) {  // a link that leads to itself, say
+    throw WorkError(what + " " + inQuotes(file.string()) + " cannot be found: " + error.message());
+  }
   std::string remedy = "; move it there";
   if (!access.option.empty()) {
     remedy += ", or allow its folder with " + access.option + " " + inQuotes(folder.string());

@@ -1,9 +1,20 @@
 #include <cstdio>
+#include <regex>
 
 #include "cli/commands/commands.h"
+#include "cli/support/errors.h"
 #include "hostkit/session.h"
 
 namespace cli {
+namespace {
+
+// What is wrong with it, where the library would take -1 for no limit, or name its own types.
+std::string checkMemorySize(const std::string& text) {
+  static const std::regex kSize("[0-9]{1,18}|[0-9]{1,7} ?([KMGT]i?)?B?", std::regex::icase);
+  return std::regex_match(text, kSize) ? "" : inQuotes(text) + " is no size such as 500M or 2G";
+}
+
+}  // namespace
 
 void addModuleOption(CLI::App& command, std::string& modulePath) {
   command
@@ -63,7 +74,8 @@ void addSceneOptions(CLI::App& command, SceneOptions& options) {
                   "Refuse what would take more, ffmpeg not counted;\n"
                   "otherwise three quarters of the machine's memory")
       ->option_text("500M|2G|...")
-      ->transform(CLI::AsSizeValue(false));
+      ->transform(CLI::AsSizeValue(false))
+      ->transform(CLI::Validator(checkMemorySize, ""));  // which goes before the other
 }
 
 void addValueOptions(CLI::App& command, SceneOptions& options) {

@@ -72,6 +72,7 @@ TEST_F(StrangersTest, ScenesNameFilesBelowTheirFolderOnly) {
   std::filesystem::create_symlink("..", path("in/up"));
   std::filesystem::create_symlink("../out_001.png", path("in/link.png"));
   std::filesystem::create_symlink("../out.svg", path("in/link.svg"));
+  std::filesystem::create_symlink("loop.png", path("in/loop.png"));
   std::filesystem::create_symlink("f_001.png", path("in/own.png"));
   std::filesystem::copy(path("in/f_001.png"), path("in/g_001.png"));
   std::filesystem::create_symlink("../out_002.png", path("in/g_002.png"));
@@ -94,6 +95,7 @@ TEST_F(StrangersTest, ScenesNameFilesBelowTheirFolderOnly) {
       {"input = '" + path("out_001.png").string() + "'",
        "in/s.toml:2: the input \"out_001.png\"" + outside},
       {"input = 'link.png'", "in/s.toml:2: the input \"in/link.png\"" + outside},
+      {"input = 'loop.png'", "in/s.toml:2: the input \"in/loop.png\" cannot be found: "},
       {"input = 'up/out_%03d.png'", "in/s.toml:2: the input \"in/up/out_%03d.png\"" + outside},
       {"input = 'u*/out_*.png'", "in/s.toml:2: the input \"in/up/out_001.png\"" + outside},
       {"input = 'g_%03d.png'", "in/s.toml:2: the input \"in/g_002.png\"" + outside},
@@ -253,7 +255,12 @@ TEST_F(StrangersTest, WhatIsTooLargeIsRefusedBeforeItIsTaken) {
     EXPECT_TRUE(result.isOneSentence()) << result.err;
     EXPECT_TRUE(result.err.starts_with("brisel: " + message)) << arguments << ": " << result.err;
   }
-  EXPECT_EQ(render("s.toml -o o.mov --limit-memory lots").exitCode, 2);
+  for (const std::string limit : {"lots", "-1", "1.5G", "99999999G"}) {
+    const CommandResult result = render("s.toml -o o.mov --limit-memory " + limit);
+    EXPECT_EQ(result.exitCode, 2) << limit;
+    EXPECT_TRUE(result.err.find(limit + "\" is no size such as 500M or 2G") != result.err.npos)
+        << result.err;
+  }
 }
 
 }  // namespace
