@@ -56,14 +56,6 @@ void checkThatSettingsAgree(const PartFile& one, const PartFile& other) {
   }
 }
 
-std::string quotedForList(const std::filesystem::path& file) {
-  std::string path = mediaArgument(std::filesystem::absolute(file));
-  for (std::size_t at = path.find('\''); at != path.npos; at = path.find('\'', at + 4)) {
-    path.replace(at, 1, "'\\''");
-  }
-  return "'" + path + "'";
-}
-
 // Each with its exact length: that which containers tell is rounded. What is rounded here does not
 // add up over many parts.
 std::string listOf(const std::vector<PartFile>& parts) {
@@ -77,7 +69,7 @@ std::string listOf(const std::vector<PartFile>& parts) {
         microseconds(file.part.range.last + 1) - microseconds(file.part.range.first);
     char seconds[32];
     std::snprintf(seconds, sizeof seconds, "%lld.%06lld", length / 1'000'000, length % 1'000'000);
-    list += "file " + quotedForList(file.path) + "\nduration " + seconds + "\n";
+    list += "file " + wordOfList(file.path) + "\nduration " + seconds + "\n";
   }
   return list;
 }

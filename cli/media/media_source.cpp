@@ -66,15 +66,12 @@ std::string pictureList(const NumberedPictures& sequence) {
   std::string list = "ffconcat version 1.0\n";
   const auto& pictures = sequence.pictures;
   for (std::size_t i = 0; i < pictures.size(); ++i) {
-    std::string path = mediaArgument(std::filesystem::absolute(pictures[i].path));
-    for (std::size_t at = path.find('\''); at != path.npos; at = path.find('\'', at + 4)) {
-      path.replace(at, 1, "'\\''");
-    }
     const bool isLast = i + 1 == pictures.size();
     const long long times =
         sequence.pattern.empty() || isLast ? 1 : pictures[i + 1].number - pictures[i].number;
     // Or any of them could be another list, or its name a pattern of others.
-    const std::string entry = "file '" + path + "'\noption format_whitelist " + kStillFormats +
+    const std::string entry = "file " + wordOfList(pictures[i].path) +
+                              "\noption format_whitelist " + kStillFormats +
                               "\noption pattern_type none\nduration 0.04\n";
     for (long long k = 0; k < times; ++k) list += entry;
   }
@@ -168,6 +165,17 @@ void checkPictures(const NumberedPictures& sequence, const std::filesystem::path
 
 std::string mediaArgument(const std::filesystem::path& path) {
   return "file:" + path.string();
+}
+
+std::string wordOfList(const std::filesystem::path& path) {
+  std::string word = mediaArgument(std::filesystem::absolute(path));
+  if (word.find_first_of("\r\n") != word.npos) {
+    throw WorkError("files with a line break in their path cannot be put together; rename them");
+  }
+  for (std::size_t at = word.find('\''); at != word.npos; at = word.find('\'', at + 4)) {
+    word.replace(at, 1, "'\\''");
+  }
+  return "'" + word + "'";
 }
 
 MediaSource findSource(const std::filesystem::path& path, InputChoices choices,

@@ -45,4 +45,8 @@ MediaSource findSource(const std::filesystem::path& path, InputChoices choices =
 // The path as ffmpeg is to be told it: always a local file, whatever colons or dashes it contains.
 std::string mediaArgument(const std::filesystem::path& path);
 
+// The same as a word of an ffconcat list. Throws WorkError where the path has a line break: what
+// follows one would be a line of the list, and could name any file.
+std::string wordOfList(const std::filesystem::path& path);
+
 }  // namespace cli

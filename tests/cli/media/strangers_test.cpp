@@ -68,6 +68,8 @@ TEST_F(StrangersTest, ScenesNameFilesBelowTheirFolderOnly) {
   for (const char* name : {"in", "in/sub"}) std::filesystem::create_directory(path(name));
   makeStills("out_%03d.png");
   makeStills("in/f_%03d.png");
+  std::filesystem::create_directories(path("in/a\nfile b"));
+  std::filesystem::copy(path("in/f_001.png"), path("in/a\nfile b/c.png"));
   write("out.svg", "<svg><path id='a' d='M0 0H5V5Z'/></svg>");
   std::filesystem::create_symlink("..", path("in/up"));
   std::filesystem::create_symlink("../out_001.png", path("in/link.png"));
@@ -95,6 +97,7 @@ TEST_F(StrangersTest, ScenesNameFilesBelowTheirFolderOnly) {
       {"input = '" + path("out_001.png").string() + "'",
        "in/s.toml:2: the input \"out_001.png\"" + outside},
       {"input = 'link.png'", "in/s.toml:2: the input \"in/link.png\"" + outside},
+      {"input = \"a\\nfile b/*.png\"", "in/s.toml:2: files with a line break in their path cannot"},
       {"input = 'loop.png'", "in/s.toml:2: the input \"in/loop.png\" cannot be found: "},
       {"input = 'up/out_%03d.png'", "in/s.toml:2: the input \"in/up/out_%03d.png\"" + outside},
       {"input = 'u*/out_*.png'", "in/s.toml:2: the input \"in/up/out_001.png\"" + outside},
