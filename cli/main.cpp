@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <exception>
 #include <iostream>
 #include <new>
 
@@ -19,6 +21,17 @@ constexpr int kWrongUsage = 2;
 int failure(int exitCode, const std::string& message) {
   std::fprintf(stderr, "brisel: %s\n", message.c_str());
   return exitCode;
+}
+
+// Libraries allocate in functions that must not throw, that for JSON in its destructors.
+[[noreturn]] void endWhereNothingCatches() {
+  try {
+    if (const auto error = std::current_exception()) std::rethrow_exception(error);
+  } catch (const std::bad_alloc&) {
+    cli::endAtOnce(failure(kWorkFailed, "out of memory"));
+  } catch (...) {
+  }
+  std::abort();
 }
 
 // `help`, `help COMMAND` and `COMMAND help` ask for what --help tells.
@@ -88,6 +101,7 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  std::set_terminate(endWhereNothingCatches);
   cli::installInterruptHandlers();
   cli::keepFreedMemory();
   try {

@@ -19,17 +19,10 @@ static_assert(decltype(ending)::is_always_lock_free &&
 
 // The second signal does not wait for a long frame to end.
 void requestInterrupt(int) {
-  if (interruptRequested.exchange(true)) {
-    ending = true;
-    const pid_t writer = unfinishedWriter;
-    if (writer > 0 && kill(writer, SIGKILL) == 0) waitpid(writer, nullptr, 0);
-    const char* unfinished = unfinishedFile;
-    if (unfinished != nullptr) unlink(unfinished);
-    _exit(kInterruptedExitCode);
-  }
+  if (interruptRequested.exchange(true)) endAtOnce(kInterruptedExitCode);
 }
 
-// The handler may be at work in another thread with the name and the process that it found. Called
+// endAtOnce may be at work in another thread with the name and the process that it found. Called
 // after changing them and before what was there goes, so that it either sees the change or holds
 // this thread.
 void waitForTheEndIfEnding() {
@@ -53,6 +46,15 @@ void installInterruptHandlers() {
   // A vanished reader and a file size limit then show up as write errors.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
+}
+
+void endAtOnce(int exitCode) {
+  ending = true;
+  const pid_t writer = unfinishedWriter;
+  if (writer > 0 && kill(writer, SIGKILL) == 0) waitpid(writer, nullptr, 0);
+  const char* unfinished = unfinishedFile;
+  if (unfinished != nullptr) unlink(unfinished);
+  _exit(exitCode);
 }
 
 void setUnfinishedFile(const char* path) {

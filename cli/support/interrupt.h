@@ -21,8 +21,12 @@ struct Interrupted : std::runtime_error {
 // a write error. Call once, at start.
 void installInterruptHandlers();
 
-// Names the half-written file that a second signal removes before it ends the program; null when
-// there is none. The name is borrowed until the next call. One thread at a time has such a file.
+// Ends the program without destructors, and removes the half-written file first. May be called in a
+// signal handler.
+[[noreturn]] void endAtOnce(int exitCode);
+
+// Names the half-written file that endAtOnce removes; null when there is none. The name is borrowed
+// until the next call. One thread at a time has such a file.
 void setUnfinishedFile(const char* path);
 
 // The child that writes that file, which would go on with what it was sent so far; 0 when there is
