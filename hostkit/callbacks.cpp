@@ -1,6 +1,7 @@
 #include "hostkit/callbacks.h"
 
 #include <cstring>
+#include <new>
 #include <utility>
 
 #include "plugin/sdk/codes.h"
@@ -12,7 +13,10 @@ namespace {
 // A module may call back only on the thread that called it, so every thread has its own.
 thread_local HostRecords* current = nullptr;
 
-PF_Err addParam(PF_ProgPtr effectRef, PF_ParamIndex index, PF_ParamDef* def) {
+// Memory that runs out is told as the interface has it: the module that called would take an
+// exception for one of its own.
+
+PF_Err addParam(PF_ProgPtr effectRef, PF_ParamIndex index, PF_ParamDef* def) try {
   HostRecords* host = currentHost(effectRef);
   if (host == nullptr) return PF_Err_INVALID_CALLBACK;
   if (def == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
@@ -20,6 +24,8 @@ PF_Err addParam(PF_ProgPtr effectRef, PF_ParamIndex index, PF_ParamDef* def) {
     return host->addParamError;
   }
   return host->parameters.add(index, *def);
+} catch (const std::bad_alloc&) {
+  return PF_Err_OUT_OF_MEMORY;
 }
 
 PF_Err registerUI(PF_ProgPtr effectRef, PF_CustomUIInfo* info) {
@@ -30,12 +36,16 @@ PF_Err registerUI(PF_ProgPtr effectRef, PF_CustomUIInfo* info) {
   return host->registerUIError;
 }
 
-PF_Handle newHandle(A_u_longlong size) {
+PF_Handle newHandle(A_u_longlong size) try {
   return current == nullptr ? nullptr : current->handles.allocate(size);
+} catch (const std::bad_alloc&) {
+  return nullptr;
 }
 
-void* lockHandle(PF_Handle handle) {
+void* lockHandle(PF_Handle handle) try {
   return current == nullptr ? nullptr : current->handles.lock(handle);
+} catch (const std::bad_alloc&) {
+  return nullptr;
 }
 
 void unlockHandle(PF_Handle handle) {
@@ -50,9 +60,11 @@ A_u_longlong handleSize(PF_Handle handle) {
   return current == nullptr ? 0 : current->handles.size(handle);
 }
 
-PF_Err resizeHandle(A_u_longlong newSize, PF_Handle* handle) {
+PF_Err resizeHandle(A_u_longlong newSize, PF_Handle* handle) try {
   if (current == nullptr) return PF_Err_INVALID_CALLBACK;
   return current->handles.resize(*handle, newSize) ? PF_Err_NONE : PF_Err_OUT_OF_MEMORY;
+} catch (const std::bad_alloc&) {
+  return PF_Err_OUT_OF_MEMORY;
 }
 
 PF_Err getPlatformData(PF_ProgPtr effectRef, A_long which, void* data) {
@@ -65,9 +77,12 @@ PF_Err getPlatformData(PF_ProgPtr effectRef, A_long which, void* data) {
   return PF_Err_NONE;
 }
 
-SPErr acquireSuite(const char* name, std::int32_t version, const void** suite) {
+SPErr acquireSuite(const char* name, std::int32_t version, const void** suite) try {
   *suite = current == nullptr ? nullptr : current->suites.acquire({name, version});
   return *suite == nullptr ? PF_Err_INVALID_CALLBACK : PF_Err_NONE;
+} catch (const std::bad_alloc&) {
+  *suite = nullptr;
+  return PF_Err_OUT_OF_MEMORY;
 }
 
 SPErr releaseSuite(const char* name, std::int32_t version) {
