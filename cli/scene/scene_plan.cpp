@@ -89,7 +89,7 @@ ScenePlan planScene(scene::Scene scene, const SceneOptions& options, const Probe
   applyOptions(scene, options);
   ScenePlan plan;
   plan.scene = std::move(scene);
-  plan.memoryLimit = options.memoryLimit.value_or(machineMemory() / 4 * 3);
+  plan.memoryLimit = options.memoryLimit.value_or(availableMemory() / 4 * 3);
   plan.reading = readingOf(options, plan.memoryLimit);
   if (!plan.scene.input.empty()) {
     plan.input = probe(plan.scene, plan.reading, options);

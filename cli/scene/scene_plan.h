@@ -37,7 +37,7 @@ struct SceneOptions {
   std::string quality;
   std::vector<std::string> presets;
   std::vector<std::string> settings;
-  std::optional<std::uint64_t> memoryLimit;  // bytes; none: three quarters of the machine's
+  std::optional<std::uint64_t> memoryLimit;  // bytes; none: three quarters of all
   std::vector<std::string> allowed;  // folders that scenes may name files in, besides their own
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 
 namespace cli {
 
@@ -9,7 +10,8 @@ namespace cli {
 // cleared again, for every frame, costs more than many a step of the work. Call once, at start.
 void keepFreedMemory();
 
-// Bytes that the machine has.
-std::uint64_t machineMemory();
+// Bytes that the machine has, or fewer where a control group, as containers and batch systems make
+// them, lets this process have no more. `system` is where files of the system are.
+std::uint64_t availableMemory(const std::filesystem::path& system = "/");
 
 }  // namespace cli
