@@ -69,7 +69,6 @@ std::optional<std::vector<MaskVertex>> MaskPath::readVertices(std::int64_t count
 void MaskPath::releaseMaskOutline() {
   if (path_ == nullptr) return;
   query_->get()->PF_CheckinPath(in_.effect_ref, pathId_, 0, path_);
-  path_ = nullptr;
 }
 
 }  // namespace brisel

@@ -214,8 +214,9 @@ TEST_P(RenderFaults, TheNextFramesAreThoseOfAnUndisturbedRun) {
     try {
       if (look.isPrograms) session.usePainting(2);
       frame = renderFrame(session, shape, 0);
-    } catch (const hostkit::Error&) {
+    } catch (const hostkit::Error& error) {
       wasLost = true;
+      EXPECT_NE(std::string(error.what()).find("memory"), std::string::npos) << error.what();
     }
     endFailing();
     EXPECT_TRUE(!wasLost || (look.isPrograms && failure()->isOfMemory())) << "said to a host";

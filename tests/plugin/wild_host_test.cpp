@@ -89,10 +89,12 @@ TEST_F(WildHostTest, MissingParametersDoNoHarm) {
                                   session.parameters().pointers() + 82);
   PF_UserChangedParamExtra changedType{40};
   const auto expectHarmless = [&] {
+    output.fill(0xCD);
     for (const PF_Cmd cmd : {PF_Cmd_UPDATE_PARAMS_UI, PF_Cmd_USER_CHANGED_PARAM, PF_Cmd_RENDER}) {
       EXPECT_EQ(session.callWith(cmd, holes.data(), &output.record(), &changedType), PF_Err_NONE);
     }
     EXPECT_TRUE(output.guardsIntact());
+    EXPECT_TRUE(isBlank(output));
   };
   for (PF_ParamDef*& hole : holes) {
     PF_ParamDef* kept = std::exchange(hole, nullptr);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstring>
 #include <stdexcept>
 
 #include "tests/render/frames.h"
@@ -125,6 +126,33 @@ TEST(Painter, KeepsAListOfBoundedSizeWhateverTheNumberOfSprites) {
       ASSERT_LT(sprites.memoryBytes(), most) << "after " << i;
     }
   });
+}
+
+TEST(Painter, MixesTheInputInAsFarAsItReaches) {
+  tests::Dice dice(7);
+  tests::Frame input(40, 30, false), output(50, 20, false), expected(50, 20, false);
+  input.fill(dice);
+  output.fill(dice);
+  ImageView upperLeft = input.view();
+  upperLeft.width = 30;
+  upperLeft.height = 10;
+  const MutableImageView pixels = expected.view();
+  for (std::int32_t y = 0; y < upperLeft.height; ++y) {
+    std::memcpy(pixels.at(0, y), upperLeft.at(0, y), 30 * 4);
+  }
+  Painter painter;
+  painter.paint({.output = output.view(), .input = upperLeft, .mix = MixMode::Normal},
+                [](SpriteList&) {});
+  for (std::int32_t y = 0; y < output.height(); ++y) {
+    EXPECT_EQ(std::memcmp(output.view().at(0, y), pixels.at(0, y), 50 * 4), 0) << y;
+  }
+}
+
+TEST(Kernels, HaveNamesAndTheFastestIsTheLast) {
+  for (const Kernels* kernels : availableKernels())
+    EXPECT_EQ(&kernelsNamed(kernels->name), kernels);
+  for (const char* name : {"", "none", static_cast<const char*>(nullptr)})
+    EXPECT_EQ(&kernelsNamed(name), availableKernels().back());
 }
 
 TEST(SpriteList, HasTheBandsWithMostToPaintComeFirst) {

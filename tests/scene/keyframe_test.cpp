@@ -62,6 +62,10 @@ fps = 50
   EXPECT_EQ(at50.at(25).number(brisel::kSize), 2);
   EXPECT_EQ(at50.at(25.5).number(brisel::kSize), 2.5);
   EXPECT_EQ(maskAt(at50, 50 + 6.25), 2);
+  const auto ntsc = layer(
+      "[scene]\nfps = 29.97\n[params]\n"
+      "Size = [ { frame = 0, value = 0 }, { frame = '10.01s', value = 300 } ]\n");
+  EXPECT_NEAR(ntsc.at(75).number(brisel::kSize), 75, 1e-9);
 }
 
 TEST_F(KeyframeTest, AMaskFollowsItsEase) {

@@ -51,6 +51,7 @@ input = "media/title.png"
   EXPECT_EQ(read.preroll, 50);
   EXPECT_EQ(read.rate, (scene::FrameRate{30000, 1001}));
   EXPECT_EQ(read.depth, 16);
+  EXPECT_EQ(sceneOf("[scene]\ndepth = 8\n").depth, 8);
   EXPECT_FALSE(read.highQuality);
   EXPECT_EQ(read.input, path("media/title.png")) << "relative to the scene";
   ASSERT_EQ(read.layers.size(), 1u);

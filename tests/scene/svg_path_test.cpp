@@ -73,6 +73,7 @@ TEST(PathData, FaultsAreReportedWithTheirPlace) {
       {"M 1 2 A 5 5 0 0 1 9 9", "arcs (A) are not supported; the commands are M, L,"},
       {"M 0-1.5.5", "\"M\" takes 2 numbers at a time, and one is missing (character 10)"},
       {"M 1 2 C 1 2 3 4 5 6 7 Z", "\"C\" takes 6 numbers at a time"},
+      {"M 1 2 Q 1 2 3", "\"Q\" takes 4 numbers at a time"},
       {"M 1 2, L 3 4", "a comma is followed by no number (character 6)"},
       {"M 1 2 L 3,, 4", "\"L\" takes 2"},
       {"M nan 0", "\"M\" takes 2"},

@@ -16,7 +16,9 @@ TEST(Numbers, OnlyWholeFiniteTextIsANumber) {
     EXPECT_FALSE(scene::parseNumber(text)) << text;
   }
   EXPECT_EQ(scene::parseSize("1920x1080"), std::pair(1920, 1080));
-  EXPECT_FALSE(scene::parseSize("1920"));
+  for (const char* text : {"1920", "x1080", "1920x", "axb"}) {
+    EXPECT_FALSE(scene::parseSize(text)) << text;
+  }
 }
 
 TEST(FrameRates, DecimalsBecomeTheFractionMeant) {

@@ -39,6 +39,7 @@ TEST(Values, AreReadAsTheirParameterNeedsThem) {
   EXPECT_EQ(option("Terminate color=RebeccaPurple"), option("Terminate color=#663399"));
   EXPECT_EQ(option("Terminate color=yellowgreen"), (ParamValue{154, 205, 50}));
   EXPECT_EQ(option("Size depend on source=true")[0], 1);
+  EXPECT_EQ(option("Size depend on source= true ")[0], 1);
   EXPECT_EQ(option("Standard path=circle")[0], 5);
   EXPECT_EQ(option("Standard path=2")[0], 2);
 }

@@ -42,6 +42,7 @@ TEST(PresetRow, AnyScrollStateIsBroughtIntoRange) {
     SCOPED_TRACE(::testing::Message()
                  << "round " << round << ": " << list.count() << " entries in " << list.stripWidth
                  << ", first " << list.firstVisible << ", offset " << list.pixelOffset);
+    const bool isBeforeFirst = list.firstVisible < 0;
     const Scroll scroll = drawn(list);
     EXPECT_TRUE(list.leftArrowHot == list.mouseInside && list.rightArrowHot == list.mouseInside);
     EXPECT_LE(list.endVisible, list.count());
@@ -49,6 +50,7 @@ TEST(PresetRow, AnyScrollStateIsBroughtIntoRange) {
     brisel::composeStrip(list);
     if (list.stripWidth < 0) continue;
     const int cells = list.endVisible - list.firstVisible;
+    EXPECT_TRUE(!isBeforeFirst || list.firstVisible == 0);
     EXPECT_EQ(cells, std::min(list.count(), list.stripWidth / 94 + 1));
     EXPECT_EQ(list.hiddenAfter,
               list.count() < list.stripWidth / 94 + 1 ? -1 : list.count() - list.endVisible);
