@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Does for so many minutes what hosts do: renders of any values and sizes, instances and threads that
 # come and go, events in the controls, modules and filters loaded and unloaded. Prints resident memory,
-# open files and threads at each tenth of the time, and fails when they grow after the second.
+# open files and threads at each tenth of the time, and fails when they grow after the half of it.
 # BRISEL_TEST_SEED=NUMBER does the same again.
 #
 #   scripts/soak.sh MINUTES
