@@ -30,7 +30,7 @@ elif [ "$*" = farm ]; then
 elif [ "$*" = clang ]; then
   packages=(clang libclang-rt-dev llvm)
 elif [ "$*" = desk ]; then
-  packages=(qt6-base-dev xvfb xauth xdotool)
+  packages=(qt6-base-dev xvfb xauth x11-utils openbox xdotool)
 elif [ $# -eq 0 ]; then
   packages=(
     g++ cmake ninja-build pkg-config git dpkg-dev file
