@@ -22,7 +22,7 @@ void renderJob(const RenderJob& job, const RenderOptions& options) {
   const int firstStep = start.state ? start.state->frame : -plan.scene.preroll;
   const int steps = frames.front() - firstStep;
   Progress progress(target.isStandardOutput() ? target.name() : target.path.filename().string(),
-                    steps, static_cast<int>(frames.size()));
+                    steps, static_cast<int>(frames.size()), options.secondsBetweenLines);
   SceneRenderer renderer(plan, options.renderer, start);
   for (const std::string& text : renderer.notes()) note(ofScene(scene, text));
   const auto writer = openFrameWriter(target, plan.size, plan.rate, plan.depth, sound.get());
@@ -92,6 +92,12 @@ void addRenderCommand(CLI::App& app) {
   command->add_flag("--stats", options->stats,
                     "Say how busy decoding, steps, rendering and encoding\n"
                     "were, and which of them the others waited for");
+  command
+      ->add_option("--progress", options->secondsBetweenLines,
+                   "Seconds between the lines that say how far it is,\n"
+                   "where there is no terminal with a bar; otherwise 5")
+      ->option_text("SECONDS")
+      ->check(CLI::Range(0.1, 86400.0));
   command->callback([options] { render(*options); });
 }
 

@@ -10,6 +10,7 @@
 
 #include "cli/media/output_files.h"
 #include "cli/media/soundtrack.h"
+#include "cli/pipeline/progress.h"
 #include "cli/pipeline/scene_renderer.h"
 #include "cli/scene/scene_plan.h"
 #include "cli/support/errors.h"
@@ -24,6 +25,7 @@ struct RenderOptions {
   std::optional<std::string> frames;
   std::string fromState;  // a file or a pattern; empty: from the start
   bool stats = false;
+  double secondsBetweenLines = Progress::kBetweenLines;  // of progress
   RendererOptions renderer;
 };
 

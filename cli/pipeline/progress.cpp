@@ -14,7 +14,6 @@ namespace {
 constexpr int kMostBarCells = 24;
 constexpr int kFewestBarCells = 8;
 constexpr std::chrono::milliseconds kRedrawInterval(100);
-constexpr std::chrono::seconds kLineInterval(5);
 
 // The cursor waits where the line begins: a terminal that breaks the line anew when it is made
 // narrower takes the cursor along, and all of the line lies behind it.
@@ -71,12 +70,15 @@ std::string progressLine(const ProgressState& state, int columns) {
   return shortened(state.name, nameColumns) + barText(cells, state.done, state.total) + numbers;
 }
 
-Progress::Progress(std::string name, int steps, int frames)
+Progress::Progress(std::string name, int steps, int frames, double secondsBetweenLines)
     : name_(std::move(name)),
       frames_(frames),
       stepping_(steps > 0),
       total_(stepping_ ? steps : frames),
       terminal_(isatty(STDERR_FILENO) == 1),
+      interval_(terminal_ ? kRedrawInterval
+                          : std::chrono::duration_cast<Clock::duration>(
+                                std::chrono::duration<double>(secondsBetweenLines))),
       start_(Clock::now()),
       countedSince_(start_),
       lastShown_(start_) {}
@@ -103,8 +105,7 @@ void Progress::frameDone() {
 void Progress::countOne() {
   ++done_;
   const Clock::time_point now = Clock::now();
-  const Clock::duration interval = terminal_ ? Clock::duration(kRedrawInterval) : kLineInterval;
-  if (now - lastShown_ < interval) return;
+  if (now - lastShown_ < interval_) return;
   lastShown_ = now;
   if (terminal_) {
     drawBar();

@@ -22,8 +22,11 @@ std::string progressLine(const ProgressState& state, int columns);
 
 class Progress {
  public:
-  // `name` is what is being made; `steps` come before the first of the `frames`.
-  Progress(std::string name, int steps, int frames);
+  static constexpr double kBetweenLines = 5;
+
+  // `name` is what is being made; `steps` come before the first of the `frames`. The lines that
+  // there are without a terminal come that many seconds after each other.
+  Progress(std::string name, int steps, int frames, double secondsBetweenLines = kBetweenLines);
 
   // Takes an unfinished bar off the terminal, so that a message can follow on a clean line.
   ~Progress();
@@ -53,6 +56,7 @@ class Progress {
   int total_;      // of steps then, of frames later; the same for what follows
   int done_ = 0;
   bool terminal_;
+  Clock::duration interval_;  // of what is shown
   bool barShown_ = false;
   Clock::time_point start_;  // of all
   Clock::time_point countedSince_;

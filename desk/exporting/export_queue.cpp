@@ -137,9 +137,10 @@ void ExportQueue::startNext() {
   });
   process_->setStandardInputFile(QProcess::nullDevice());
   process_->setStandardOutputFile(QProcess::nullDevice());
-  process_->start(brisel, QStringList{QStringLiteral("render"), scene_->fileName(),
-                                      QStringLiteral("-o"), next->output} +
-                              next->arguments);
+  process_->start(brisel,
+                  QStringList{QStringLiteral("render"), scene_->fileName(), QStringLiteral("-o"),
+                              next->output, QStringLiteral("--progress"), QStringLiteral("0.2")} +
+                      next->arguments);
   tellChange(row);
 }
 
@@ -150,13 +151,15 @@ void ExportQueue::interrupt() {
 }
 
 void ExportQueue::takeProgress() {
-  static const QRegularExpression progress(QStringLiteral(R"(: frame (\d+) of (\d+),)"));
+  static const QRegularExpression progress(
+      QStringLiteral(R"(: (?:frame (\d+) of (\d+),|step \d+ of \d+))"));
   ExportJob& running = jobs_[static_cast<std::size_t>(running_)];
   for (const QByteArray& line : process_->readAllStandardError().split('\n')) {
     const QString text = QString::fromUtf8(line).trimmed();
     if (text.isEmpty()) continue;
     const QRegularExpressionMatch match = progress.match(text);
     if (match.hasMatch()) {
+      if (!match.hasCaptured(1)) continue;  // steps towards the first frame
       running.framesDone = match.captured(1).toInt();
       running.frames = match.captured(2).toInt();
     } else {
