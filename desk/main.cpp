@@ -7,6 +7,7 @@
 #include "cli/scene/effect.h"
 #include "cli/support/memory.h"
 #include "desk/window/main_window.h"
+#include "desk/window/theme.h"
 
 namespace {
 
@@ -27,6 +28,7 @@ int run(const QApplication& app) {
     return 2;
   }
 
+  desk::restoreTheme();
   desk::MainWindow window(cli::presetsBeside(cli::findModule({})));
   for (const QString& folder : parser.values(allow)) window.document().allow(folder);
   if (parser.isSet(input)) window.document().setInput(parser.value(input));

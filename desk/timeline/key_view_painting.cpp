@@ -55,8 +55,10 @@ void KeyView::paintEvent(QPaintEvent*) {
   }
   if (rows_.empty()) {
     painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
-    painter.drawText(tracks(), Qt::AlignCenter | Qt::TextWordWrap,
-                     "Parameters with keys show here. A diamond in the controls sets a key.");
+    painter.drawText(tracks(), Qt::AlignCenter,
+                     fontMetrics().elidedText(
+                         "Parameters with keys show here. A diamond in the controls sets a key.",
+                         Qt::ElideRight, tracks().width()));
   }
   paintRuler(painter);
 

@@ -9,6 +9,8 @@
 #include <cmath>
 #include <utility>
 
+#include "desk/timeline/tinted_icon.h"
+
 namespace desk {
 namespace {
 
@@ -47,21 +49,20 @@ QAction* TimelinePanel::action(const QString& text, const QList<QKeySequence>& k
 
 void TimelinePanel::addPlayActions() {
   play_ = action("&Play", {Qt::Key_Space}, [this] { playback_.toggle(); });
-  play_->setIcon(style()->standardIcon(QStyle::SP_MediaPlay));
+  play_->setIcon(tintedIcon(*style(), QStyle::SP_MediaPlay));
   connect(&playback_, &Playback::speedChanged, this, [this](int speed) {
     play_->setText(speed == 0 ? "&Play" : "&Pause");
-    play_->setIcon(
-        style()->standardIcon(speed == 0 ? QStyle::SP_MediaPlay : QStyle::SP_MediaPause));
+    play_->setIcon(tintedIcon(*style(), speed == 0 ? QStyle::SP_MediaPlay : QStyle::SP_MediaPause));
   });
   loop_ =
       action("&Loop", {Qt::CTRL | Qt::Key_L}, [this] { playback_.setLoops(!playback_.loops()); });
-  loop_->setIcon(style()->standardIcon(QStyle::SP_BrowserReload));
+  loop_->setIcon(tintedIcon(*style(), QStyle::SP_BrowserReload));
   loop_->setCheckable(true);
   loop_->setChecked(playback_.loops());
   start_ = action("To &start", {Qt::Key_Home}, [this] { playback_.toStart(); });
-  start_->setIcon(style()->standardIcon(QStyle::SP_MediaSkipBackward));
+  start_->setIcon(tintedIcon(*style(), QStyle::SP_MediaSkipBackward));
   end_ = action("To &end", {Qt::Key_End}, [this] { playback_.toEnd(); });
-  end_->setIcon(style()->standardIcon(QStyle::SP_MediaSkipForward));
+  end_->setIcon(tintedIcon(*style(), QStyle::SP_MediaSkipForward));
   playActions_ = {
       play_,
       action("Play &backward", {Qt::Key_J}, [this] { playback_.backward(); }),

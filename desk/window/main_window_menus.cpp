@@ -9,6 +9,7 @@
 
 #include "desk/window/main_window.h"
 #include "desk/window/scene_settings.h"
+#include "desk/window/theme.h"
 
 namespace desk {
 
@@ -124,6 +125,14 @@ void MainWindow::addViewMenu() {
   toggle(viewMenu_, "&Snap", QKeySequence("S"), true,
          [this](bool on) { view_->guides().setSnaps(on); });
   viewMenu_->addSeparator();
+  QMenu* themes = viewMenu_->addMenu("&Theme");
+  auto* group = new QActionGroup(this);
+  constexpr std::array kThemes{std::pair{"As the &desktop", Theme::kDesktop},
+                               std::pair{"&Light", Theme::kLight},
+                               std::pair{"D&ark", Theme::kDark}};
+  for (const auto& [text, chosen] : kThemes) {
+    choice(themes, group, text, {}, [to = chosen] { setTheme(to); })->setChecked(chosen == theme());
+  }
   panelMenu_ = viewMenu_->addMenu("&Panels");
 }
 

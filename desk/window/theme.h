@@ -1,0 +1,19 @@
+// Light or dark, where it is not left to the desktop.
+#pragma once
+
+#include <QString>
+
+namespace desk {
+
+enum class Theme { kDesktop, kLight, kDark };
+
+/// For the whole program, and for its next start.
+void setTheme(Theme theme);
+
+/// The one that was set last.
+Theme theme();
+
+/// Has it, as the program starts.
+void restoreTheme();
+
+}  // namespace desk
