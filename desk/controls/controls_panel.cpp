@@ -26,10 +26,9 @@ using brisel::ParamKind;
 enum Column { kName, kEditor, kButtons };
 
 constexpr int kPictureTime = 40;  // milliseconds
-constexpr int kLeastWidth = 460;  // in which sliders can be moved by single steps
+constexpr int kLeastWidth = 420;  // in which sliders can still be dragged
 constexpr char kKeyHere[] = "◆";
-constexpr char kKeysElsewhere[] = "◇";
-constexpr char kNoKeys[] = "·";
+constexpr char kNoKeyHere[] = "◇";
 constexpr char kReset[] = "↺";
 
 QString toolTipOf(const ParameterSpec& parameter,
@@ -73,6 +72,8 @@ ControlsPanel::ControlsPanel(Preview& preview, QWidget* parent)
   tree_->setHeaderHidden(true);
   tree_->setAccessibleName("Parameters");
   tree_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  tree_->setFrameShape(QFrame::NoFrame);
+  tree_->viewport()->setAutoFillBackground(false);  // so that fields stand out, in the dark as well
   tree_->setSelectionMode(QAbstractItemView::NoSelection);
   tree_->setFocusPolicy(Qt::TabFocus);  // not by a click on a button of a row
   tree_->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -142,6 +143,7 @@ void ControlsPanel::addEditor(Row& row) {
           });
   connect(row.editor, &ValueEditor::gestureBegan, &document, &SceneDocument::beginGesture);
   connect(row.editor, &ValueEditor::gestureEnded, &document, &SceneDocument::endGesture);
+  connect(row.editor, &ValueEditor::gestureCanceled, &document, &SceneDocument::cancelGesture);
   tree_->setItemWidget(row.item, kEditor, row.editor);
 
   auto* buttons = new QWidget(tree_);
@@ -204,7 +206,13 @@ void ControlsPanel::refreshRow(Row& row) {
   const std::vector<ParamKey> keys = document.keys(layer, row.parameter);
   const bool isHere = std::ranges::find(keys, preview_.frame(), &ParamKey::time) != keys.end();
   row.key->setChecked(isHere);
-  row.key->setText(QString::fromUtf8(isHere ? kKeyHere : keys.empty() ? kNoKeys : kKeysElsewhere));
+  row.key->setText(QString::fromUtf8(isHere ? kKeyHere : kNoKeyHere));
+  if (row.isKeyed != !keys.empty()) {
+    row.isKeyed = !keys.empty();
+    QPalette colors;
+    if (!*row.isKeyed) colors.setColor(QPalette::ButtonText, Qt::gray);  // in any theme
+    row.key->setPalette(colors);
+  }
   row.reset->setVisible(isSet);
 }
 

@@ -36,6 +36,7 @@ class ControlsPanel : public QWidget {
     QToolButton* reset = nullptr;
     QToolButton* key = nullptr;
     std::optional<scene::ParamValue> shown{};
+    std::optional<bool> isKeyed{};
     bool wasExpanded = false;  // before the search
   };
 

@@ -24,6 +24,8 @@ using scene::ParamValue;
 constexpr double kFullTurn = 360;
 constexpr double kMostTurns = 1000;
 constexpr double kFarthestPoint = 10;  // frames away
+constexpr int kNumberCells = 12;       // as wide as digits: a number, its unit and its arrows
+constexpr int kLeastSlider = 60;       // pixels
 
 /// Turning the wheel over a panel scrolls it, and changes only what has the focus.
 class WheelGuard : public QObject {
@@ -68,6 +70,11 @@ QDoubleSpinBox* numberField(const ParameterSpec& parameter, QWidget* parent) {
   return field;
 }
 
+/// So that they stand in line.
+int widthOfNumbers(const QWidget& field) {
+  return kNumberCells * field.fontMetrics().horizontalAdvance(QLatin1Char('0'));
+}
+
 class NumberEditor : public ValueEditor {
  public:
   NumberEditor(const ParameterSpec& parameter, QWidget* parent)
@@ -78,9 +85,11 @@ class NumberEditor : public ValueEditor {
     slider_->setRange(parameter.sliderMin * steps_, parameter.sliderMax * steps_);
     slider_->setPageStep(std::max((slider_->maximum() - slider_->minimum()) / 20, 1));
     slider_->setAccessibleName(field_->accessibleName());
+    slider_->setMinimumWidth(kLeastSlider);
     guard(slider_);
     field_->setDecimals(parameter.kind == ParamKind::Number ? 2 : 0);
     field_->setRange(parameter.validMin, parameter.validMax);
+    field_->setFixedWidth(widthOfNumbers(*field_));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins({});
     row->addWidget(slider_, 1);
@@ -122,11 +131,13 @@ class AngleEditor : public ValueEditor {
     dial_->setAccessibleName(field_->accessibleName());
     guard(dial_);
     field_->setSuffix(QStringLiteral("°"));
+    field_->setFixedWidth(widthOfNumbers(*field_));
     field_->setRange(-kMostTurns * kFullTurn, kMostTurns * kFullTurn);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins({});
     row->addWidget(dial_);
-    row->addWidget(field_, 1);
+    row->addStretch();
+    row->addWidget(field_);
     connect(dial_, &QDial::sliderPressed, this, &ValueEditor::gestureBegan);
     connect(dial_, &QDial::sliderReleased, this, &ValueEditor::gestureEnded);
     connect(dial_, &QDial::valueChanged, this, [this](int position) {
@@ -230,7 +241,6 @@ class ColorEditor : public ValueEditor {
     auto* dialog = new QColorDialog(color_, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowTitle(button_->accessibleName());
-    const QColor before = color_;
     const auto tell = [this](const QColor& color) {
       const ParamValue value{static_cast<double>(color.red()), static_cast<double>(color.green()),
                              static_cast<double>(color.blue())};
@@ -238,8 +248,8 @@ class ColorEditor : public ValueEditor {
       emit edited(value);
     };
     connect(dialog, &QColorDialog::currentColorChanged, this, tell);
-    connect(dialog, &QColorDialog::rejected, this, [tell, before] { tell(before); });
-    connect(dialog, &QColorDialog::finished, this, &ValueEditor::gestureEnded);
+    connect(dialog, &QColorDialog::accepted, this, &ValueEditor::gestureEnded);
+    connect(dialog, &QColorDialog::rejected, this, &ValueEditor::gestureCanceled);
     emit gestureBegan();
     dialog->open();
   }

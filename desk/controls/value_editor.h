@@ -23,6 +23,8 @@ class ValueEditor : public QWidget {
   /// Around the values of one drag.
   void gestureBegan();
   void gestureEnded();
+  /// Instead of its end: what was there before is wanted back.
+  void gestureCanceled();
 
  protected:
   using QWidget::QWidget;

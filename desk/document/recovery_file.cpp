@@ -39,7 +39,7 @@ void RecoveryFile::write(const QString& path, const QString& text) {
   QSaveFile file(file_);
   if (!file.open(QIODevice::WriteOnly)) return;
   file.write((path + QLatin1Char('\n') + text).toUtf8());
-  file.commit();
+  if (file.flush()) file.commit();
 }
 
 void RecoveryFile::remove() {
@@ -49,21 +49,24 @@ void RecoveryFile::remove() {
   file_.clear();
 }
 
-std::optional<Recovered> RecoveryFile::takeOne() {
+std::optional<Recovered> RecoveryFile::findOne() {
   const QFileInfoList files =
       folder().entryInfoList({QLatin1Char('*') + QLatin1String(kSuffix)}, QDir::Files, QDir::Time);
   for (const QFileInfo& info : files) {
-    const auto lock = lockOf(info.filePath());
+    auto lock = lockOf(info.filePath());
     if (!lock->tryLock()) continue;
     QFile file(info.filePath());
     if (!file.open(QIODevice::ReadOnly)) continue;
     const QString content = QString::fromUtf8(file.readAll());
-    const QDateTime changed = info.lastModified();  // which is asked for only now
-    file.remove();
     const qsizetype line = content.indexOf(QLatin1Char('\n'));
-    return Recovered{content.left(line), content.mid(line + 1), changed};
+    return Recovered{content.left(line), content.mid(line + 1), info.lastModified(),
+                     info.filePath(), std::move(lock)};
   }
   return std::nullopt;
+}
+
+void RecoveryFile::discard(const Recovered& recovered) {
+  if (!recovered.file.isEmpty()) QFile::remove(recovered.file);
 }
 
 }  // namespace desk

@@ -14,6 +14,8 @@ struct Recovered {
   QString path;  // of the scene's file; or empty
   QString text;
   QDateTime changed;
+  QString file;  // that keeps it; or empty
+  std::shared_ptr<QLockFile> lock;
 };
 
 /// One for each window, in the folder of the program's data. Another process leaves it alone for as
@@ -26,8 +28,10 @@ class RecoveryFile {
   void write(const QString& path, const QString& text);
   void remove();
 
-  /// One that a process has left that runs no longer, which is then gone from the disk.
-  static std::optional<Recovered> takeOne();
+  /// One that a process has left that runs no longer; it stays on the disk, for no other process
+  /// while its lock is held, until it is discarded.
+  static std::optional<Recovered> findOne();
+  static void discard(const Recovered& recovered);
 
  private:
   QString file_;  // empty until something is written

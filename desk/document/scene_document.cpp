@@ -16,6 +16,7 @@
 #include "cli/support/errors.h"
 #include "desk/document/recovery_file.h"
 #include "desk/document/value_text.h"
+#include "scene/file_access.h"
 #include "scene/scene.h"
 
 namespace desk {
@@ -120,6 +121,7 @@ class TextStep : public QUndoCommand {
         gesture_(gesture) {}
 
   const QString& before() const { return before_; }
+  int gesture() const { return gesture_; }
   void undo() override { document_.take(before_); }
   void redo() override { document_.take(after_); }
   int id() const override { return gesture_ > 0 ? 1 : -1; }
@@ -206,41 +208,54 @@ void SceneDocument::start(const QString& text, const QString& path) {
 }
 
 bool SceneDocument::save() {
-  return write(path_);
+  if (!write(path_, text_)) return false;
+  undoStack_.setClean();
+  return true;
 }
 
 bool SceneDocument::saveAs(const QString& path) {
   const QString absolute = QFileInfo(path).absoluteFilePath();
   const QDir folder = QFileInfo(absolute).dir();
-  const bool moves = folder != QFileInfo(path_).dir();
-  if (moves && parsed_ && input_.isEmpty() && !state_->plan.scene.input.empty()) {
-    // The input stays the same file, as seen from the new place.
-    const QString file =
-        QFileInfo(QString::fromStdString(state_->plan.scene.input.string())).absoluteFilePath();
-    const QString relative = folder.relativeFilePath(file);
-    edit(tr("Save As"), [&](const SceneText& text) {
-      return text.withSceneKey("input", tomlString(relative.toStdString()));
-    });
+  QString text = text_;
+  if (parsed_ && folder != QFileInfo(path_).dir()) {
+    try {
+      const SceneText& old = parsed_->text;
+      text = QString::fromStdString(old.withFilesFrom(folder.path().toStdString()));
+      for (const std::filesystem::path& file : old.files()) {
+        allowed_.push_back(file.parent_path().string());
+      }
+    } catch (const std::exception& error) {
+      emit problem(QString::fromUtf8(error.what()));
+      return false;
+    }
   }
-  if (!write(absolute)) return false;
+  if (!write(absolute, text)) return false;
   path_ = absolute;
   watch();
   kept_.clear();  // whose messages and inputs are those of the old place
-  take(text_);
+  if (text == text_) {
+    take(text_);
+  } else {
+    push(text, tr("Save As"));
+  }
+  undoStack_.setClean();
   emit savedStateChanged();
   return true;
 }
 
-bool SceneDocument::write(const QString& path) {
-  QByteArray bytes = text_.toUtf8();
+bool SceneDocument::write(const QString& path, const QString& text) {
+  QByteArray bytes = text.toUtf8();
   if (onDisk_.contains("\r\n")) bytes.replace("\r\n", "\n").replace("\n", "\r\n");
   QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+  // commit() alone overlooks that what was buffered finds no room, and replaces the file by
+  // nothing.
+  const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() &&
+                         file.flush() && file.commit();
+  if (!isWritten) {
     emit problem(tr("The scene could not be saved as \"%1\": %2").arg(path, file.errorString()));
     return false;
   }
   onDisk_ = bytes;
-  undoStack_.setClean();
   forgetRecovery();
   return true;
 }
@@ -259,6 +274,22 @@ void SceneDocument::allow(const QString& folder) {
   allowed_.push_back(folder.toStdString());
   kept_.clear();
   take(text_);
+}
+
+QString SceneDocument::folderToAllow() const {
+  try {
+    const SceneText text(text_.toStdString(), path_.toStdString());
+    const std::filesystem::path own = text.file().parent_path();
+    for (const std::filesystem::path& file : text.files()) {
+      const auto covers = [&](const std::filesystem::path& folder) {
+        return scene::liesBelow(file, folder);
+      };
+      if (covers(own) || std::ranges::any_of(allowed_, covers)) continue;
+      return QFileInfo(QString::fromStdString(file.string())).absoluteDir().absolutePath();
+    }
+  } catch (const std::exception&) {  // the text is what is wrong
+  }
+  return {};
 }
 
 void SceneDocument::setSceneInput(const QString& path) {
@@ -603,6 +634,31 @@ void SceneDocument::applyPreset(int layer, const QString& name) {
   });
 }
 
+void SceneDocument::applyPresetFile(int layer, const QString& path) {
+  const QFileInfo file(path);
+  const scene::Preset preset{.row = 0,
+                             .name = file.completeBaseName().toStdString(),
+                             .file = path.toStdString(),
+                             .thumbnail = {}};
+  edit(tr("Preset %1").arg(file.fileName()), [&](SceneText text) {
+    const brisel::FrameSize size = state_->plan.layer;
+    brisel::Values set(size);
+    const scene::PresetLibrary anywhere({}, scene::readFileOfSystem);
+    const std::vector<ParamIndex> parameters = anywhere.apply(preset, size, set);
+    if (parameters.empty()) {
+      throw scene::WorkError("\"" + file.fileName().toStdString() +
+                             "\" is no preset of the effect");
+    }
+    for (const ParamIndex parameter : parameters) {
+      const scene::ParamValue value = personsValue(set, parameter, size);
+      const bool isSame =
+          keys(layer, parameter).empty() && this->value(layer, parameter, 0) == value;
+      if (!isSame) text = withText(text, text.withValue(tableOf(layer), parameter, value));
+    }
+    return text.text();
+  });
+}
+
 LayerChoice SceneDocument::ownerOfMask(int layer) const {
   const LayerChoice own = tableOf(layer);
   if (!own || parsed_->text.hasMask(own)) return own;
@@ -702,6 +758,14 @@ void SceneDocument::endGesture() {
   if (--gesturesOpen_ == 0) gesture_ = 0;
 }
 
+void SceneDocument::cancelGesture() {
+  const int canceled = gesture_;
+  endGesture();
+  if (undoStack_.index() == 0) return;
+  const auto* last = static_cast<const TextStep*>(undoStack_.command(undoStack_.index() - 1));
+  if (last->gesture() == canceled) undoStack_.undo();
+}
+
 // --- The file on disk
 
 void SceneDocument::watch() {
@@ -749,6 +813,7 @@ void SceneDocument::restore(const Recovered& recovered) {
   }
   setText(recovered.text, tr("Recover"));
   keepForRecovery();
+  RecoveryFile::discard(recovered);
 }
 
 }  // namespace desk

@@ -48,6 +48,7 @@ class SceneDocument : public QObject {
   /// empty scene is shown until it is mended.
   bool open(const QString& path);
   bool save();  // to path(), which is not empty
+  /// In another folder the scene names the same files, by what they are called from there.
   bool saveAs(const QString& path);
   /// Absolute; empty while the scene has no file.
   const QString& path() const { return path_; }
@@ -62,6 +63,9 @@ class SceneDocument : public QObject {
   /// A folder that scenes may name files in, besides their own.
   void allow(const QString& folder);
   const std::vector<std::string>& allowed() const { return allowed_; }
+  /// Of a file that the scene names and may not read, as its folder is not allowed; empty when
+  /// there is none.
+  QString folderToAllow() const;
   /// The same written into the scene, as a path relative to its file where there is one; its
   /// folder is allowed then.
   void setSceneInput(const QString& path);
@@ -125,6 +129,8 @@ class SceneDocument : public QObject {
   /// As a click on its thumbnail in a host: what the layer says of a parameter that the preset sets
   /// gives way, and the preset is the last of the layer's presets.
   void applyPreset(int layer, const QString& name);
+  /// One that is not in the library, which the scene cannot name: its values as constants.
+  void applyPresetFile(int layer, const QString& path);
 
   /// The outline at a frame: of a mask with keys, that of the key there, made when there is none;
   /// one of another number of vertices takes the place of all keys. None removes the mask.
@@ -151,6 +157,8 @@ class SceneDocument : public QObject {
   /// another is a part of it.
   void beginGesture();
   void endGesture();
+  /// Instead of its end: takes back what came since its beginning.
+  void cancelGesture();
 
   // --- A/B.
 
@@ -161,8 +169,9 @@ class SceneDocument : public QObject {
 
   // --- What survives a crash.
 
-  /// A scene that an earlier run did not save, if there is one: it is offered but once.
-  static std::optional<Recovered> takeRecovered() { return RecoveryFile::takeOne(); }
+  /// A scene that an earlier run did not save, if there is one: until it is restored or discarded.
+  static std::optional<Recovered> findRecovered() { return RecoveryFile::findOne(); }
+  static void discard(const Recovered& recovered) { RecoveryFile::discard(recovered); }
   /// Opens the scene with its unsaved text.
   void restore(const Recovered& recovered);
 
@@ -191,7 +200,7 @@ class SceneDocument : public QObject {
   struct Parsed;
 
   void start(const QString& text, const QString& path);
-  bool write(const QString& path);
+  bool write(const QString& path, const QString& text);
   std::shared_ptr<const Parsed> parse(const QString& text) const;
   std::shared_ptr<const Parsed> parsed(const QString& text,
                                        const std::filesystem::path& file) const;

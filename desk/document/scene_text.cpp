@@ -4,6 +4,7 @@
 
 #include "desk/document/toml_edit.h"
 #include "desk/document/value_text.h"
+#include "scene/file_access.h"
 #include "scene/text/errors.h"
 
 namespace desk {
@@ -154,6 +155,30 @@ std::string cutTable(TomlEdit& toml, const std::filesystem::path& file, const to
   return lines;
 }
 
+/// A value that names a file, and for masks a path in it.
+struct FileName {
+  const toml::node* node;
+  std::string file;
+  std::string part;  // "#star"
+};
+
+std::vector<FileName> fileNames(const TomlEdit& toml) {
+  std::vector<FileName> names;
+  const auto take = [&](const toml::table* table, const char* key) {
+    const toml::value<std::string>* value = table ? (*table)[key].as_string() : nullptr;
+    if (!value) return;
+    const std::string& text = value->get();
+    const bool isMask = key == std::string_view("mask");
+    const std::size_t end = isMask ? text.rfind('#') : std::string::npos;
+    names.push_back({value, text.substr(0, end), end < text.size() ? text.substr(end) : ""});
+  };
+  take(tableIn(toml.root(), "scene"), "input");
+  take(tableIn(toml.root(), "scene"), "mask");
+  const toml::array* layers = layersOf(toml);
+  for (std::size_t i = 0; layers && i < layers->size(); ++i) take((*layers)[i].as_table(), "mask");
+  return names;
+}
+
 }  // namespace
 
 SceneText::SceneText(std::string text, std::filesystem::path file)
@@ -286,6 +311,30 @@ std::string SceneText::withSceneKey(std::string_view key, std::string_view value
   }
   return checked(toml_->withLinesAt(at, "[scene]\n" + name + " = " + std::string(value) + "\n"),
                  file_);
+}
+
+std::vector<std::filesystem::path> SceneText::files() const {
+  std::vector<std::filesystem::path> files;
+  for (const FileName& name : fileNames(*toml_)) {
+    files.push_back(scene::fileNamedBy(file_, name.file));
+  }
+  return files;
+}
+
+std::string SceneText::withFilesFrom(const std::filesystem::path& folder) const {
+  std::vector<FileName> names = fileNames(*toml_);
+  const auto offset = [&](const FileName& name) { return toml_->spanOf(*name.node).begin; };
+  std::ranges::sort(names, std::ranges::greater(), offset);  // those in front stay where they are
+  std::string moved = text();
+  for (const FileName& name : names) {
+    const auto file = std::filesystem::absolute(scene::fileNamedBy(file_, name.file));
+    const bool isAbsolute = std::filesystem::path(name.file).is_absolute();
+    if (isAbsolute && !scene::liesBelow(file, folder)) continue;
+    const std::string seen = file.lexically_normal().lexically_relative(folder).string();
+    const Span span = toml_->spanOf(*name.node);
+    moved.replace(span.begin, span.end - span.begin, tomlString(seen + name.part));
+  }
+  return checked(std::move(moved), file_);
 }
 
 /// What the scene says for its one layer becomes what that layer says itself.

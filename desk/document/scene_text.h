@@ -72,6 +72,11 @@ class SceneText {
   /// removes the entry.
   std::string withSceneKey(std::string_view key, std::string_view value) const;
 
+  /// The files that it names, below the scene's folder or not: its input, and those of masks.
+  std::vector<std::filesystem::path> files() const;
+  /// The same files as seen from another folder; absolute names stay where they lead out of it.
+  std::string withFilesFrom(const std::filesystem::path& folder) const;
+
   /// A scene without [[layer]] gets one that is what it was, and the new one above it.
   std::string withNewLayer(std::string_view name) const;
   std::string withoutLayer(std::size_t layer) const;

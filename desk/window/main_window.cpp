@@ -1,6 +1,7 @@
 #include "desk/window/main_window.h"
 
 #include <QCloseEvent>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
@@ -153,8 +154,11 @@ void MainWindow::tellMessages() {
   });
   connect(&document_, &SceneDocument::textProblemChanged, this, [this] {
     if (document_.textProblem().isEmpty()) return messages_->withdraw(Subject::kText);
-    messages_->say(Subject::kText, document_.textProblem(),
-                   {{"Undo", [this] { document_.undoStack().undo(); }}});
+    std::vector<MessageArea::Answer> answers = answersToRefusal();
+    if (document_.undoStack().canUndo()) {
+      answers.push_back({"Undo", [this] { document_.undoStack().undo(); }});
+    }
+    messages_->say(Subject::kText, document_.textProblem(), answers);
   });
   connect(&document_, &SceneDocument::changedOnDisk, this, [this] {
     messages_->say(
@@ -176,19 +180,36 @@ void MainWindow::tellMessages() {
     const QString& problem = preview_.picture().problem;
     if (problem == messages_->sentence(Subject::kPicture)) return;
     if (problem.isEmpty()) return messages_->withdraw(Subject::kPicture);
-    messages_->say(Subject::kPicture, problem);
+    std::vector<MessageArea::Answer> answers = answersToRefusal();
+    if (answers.empty()) {
+      answers.push_back({"Try again", [this] { document_.setInput(document_.input()); }});
+    }
+    messages_->say(Subject::kPicture, problem, answers);
   });
-  if (const auto lost = SceneDocument::takeRecovered()) {
-    const QString name = lost->path.isEmpty() ? "a new scene" : QFileInfo(lost->path).fileName();
-    messages_->say(Subject::kRecovery,
-                   "An earlier run has ended with unsaved changes of " + name + ", from " +
-                       QLocale().toString(lost->changed, QLocale::ShortFormat) + ".",
-                   {{"Restore",
-                     [this, lost = *lost] {
-                       if (mayLeaveScene()) document_.restore(lost);
-                     }},
-                    {"Discard", [] {}}});
-  }
+  offerRecovered(SceneDocument::findRecovered());
+}
+
+/// Left unanswered, it is there at the next start, too.
+void MainWindow::offerRecovered(const std::optional<Recovered>& lost) {
+  if (!lost) return;
+  const QString name = lost->path.isEmpty() ? "a new scene" : QFileInfo(lost->path).fileName();
+  messages_->say(
+      MessageArea::Subject::kRecovery,
+      "An earlier run has ended with unsaved changes of " + name + ", from " +
+          QLocale().toString(lost->changed, QLocale::ShortFormat) + ".",
+      {{"Restore",
+        [this, lost = *lost] { mayLeaveScene() ? document_.restore(lost) : offerRecovered(lost); }},
+       {"Discard", [this, lost = *lost] {
+          SceneDocument::discard(lost);
+          offerRecovered(SceneDocument::findRecovered());
+        }}});
+}
+
+/// Where the scene may not read a file that it names.
+std::vector<MessageArea::Answer> MainWindow::answersToRefusal() {
+  const QString folder = document_.folderToAllow();
+  if (folder.isEmpty()) return {};
+  return {{"Allow " + QDir(folder).dirName() + "/", [this, folder] { document_.allow(folder); }}};
 }
 
 void MainWindow::showTitle() {

@@ -68,6 +68,8 @@ class MainWindow : public QMainWindow {
   bool saveAs();
   void exportScene();
   void tellMessages();
+  void offerRecovered(const std::optional<Recovered>& lost);
+  std::vector<MessageArea::Answer> answersToRefusal();
   void showTitle();
   void restoreState();
   void keepState() const;

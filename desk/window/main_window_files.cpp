@@ -65,6 +65,8 @@ void MainWindow::dropEvent(QDropEvent* event) {
   });
   if (preset != presets.end()) {
     document_.applyPreset(preview_.layer(), QString::fromStdString(preset->name));
+  } else if (file.suffix().compare("txt", Qt::CaseInsensitive) == 0) {
+    document_.applyPresetFile(preview_.layer(), path);
   } else {
     document_.setSceneInput(path);
   }

@@ -1,5 +1,6 @@
 #include <QDockWidget>
 #include <QMenu>
+#include <QScreen>
 #include <QScrollArea>
 
 #include "desk/compare/snapshots_panel.h"
@@ -39,7 +40,7 @@ void MainWindow::addPanels() {
   presets->raise();
   constexpr int kControlsWidth = 460;  // pixels, at first: names and what they are turned by
   constexpr int kPresetsWidth = 240;   // three thumbnails
-  resize(kWindowSize);
+  resize(kWindowSize.boundedTo(screen()->availableSize()));
   resizeDocks({controls, presets}, {kControlsWidth, kPresetsWidth}, Qt::Horizontal);
   connect(&exports_, &ExportQueue::rowsInserted, exports, [exports] {
     exports->show();

@@ -1,8 +1,12 @@
 // Scenes edited as text: what changes, what stays, and what comes back.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
+#include <QDir>
+#include <QStandardPaths>
 #include <QTest>
 #include <chrono>
+#include <csignal>
 #include <thread>
 
 #include "desk/document/scene_document.h"
@@ -216,22 +220,122 @@ TEST_F(DocumentTest, FollowsTheFileOnDiskAndLosesNothing) {
 }
 
 TEST_F(DocumentTest, KeepsUnsavedScenesForTheNextRun) {
-  while (SceneDocument::takeRecovered()) {
-  }
+  while (const auto old = SceneDocument::findRecovered()) SceneDocument::discard(*old);
   ASSERT_TRUE(open(kCommented));
   document().setSize(320, 180);
   QTest::qWait(2500);
-  EXPECT_FALSE(SceneDocument::takeRecovered()) << "it belongs to a window that is open";
+  EXPECT_FALSE(SceneDocument::findRecovered()) << "it belongs to a window that is open";
   EXPECT_TRUE(document().save());
   document().saveAs("/nowhere/s.toml");
   EXPECT_NE(problem().find("/nowhere/s.toml"), std::string::npos) << problem();
   EXPECT_FALSE(document().isModified());
   EXPECT_EQ(read("s.toml"), text());
 
-  const desk::Recovered recovered{document().path(), "[scene]\nframes = 3\n", {}};
-  document().restore(recovered);
+  desk::RecoveryFile earlier;
+  earlier.write(document().path(), "[scene]\nframes = 3\n");
+  const QString folder =
+      QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/recovery";
+  const QString kept =
+      QDir(folder).entryInfoList({"*.unsaved"}, QDir::Files, QDir::Time).front().filePath();
+  QFile::remove(kept + ".lock");  // as if its process were gone
+  EXPECT_TRUE(SceneDocument::findRecovered());
+  const auto recovered = SceneDocument::findRecovered();
+  ASSERT_TRUE(recovered) << "it was offered, and not answered";
+  EXPECT_FALSE(SceneDocument::findRecovered()) << "it is being offered";
+  document().restore(*recovered);
   EXPECT_TRUE(document().isModified());
   EXPECT_EQ(document().state()->plan.frames, 3);
+  EXPECT_FALSE(QFile::exists(kept));
+}
+
+TEST_F(DocumentTest, AFullDiskLeavesTheFileThatIsThere) {
+  ASSERT_TRUE(open(kCommented));
+  document().setSize(320, 180);
+  rlimit limit{};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+  const rlimit full{16, limit.rlim_max};
+  const auto old = std::signal(SIGXFSZ, SIG_IGN);  // it is an error then
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &full), 0);
+  EXPECT_FALSE(document().save());
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+  std::signal(SIGXFSZ, old);
+  EXPECT_NE(problem().find("s.toml"), std::string::npos) << problem();
+  EXPECT_EQ(read("s.toml"), kCommented);
+  EXPECT_TRUE(document().isModified());
+  EXPECT_TRUE(document().save());
+}
+
+TEST_F(DocumentTest, NamesTheSameFilesFromAnotherFolder) {
+  makeClip("clip.mov", 2);
+  write("logo.svg", R"(<svg><path id="star" d="M0 0L9 0L9 9Z"/></svg>)");
+  std::filesystem::create_directories(path("a/b"));
+  constexpr char kMoved[] = R"([scene]
+input = "%clip.mov"  # short
+[[layer]]
+mask = "%logo.svg#star"
+)";
+  const auto from = [&](const char* folder) {
+    return QString(kMoved).replace("%", folder).toStdString();
+  };
+  ASSERT_TRUE(open(from("")));
+  const auto frames = document().state()->plan.frames;
+  for (const auto& [scene, folder] : {std::pair{"a/b/s.toml", "../../"}, {"t.toml", ""}}) {
+    ASSERT_TRUE(document().saveAs(QString::fromStdString(path(scene).string()))) << problem();
+    EXPECT_EQ(read(scene), from(folder));
+    EXPECT_EQ(document().textProblem(), "");
+    EXPECT_FALSE(document().isModified());
+    EXPECT_EQ(document().state()->plan.frames, frames);
+    EXPECT_EQ(document().mask(0)->keys.front().value.vertices.size(), 3);
+  }
+  SceneDocument other(scene::PresetLibrary({}));
+  ASSERT_TRUE(other.open(QString::fromStdString(path("a/b/s.toml").string())));
+  EXPECT_NE(other.textProblem(), "") << "it comes from a stranger";
+  EXPECT_EQ(other.folderToAllow().toStdString(), path("").parent_path().string());
+  other.allow(other.folderToAllow());
+  EXPECT_EQ(other.textProblem(), "");
+  EXPECT_EQ(other.folderToAllow(), "");
+}
+
+TEST_F(DocumentTest, TakesBackWhatACanceledGestureChanged) {
+  ASSERT_TRUE(open(kCommented));
+  document().setSize(320, 180);
+  const std::string before = text();
+  document().beginGesture();
+  document().cancelGesture();
+  EXPECT_EQ(text(), before);
+  document().beginGesture();
+  document().setValue(0, brisel::kIntensity, {3}, 0);
+  document().setValue(0, brisel::kIntensity, {4}, 0);
+  document().cancelGesture();
+  EXPECT_EQ(text(), before);
+  EXPECT_EQ(document().undoStack().index(), 1);
+}
+
+TEST_F(DocumentTest, TakesAPresetThatIsNotInTheLibrary) {
+  ASSERT_TRUE(open("[params]\nSize = [{ frame = 0, value = 1 }, { frame = 9, value = 2 }]\n"));
+  const scene::PresetLibrary& library = document().presetLibrary();
+  const scene::Preset& preset = library.presets().front();
+  std::filesystem::copy_file(preset.file, path("mine.txt"));
+  document().applyPresetFile(0, QString::fromStdString(path("mine.txt").string()));
+  EXPECT_TRUE(document().keyedParameters(0).empty());
+  const auto values = [&] {
+    std::vector<double> all;
+    for (std::int32_t index = 1; index < brisel::kParamCount; ++index) {
+      if (!scene::takesValue(brisel::parameterSpec(index).kind)) continue;
+      const auto value = document().value(0, static_cast<brisel::ParamIndex>(index), 5);
+      all.insert(all.end(), value.begin(), value.end());
+    }
+    return all;
+  };
+  const std::vector<double> taken = values();
+  document().undoStack().undo();
+  document().applyPreset(0, QString::fromStdString(preset.name));
+  const std::vector<double> meant = values();
+  ASSERT_EQ(taken.size(), meant.size());
+  for (std::size_t i = 0; i < taken.size(); ++i) EXPECT_NEAR(taken[i], meant[i], 0.001) << i;
+  write("other.txt", "words");
+  document().applyPresetFile(0, QString::fromStdString(path("other.txt").string()));
+  EXPECT_NE(problem().find("other.txt"), std::string::npos) << problem();
 }
 
 }  // namespace

@@ -1,13 +1,19 @@
 // The whole window, by the mouse and the keyboard.
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAbstractScrollArea>
+#include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
+#include <QDockWidget>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
@@ -15,9 +21,12 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <QTreeWidget>
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <set>
+#include <vector>
 
 #include "desk/exporting/export_queue.h"
 #include "desk/window/main_window.h"
@@ -238,19 +247,79 @@ TEST_F(WindowTest, ExportsAreWhatARenderMakes) {
   EXPECT_EQ(queue.rowCount(), 0);
 }
 
-TEST_F(WindowTest, EverythingHasANameForScreenReaders) {
-  for (const QWidget* widget : window.findChildren<QWidget*>()) {
-    const bool takesFocus = widget->focusPolicy() & Qt::TabFocus && widget->isVisibleTo(&window);
-    const auto* area = qobject_cast<const QAbstractScrollArea*>(widget->parent());
-    const bool isPart =
-        widget->objectName().startsWith("qt_") || (area != nullptr && area->viewport() == widget);
-    if (!takesFocus || isPart) continue;
-    const QAccessibleInterface* reader =
-        QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));
+/// What a person acts on with a mouse, apart from parts that Qt makes: they do no more than what
+/// they are a part of, and docks' buttons no more than the menu of panels.
+std::vector<QWidget*> widgetsToActOn(QWidget& window) {
+  std::vector<QWidget*> found;
+  for (QWidget* widget : window.findChildren<QWidget*>()) {
+    const bool acts = (widget->focusPolicy() & Qt::TabFocus) != 0 ||
+                      qobject_cast<QAbstractButton*>(widget) != nullptr ||
+                      qobject_cast<QAbstractItemView*>(widget) != nullptr ||
+                      qobject_cast<QLineEdit*>(widget) != nullptr;
+    const auto* area = qobject_cast<QAbstractScrollArea*>(widget->parent());
+    const bool isPart = widget->objectName().startsWith("qt_") || widget->inherits("QMenuBar") ||
+                        (area != nullptr && area->viewport() == widget) ||
+                        qobject_cast<QAbstractSpinBox*>(widget->parent()) != nullptr ||
+                        qobject_cast<QLineEdit*>(widget->parent()) != nullptr ||
+                        widget->inherits("QDockWidgetTitleButton");
+    if (acts && !isPart && widget->isVisible() && widget->isEnabled()) found.push_back(widget);
+  }
+  return found;
+}
+
+/// Those of all menus.
+std::vector<QAction*> commandsOf(const QMenuBar& bar) {
+  std::vector<QAction*> commands;
+  for (QAction* action : bar.actions()) commands.push_back(action);
+  for (std::size_t i = 0; i < commands.size(); ++i) {
+    if (!commands[i]->menu()) continue;
+    for (QAction* action : commands[i]->menu()->actions()) commands.push_back(action);
+  }
+  return commands;
+}
+
+TEST_F(WindowTest, TheKeyboardReachesEverythingAndItHasAName) {
+  write("s.toml", "[params]\nSize = [{ frame = 0, value = 5 }]\n[[layer]]\n[[layer]]\n");
+  ASSERT_TRUE(window.open(QString::fromStdString(path("s.toml").string())));
+  window.activateWindow();
+  const std::vector<QAction*> commands = commandsOf(*window.menuBar());
+  std::set<QString> shortcuts;
+  for (const QAction* command : commands) {
+    for (const QKeySequence& keys : command->shortcuts()) {
+      EXPECT_TRUE(shortcuts.insert(keys.toString()).second) << keys.toString().toStdString();
+    }
+  }
+
+  std::set<const QWidget*> reached;
+  std::set<QWidget*> wanted;
+  for (auto* tree : window.findChildren<QTreeWidget*>()) tree->expandAll();
+  for (QDockWidget* dock : window.findChildren<QDockWidget*>()) {
+    dock->raise();
+    QCoreApplication::processEvents();
+    for (QWidget* widget : widgetsToActOn(window)) wanted.insert(widget);
+    window.findChild<desk::PictureView*>()->setFocus();
+    std::set<const QWidget*> round;
+    constexpr int kMostSteps = 2000;
+    for (int step = 0; step < kMostSteps; ++step) {
+      const QWidget* widget = QApplication::focusWidget();
+      ASSERT_NE(widget, nullptr);
+      const bool isHandle = qobject_cast<const desk::PictureView*>(widget) != nullptr;
+      if (!round.insert(widget).second && !isHandle) break;
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    reached.insert(round.begin(), round.end());
+  }
+  EXPECT_GT(wanted.size(), 150);
+  for (QWidget* widget : wanted) {
+    const QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(widget);
     ASSERT_TRUE(reader);
-    EXPECT_FALSE(reader->text(QAccessible::Name).isEmpty())
-        << widget->metaObject()->className() << " in "
-        << widget->parent()->metaObject()->className();
+    const std::string name = reader->text(QAccessible::Name).toStdString();
+    EXPECT_NE(name, "") << widget->metaObject()->className() << " in "
+                        << widget->parent()->metaObject()->className();
+    const auto* button = qobject_cast<const QToolButton*>(widget);
+    const bool isInMenu = button && std::ranges::count(commands, button->defaultAction()) > 0;
+    EXPECT_TRUE(reached.contains(widget) || isInMenu)
+        << widget->metaObject()->className() << " " << name;
   }
 }
 
