@@ -165,7 +165,7 @@ Values EffectInstance::valuesAt(std::size_t layer, std::int32_t frame) {
   const Choices choices = values_.at(startFrame_ + frame, frame_);
   record_.note(frame, choices);
   Values values = look_->valuesAt(layer, frame);
-  apply(choices, values);
+  brisel::apply(choices, values);
   return values;
 }
 

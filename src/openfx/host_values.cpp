@@ -117,7 +117,7 @@ Choices HostValues::at(OfxTime time, FrameSize frame) const {
 Values HostValues::now() const {
   Values values;
   values.setNumber(kMixWithOriginal, kInitialMix);
-  apply(choicesAt(nullptr, {1, 1}), values);
+  brisel::apply(choicesAt(nullptr, {1, 1}), values);
   values.setNumber(kPath, text(Kind::Mask).empty() ? 0 : 1);
   return values;
 }
