@@ -1,3 +1,6 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -32,6 +35,15 @@ int failure(int exitCode, const std::string& message) {
   } catch (...) {
   }
   std::abort();
+}
+
+// The number of a stream that the caller has closed would go to the next file that is opened, and
+// that file would get what is printed. It goes to one that can be used no more than a closed one.
+void takeClosedStreams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(stream, F_GETFD) >= 0) continue;
+    open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);  // takes the lowest number
+  }
 }
 
 // `help`, `help COMMAND` and `COMMAND help` ask for what --help tells.
@@ -75,6 +87,14 @@ std::string complaintAbout(const CLI::App& app, const CLI::ParseError& error) {
   return complaint + " (" + name + " --help tells more)";
 }
 
+// Of a command that has done its work: whether what it printed has arrived.
+int exitCodeOfOutput() {
+  std::cout.flush();
+  if (std::fflush(stdout) == 0 && !std::cout.fail()) return 0;
+  if (errno == EPIPE) return kWorkFailed;  // the reader has stopped early, as `head` does
+  return failure(kWorkFailed, "cannot write to standard output");
+}
+
 // Parsing runs the command that was named.
 int run(int argc, char** argv) {
   CLI::App app;
@@ -85,14 +105,10 @@ int run(int argc, char** argv) {
   std::ranges::reverse(arguments);  // as the parser wants them
   try {
     app.parse(std::move(arguments));
-    std::cout.flush();
-    if (std::fflush(stdout) != 0 || std::cout.fail()) {
-      if (errno == EPIPE) return kWorkFailed;  // the reader has stopped early, as `head` does
-      return failure(kWorkFailed, "cannot write to standard output");
-    }
-    return 0;
+    return exitCodeOfOutput();
   } catch (const CLI::Success& success) {  // --help and --version
-    return app.exit(success);
+    app.exit(success);
+    return exitCodeOfOutput();
   } catch (const CLI::ParseError& error) {
     return failure(kWrongUsage, complaintAbout(app, error));
   }
@@ -102,6 +118,7 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   std::set_terminate(endWhereNothingCatches);
+  takeClosedStreams();
   cli::installInterruptHandlers();
   cli::keepFreedMemory();
   try {

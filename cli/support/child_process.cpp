@@ -30,12 +30,17 @@ struct SpawnSetup {
     posix_spawn_file_actions_init(&files);
     posix_spawnattr_init(&attributes);
     // The child must not inherit our ignored SIGPIPE: a decoder ends by it when we stop reading.
+    // Nor the signals that are blocked while a writer starts.
     sigset_t defaults;
     sigemptyset(&defaults);
     sigaddset(&defaults, SIGPIPE);
     posix_spawnattr_setsigdefault(&attributes, &defaults);
+    sigset_t none;
+    sigemptyset(&none);
+    posix_spawnattr_setsigmask(&attributes, &none);
     posix_spawnattr_setpgroup(&attributes, 0);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
+    posix_spawnattr_setflags(
+        &attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETPGROUP);
   }
   ~SpawnSetup() {
     posix_spawnattr_destroy(&attributes);
@@ -109,14 +114,23 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, Pipe pipe)
     arguments.push_back(const_cast<char*>(argument.c_str()));
   }
   arguments.push_back(nullptr);
-  const int error = posix_spawnp(&process_, name_.c_str(), &setup.files, &setup.attributes,
-                                 arguments.data(), environmentForChild().data());
+  const std::vector<char*> environment = environmentForChild();
+  int error = 0;
+  const auto start = [&] {
+    error = posix_spawnp(&process_, name_.c_str(), &setup.files, &setup.attributes,
+                         arguments.data(), environment.data());
+    return error == 0 ? process_ : 0;
+  };
+  if (writes_) {
+    startUnfinishedWriter(start);
+  } else {
+    start();
+  }
   if (error != 0) {
     process_ = -1;
     throw WorkError("cannot start " + inQuotes(name_) + ": " + std::strerror(error) +
                     "; is it installed?");
   }
-  if (writes_) setUnfinishedWriter(process_);
 }
 
 ChildProcess::~ChildProcess() {
@@ -189,7 +203,7 @@ void ChildProcess::kill() {
 
 // Of a program that has ended or is about to.
 int ChildProcess::reap() {
-  if (writes_) setUnfinishedWriter(0);
+  if (writes_) forgetUnfinishedWriter();
   const std::lock_guard lock(reaping_);
   int status = 0;
   while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <ctime>
 
 namespace cli {
 namespace {
@@ -13,6 +14,7 @@ std::atomic<bool> interruptRequested = false;
 std::atomic<bool> ending = false;
 std::atomic<const char*> unfinishedFile = nullptr;
 std::atomic<pid_t> unfinishedWriter = 0;
+std::atomic<bool> writerStarts = false;
 static_assert(decltype(ending)::is_always_lock_free &&
               decltype(unfinishedFile)::is_always_lock_free &&
               decltype(unfinishedWriter)::is_always_lock_free);
@@ -50,6 +52,8 @@ void installInterruptHandlers() {
 
 void endAtOnce(int exitCode) {
   ending = true;
+  constexpr timespec kMoment{0, 1'000'000};
+  while (writerStarts) nanosleep(&kMoment, nullptr);
   const pid_t writer = unfinishedWriter;
   if (writer > 0 && kill(writer, SIGKILL) == 0) waitpid(writer, nullptr, 0);
   const char* unfinished = unfinishedFile;
@@ -62,8 +66,19 @@ void setUnfinishedFile(const char* path) {
   waitForTheEndIfEnding();
 }
 
-void setUnfinishedWriter(pid_t process) {
-  unfinishedWriter = process;
+void startUnfinishedWriter(const std::function<pid_t()>& start) {
+  sigset_t all, before;
+  sigfillset(&all);
+  pthread_sigmask(SIG_BLOCK, &all, &before);  // endAtOnce in this thread would wait for itself
+  writerStarts = true;
+  if (!ending) unfinishedWriter = start();
+  writerStarts = false;
+  waitForTheEndIfEnding();
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
+
+void forgetUnfinishedWriter() {
+  unfinishedWriter = 0;
   waitForTheEndIfEnding();
 }
 

@@ -5,6 +5,7 @@
 
 #include <sys/types.h>
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 
@@ -29,9 +30,13 @@ void installInterruptHandlers();
 // until the next call. One thread at a time has such a file.
 void setUnfinishedFile(const char* path);
 
-// The child that writes that file, which would go on with what it was sent so far; 0 when there is
-// none. It ends before the file is removed.
-void setUnfinishedWriter(pid_t process);
+// Starts the child that writes that file, which would go on with what it was sent so far: it ends
+// before the file is removed. `start` returns its process, or 0 when there is none, and throws
+// nothing. endAtOnce waits until that is known.
+void startUnfinishedWriter(const std::function<pid_t()>& start);
+
+// The child is about to end by itself.
+void forgetUnfinishedWriter();
 
 // Throws Interrupted when one of the signals has arrived. To be called between frames and whenever
 // a system call returns EINTR.

@@ -249,6 +249,32 @@ TEST_F(RenderFailuresTest, ASecondSignalEndsALongFrameAndLeavesNothing) {
   EXPECT_EQ(names(), (Names{"s.toml"}));
 }
 
+// Among others while the encoder is being started, which opens its file a little later.
+TEST_F(RenderFailuresTest, TwoSignalsAtOnceLeaveNothingAtAnyMoment) {
+  write("s.toml", "[scene]\nsize = [64, 36]\nframes = 3000\n");
+  for (int moment = 12; moment < 60; moment += 2) {
+    const pid_t process = start({BRISEL_PROGRAM, "render", "s.toml", "-o", "o.mov"});
+    std::this_thread::sleep_for(std::chrono::milliseconds(moment));
+    kill(process, SIGINT);
+    kill(process, SIGTERM);
+    EXPECT_NE(waitFor(process).exitCode, 0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    ASSERT_EQ(names(), (Names{"s.toml"})) << moment;
+  }
+}
+
+TEST_F(RenderFailuresTest, ClosedStreamsGetNoFilesNumber) {
+  ffmpeg("-f lavfi -i testsrc2=s=64x36:d=1 in.mov");
+  write("s.toml", "[scene]\nframes = 3\n");
+  EXPECT_EQ(run({"sh", "-c", BRISEL_PROGRAM " render s.toml -i in.mov -o f_%d.png 0<&- 1>&- 2>&-"})
+                .exitCode,
+            0);
+  EXPECT_EQ(names(), (Names{"f_0.png", "f_1.png", "f_2.png", "in.mov", "s.toml"}));
+  const CommandResult version = run({"sh", "-c", BRISEL_PROGRAM " --version >/dev/full"});
+  EXPECT_EQ(version.exitCode, 1);
+  EXPECT_EQ(version.err, "brisel: cannot write to standard output\n");
+}
+
 TEST_F(RenderFailuresTest, AFullDiskOrAFileSizeLimitLeavesOnlyWholeFrames) {
   write("s.toml", "[scene]\nsize = [320, 180]\nframes = 60\n[params]\n\"Intensity\" = 20\n");
   const CommandResult limited =
