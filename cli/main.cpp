@@ -15,6 +15,7 @@
 #include "cli/support/interrupt.h"
 #include "cli/support/memory.h"
 #include "scene/text/nearest_name.h"
+#include "scene/text/printable.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ constexpr int kWorkFailed = 1;
 constexpr int kWrongUsage = 2;
 
 int failure(int exitCode, const std::string& message) {
-  std::fprintf(stderr, "brisel: %s\n", message.c_str());
+  std::fprintf(stderr, "brisel: %s\n", scene::printable(message).c_str());
   return exitCode;
 }
 
@@ -60,8 +61,8 @@ void checkCommandName(const CLI::App& app, const std::vector<std::string>& argum
   for (const CLI::App* command : app.get_subcommands({})) names.push_back(command->get_name());
   const std::string& wanted = arguments.front();
   if (std::ranges::find(names, wanted) != names.end()) return;
-  throw cli::UsageError("there is no command " + cli::inQuotes(wanted) + "; the nearest is " +
-                        cli::inQuotes(scene::nearestName(wanted, names)));
+  throw cli::UsageError("there is no command " + cli::inQuotes(wanted) +
+                        scene::orNearest(wanted, names));
 }
 
 // The command being parsed; the program itself until a command is named.
@@ -82,7 +83,7 @@ std::string complaintAbout(const CLI::App& app, const CLI::ParseError& error) {
       for (const std::string& longName : o->get_lnames()) known.push_back("--" + longName);
     }
     complaint = "there is no option " + cli::inQuotes(option->substr(0, option->find('='))) +
-                "; the nearest is " + cli::inQuotes(scene::nearestName(*option, known));
+                scene::orNearest(*option, known);
   }
   return complaint + " (" + name + " --help tells more)";
 }

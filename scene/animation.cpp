@@ -25,8 +25,8 @@ Track bind(const Setting& setting, brisel::FrameSize frame, FrameRate rate) {
   const brisel::ParamIndex index = brisel::findParameter(setting.label);
   if (index == brisel::kInputLayer) {
     reject(setting, setting.place,
-           "the effect has no parameter " + inQuotes(setting.label) + "; the nearest is " +
-               inQuotes(nearestName(setting.label, settableLabels())));
+           "the effect has no parameter " + inQuotes(setting.label) +
+               orNearest(setting.label, settableLabels()));
   }
   const brisel::ParameterSpec& parameter = brisel::parameterSpec(index);
   Track track{index, setting.origin, {}};

@@ -84,7 +84,7 @@ bool isColorChannel(double number) {
 std::string colorMeant(const std::string& text) {
   if (colorFromText('#' + text)) return "; such digits follow a #: " + inQuotes('#' + text);
   if (text.starts_with('#')) return "";
-  return "; the nearest name is " + inQuotes(nearestName(text, colorNames()));
+  return orNearest(text, colorNames(), "the nearest name");
 }
 
 ParamValue colorValue(const UserValue& value) {
@@ -127,8 +127,7 @@ ParamValue itemByText(const std::string& text, const std::vector<std::string>& i
   for (std::size_t i = 0; i < items.size(); ++i) {
     if (lowerCase(items[i]) == lowerCase(text)) return {static_cast<double>(i + 1)};
   }
-  throw ValueError("has no item " + inQuotes(text) + "; the nearest is " +
-                   inQuotes(nearestName(text, items)));
+  throw ValueError("has no item " + inQuotes(text) + orNearest(text, items));
 }
 
 ParamValue popupValue(const UserValue& value, const ParameterSpec& parameter) {

@@ -77,8 +77,7 @@ const Preset& PresetLibrary::find(const PresetChoice& choice) const {
   }
   std::vector<std::string> names;
   for (const Preset& preset : presets_) names.push_back(preset.name);
-  reject(choice, "there is no preset " + inQuotes(choice.name) + "; the nearest is " +
-                     inQuotes(nearestName(choice.name, names)));
+  reject(choice, "there is no preset " + inQuotes(choice.name) + orNearest(choice.name, names));
 }
 
 std::string PresetLibrary::describe(const Preset& preset) const {

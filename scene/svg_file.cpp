@@ -62,9 +62,8 @@ SvgPath readSvgPath(const std::filesystem::path& file, const std::string& id) {
   PathFinder finder(id);
   document.traverse(finder);
   if (!finder.found) {
-    const std::string nearest = nearestName(id, finder.ids);
     throw WorkError(inQuotes(name) + " has no path with the id " + inQuotes(id) +
-                    (nearest.empty() ? "" : "; the nearest is " + inQuotes(nearest)));
+                    orNearest(id, finder.ids));
   }
   const std::string where = place(finder.found.offset_debug());
   if (localName(finder.found) != "path") {

@@ -87,6 +87,8 @@ std::string TomlReader::textOf(const TomlEntry& entry,
                                const std::vector<std::string>& choices) const {
   const auto text = entry.node->value_exact<std::string>();
   if (!text || text->empty()) fail(*entry.node, entry.key + " is text in quotes");
+  // A file's name would end there for the system, but not for those who check it.
+  if (text->find('\0') != text->npos) fail(*entry.node, entry.key + " holds a NUL character");
   if (!choices.empty() && std::ranges::find(choices, *text) == choices.end()) {
     fail(*entry.node, entry.key + " is " + inQuotes(choices[0]) + " or " + inQuotes(choices[1]) +
                           ", not " + inQuotes(*text));
@@ -184,8 +186,8 @@ Ease TomlReader::easeOf(const std::string& label, const toml::node& node) const 
   const auto isShare = [](double y) { return std::abs(y) <= kMostShare; };
   if (const auto name = node.value_exact<std::string>()) {
     if (const auto ease = easeByName(*name)) return *ease;
-    fail(node, inQuotes(label) + ": there is no ease " + inQuotes(*name) + "; the nearest is " +
-                   inQuotes(nearestName(*name, easeNames())));
+    fail(node,
+         inQuotes(label) + ": there is no ease " + inQuotes(*name) + orNearest(*name, easeNames()));
   }
   if (const toml::array* array = node.as_array(); array && array->size() == 4) {
     std::array<double, 4> handles{};
@@ -216,8 +218,7 @@ void TomlReader::fail(const toml::node& node, const std::string& what) const {
 
 void TomlReader::unknownKey(const TomlEntry& entry, const std::string& kind,
                             const std::vector<std::string>& known) const {
-  fail(*entry.node, "unknown " + kind + " " + inQuotes(entry.key) + "; the nearest is " +
-                        inQuotes(nearestName(entry.key, known)));
+  fail(*entry.node, "unknown " + kind + " " + inQuotes(entry.key) + orNearest(entry.key, known));
 }
 
 }  // namespace scene

@@ -181,9 +181,8 @@ List parametersMeant(const List& list, const std::string& text) {
   if (!found.empty()) return found;
   std::vector<std::string> labels;
   for (const ListedParameter& parameter : list) labels.push_back(parameter.declared->label);
-  throw UsageError("no parameter has " + inQuotes(text) +
-                   " in its label, items or description; the nearest label is " +
-                   inQuotes(scene::nearestName(text, labels)));
+  throw UsageError("no parameter has " + inQuotes(text) + " in its label, items or description" +
+                   scene::orNearest(text, labels, "the nearest label"));
 }
 
 std::string parameterTable(const List& list, bool indents, int width) {

@@ -9,6 +9,7 @@
 #include "cli/support/text_table.h"
 #include "scene/preset_library.h"
 #include "scene/text/nearest_name.h"
+#include "scene/text/printable.h"
 
 namespace cli {
 namespace {
@@ -56,7 +57,7 @@ void printJson(const std::vector<Described>& presets) {
 void printForPeople(const std::vector<Described>& presets) {
   int widest = 0;
   for (const Described& described : presets) {
-    widest = std::max(widest, columnsOf(described.preset.name));
+    widest = std::max(widest, columnsOf(scene::printable(described.preset.name)));
   }
   const int indent = 2 + widest + 2;
   const char* row = nullptr;
@@ -65,9 +66,10 @@ void printForPeople(const std::vector<Described>& presets) {
       std::cout << (row == nullptr ? "" : "\n") << scene::kPresetRows[preset.row].control << '\n';
       row = scene::kPresetRows[preset.row].control;
     }
-    const int gap = description.empty() ? 0 : indent - 2 - columnsOf(preset.name);
-    std::cout << "  " << preset.name << std::string(static_cast<std::size_t>(gap), ' ')
-              << wrapped(description, indent, textWidth());
+    const std::string name = scene::printable(preset.name);
+    const int gap = description.empty() ? 0 : indent - 2 - columnsOf(name);
+    std::cout << "  " << name << std::string(static_cast<std::size_t>(gap), ' ')
+              << wrapped(scene::printable(description), indent, textWidth());
   }
 }
 
@@ -77,7 +79,8 @@ void listPresets(const PresetsOptions& options) {
   const std::vector<Described> meant = presetsMeant(library, options.words);
   if (options.json) return printJson(meant);
   if (options.names) {
-    for (const Described& described : meant) std::cout << described.preset.name << '\n';
+    for (const Described& described : meant)
+      std::cout << scene::printable(described.preset.name) << '\n';
   } else if (library.presets().empty()) {
     std::cout << "There are no presets: " << library.index().string()
               << " does not exist or lists none.\n";

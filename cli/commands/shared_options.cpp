@@ -4,6 +4,7 @@
 #include "cli/commands/commands.h"
 #include "cli/support/errors.h"
 #include "hostkit/session.h"
+#include "scene/text/printable.h"
 
 namespace cli {
 namespace {
@@ -105,11 +106,11 @@ void addAllowOption(CLI::App& command, SceneOptions& options) {
 }
 
 void warn(const std::string& message) {
-  std::fprintf(stderr, "brisel: warning: %s\n", message.c_str());
+  std::fprintf(stderr, "brisel: warning: %s\n", scene::printable(message).c_str());
 }
 
 void note(const std::string& message) {
-  std::fprintf(stderr, "brisel: note: %s\n", message.c_str());
+  std::fprintf(stderr, "brisel: note: %s\n", scene::printable(message).c_str());
 }
 
 }  // namespace cli

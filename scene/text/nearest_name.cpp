@@ -4,6 +4,8 @@
 #include <compare>
 #include <optional>
 
+#include "scene/text/errors.h"
+
 namespace scene {
 namespace {
 
@@ -102,6 +104,18 @@ std::string nearestName(std::string_view name, const std::vector<std::string>& c
     }
   }
   return nearest;
+}
+
+std::string orNearest(std::string_view name, const std::vector<std::string>& candidates,
+                      const std::string& what) {
+  constexpr std::size_t kLongestName = 256;  // what is longer is no slip of anybody's
+  constexpr std::size_t kMostSteps = 1 << 25;
+  std::size_t letters = 0;
+  for (const std::string& candidate : candidates) letters += candidate.size() + 1;
+  if (candidates.empty() || name.size() > kLongestName || name.size() * letters > kMostSteps) {
+    return {};
+  }
+  return "; " + what + " is " + inQuotes(nearestName(name, candidates));
 }
 
 }  // namespace scene

@@ -13,6 +13,11 @@ namespace scene {
 /// edits (insert, delete, replace, swap of neighbours) to reach; then the first in the list.
 std::string nearestName(std::string_view name, const std::vector<std::string>& candidates);
 
+/// The end of a message about a name that there is not: "; the nearest is "Size"", or nothing where
+/// there is none, or finding it would take long. `what` stands before the "is".
+std::string orNearest(std::string_view name, const std::vector<std::string>& candidates,
+                      const std::string& what = "the nearest");
+
 /// The text with A-Z as a-z.
 std::string lowerCase(std::string_view text);
 

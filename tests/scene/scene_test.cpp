@@ -130,6 +130,9 @@ TEST_F(SceneTest, ErrorsNameLineKeyAndWhatIsValid) {
   write("f.svg", "<svg>\n<path id='bad' d='M 0 0 L 1'/><path id='ok' d='M0 0'/></svg>");
   const tests::Complaints cases = {
       {"[scene]\nsizes = [1, 2]", "s.toml:2: unknown key \"sizes\"; the nearest is \"size\""},
+      {"[scene]\ninput = \"a.png\\u0000b\"", "s.toml:2: input holds a NUL character"},
+      {"[scene]\nmask = \"a.svg\\u0000#b\"", "s.toml:2: mask holds a NUL character"},
+      {"[scene]\n" + std::string(1'000'000, 'k') + " = 1", "s.toml:2: unknown key \"kkkk"},
       {"[parms]\n", "s.toml:1: unknown table \"parms\"; the nearest is \"params\""},
       {"size = [1, 2]", "s.toml:1: \"size\" belongs under [scene]"},
       {"scene = 3", "s.toml:1: \"scene\" is a table"},

@@ -4,6 +4,7 @@
 #include "scene/frame_rate.h"
 #include "scene/text/nearest_name.h"
 #include "scene/text/numbers.h"
+#include "scene/text/printable.h"
 
 namespace {
 
@@ -52,6 +53,22 @@ TEST(NearestName, WordsCountBeforeTyposAndSwapsAreOneTypo) {
   }
   EXPECT_EQ(scene::nearestName("x", {}), "");
   EXPECT_NE(scene::nearestName("?", names), "");
+  EXPECT_EQ(scene::orNearest("sise", names), "; the nearest is \"Size\"");
+  EXPECT_EQ(scene::orNearest("x", {}), "");
+  EXPECT_EQ(scene::orNearest(std::string(257, 'x'), names), "");
+  EXPECT_EQ(scene::orNearest(std::string(200, 'x'), {std::string(1 << 20, 'x')}), "");
+}
+
+TEST(Messages, TextOfOthersIsNoCommandToATerminal) {
+  EXPECT_EQ(scene::printable("\x1B]0;x\a\n\x7F \u009B2J \u00A0é\xC2"),
+            "\\x1B]0;x\\x07\\x0A\\x7F \\x9B2J \u00A0é\xC2");
+  EXPECT_EQ(scene::printable(std::string_view("a\0b", 3)), "a\\x00b");
+  std::string euros;  // of three bytes, and not to be cut apart
+  while (euros.size() < 1'000'000) euros += "€";
+  const std::string shown = scene::printable(euros);
+  EXPECT_EQ(shown.size(), 2 * 1998 + 7u);
+  EXPECT_TRUE(shown.starts_with("€€") && shown.ends_with("€€"));
+  EXPECT_NE(shown.find("€ [...] €"), shown.npos);
 }
 
 }  // namespace

@@ -231,6 +231,7 @@ TEST_F(StrangersTest, WhatIsTooLargeIsRefusedBeforeItIsTaken) {
   write("deep.toml", "[params]\nx = " + std::string(1'000'000, '['));
   write("dots.toml", "[params]\n" + repeated(1'000'000, "a.") + "a = 1\n");
   write("header.toml", "\n[" + repeated(1'000'000, "\"a.\" . ") + "a]\n");
+  write("escape.toml", "[scene]\n\"\\u001B[2J\" = 1\n");
   write("vertices.toml", "[scene]\nmask = 'vertices.svg#a'\n");
   write("svg.toml", "[scene]\nmask = 'large.svg#a'\n");
   std::filesystem::copy(path("small_1.png"), path("small_9999.png"));
@@ -250,6 +251,7 @@ TEST_F(StrangersTest, WhatIsTooLargeIsRefusedBeforeItIsTaken) {
       {"deep.toml", "deep.toml:2: values are nested too deeply"},
       {"dots.toml", "dots.toml:2: a key has more than 16 parts"},
       {"header.toml", "header.toml:2: a key has more than 16 parts"},
+      {"escape.toml", "escape.toml:2: unknown key \"\\x1B[2J\"; the nearest is"},
       {"vertices.toml", "vertices.toml:2: mask: vertices.svg:1: a mask has 100000 vertices at"},
       {"svg.toml", "svg.toml:2: mask: \"large.svg\" is larger than 16 MB"}};
   for (const auto& [arguments, message] : cases) {
