@@ -90,8 +90,8 @@ TEST(FrameClock, CountsFramesOfHostsThatLeaveSomeOut) {
     EXPECT_EQ(frameAt(ofThread, frame / 25.0), frame);
   FrameClock jumping;
   for (const int frame : {0, 310, 311, 40, 1000}) EXPECT_EQ(frameAt(jumping, frame / 25.0), frame);
-  FrameClock sampling;  // steps too long for frames
-  for (const int frame : {0, 6, 12, 18}) EXPECT_EQ(frameAt(sampling, frame / 25.0), frame);
+  FrameClock sampling(TimeUnit::Milliseconds);  // by steps too long for frames
+  for (const int frame : {0, 6, 12, 18}) EXPECT_EQ(frameAt(sampling, frame * 40.0), frame);
   FrameClock fromTheMiddle(TimeUnit::Milliseconds);
   fromTheMiddle.tell(7000);
   for (const int frame : {211, 212, 213, 900})
