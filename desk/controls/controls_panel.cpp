@@ -26,7 +26,7 @@ using brisel::ParamKind;
 enum Column { kName, kEditor, kButtons };
 
 constexpr int kPictureTime = 40;  // milliseconds
-constexpr int kLeastWidth = 420;  // in which sliders can still be dragged
+constexpr int kLeastWidth = 490;  // in which sliders can still be dragged
 constexpr char kKeyHere[] = "◆";
 constexpr char kNoKeyHere[] = "◇";
 constexpr char kReset[] = "↺";

@@ -38,7 +38,7 @@ void MainWindow::addPanels() {
   tabifyDockWidget(presets, snapshots);
   tabifyDockWidget(presets, exports);
   presets->raise();
-  constexpr int kControlsWidth = 460;  // pixels, at first: names and what they are turned by
+  constexpr int kControlsWidth = 520;  // pixels, at first: names and what they are turned by
   constexpr int kPresetsWidth = 240;   // three thumbnails
   resize(kWindowSize.boundedTo(screen()->availableSize()));
   resizeDocks({controls, presets}, {kControlsWidth, kPresetsWidth}, Qt::Horizontal);
