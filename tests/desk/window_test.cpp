@@ -65,14 +65,18 @@ class WindowTest : public tests::FolderTest {
     return window.findChild<MessageArea*>()->sentence(subject);
   }
   /// Presses the button of the next question.
-  static void answer(QMessageBox::StandardButton button) {
-    QTimer::singleShot(0, qApp, [button] {
+  void answer(QMessageBox::StandardButton button) {
+    questions.disconnect();
+    questions.callOnTimeout(&window, [button] {
       auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
       ASSERT_NE(question, nullptr);
       question->button(button)->click();
     });
+    questions.setSingleShot(true);
+    questions.start(0);
   }
 
+  QTimer questions;
   desk::MainWindow window;
 };
 
