@@ -1,23 +1,46 @@
 #!/usr/bin/env bash
-# Which lines and branches the tests reach, by folder: builds with clang's counters, runs the tests of
-# the release build, prints a table. With folders, also lists the lines in them that no test reaches.
-# Kernels of the wide instruction sets are left out, as they compile the same code as the others.
+# Which lines and branches run, counted by clang. Kernels of the wide instruction sets are left out, as
+# they compile the same code as the others.
 #
-#   scripts/coverage.sh [FOLDER ...]
+#   scripts/coverage.sh [FOLDER ...]   # in the tests of rooms, scenes and plug-ins: a table by folder,
+#                                      # and the lines in these folders that no test reaches
+#   scripts/coverage.sh fuzz           # in each fuzzer's corpus, of the files that it enters
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install_dependencies.sh
 scripts/install_dependencies.sh clang
 build=build/coverage
 cmake --preset coverage >/dev/null
-cmake --build --preset coverage -j "$(nproc)"
-rm -rf $build/profiles
-LLVM_PROFILE_FILE="$PWD/$build/profiles/%4m.profraw" ctest --preset coverage --quiet ||
+mkdir -p $build/profiles
+
+# count NAME PROGRAM...: how often each line ran, by what profiles/NAME/ holds
+count() {
+  local name=$1 objects=()
+  llvm-profdata merge -sparse -o "$build/$name.profdata" "$build/profiles/$name"/*.profraw
+  for program in "${@:2}"; do objects+=(-object "$program"); done
+  llvm-cov export -format=lcov -instr-profile "$build/$name.profdata" "${objects[@]:1}" >"$build/$name.lcov"
+}
+
+if [ "${1-}" = fuzz ]; then
+  cmake --build --preset coverage -j "$(nproc)" --target fuzz_targets
+  for program in $build/bin/fuzz_*; do
+    name=${program##*/fuzz_}
+    rm -rf "$build/profiles/$name"
+    LLVM_PROFILE_FILE="$build/profiles/$name/%p.profraw" "$program" fuzz/{corpus,regressions}/"$name" >/dev/null
+    count "$name" "$program"
+  done
+  scripts/coverage_table.py --entered $build/*.lcov
+  exit
+fi
+tests=(unit contour faults plugin scene frei0r openfx)
+cmake --build --preset coverage -j "$(nproc)" --target "${tests[@]/%/_tests}"
+rm -rf $build/profiles/tests
+LLVM_PROFILE_FILE="$PWD/$build/profiles/tests/%4m.profraw" \
+  ctest --preset coverage -R "^($(IFS='|'; echo "${tests[*]}"))\." -E '^(frei0r\.in_|faults\.command)' --quiet ||
   echo "Some tests failed: what they would have reached is missing." >&2
-llvm-profdata merge -sparse -o $build/all.profdata $build/profiles/*.profraw
-counted=()
-for program in $build/bin/* $build/lib/frei0r-1/* $build/lib/OFX/*/*/*/*.ofx; do
-  [ ! -f "$program" ] || counted+=(-object "$program")
+programs=()
+for program in $build/bin/*_tests $build/lib/frei0r-1/* $build/lib/OFX/*/*/*/*.ofx; do
+  [ ! -f "$program" ] || programs+=("$program")
 done
-llvm-cov export -format=lcov -instr-profile $build/all.profdata "${counted[@]:1}" >$build/coverage.lcov
-scripts/coverage_table.py $build/coverage.lcov "$@"
+count tests "${programs[@]}"
+scripts/coverage_table.py $build/tests.lcov "$@"

@@ -1,7 +1,9 @@
 #!/usr/bin/python3
-"""Prints a table of the lines and branches that ran, by folder, and the lines that did not.
+"""Prints a table of the lines and branches that ran, by folder, and the lines that did not; or of
+several programs, each with the files that it entered.
 
 usage: coverage_table.py FILE.lcov [FOLDER ...]
+       coverage_table.py --entered FILE.lcov ...
 """
 
 import collections
@@ -60,7 +62,22 @@ def share(ran, all_of):
     return f"{100 * ran / all_of:7.1f} %" if all_of else f"{'-':>9}"
 
 
+def entered(paths):
+    """For each program the lines of the files in which it ran at all, and the least reached of them."""
+    print(f"{'program':<16} {'files':>6} {'lines':>7} {'reached':>9}  least")
+    for path in paths:
+        counts = {name: [count > 0 for count in lines.values()] for name, (lines, _) in read(path).items()}
+        counts = {name: ran for name, ran in counts.items() if any(ran)}
+        ran, lines = sum(map(sum, counts.values())), sum(map(len, counts.values()))
+        least = sorted(counts, key=lambda name: sum(counts[name]) / len(counts[name]))[:3]
+        told = ", ".join(f"{name} {100 * sum(counts[name]) // len(counts[name])} %" for name in least)
+        print(f"{path.stem:<16} {len(counts):>6} {lines:>7} {share(ran, lines)}  {told}")
+
+
 def main():
+    if sys.argv[1] == "--entered":
+        entered([pathlib.Path(name) for name in sys.argv[2:]])
+        return
     files = read(pathlib.Path(sys.argv[1]))
     wanted = [folder.rstrip("/") + "/" for folder in sys.argv[2:]]
     rooms = collections.defaultdict(lambda: [0, 0, 0, 0])

@@ -14,6 +14,7 @@
 #include "frei0r/channel_order.h"
 #include "frei0r/filter_parameters.h"
 #include "scene/add_light.h"
+#include "scene/text/printable.h"
 
 namespace brisel {
 namespace {
@@ -143,8 +144,11 @@ void Filter::complain(std::string_view reason, std::string_view consequence) noe
   const std::size_t hash = std::hash<std::string_view>{}(reason);
   if (hash == lastComplaint_) return;
   lastComplaint_ = hash;
-  std::fprintf(stderr, "brisel: %.*s%.*s\n", static_cast<int>(reason.size()), reason.data(),
-               static_cast<int>(consequence.size()), consequence.data());
+  try {
+    std::fprintf(stderr, "brisel: %s%.*s\n", scene::printable(reason).c_str(),
+                 static_cast<int>(consequence.size()), consequence.data());
+  } catch (const std::bad_alloc&) {  // which hosts are not told of
+  }
 }
 
 }  // namespace brisel
