@@ -103,8 +103,8 @@ EffectFrame effectFrame(const std::function<Values(int frame)>& valuesAt, int fr
 }
 
 double channelOf(const EffectFrame& frame, int x, int y, std::size_t channel) {
-  const auto pixel = static_cast<std::size_t>(kFrame.y2 - 1 - y) * kFrame.x2 + x;
-  return frame[pixel * 4 + (channel + 1) % 4];
+  const int pixel = (kFrame.y2 - 1 - y) * kFrame.x2 + x;
+  return frame[static_cast<std::size_t>(pixel) * 4 + (channel + 1) % 4];
 }
 
 void expectFrame(const OpenFxPicture& picture, const EffectFrame& expected, double tolerance,
