@@ -57,7 +57,7 @@ file(CONFIGURE OUTPUT ${config_file} CONTENT
 find_dependency(Threads)
 include(\${CMAKE_CURRENT_LIST_DIR}/brisel-targets.cmake)
 " @ONLY)
-foreach(room core engine render presets effect)
+foreach(room core platform engine render presets effect)
   install(DIRECTORY src/${room} DESTINATION include/brisel COMPONENT development
     FILES_MATCHING PATTERN "*.h" PATTERN simd EXCLUDE)
 endforeach()
