@@ -32,11 +32,11 @@ if [ "${1-}" = fuzz ]; then
   scripts/coverage_table.py --entered $build/*.lcov
   exit
 fi
-tests=(unit contour faults plugin scene frei0r openfx)
-cmake --build --preset coverage -j "$(nproc)" --target "${tests[@]/%/_tests}"
+cmake --build --preset coverage -j "$(nproc)" --target \
+  unit_tests contour_tests fault_tests plugin_tests scene_tests frei0r_tests openfx_tests
 rm -rf $build/profiles/tests
 LLVM_PROFILE_FILE="$PWD/$build/profiles/tests/%4m.profraw" \
-  ctest --preset coverage -R "^($(IFS='|'; echo "${tests[*]}"))\." -E '^(frei0r\.in_|faults\.command)' --quiet ||
+  ctest --preset coverage -R '^(unit|contour|faults|plugin|scene|frei0r|openfx)\.' -E '^(frei0r\.in_|faults\.command)' --quiet ||
   echo "Some tests failed: what they would have reached is missing." >&2
 programs=()
 for program in $build/bin/*_tests $build/lib/frei0r-1/* $build/lib/OFX/*/*/*/*.ofx; do

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "effect/settings.h"
+#include "scene/text/printable.h"
 
 namespace brisel::openfx {
 namespace {
@@ -146,7 +147,8 @@ void EffectInstance::forgetStars() {
 void EffectInstance::noticeChanges(std::int32_t frame) {
   if (isStale_.exchange(false)) return forgetStars();
   const auto isSame = [this](std::int32_t known) {
-    return !record_.knows(known) || record_.agrees(known, values_.at(startFrame_ + known, frame_));
+    return !record_.knows(known) ||
+           record_.agrees(known, values_.at(static_cast<OfxTime>(startFrame_) + known, frame_));
   };
   bool isKept = isSame(frame) && isSame(0);
   for (std::int64_t back = 1; isKept && back < frame; back *= 2) {
@@ -162,7 +164,7 @@ void EffectInstance::stopIfAborted() const {
 Values EffectInstance::valuesAt(std::size_t layer, std::int32_t frame) {
   constexpr std::int32_t kFramesBetweenQuestions = 64;
   if (frame % kFramesBetweenQuestions == 0) stopIfAborted();
-  const Choices choices = values_.at(startFrame_ + frame, frame_);
+  const Choices choices = values_.at(static_cast<OfxTime>(startFrame_) + frame, frame_);
   record_.note(frame, choices);
   Values values = look_->valuesAt(layer, frame);
   brisel::apply(choices, values);
@@ -207,7 +209,7 @@ void EffectInstance::complain(const std::string& reason) {
   if (reason == complaint_) return;
   complaint_ = reason;
   if (host_.message == nullptr) {
-    if (!reason.empty()) std::fprintf(stderr, "brisel: %s\n", reason.c_str());
+    if (!reason.empty()) std::fprintf(stderr, "brisel: %s\n", scene::printable(reason).c_str());
   } else if (reason.empty()) {
     host_.message->clearPersistentMessage(handle_);
   } else {

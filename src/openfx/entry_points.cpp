@@ -7,6 +7,7 @@
 #include <mutex>
 #include <new>
 
+#include "core/floating_point_guard.h"
 #include "openfx/description.h"
 #include "openfx/effect_instance.h"
 
@@ -143,6 +144,7 @@ void setHost(OfxHost* given) {
 OfxStatus mainEntry(const char* name, const void* handle, OfxPropertySetHandle in,
                     OfxPropertySetHandle out) {
   if (name == nullptr) return kOfxStatErrValue;
+  const FloatingPointGuard floatingPoint;
   try {
     for (const Action& action : kActions) {
       if (std::strcmp(action.name, name) != 0) continue;

@@ -1,5 +1,6 @@
 #include "openfx/host_image.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <limits>
 #include <string>
@@ -26,9 +27,13 @@ bool contains(const OfxRectI& a, const OfxRectI& b) {
 
 }  // namespace
 
+std::ptrdiff_t PixelLayout::channelBytes() const {
+  constexpr std::ptrdiff_t kBytes[] = {1, 2, 4};
+  return kBytes[static_cast<int>(depth)];
+}
+
 std::ptrdiff_t PixelLayout::bytes() const {
-  constexpr std::ptrdiff_t kChannelBytes[] = {1, 2, 4};
-  return kChannelBytes[static_cast<int>(depth)] * (hasAlpha ? 4 : 3);
+  return channelBytes() * (hasAlpha ? 4 : 3);
 }
 
 HostImage::HostImage(const Host& host, OfxImageClipHandle clip, OfxTime time) : host_(host) {
@@ -69,6 +74,9 @@ void HostImage::read(OfxImageClipHandle clip) {
   pixels.layout.isPremultiplied = hasAlpha && alpha == kOfxImagePreMultiplied;
   const std::ptrdiff_t least = pixels.layout.bytes() * (bounds->x2 - bounds->x1);
   if (pixels.data == nullptr || std::abs(pixels.rowBytes) < least) return;
+  const auto address = reinterpret_cast<std::uintptr_t>(pixels.data);
+  const std::ptrdiff_t channel = pixels.layout.channelBytes();
+  if (address % static_cast<std::uintptr_t>(channel) != 0 || pixels.rowBytes % channel != 0) return;
 
   const auto whole = image.rectangle(kOfxImageRegionOfDefinition);
   frame_ = whole && hasSize(*whole) && contains(*whole, *bounds) ? *whole : *bounds;

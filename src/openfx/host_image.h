@@ -18,7 +18,8 @@ struct PixelLayout {
   bool hasAlpha = true;
   bool isPremultiplied = false;  // color by alpha
 
-  std::ptrdiff_t bytes() const;
+  std::ptrdiff_t channelBytes() const;
+  std::ptrdiff_t bytes() const;  // of a pixel
   friend bool operator==(const PixelLayout&, const PixelLayout&) = default;
 };
 

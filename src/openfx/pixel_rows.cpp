@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstring>
 
 #include "core/numbers.h"
@@ -203,10 +204,12 @@ void copyPixels(const std::uint8_t* from, const PixelLayout& layout, int count,
 
 void readFloats(const std::uint8_t* bytes, const PixelLayout& layout, int count, float* to) {
   const auto* from = reinterpret_cast<const float*>(bytes);
+  // Below a 16-bit step colors divided by it would be fireflies, or none that are numbers.
+  constexpr float kLeastAlpha = 1.0f / 32768;
   const int step = layout.hasAlpha ? 4 : 3;
   for (int i = 0; i < count; ++i, from += step, to += 4) {
     const float alpha = layout.hasAlpha ? from[3] : 1.0f;
-    const bool isWhole = !layout.isPremultiplied || alpha == 0.0f;
+    const bool isWhole = !layout.isPremultiplied || std::abs(alpha) < kLeastAlpha;
     const float factor = isWhole ? 1.0f : 1.0f / alpha;
     for (int c = 0; c < 3; ++c) to[c] = from[c] * factor;
     to[3] = alpha;

@@ -1,6 +1,7 @@
 // Frames of the built plug-in: the effect's own, in every layout of pixels and in any order.
 #include <gtest/gtest.h>
 
+#include <cfenv>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -83,6 +84,35 @@ TEST(OpenFxRender, TakesColorMultipliedByAlphaAndGivesItBack) {
       }
     }
     EXPECT_GT(changed, 100);
+  }
+}
+
+TEST(OpenFxRender, GivesTheSameHoweverAHostRoundsAndNoFirefliesWhereAlphaVanishes) {
+  const PictureKind kind{kOfxBitDepthFloat, kOfxImageComponentRGBA, kOfxImagePreMultiplied};
+  OpenFxPicture source = pattern(kind, kFrame, false, true);
+  for (int x = 0; x < kFrame.x2; ++x) {
+    source.setChannel(x, 20, 3, 1e-40);
+    source.setChannel(x, 21, 3, 1e-6);
+  }
+  for (const double mix : {0, 1, 2}) {
+    OpenFxPicture outputs[] = {{kind, kFrame}, {kind, kFrame}};
+    for (const bool roundsUp : {false, true}) {
+      StrictHost host;
+      OpenFxEffect effect(host, thePlugin(), kOfxContextFilter);
+      makeBusy(effect);
+      effect.set("mixWithOriginal", {mix});
+      std::fesetround(roundsUp ? FE_UPWARD : FE_TONEAREST);
+      const OfxStatus status = renderFrame(effect, 12, source, outputs[roundsUp ? 1 : 0]);
+      std::fesetround(FE_TONEAREST);
+      ASSERT_EQ(status, kOfxStatOK);
+    }
+    for (int i = 0; i < kFrame.x2 * kFrame.y2; ++i) {
+      for (std::size_t c = 0; c < 4; ++c) {
+        const double value = outputs[0].channel(i % kFrame.x2, i / kFrame.x2, c);
+        ASSERT_TRUE(value >= 0 && value < 4) << value;
+        ASSERT_EQ(value, outputs[1].channel(i % kFrame.x2, i / kFrame.x2, c)) << i << " " << c;
+      }
+    }
   }
 }
 
