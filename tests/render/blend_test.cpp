@@ -77,7 +77,8 @@ TEST(Mix, MixesRandomLayersAsKnown) {
     tests::Dice dice(40000 + trial);
     const bool deep = trial % 2 == 1;
     const std::int32_t width = dice.integer(1, 200);
-    tests::Frame input(width + dice.integer(0, 6), 60 + dice.integer(-3, 3), deep);
+    const std::int32_t inputHeight = 60 + dice.integer(-3, 3);
+    tests::Frame input(width + dice.integer(0, 6), inputHeight, deep);
     tests::Frame stars(width + 3, 60, deep);
     stars.fill(dice);
     input.fill(dice);
