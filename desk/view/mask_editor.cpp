@@ -26,6 +26,7 @@ MaskEditor::MaskEditor(Preview& preview, SnapGuides& guides, QGraphicsRectItem* 
   connect(outline_, &Outline::grabbed, this, [this] { preview_.document().beginGesture(); });
   connect(outline_, &Outline::released, this, [this] { preview_.document().endGesture(); });
   connect(outline_, &Outline::dragged, this, [this](QPointF way) {
+    if (!shape_) return;
     scene::MaskShape moved = *shape_;
     moveAll(moved, way);
     set(moved);
@@ -93,6 +94,7 @@ MaskEditor::VertexHandles MaskEditor::makeHandles(std::size_t vertex) {
   connect(made.vertex, &Handle::doubleClicked, this, [=, this] { toggleCorner(vertex); });
   connect(made.vertex, &Handle::removeWanted, this, [=, this] { removeVertex(vertex); });
   connect(made.vertex, &Handle::menuWanted, this, [=, this](QPoint at) {
+    if (!hasVertex(vertex)) return;
     QMenu menu;
     menu.addAction(isCorner(shape_->vertices[vertex]) ? "&Bend" : "&Corner", this,
                    [=, this] { toggleCorner(vertex); });
@@ -130,7 +132,12 @@ void MaskEditor::fillMenu(QMenu& menu) {
   menu.addAction("&Remove mask", this, &MaskEditor::remove);
 }
 
-// --- Edits.
+// --- Edits. A mask may have changed since what leads to them began: by undo during a drag, or on
+// the disk while a menu is open.
+
+bool MaskEditor::hasVertex(std::size_t vertex) const {
+  return shape_ && vertex < shape_->vertices.size();
+}
 
 void MaskEditor::set(const scene::MaskShape& shape) {
   preview_.document().setMaskShape(preview_.layer(), shape, preview_.frame());
@@ -145,6 +152,7 @@ void MaskEditor::editAllKeys(const QString& label, const Edit& edit) {
 }
 
 void MaskEditor::dragVertex(std::size_t vertex, const HandleDrag& drag) {
+  if (!hasVertex(vertex)) return;
   scene::MaskShape shape = *shape_;
   if (drag.modifiers.testFlag(Qt::AltModifier)) {
     pull(shape, vertex, drag.to);
@@ -163,24 +171,29 @@ void MaskEditor::dragVertex(std::size_t vertex, const HandleDrag& drag) {
 }
 
 void MaskEditor::dragTangent(std::size_t vertex, Side side, const HandleDrag& drag) {
+  if (!hasVertex(vertex)) return;
   scene::MaskShape shape = *shape_;
   bend(shape, vertex, side, drag.to, drag.modifiers.testFlag(Qt::AltModifier));
   set(shape);
 }
 
 void MaskEditor::toggleCorner(std::size_t vertex) {
+  if (!hasVertex(vertex)) return;
   scene::MaskShape shape = *shape_;
   (isCorner(shape.vertices[vertex]) ? makeSmooth : makeCorner)(shape, vertex);
   set(shape);
 }
 
 void MaskEditor::addVertex(QPointF place) {
+  if (!shape_) return;
   const OutlinePlace at = nearestPlace(*shape_, place);
   editAllKeys("Add Vertex", [&](const scene::MaskShape& shape) { return withVertex(shape, at); });
-  handles_[at.vertex + 1].vertex->setFocus();
+  const std::size_t added = at.vertex + 1;
+  if (hasVertex(added)) handles_[added].vertex->setFocus();  // unless the edit was refused
 }
 
 void MaskEditor::removeVertex(std::size_t vertex) {
+  if (!hasVertex(vertex)) return;
   if (shape_->vertices.size() <= kFewestVertices) return remove();
   editAllKeys("Delete Vertex",
               [&](scene::MaskShape shape) { return withoutVertex(std::move(shape), vertex); });

@@ -54,6 +54,7 @@ class MaskEditor : public QGraphicsObject {
   VertexHandles makeHandles(std::size_t vertex);
   void join(Handle* handle);
   void activate(std::size_t vertex);
+  bool hasVertex(std::size_t vertex) const;
   void set(const scene::MaskShape& shape);
   template <class Edit>
   void editAllKeys(const QString& label, const Edit& edit);

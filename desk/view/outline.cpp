@@ -58,6 +58,17 @@ void Outline::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*
   painter->strokePath(path_, pen);
 }
 
+/// What is hidden during a drag gets no release.
+bool Outline::sceneEvent(QEvent* event) {
+  if (event->type() == QEvent::UngrabMouse) release();
+  return QGraphicsObject::sceneEvent(event);
+}
+
+void Outline::release() {
+  if (isGrabbed_) emit released();
+  isGrabbed_ = false;
+}
+
 void Outline::mousePressEvent(QGraphicsSceneMouseEvent* event) {
   event->accept();
 }
@@ -69,8 +80,7 @@ void Outline::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
 }
 
 void Outline::mouseReleaseEvent(QGraphicsSceneMouseEvent*) {
-  if (isGrabbed_) emit released();
-  isGrabbed_ = false;
+  release();
 }
 
 void Outline::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event) {

@@ -29,6 +29,7 @@ class Outline : public QGraphicsObject {
   void menuWanted(QPoint globalPlace, QPointF place);
 
  protected:
+  bool sceneEvent(QEvent* event) override;
   void mousePressEvent(QGraphicsSceneMouseEvent* event) override;
   void mouseMoveEvent(QGraphicsSceneMouseEvent* event) override;
   void mouseReleaseEvent(QGraphicsSceneMouseEvent* event) override;
@@ -36,6 +37,7 @@ class Outline : public QGraphicsObject {
   void contextMenuEvent(QGraphicsSceneContextMenuEvent* event) override;
 
  private:
+  void release();
   double screenPixel() const;  // in the scene
 
   QPainterPath path_;

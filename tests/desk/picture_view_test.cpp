@@ -179,6 +179,44 @@ TEST_F(PictureViewTest, EditsAMask) {
   EXPECT_EQ(text(), kPoint);
 }
 
+TEST_F(PictureViewTest, OutlivesAMaskThatGoesOrCannotBeEdited) {
+  show(kPoint);
+  view->mask().makeRectangle();
+  const std::string masked = text();
+  document().setText(QString::fromStdString(masked + "rubbish = = 3\n"), "Damage");
+  QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, onView({160, 200}));  // the last side
+  EXPECT_NE(problem(), "");
+  EXPECT_EQ(vertices().size(), 4u);
+  document().undoStack().undo();
+
+  const auto moveTo = [&](QPointF place) {
+    QWidget* area = view->viewport();
+    const QPoint at = onView(place);
+    QMouseEvent move(QEvent::MouseMove, at, area->mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
+                     {});
+    QCoreApplication::sendEvent(area, &move);
+  };
+  for (const QPointF place : {QPointF(480, 200), QPointF(480, 270)}) {  // a side and a vertex
+    QTest::mousePress(view->viewport(), Qt::LeftButton, {}, onView(place));
+    moveTo(place + QPointF(20, 20));
+    EXPECT_NE(text(), masked);
+    while (document().undoStack().canUndo()) document().undoStack().undo();
+    moveTo(place + QPointF(40, 40));
+    EXPECT_EQ(text(), kPoint);
+    QTest::mouseRelease(view->viewport(), Qt::LeftButton, {}, onView(place));
+    document().undoStack().redo();
+    EXPECT_EQ(text(), masked);
+  }
+
+  QTest::mousePress(view->viewport(), Qt::LeftButton, {}, onView({480, 200}));
+  moveTo({500, 220});
+  view->mask().hide();  // which ends the drag and its step
+  const int steps = document().undoStack().count();
+  document().setSize(320, 180);
+  document().setSize(640, 360);
+  EXPECT_EQ(document().undoStack().count(), steps + 2);
+}
+
 TEST_F(PictureViewTest, AddsAVertexToAllKeysOfAMask) {
   show(std::string(kPoint) + R"([mask]
 path = [ { frame = 0, value = "M 100 100 L 300 100 L 300 300 Z" },
