@@ -245,7 +245,7 @@ bool SceneDocument::saveAs(const QString& path) {
 
 bool SceneDocument::write(const QString& path, const QString& text) {
   QByteArray bytes = text.toUtf8();
-  if (onDisk_.contains("\r\n")) bytes.replace("\r\n", "\n").replace("\n", "\r\n");
+  if ((onDisk_ + bytes).contains("\r\n")) bytes.replace("\r\n", "\n").replace("\n", "\r\n");
   QSaveFile file(path);
   // commit() alone overlooks that what was buffered finds no room, and replaces the file by
   // nothing.
@@ -376,7 +376,7 @@ void SceneDocument::take(const QString& text) {
     parsed_.reset();
     textProblem_ = QString::fromUtf8(error.what());
   }
-  untilRecovery_->start();
+  if (!untilRecovery_->isActive()) untilRecovery_->start();  // however long changes go on
   emit changed();
   if (textProblem_ != oldProblem) emit textProblemChanged();
 }
@@ -778,13 +778,24 @@ void SceneDocument::watch() {
 }
 
 void SceneDocument::lookAtDisk() {
+  if (path_.isEmpty()) return;
+  if (!QFileInfo::exists(path_)) {
+    if (onDisk_.isNull()) return;  // told already
+    onDisk_.clear();
+    undoStack_.resetClean();
+    untilRecovery_->start();
+    emit problem(tr("%1 is no longer there; save to write it again").arg(name()));
+    return;
+  }
   QFile file(path_);
-  if (path_.isEmpty() || !file.open(QIODevice::ReadOnly)) return;
+  if (!file.open(QIODevice::ReadOnly)) return;
   if (!watcher_->files().contains(path_)) watcher_->addPath(path_);
   const QByteArray bytes = file.readAll();
   if (bytes == onDisk_) return;
   onDisk_ = bytes;
-  if (isModified()) {
+  if (bytes == text_.toUtf8()) {  // it is back
+    undoStack_.setClean();
+  } else if (isModified()) {
     emit changedOnDisk();
   } else {
     reload();

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -53,7 +54,8 @@ std::vector<std::filesystem::path> outputsThere(const cli::OutputOptions& output
 
 }  // namespace
 
-ExportDialog::ExportDialog(const SceneDocument& document, ExportQueue& queue, QWidget* parent)
+ExportDialog::ExportDialog(const SceneDocument& document, ExportQueue& queue, cli::FrameRange range,
+                           QWidget* parent)
     : QDialog(parent),
       document_(document),
       queue_(queue),
@@ -67,7 +69,8 @@ ExportDialog::ExportDialog(const SceneDocument& document, ExportQueue& queue, QW
   for (const char* scale : kScales) scale_->addItem(scale);
   const int end = document.state()->plan.frames - 1;
   for (QSpinBox* field : {first_, last_}) field->setRange(0, end);
-  last_->setValue(end);
+  first_->setValue(range.first);
+  last_->setValue(range.last);
   connect(first_, &QSpinBox::valueChanged, last_, &QSpinBox::setMinimum);
   first_->setAccessibleName("First frame");
   last_->setAccessibleName("Last frame");
@@ -88,9 +91,11 @@ ExportDialog::ExportDialog(const SceneDocument& document, ExportQueue& queue, QW
   auto* form = new QFormLayout(this);
   form->addRow("&Format", format_);
   form->addRow("&Output", file);
+  static_cast<QLabel*>(form->labelForField(file))->setBuddy(output_);
   output_->setAccessibleName("Output");
   output_->setMinimumWidth(360);
   form->addRow("F&rames", frames);
+  static_cast<QLabel*>(form->labelForField(frames))->setBuddy(first_);
   form->addRow("&Resolution", scale_);
   form->addRow(buttons);
   connect(browse, &QPushButton::clicked, this, &ExportDialog::browse);

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "cli/media/frame_range.h"
 #include "desk/document/scene_document.h"
 #include "desk/exporting/export_queue.h"
 
@@ -19,7 +20,9 @@ class ExportDialog : public QDialog {
   Q_OBJECT
 
  public:
-  ExportDialog(const SceneDocument& document, ExportQueue& queue, QWidget* parent = nullptr);
+  /// `range` is what it starts with; frames of the scene, counted from 0.
+  ExportDialog(const SceneDocument& document, ExportQueue& queue, cli::FrameRange range,
+               QWidget* parent = nullptr);
 
  private:
   void browse();

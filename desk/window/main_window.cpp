@@ -128,7 +128,8 @@ bool MainWindow::saveAs() {
 }
 
 void MainWindow::exportScene() {
-  auto* dialog = new ExportDialog(document_, exports_, this);
+  const Playback& playback = timeline_->playback();
+  auto* dialog = new ExportDialog(document_, exports_, {playback.in(), playback.out()}, this);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->open();
 }
@@ -152,14 +153,17 @@ void MainWindow::tellMessages() {
   connect(&document_, &SceneDocument::replaced, this, [this] {
     for (const Subject subject : {Subject::kFailure, Subject::kDisk}) messages_->withdraw(subject);
   });
-  connect(&document_, &SceneDocument::textProblemChanged, this, [this] {
+  const auto tellText = [this] {
     if (document_.textProblem().isEmpty()) return messages_->withdraw(Subject::kText);
     std::vector<MessageArea::Answer> answers = answersToRefusal();
     if (document_.undoStack().canUndo()) {
       answers.push_back({"Undo", [this] { document_.undoStack().undo(); }});
     }
     messages_->say(Subject::kText, document_.textProblem(), answers);
-  });
+  };
+  connect(&document_, &SceneDocument::textProblemChanged, this, tellText);
+  // Of the first step that there is, it changes only once the text has been told.
+  connect(&document_.undoStack(), &QUndoStack::canUndoChanged, this, tellText);
   connect(&document_, &SceneDocument::changedOnDisk, this, [this] {
     messages_->say(
         Subject::kDisk,

@@ -53,7 +53,9 @@ void MainWindow::addFileMenu() {
   command(fileMenu_, "&Without input", {}, [this] { document_.setSceneInput({}); });
   fileMenu_->addSeparator();
   command(fileMenu_, "&Save", QKeySequence::Save, [this] { save(); });
-  command(fileMenu_, "Save &as…", QKeySequence::SaveAs, [this] { saveAs(); });
+  QKeySequence saveAsKeys(QKeySequence::SaveAs);  // not every desktop has any
+  if (saveAsKeys.isEmpty()) saveAsKeys = QKeySequence("Ctrl+Shift+S");
+  command(fileMenu_, "Save &as…", saveAsKeys, [this] { saveAs(); });
   fileMenu_->addSeparator();
   command(fileMenu_, "&Export…", QKeySequence("Ctrl+E"), [this] { exportScene(); });
   fileMenu_->addSeparator();

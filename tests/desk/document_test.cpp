@@ -219,6 +219,22 @@ TEST_F(DocumentTest, FollowsTheFileOnDiskAndLosesNothing) {
   EXPECT_EQ(text(), mine);
 }
 
+TEST_F(DocumentTest, TellsThatItsFileIsGone) {
+  for (const std::string& scene : {std::string(kCommented), std::string("[scene]\r\n")}) {
+    ASSERT_TRUE(open(scene));
+    std::filesystem::remove(path("s.toml"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return document().isModified(); }, 3000));
+    EXPECT_EQ(problem(), "s.toml is no longer there; save to write it again");
+    write("s.toml", scene);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !document().isModified(); }, 3000)) << "it is back";
+    std::filesystem::remove(path("s.toml"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return document().isModified(); }, 3000));
+    EXPECT_TRUE(document().save());
+    EXPECT_EQ(read("s.toml"), scene);
+    EXPECT_FALSE(document().isModified());
+  }
+}
+
 TEST_F(DocumentTest, KeepsUnsavedScenesForTheNextRun) {
   while (const auto old = SceneDocument::findRecovered()) SceneDocument::discard(*old);
   ASSERT_TRUE(open(kCommented));
