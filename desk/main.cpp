@@ -30,10 +30,10 @@ int run(const QApplication& app) {
 
   desk::restoreTheme();
   desk::MainWindow window(cli::presetsBeside(cli::findModule({})));
-  for (const QString& folder : parser.values(allow)) window.document().allow(folder);
   if (parser.isSet(input)) window.document().setInput(parser.value(input));
   const QStringList scenes = parser.positionalArguments();
   if (!scenes.isEmpty()) window.open(scenes.front());
+  for (const QString& folder : parser.values(allow)) window.document().allow(folder);
   window.show();
   return QApplication::exec();
 }

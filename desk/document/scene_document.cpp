@@ -198,6 +198,7 @@ void SceneDocument::start(const QString& text, const QString& path) {
   path_ = path;
   forgetRecovery();
   kept_.clear();
+  allowed_.clear();  // for the scene before
   undoStack_.clear();
   onDisk_.clear();
   watch();

@@ -310,6 +310,8 @@ mask = "%logo.svg#star"
   other.allow(other.folderToAllow());
   EXPECT_EQ(other.textProblem(), "");
   EXPECT_EQ(other.folderToAllow(), "");
+  ASSERT_TRUE(other.open(QString(other.path())));
+  EXPECT_NE(other.textProblem(), "") << "it was allowed until another is opened";
 }
 
 TEST_F(DocumentTest, TakesBackWhatACanceledGestureChanged) {
