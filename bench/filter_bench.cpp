@@ -8,19 +8,19 @@ extern "C" {
 #include <frei0r.h>
 }
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <string>
 #include <vector>
 
-#include "effect/instance.h"
+#include "core/geometry.h"
+#include "effect_frames.h"
 #include "rates.h"
-#include "render/painter.h"
 
 namespace {
 
 constexpr brisel::FrameSize kFrame{1920, 1080};
-constexpr int kFrames = 100;  // of a clip that begins anew after them
 constexpr double kRate = 25;
 
 using Pixels = std::vector<std::uint32_t>;
@@ -35,23 +35,8 @@ Pixels clip() {
 
 void renderByEffect(benchmark::State& state) {
   const Pixels input = clip();
-  Pixels output(input.size());
-  const std::ptrdiff_t rowBytes = 4 * std::ptrdiff_t{kFrame.width};
-  brisel::Painter painter;
-  brisel::FrameViews views;
-  views.output = {reinterpret_cast<std::uint8_t*>(output.data()), kFrame.width, kFrame.height,
-                  rowBytes};
-  views.input = {reinterpret_cast<const std::uint8_t*>(input.data()), kFrame.width, kFrame.height,
-                 rowBytes};
-  views.painter = &painter;
-  brisel::Values values(kFrame);
-  values.setNumber(brisel::kMixWithOriginal, 3);
-  brisel::Instance instance;
-  int frame = 0;
-  for ([[maybe_unused]] auto _ : state) {
-    instance.render(values, frame, views);
-    frame = (frame + 1) % kFrames;
-  }
+  bench::renderByEffect(state, {reinterpret_cast<const std::uint8_t*>(input.data()), kFrame.width,
+                                kFrame.height, std::ptrdiff_t{4} * kFrame.width});
 }
 
 void renderByFilter(benchmark::State& state, const char* path) {
@@ -68,7 +53,7 @@ void renderByFilter(benchmark::State& state, const char* path) {
   int frame = 0;
   for ([[maybe_unused]] auto _ : state) {
     update(filter, frame / kRate, input.data(), output.data());
-    frame = (frame + 1) % kFrames;
+    frame = (frame + 1) % bench::kClipFrames;
   }
   function(&f0r_destruct, "f0r_destruct")(filter);
   function(&f0r_deinit, "f0r_deinit")();

@@ -2,39 +2,25 @@
 // itself, in processor time.
 #include <benchmark/benchmark.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <string>
 #include <vector>
 
-#include "effect/instance.h"
+#include "effect_frames.h"
 #include "hostkit/openfx/effect.h"
 #include "rates.h"
-#include "render/painter.h"
 
 namespace {
 
 constexpr OfxRectI kBounds{0, 0, 1920, 1080};
-constexpr int kFrames = 100;  // of a clip that begins anew after them
 
 void renderByEffect(benchmark::State& state, brisel::PixelFormat format) {
-  const bool isDeep = format == brisel::PixelFormat::Argb16;
-  const std::ptrdiff_t rowBytes = std::ptrdiff_t{isDeep ? 8 : 4} * kBounds.x2;
-  std::vector<std::uint8_t> input(static_cast<std::size_t>(rowBytes) * kBounds.y2, 0x60);
-  std::vector<std::uint8_t> output(input.size());
-  brisel::Painter painter;
-  brisel::FrameViews views;
-  views.output = {output.data(), kBounds.x2, kBounds.y2, rowBytes, format};
-  views.input = {input.data(), kBounds.x2, kBounds.y2, rowBytes, format};
-  views.painter = &painter;
-  brisel::Values values({kBounds.x2, kBounds.y2});
-  values.setNumber(brisel::kMixWithOriginal, 3);
-  brisel::Instance instance;
-  int frame = 0;
-  for ([[maybe_unused]] auto _ : state) {
-    instance.render(values, frame, views);
-    frame = (frame + 1) % kFrames;
-  }
+  const std::ptrdiff_t rowBytes =
+      std::ptrdiff_t{format == brisel::PixelFormat::Argb16 ? 8 : 4} * kBounds.x2;
+  const std::vector<std::uint8_t> input(static_cast<std::size_t>(rowBytes) * kBounds.y2, 0x60);
+  bench::renderByEffect(state, {input.data(), kBounds.x2, kBounds.y2, rowBytes, format});
 }
 
 void renderByPlugin(benchmark::State& state, const hostkit::PictureKind& kind) {
@@ -51,7 +37,7 @@ void renderByPlugin(benchmark::State& state, const hostkit::PictureKind& kind) {
     const OfxStatus status = effect.render(
         {.time = static_cast<double>(frame), .source = &source, .isChecked = false}, output);
     if (status != kOfxStatOK) return state.SkipWithError("a frame fails");
-    frame = (frame + 1) % kFrames;
+    frame = (frame + 1) % bench::kClipFrames;
   }
 }
 

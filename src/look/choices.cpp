@@ -35,8 +35,10 @@ std::int32_t coordinate(double share, bool isY, FrameSize frame) {
 }
 
 std::int32_t colorNumber(ParamIndex index, const std::array<double, 3>& color) {
+  // In single precision, which some hosts hand over: 0.7 is 179 from each.
   const auto byteOf = [](double share) {
-    return static_cast<std::uint8_t>(std::lround(std::clamp(share, 0.0, 1.0) * 255.0));
+    const float held = std::clamp(static_cast<float>(share), 0.0f, 1.0f);
+    return static_cast<std::uint8_t>(std::lround(held * 255.0f));
   };
   const std::uint8_t alpha = parameterSpec(index).colorAlpha;
   return toValue({alpha, byteOf(color[0]), byteOf(color[1]), byteOf(color[2])}).number;

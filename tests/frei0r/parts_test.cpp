@@ -7,6 +7,7 @@
 
 #include "frei0r/filter_parameters.h"
 #include "frei0r/frame_clock.h"
+#include "look/choices.h"
 
 namespace {
 
@@ -49,6 +50,14 @@ TEST(FilterNumbers, StayInTheValidRange) {
     EXPECT_EQ(effectNumber(parameter, -1e9), spec.validMin);
     EXPECT_EQ(effectNumber(parameter, HUGE_VAL), spec.validMax);
   }
+}
+
+// In between two channel values: each of these, times 255, ends in a half.
+TEST(FilterNumbers, RoundColorsAlikeInEitherPrecision) {
+  const std::int32_t known =
+      toValue({parameterSpec(kColorOfParticles).colorAlpha, 179, 230, 26}).number;
+  EXPECT_EQ(colorNumber(kColorOfParticles, {0.7f, 0.9f, 0.1f}), known);
+  EXPECT_EQ(colorNumber(kColorOfParticles, {0.7, 0.9, 0.1}), known);
 }
 
 std::int32_t frameAt(FrameClock& clock, double time) {

@@ -1,15 +1,4 @@
 # Fails unless the plug-in exports what hosts look for and nothing else, and asks for no library but
 # Windows' own.
-execute_process(COMMAND ${OBJDUMP} -p ${PLUGIN} OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
-string(REGEX MATCH "\\[Ordinal/Name Pointer\\] Table\n([^\n]+\n)*" exports "${headers}")
-string(REGEX MATCHALL "\\[ *[0-9]+\\] [^\n]+" exports "${exports}")
-list(TRANSFORM exports REPLACE "^.*\\] " "")
-if(NOT exports STREQUAL "OfxGetNumberOfPlugins;OfxGetPlugin")
-  message(SEND_ERROR "exports: ${exports}")
-endif()
-string(REGEX MATCHALL "DLL Name: [^\n]+" imports "${headers}")
-list(TRANSFORM imports REPLACE "DLL Name: " "")
-list(SORT imports)
-if(NOT imports STREQUAL "KERNEL32.dll;msvcrt.dll")
-  message(SEND_ERROR "asks for ${imports}")
-endif()
+include(${CMAKE_CURRENT_LIST_DIR}/../support/windows_library.cmake)
+check_windows_library(${PLUGIN} "OfxGetNumberOfPlugins;OfxGetPlugin" "KERNEL32.dll;msvcrt.dll")

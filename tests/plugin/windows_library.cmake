@@ -7,22 +7,8 @@ function(extract_resource type name)
                   COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-execute_process(COMMAND ${OBJDUMP} -p ${MODULE}
-                OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
-
-string(REGEX MATCH "\\[Ordinal/Name Pointer\\] Table\n([^\n]+\n)*" exports "${headers}")
-string(REGEX MATCHALL "\\[ *[0-9]+\\] [^\n]+" exports "${exports}")
-list(TRANSFORM exports REPLACE "^.*\\] " "")
-if(NOT exports STREQUAL "EntryPointFunc")
-  message(SEND_ERROR "exports: ${exports}")
-endif()
-
-string(REGEX MATCHALL "DLL Name: [^\n]+" imports "${headers}")
-list(TRANSFORM imports REPLACE "DLL Name: " "")
-list(SORT imports)
-if(NOT imports STREQUAL "KERNEL32.dll;SHELL32.dll;msvcrt.dll;ole32.dll")
-  message(SEND_ERROR "asks for ${imports}")
-endif()
+include(${CMAKE_CURRENT_LIST_DIR}/../support/windows_library.cmake)
+check_windows_library(${MODULE} EntryPointFunc "KERNEL32.dll;SHELL32.dll;msvcrt.dll;ole32.dll")
 
 execute_process(COMMAND ${WRESTOOL} --list --type=2 ${MODULE}
                 OUTPUT_VARIABLE bitmaps COMMAND_ERROR_IS_FATAL ANY)

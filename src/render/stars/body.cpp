@@ -51,9 +51,9 @@ bool isOfRays(StarType type) {
   return type < StarType::Type6 || type > StarType::Blics;
 }
 
-void varySize(const Composition& composition, const Particle& p, StarType type, float& size) {
+void varySize(const Composition& composition, const Particle& p, float& size) {
   const RenderSettings& s = composition.settings;
-  if (s.sizeAmplitudeOfOscillation != 0.0f && (composition.isPainted() || !isOfRays(type))) {
+  if (s.sizeAmplitudeOfOscillation != 0.0f) {
     size *= 1.0f + p.randomFactor * s.sizeAmplitudeOfOscillation *
                        cosine(p.age * s.sizeFrequencyOfOscillation);
   }
@@ -141,7 +141,7 @@ void drawStar(const Composition& composition, const Particle& star, const StarLo
   Moment now{look.angle, look.size, look.color};
   if (composition.isPainted()) oscillateAngle(composition.settings, star, now.angle);
   jitterAngle(composition, now.angle);
-  varySize(composition, star, look.type, now.size);
+  varySize(composition, star, now.size);
   varyColor(composition, star, now.color);
   drawBody(composition, star, look, now);
 }
