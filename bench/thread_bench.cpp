@@ -117,7 +117,7 @@ bool measureThreads(const Workload& load, int turns, brisel::WorkerPool& pool) {
     scene.step();
     scene.compose(nullptr);
   }
-  Picture modelled(load);
+  Picture modeled(load);
   brisel::SpriteList sprites;
   std::vector<double> ones, twos, arithmetic, steps, predicted[std::size(kCores)];
   bench::Prediction most;  // of the greatest number of cores, all turns together
@@ -133,7 +133,7 @@ bool measureThreads(const Workload& load, int turns, brisel::WorkerPool& pool) {
     twos.push_back(seconds / secondsOfTwo);
     steps.push_back(seconds / stepped.stepSeconds());
     const std::size_t which = static_cast<std::size_t>(turn / 2) % std::size(kCores);
-    const auto frame = measureFrame(scene, modelled.view, kCores[which], sprites);
+    const auto frame = measureFrame(scene, modeled.view, kCores[which], sprites);
     const bench::Prediction prediction = predict(frame, kCores[which], wake);
     predicted[which].push_back(seconds / prediction.seconds());
     if (which == std::size(kCores) - 1) most += prediction;
@@ -145,7 +145,7 @@ bool measureThreads(const Workload& load, int turns, brisel::WorkerPool& pool) {
     std::printf(" %7.1f", 100.0 * part / most.seconds());
   }
   std::printf("\n");
-  return one.bytes() == two.bytes() && one.bytes() == modelled.bytes;
+  return one.bytes() == two.bytes() && one.bytes() == modeled.bytes;
 }
 
 void measureStars(const char* name, brisel::StarType type, bool hasElements, int turns) {

@@ -45,7 +45,7 @@ class HandleTable {
 
   Block* find(PF_Handle handle);  // counts a misuse when it is not a live one
 
-  // Disposed blocks stay listed, so that a stale handle is recognised and never given out again.
+  // Disposed blocks stay listed, so that a stale handle is recognized and never given out again.
   std::unordered_map<PF_Handle, std::unique_ptr<Block>> blocks_;
   int refusedAllocation_ = 0;
   bool refuseLocks_ = false;

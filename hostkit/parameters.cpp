@@ -20,7 +20,7 @@ constexpr std::array kTypeNames{
     TypeName{PF_Param_FIX_SLIDER, "fixed slider"},
     TypeName{PF_Param_ANGLE, "angle"},
     TypeName{PF_Param_CHECKBOX, "checkbox"},
-    TypeName{PF_Param_COLOR, "colour"},
+    TypeName{PF_Param_COLOR, "color"},
     TypeName{PF_Param_POINT, "point"},
     TypeName{PF_Param_POPUP, "popup"},
     TypeName{PF_Param_NO_DATA, "panel"},

@@ -1,4 +1,4 @@
-// hostkit: the suites of a module's user interface: greyed parameters, drawing, redrawing. They act
+// hostkit: the suites of a module's user interface: grayed parameters, drawing, redrawing. They act
 // on the records of the host that is current on this thread.
 #pragma once
 

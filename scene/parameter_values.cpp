@@ -97,7 +97,7 @@ ParamValue colorValue(const UserValue& value) {
       return {(*list)[0], (*list)[1], (*list)[2]};
     }
   }
-  throw ValueError("takes a colour such as \"#ffcc66\", \"gold\" or [255, 204, 102], not " +
+  throw ValueError("takes a color such as \"#ffcc66\", \"gold\" or [255, 204, 102], not " +
                    shown(value) + meant);
 }
 

@@ -21,7 +21,7 @@ using UserValue = std::variant<bool, double, std::string, std::vector<double>>;
 UserValue userValueFromText(std::string_view text);
 
 /// A value for one parameter: a number, an angle in degrees, a checkbox (0 or 1) or a popup item
-/// (from 1) in the first component; a point in fractions of the frame in the first two; a colour as
+/// (from 1) in the first component; a point in fractions of the frame in the first two; a color as
 /// red, green, blue (0..255).
 using ParamValue = std::array<double, 3>;
 
@@ -44,7 +44,7 @@ bool isInterpolated(brisel::ParamKind kind);
 /// The texts of a popup's items; the first is item 1.
 std::vector<std::string> itemsOf(const brisel::ParameterSpec& popup);
 
-/// Gives the parameter the value. Between keyframes whole numbers and colours are rounded, and what
+/// Gives the parameter the value. Between keyframes whole numbers and colors are rounded, and what
 /// an ease leads beyond the valid range stops there. Points are fractions of `frame`.
 void setParameter(brisel::Values& values, brisel::ParamIndex index, const ParamValue& value,
                   brisel::FrameSize frame);

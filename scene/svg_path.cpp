@@ -20,8 +20,8 @@ constexpr double kSamePlace = 1e-6;  // pixels; sums of relative steps do not re
 
 using Point = MaskPoint;
 
-Point mirrored(Point p, Point centre) {
-  return {2 * centre.x - p.x, 2 * centre.y - p.y};
+Point mirrored(Point p, Point center) {
+  return {2 * center.x - p.x, 2 * center.y - p.y};
 }
 
 bool isDigit(char c) {

@@ -13,11 +13,11 @@ def mix(a, b, t):
     return tuple(p + (q - p) * t for p, q in zip(a, b))
 
 
-def ramp(colours, t):
-    """The colour at t (0 .. 1) of evenly spaced ones."""
-    at = min(max(t, 0.0), 1.0) * (len(colours) - 1)
-    i = min(int(at), len(colours) - 2)
-    return mix(colours[i], colours[i + 1], at - i)
+def ramp(colors, t):
+    """The color at t (0 .. 1) of evenly spaced ones."""
+    at = min(max(t, 0.0), 1.0) * (len(colors) - 1)
+    i = min(int(at), len(colors) - 2)
+    return mix(colors[i], colors[i + 1], at - i)
 
 
 class Picture:
@@ -27,13 +27,13 @@ class Picture:
     matter and bright places run to white.
     """
 
-    def __init__(self, size, colour_at):
+    def __init__(self, size, color_at):
         self.width, self.height = size
-        self.rows = [[colour_at(x + 0.5, y + 0.5) for x in range(self.width)]
+        self.rows = [[color_at(x + 0.5, y + 0.5) for x in range(self.width)]
                      for y in range(self.height)]
 
-    def fill(self, draw, colour_at, opacity=1.0):
-        """Lays a colour over the picture where `draw` draws on a cairo context."""
+    def fill(self, draw, color_at, opacity=1.0):
+        """Lays a color over the picture where `draw` draws on a cairo context."""
         mask = cairo.ImageSurface(cairo.FORMAT_A8, self.width, self.height)
         context = cairo.Context(mask)
         context.set_antialias(cairo.ANTIALIAS_BEST)
@@ -44,9 +44,9 @@ class Picture:
             for x in range(self.width):
                 alpha = coverage[y * stride + x] / 255 * opacity
                 if alpha:
-                    row[x] = mix(row[x], colour_at(x + 0.5, y + 0.5), alpha)
+                    row[x] = mix(row[x], color_at(x + 0.5, y + 0.5), alpha)
 
-    def light(self, x0, y0, reach, colour, strength_at):
+    def light(self, x0, y0, reach, color, strength_at):
         """Screens light over the disc of radius `reach`, at whose rim it has faded to nothing."""
         for y in range(max(0, int(y0 - reach)), min(self.height, int(y0 + reach) + 1)):
             for x in range(max(0, int(x0 - reach)), min(self.width, int(x0 + reach) + 1)):
@@ -59,14 +59,14 @@ class Picture:
                         total += strength_at(dx, dy) * rim * rim / 9
                 if total:
                     self.rows[y][x] = tuple(
-                        1 - (1 - c) * math.exp(-total * l) for c, l in zip(self.rows[y][x], colour))
+                        1 - (1 - c) * math.exp(-total * l) for c, l in zip(self.rows[y][x], color))
 
-    def glow(self, x, y, reach, colour, strength):
-        self.light(x, y, reach, colour, lambda dx, dy: strength * math.exp(
+    def glow(self, x, y, reach, color, strength):
+        self.light(x, y, reach, color, lambda dx, dy: strength * math.exp(
             -2 * (dx * dx + dy * dy) / (reach * reach)))
 
-    def star(self, x, y, size, colour, strength=1.0, rays=1.0):
-        """A white-hot core in a coloured halo with four rays, `size` pixels long."""
+    def star(self, x, y, size, color, strength=1.0, rays=1.0):
+        """A white-hot core in a colored halo with four rays, `size` pixels long."""
         def halo(dx, dy):
             r = math.hypot(dx, dy) / size
             light = 0.55 * math.exp(-7 * r)
@@ -76,7 +76,7 @@ class Picture:
                 light += rays * 1.1 * math.exp(-3.2 * length - (across / width) ** 2)
             return strength * light
 
-        self.light(x, y, size, colour, halo)
+        self.light(x, y, size, color, halo)
         self.light(x, y, size * 0.5, WHITE,
                    lambda dx, dy: strength * 2.4 * math.exp(-math.hypot(dx, dy) / (0.09 * size)))
 

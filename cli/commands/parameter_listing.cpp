@@ -212,7 +212,7 @@ std::string parameterDetails(const ListedParameter& parameter, int width) {
   text += marginal("Group", where, width);
   text += marginal("Range", range, width);
   text += marginal("Default", defaultText(declared), width);
-  text += marginal("Greyed", parameter.text.greyed, width);
+  text += marginal("Grayed", parameter.text.grayed, width);
   text += marginal("Set by", howToSet(declared), width);
   if (!declared.items.empty()) text += "\nItems\n" + itemLines(parameter, width);
   return text;

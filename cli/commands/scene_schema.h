@@ -10,7 +10,7 @@
 namespace cli {
 
 // For the parameters that the module declares. Stricter than the program in two points: labels,
-// items and colours are taken only as they are spelled here.
+// items and colors are taken only as they are spelled here.
 nlohmann::ordered_json sceneSchema(const std::vector<ListedParameter>& parameters);
 
 // Its path next to this program; empty when it is not there.

@@ -59,7 +59,7 @@ std::string encoderOptions(const OutputTarget& target, Depth depth) {
              "-auto-alt-ref 0" +
              kVideoColorTags + "-f webm";
     case OutputFormat::kGif:
-      // A palette for each frame: better colours, and no need to hold the whole clip. Diffused
+      // A palette for each frame: better colors, and no need to hold the whole clip. Diffused
       // errors leave neither the rings around glows nor the grid on black that ordered dithers do.
       return "-vf split[a][b];[a]palettegen=stats_mode=single[p];"
              "[b][p]paletteuse=new=1:dither=sierra2_4a -loop 0 -f gif";

@@ -14,7 +14,7 @@
 namespace cli {
 namespace {
 
-void checkNeighbours(const PartFile& one, const PartFile& next) {
+void checkNeighbors(const PartFile& one, const PartFile& next) {
   const std::string where =
       inQuotes(next.path.string()) + " starts at frame " + std::to_string(next.part.range.first) +
       ", but " + inQuotes(one.path.string()) + " ends at " + std::to_string(one.part.range.last);
@@ -80,7 +80,7 @@ FrameRange sortAndCheckParts(std::vector<PartFile>& parts) {
   std::ranges::sort(parts, {}, [](const PartFile& file) { return file.part.range.first; });
   for (std::size_t i = 1; i < parts.size(); ++i) {
     checkThatSettingsAgree(parts.front(), parts[i]);
-    checkNeighbours(parts[i - 1], parts[i]);
+    checkNeighbors(parts[i - 1], parts[i]);
   }
   return {parts.front().part.range.first, parts.back().part.range.last};
 }

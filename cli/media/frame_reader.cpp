@@ -36,7 +36,7 @@ void addTiming(const MediaInfo& info, scene::FrameRate rate, int firstFrame, Fil
   if (firstFrame > 0) chain.add("trim=start_frame=" + std::to_string(firstFrame));
 }
 
-// To the light of BT.709, in which reference white is 203 cd/m2 in HDR: darker colours stay as they
+// To the light of BT.709, in which reference white is 203 cd/m2 in HDR: darker colors stay as they
 // are, brighter ones are compressed.
 void addToneMapping(const MediaInfo& info, const std::string& matrix, FilterChain& chain) {
   std::string linear = "zscale=transfer=linear:npl=203" + matrix;
@@ -141,7 +141,7 @@ bool FrameReader::endOfFile(std::size_t bytesRead) {
   std::string reason = decoder_.firstComplaint();
   if (reason.empty()) reason = "it ends in the middle of a picture";
   if (reason.starts_with("No such filter")) {
-    reason += "; this ffmpeg lacks what converts colours, which Debian's has";
+    reason += "; this ffmpeg lacks what converts colors, which Debian's has";
   }
   throw WorkError("cannot read the input " + inQuotes(name_) + ": " + reason);
 }

@@ -148,7 +148,7 @@ void readTiming(const Json& answer, const Json& stream, bool isSeekable, MediaIn
   info.fileStart = *start;
 }
 
-void readColours(const Json& stream, MediaInfo& info) {
+void readColors(const Json& stream, MediaInfo& info) {
   if (info.isRgb) return;
   const std::string transfer = textOf(stream, "color_transfer");
   if (transfer == "smpte2084") info.hdr = "PQ";
@@ -191,7 +191,7 @@ void addNotes(MediaInfo& info) {
   if (!info.hdr.empty()) {
     info.notes.push_back(input + " is HDR (" + info.hdr + ") and is tone-mapped to BT.709");
   } else if (info.isWideGamut) {
-    info.notes.push_back(input + " has BT.2020's colours and is converted to BT.709");
+    info.notes.push_back(input + " has BT.2020's colors and is converted to BT.709");
   }
 }
 
@@ -203,7 +203,7 @@ MediaInfo infoOf(const MediaSource& source, const Json& answer, InputChoices cho
   info.decoder = alphaDecoder(stream);
   readPixelFormat(textOf(stream, "pix_fmt"), info);
   info.matrix = assumedMatrix(stream, info.size);
-  readColours(stream, info);
+  readColors(stream, info);
   if (!choices.keepFields) readFields(stream, info);
   // The pictures of a damaged clip hold until the next whole ones.
   readTiming(answer, stream, !choices.tolerateDamage && canSeek(answer, stream), info);

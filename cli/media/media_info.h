@@ -21,8 +21,8 @@ struct MediaInfo {
   double seconds = 0;       // how long a clip lasts, from the start of its first stream
 
   std::string decoder;    // the decoder to ask for, when the usual one would lose the alpha channel
-  std::string matrix;     // the colour matrix to assume, when the file does not name the one it has
-  bool isRgb = false;     // or grey or a palette; else luma and chroma
+  std::string matrix;     // the color matrix to assume, when the file does not name the one it has
+  bool isRgb = false;     // or gray or a palette; else luma and chroma
   bool isDeep = false;    // more than 8 bits per channel
   bool hasAlpha = false;  // of luma and chroma, whether alpha goes with them
   bool isWideGamut = false;  // of BT.2020's primaries, or undeclared HDR

@@ -43,14 +43,14 @@ Frame frameFromSurface(cairo_surface_t* surface) {
   return frame;
 }
 
-void setGrey(cairo_t* cairo, double grey) {
-  cairo_set_source_rgb(cairo, grey, grey, grey);
+void setGray(cairo_t* cairo, double gray) {
+  cairo_set_source_rgb(cairo, gray, gray, gray);
 }
 
 void drawText(cairo_t* cairo, const std::string& text, double x, double baseline, double size,
-              double grey) {
+              double gray) {
   cairo_set_font_size(cairo, size);
-  setGrey(cairo, grey);
+  setGray(cairo, gray);
   cairo_move_to(cairo, x, baseline);
   cairo_show_text(cairo, text.c_str());
 }

@@ -28,8 +28,8 @@ void checkDrawn(cairo_t* cairo);
 Frame frameFromSurface(cairo_surface_t* surface);
 
 // Levels are 0..1.
-void setGrey(cairo_t* cairo, double grey);
+void setGray(cairo_t* cairo, double gray);
 void drawText(cairo_t* cairo, const std::string& text, double x, double baseline, double size,
-              double grey);
+              double gray);
 
 }  // namespace cli

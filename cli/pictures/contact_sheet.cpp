@@ -16,12 +16,12 @@ constexpr int kCheckerSide = 8;
 constexpr double kTitleSize = 16;
 constexpr double kCaptionSize = 11;
 
-// Grey levels, 0..1.
+// Gray levels, 0..1.
 constexpr double kSheetGround = 0.085;
 constexpr double kCheckerDark = 0.045;
 constexpr double kCheckerLight = 0.065;
-constexpr double kTitleGrey = 0.88;
-constexpr double kCaptionGrey = 0.52;
+constexpr double kTitleGray = 0.88;
+constexpr double kCaptionGray = 0.52;
 
 std::uint32_t channelAt(const Frame& frame, const std::uint8_t* pixel, int channel) {
   if (frame.depth == Depth::k8) return pixel[channel];
@@ -50,9 +50,9 @@ void fillSurface(cairo_surface_t* surface, const Frame& frame) {
 }
 
 void drawChecker(cairo_t* cairo, int width, int height) {
-  setGrey(cairo, kCheckerDark);
+  setGray(cairo, kCheckerDark);
   cairo_paint(cairo);
-  setGrey(cairo, kCheckerLight);
+  setGray(cairo, kCheckerLight);
   for (int y = 0; y < height; y += kCheckerSide) {
     for (int x = y / kCheckerSide % 2 * kCheckerSide; x < width; x += 2 * kCheckerSide) {
       cairo_rectangle(cairo, x, y, kCheckerSide, kCheckerSide);
@@ -97,7 +97,7 @@ int ContactSheet::groupHeight(const Group& group) const {
 }
 
 void ContactSheet::drawGroup(cairo_t* cairo, const Group& group, int top) const {
-  drawText(cairo, group.title, kSheetMargin, top + 0.6 * kTitleHeight, kTitleSize, kTitleGrey);
+  drawText(cairo, group.title, kSheetMargin, top + 0.6 * kTitleHeight, kTitleSize, kTitleGray);
   const int cellTop = top + kTitleHeight;
   for (std::size_t i = 0; i < group.cells.size(); ++i) {
     const int column = static_cast<int>(i) % columns_;
@@ -107,7 +107,7 @@ void ContactSheet::drawGroup(cairo_t* cairo, const Group& group, int top) const 
     cairo_set_source_surface(cairo, group.cells[i].picture.get(), x, y);
     cairo_paint(cairo);
     drawText(cairo, group.cells[i].caption, x, y + cellHeight(group) + 0.75 * kCaptionHeight,
-             kCaptionSize, kCaptionGrey);
+             kCaptionSize, kCaptionGray);
   }
 }
 
@@ -118,7 +118,7 @@ Frame ContactSheet::picture() const {
 
   const CairoSurface sheet = newSurface(CAIRO_FORMAT_RGB24, width, height);
   const Cairo cairo(cairo_create(sheet.get()));
-  setGrey(cairo.get(), kSheetGround);
+  setGray(cairo.get(), kSheetGround);
   cairo_paint(cairo.get());
   cairo_select_font_face(cairo.get(), "sans-serif", CAIRO_FONT_SLANT_NORMAL,
                          CAIRO_FONT_WEIGHT_NORMAL);

@@ -43,10 +43,10 @@ void copyToWorld(const Frame& frame, hostkit::World& world);
 // The other way round; the frame gets the world's size and depth.
 void copyFromWorld(const hostkit::World& world, Frame& frame);
 
-// Colours become those seen over black, and alpha full.
+// Colors become those seen over black, and alpha full.
 void flattenOnBlack(Frame& frame);
 
-// The colours of a world of 8 bits as seen over black: its planes green, blue and red.
+// The colors of a world of 8 bits as seen over black: its planes green, blue and red.
 void flatPlanesOf(const hostkit::World& world, std::vector<std::uint8_t>& planes);
 
 }  // namespace cli

@@ -44,14 +44,14 @@ std::vector<Taps> tapsFor(int from, int to) {
   const double stretch = std::max(1.0, step);
   std::vector<Taps> all;
   for (int i = 0; i < to; ++i) {
-    const double centre = (i + 0.5) * step - 0.5;
-    const int first = std::max(0, static_cast<int>(std::ceil(centre - 2 * stretch)));
-    const int last = std::min(from - 1, static_cast<int>(std::floor(centre + 2 * stretch)));
+    const double center = (i + 0.5) * step - 0.5;
+    const int first = std::max(0, static_cast<int>(std::ceil(center - 2 * stretch)));
+    const int last = std::min(from - 1, static_cast<int>(std::floor(center + 2 * stretch)));
     Taps taps{first, {}};
     double sum = 0;
-    for (int k = first; k <= last; ++k) sum += cubicWeight((k - centre) / stretch);
+    for (int k = first; k <= last; ++k) sum += cubicWeight((k - center) / stretch);
     for (int k = first; k <= last; ++k) {
-      taps.weights.push_back(static_cast<float>(cubicWeight((k - centre) / stretch) / sum));
+      taps.weights.push_back(static_cast<float>(cubicWeight((k - center) / stretch) / sum));
     }
     all.push_back(std::move(taps));
   }
@@ -111,7 +111,7 @@ Plane premultiplied(const Frame& frame) {
 
 // The kernel's negative lobes overshoot at edges; such values are brought back.
 template <typename Channel>
-void placeCentred(Plane& plane, Frame& frame) {
+void placeCentered(Plane& plane, Frame& frame) {
   constexpr float kFull = std::numeric_limits<Channel>::max();
   const int left = (frame.size.width - plane.width) / 2;
   const int top = (frame.size.height - plane.height) / 2;
@@ -144,7 +144,7 @@ Frame fitted(const Frame& picture, FrameSize size) {
   plane = scaledAcross(plane, side(picture.size.width, size.width));
   plane = scaledDown(plane, side(picture.size.height, size.height));
   Frame frame(size, picture.depth);
-  placeCentred<Channel>(plane, frame);
+  placeCentered<Channel>(plane, frame);
   return frame;
 }
 

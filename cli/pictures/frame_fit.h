@@ -5,8 +5,8 @@
 
 namespace cli {
 
-// The picture scaled to fit the size, keeping its aspect, and centred on transparent. Scaled
-// premultiplied, so that colours hidden under alpha 0 do not bleed into the edges. A picture of
+// The picture scaled to fit the size, keeping its aspect, and centered on transparent. Scaled
+// premultiplied, so that colors hidden under alpha 0 do not bleed into the edges. A picture of
 // that size is returned as it is.
 Frame fittedFrame(const Frame& picture, FrameSize size);
 

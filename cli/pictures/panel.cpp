@@ -22,11 +22,11 @@ constexpr int kControlGap = 8;  // below a control of the module
 constexpr double kTitleTextSize = 13;
 
 constexpr double kGround = 0.137;
-constexpr double kTitleBarGrey = 0.19;
-constexpr double kGroupGrey = 0.16;
-constexpr double kSeparatorGrey = 0.105;
-constexpr double kNameGrey = 0.78;
-constexpr double kTitleTextGrey = 0.93;
+constexpr double kTitleBarGray = 0.19;
+constexpr double kGroupGray = 0.16;
+constexpr double kSeparatorGray = 0.105;
+constexpr double kNameGray = 0.78;
+constexpr double kTitleTextGray = 0.93;
 constexpr double kDisabledOpacity = 0.36;
 
 bool contains(const PF_Rect& rect, PF_Point point) {
@@ -34,15 +34,15 @@ bool contains(const PF_Rect& rect, PF_Point point) {
          point.v < rect.bottom;
 }
 
-void fillBand(cairo_t* cairo, double top, double height, double width, double grey) {
-  setGrey(cairo, grey);
+void fillBand(cairo_t* cairo, double top, double height, double width, double gray) {
+  setGray(cairo, gray);
   cairo_rectangle(cairo, 0, top, width, height);
   cairo_fill(cairo);
 }
 
 // The triangle of a group, pointing down when the group is open.
 void drawTwirly(cairo_t* cairo, double x, double middle, bool open) {
-  setGrey(cairo, kNameGrey);
+  setGray(cairo, kNameGray);
   cairo_save(cairo);
   cairo_translate(cairo, x + 4, middle);
   if (open) cairo_rotate(cairo, 1.5707963267948966);
@@ -64,12 +64,12 @@ Frame Panel::paint() {
   layOut();
   const CairoSurface surface = newSurface(CAIRO_FORMAT_RGB24, width_, height_);
   const Cairo cairo(cairo_create(surface.get()));
-  setGrey(cairo.get(), kGround);
+  setGray(cairo.get(), kGround);
   cairo_paint(cairo.get());
   cairo_select_font_face(cairo.get(), "sans-serif", CAIRO_FONT_SLANT_NORMAL,
                          CAIRO_FONT_WEIGHT_NORMAL);
-  fillBand(cairo.get(), 0, kTitleBarHeight, width_, kTitleBarGrey);
-  drawText(cairo.get(), title_, kMargin, 0.64 * kTitleBarHeight, kTitleTextSize, kTitleTextGrey);
+  fillBand(cairo.get(), 0, kTitleBarHeight, width_, kTitleBarGray);
+  drawText(cairo.get(), title_, kMargin, 0.64 * kTitleBarHeight, kTitleTextSize, kTitleTextGray);
   for (const Line& line : lines_) paintLine(cairo.get(), line);
 
   CairoPainter painter(cairo.get());
@@ -129,14 +129,14 @@ void Panel::paintLine(cairo_t* cairo, const Line& line) const {
   const PF_ParamDef& shown = value(parameter);
   const bool isGroup = parameter.type() == PF_Param_GROUP_START;
   const double middle = line.top + kLineHeight / 2.0;
-  if (isGroup) fillBand(cairo, line.top, kLineHeight, width_, kGroupGrey);
-  fillBand(cairo, line.top, 1, width_, kSeparatorGrey);
+  if (isGroup) fillBand(cairo, line.top, kLineHeight, width_, kGroupGray);
+  fillBand(cairo, line.top, 1, width_, kSeparatorGray);
 
   cairo_push_group(cairo);
   const double left = kMargin + parameter.groupDepth * kIndent;
   if (isGroup) drawTwirly(cairo, left, middle, (shown.flags & PF_ParamFlag_COLLAPSE_TWIRLY) == 0);
   drawText(cairo, shown.name, left + kTwirlyWidth, middle + 0.36 * kPanelTextSize, kPanelTextSize,
-           isGroup ? kTitleTextGrey : kNameGrey);
+           isGroup ? kTitleTextGray : kNameGray);
   drawPanelValue(cairo, parameter, shown, kValueLeft, middle);
   cairo_pop_group_to_source(cairo);
   cairo_paint_with_alpha(cairo, (shown.ui_flags & PF_PUI_DISABLED) != 0 ? kDisabledOpacity : 1);

@@ -16,7 +16,7 @@ class Panel {
   // Pixels; controls that the module draws are cut down to what fits.
   Panel(hostkit::Session& session, std::string title, int width);
 
-  // Lets the module grey out parameters and draw its controls, and returns the picture.
+  // Lets the module gray out parameters and draw its controls, and returns the picture.
   Frame paint();
 
   // Clicks a pixel of the picture painted last; false when no control of the module lies there.

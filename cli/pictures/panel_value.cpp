@@ -20,16 +20,16 @@ constexpr double kSwatchHeight = 14;
 constexpr double kCheckSide = 13;
 constexpr double kCorner = 2.5;
 
-constexpr double kTextGrey = 0.86;
-constexpr double kLineGrey = 0.34;
-constexpr double kBoxGrey = 0.09;
+constexpr double kTextGray = 0.86;
+constexpr double kLineGray = 0.34;
+constexpr double kBoxGray = 0.09;
 
 void setAccent(cairo_t* cairo) {
   cairo_set_source_rgb(cairo, 0.27, 0.61, 0.94);
 }
 
 void writeText(cairo_t* cairo, const std::string& text, double x, double middle) {
-  drawText(cairo, text, x, middle + 0.36 * kPanelTextSize, kPanelTextSize, kTextGrey);
+  drawText(cairo, text, x, middle + 0.36 * kPanelTextSize, kPanelTextSize, kTextGray);
 }
 
 // Numbers that a person may drag.
@@ -58,9 +58,9 @@ void tracePill(cairo_t* cairo, double x, double y, double width, double height, 
 
 void drawFrame(cairo_t* cairo, double x, double middle, double width, double height) {
   tracePill(cairo, x + 0.5, middle - height / 2 + 0.5, width - 1, height - 1, kCorner);
-  setGrey(cairo, kBoxGrey);
+  setGray(cairo, kBoxGray);
   cairo_fill_preserve(cairo);
-  setGrey(cairo, kLineGrey);
+  setGray(cairo, kLineGray);
   cairo_set_line_width(cairo, 1);
   cairo_stroke(cairo);
 }
@@ -68,7 +68,7 @@ void drawFrame(cairo_t* cairo, double x, double middle, double width, double hei
 void drawChoice(cairo_t* cairo, const std::string& text, double x, double middle) {
   drawFrame(cairo, x, middle, kBoxWidth, kBoxHeight);
   writeText(cairo, text, x + 8, middle);
-  setGrey(cairo, kTextGrey);
+  setGray(cairo, kTextGray);
   cairo_move_to(cairo, x + kBoxWidth - 16, middle - 2);
   cairo_line_to(cairo, x + kBoxWidth - 8, middle - 2);
   cairo_line_to(cairo, x + kBoxWidth - 12, middle + 3);
@@ -80,7 +80,7 @@ void drawTrack(cairo_t* cairo, hostkit::Range range, double number, double x, do
   const double reach = range.max > range.min ? (number - range.min) / (range.max - range.min) : 0;
   const double knob = x + kTrackLength * std::clamp(reach, 0.0, 1.0);
   cairo_set_line_width(cairo, 2);
-  setGrey(cairo, kLineGrey);
+  setGray(cairo, kLineGray);
   cairo_move_to(cairo, x, middle);
   cairo_line_to(cairo, x + kTrackLength, middle);
   cairo_stroke(cairo);
@@ -88,7 +88,7 @@ void drawTrack(cairo_t* cairo, hostkit::Range range, double number, double x, do
   cairo_move_to(cairo, x, middle);
   cairo_line_to(cairo, knob, middle);
   cairo_stroke(cairo);
-  setGrey(cairo, kTextGrey);
+  setGray(cairo, kTextGray);
   cairo_arc(cairo, knob, middle, 4, 0, 2 * std::numbers::pi);
   cairo_fill(cairo);
 }
@@ -97,7 +97,7 @@ void drawTrack(cairo_t* cairo, hostkit::Range range, double number, double x, do
 void drawDial(cairo_t* cairo, double degrees, double x, double middle) {
   cairo_new_path(cairo);
   cairo_set_line_width(cairo, 1.2);
-  setGrey(cairo, kLineGrey);
+  setGray(cairo, kLineGray);
   cairo_arc(cairo, x, middle, kDialRadius, 0, 2 * std::numbers::pi);
   cairo_stroke(cairo);
   cairo_save(cairo);
@@ -115,7 +115,7 @@ void drawSwatch(cairo_t* cairo, const PF_Pixel& color, double x, double middle) 
             kCorner);
   cairo_set_source_rgb(cairo, color.red / 255.0, color.green / 255.0, color.blue / 255.0);
   cairo_fill_preserve(cairo);
-  setGrey(cairo, kLineGrey);
+  setGray(cairo, kLineGray);
   cairo_set_line_width(cairo, 1);
   cairo_stroke(cairo);
 }

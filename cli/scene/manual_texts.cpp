@@ -22,7 +22,7 @@ std::string plainText(std::string text) {
 }
 
 ManualText manualText(const toml::table& table) {
-  ManualText text{plainText(table["text"].value_or("")), plainText(table["grey"].value_or("")), {}};
+  ManualText text{plainText(table["text"].value_or("")), plainText(table["gray"].value_or("")), {}};
   if (const toml::table* items = table["items"].as_table()) {
     for (const auto& [item, node] : *items) {
       text.items[std::string(item.str())] = plainText(node.value_or(""));

@@ -9,7 +9,7 @@ namespace cli {
 // Without markup; labels and items that a text mentions are in quotes.
 struct ManualText {
   std::string description;
-  std::string greyed;                        // "when ...", empty when it never is
+  std::string grayed;                        // "when ...", empty when it never is
   std::map<std::string, std::string> items;  // what each item of a popup does
 };
 

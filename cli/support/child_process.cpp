@@ -56,7 +56,7 @@ std::string withoutSourceTag(const std::string& line) {
   return end == std::string::npos ? line : line.substr(end + 2);
 }
 
-// Ours but for what has ffmpeg write colours into what it says, of which people see a part, or a
+// Ours but for what has ffmpeg write colors into what it says, of which people see a part, or a
 // report into the working folder.
 std::vector<char*> environmentForChild() {
   std::vector<char*> variables;

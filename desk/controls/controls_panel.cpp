@@ -14,7 +14,7 @@
 #include <cmath>
 
 #include "cli/scene/manual_texts.h"
-#include "effect/greying.h"
+#include "effect/graying.h"
 
 namespace desk {
 namespace {
@@ -50,9 +50,9 @@ QString toolTipOf(const ParameterSpec& parameter,
     }
     tip += QStringLiteral("</dl>");
   }
-  if (!text.greyed.empty()) {
-    tip += QStringLiteral("<p>Greyed out %1.</p>")
-               .arg(QString::fromStdString(text.greyed).toHtmlEscaped());
+  if (!text.grayed.empty()) {
+    tip += QStringLiteral("<p>Grayed out %1.</p>")
+               .arg(QString::fromStdString(text.grayed).toHtmlEscaped());
   }
   return tip;
 }
@@ -180,7 +180,7 @@ void ControlsPanel::showEvent(QShowEvent* event) {
 void ControlsPanel::refresh() {
   if (!isVisible()) return;
   for (Row& row : rows_) refreshRow(row);
-  grey(preview_.document().values(preview_.layer(), preview_.frame()));
+  gray(preview_.document().values(preview_.layer(), preview_.frame()));
 }
 
 void ControlsPanel::refreshRow(Row& row) {
@@ -217,11 +217,11 @@ void ControlsPanel::refreshRow(Row& row) {
 }
 
 /// As a host has the effect's rules for every parameter in turn; the last of them counts.
-void ControlsPanel::grey(const brisel::Values& values) {
+void ControlsPanel::gray(const brisel::Values& values) {
   std::array<bool, brisel::kParamCount> enabled{};
   enabled.fill(true);
   for (std::int32_t changed = 2; changed < brisel::kParamCount; ++changed) {
-    const auto states = brisel::greyingOf(values, changed);
+    const auto states = brisel::grayingOf(values, changed);
     if (!states) continue;
     for (const brisel::ControlState& state : *states) {
       enabled[static_cast<std::size_t>(state.index)] = state.enabled;

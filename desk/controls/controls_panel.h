@@ -15,7 +15,7 @@ class QTreeWidgetItem;
 
 namespace desk {
 
-/// A row for each: its name, bold where the scene says what it is; what it is turned by, greyed out
+/// A row for each: its name, bold where the scene says what it is; what it is turned by, grayed out
 /// by the effect's rules; what takes that back; and whether it has a key at the frame shown. The
 /// search field leaves the rows whose names, or whose groups' names, hold its words.
 class ControlsPanel : public QWidget {
@@ -44,7 +44,7 @@ class ControlsPanel : public QWidget {
   void addEditor(Row& row);
   void refresh();
   void refreshRow(Row& row);
-  void grey(const brisel::Values& values);
+  void gray(const brisel::Values& values);
   void find(const QString& words);
   void openMenu(QPoint at);
   void toggleKey(brisel::ParamIndex parameter);

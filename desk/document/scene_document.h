@@ -88,7 +88,7 @@ class SceneDocument : public QObject {
 
   /// In the units of a person: see scene::ParamValue. Points are fractions of the frame.
   scene::ParamValue value(int layer, brisel::ParamIndex parameter, double frame) const;
-  /// As the effect has them, for greyingOf() and the like.
+  /// As the effect has them, for grayingOf() and the like.
   brisel::Values values(int layer, double frame) const;
   ValueOrigin origin(int layer, brisel::ParamIndex parameter) const;
   /// In ascending order, times in frames; none for a parameter that does not change over time.

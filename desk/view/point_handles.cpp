@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "core/options.h"
-#include "effect/greying.h"
+#include "effect/graying.h"
 
 namespace desk {
 namespace {
@@ -56,7 +56,7 @@ QPointF PointHandles::placeOf(brisel::ParamIndex parameter, double frame) const 
 
 void PointHandles::follow() {
   const brisel::Values values = preview_.document().values(preview_.layer(), preview_.frame());
-  const auto states = brisel::greyingOf(values, brisel::kStart);
+  const auto states = brisel::grayingOf(values, brisel::kStart);
   for (const auto& [parameter, handle] : points_) {
     const auto state = std::ranges::find(*states, parameter, &brisel::ControlState::index);
     handle->setVisible(state == states->end() || state->enabled);

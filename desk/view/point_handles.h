@@ -11,7 +11,7 @@
 
 namespace desk {
 
-/// Shows those points that have an effect, as the effect itself greys out the others.
+/// Shows those points that have an effect, as the effect itself grays out the others.
 class PointHandles : public QGraphicsObject {
   Q_OBJECT
 

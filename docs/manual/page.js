@@ -16,8 +16,8 @@
   beside.addEventListener("change", arrange);
   arrange();
 
-  // "colour" finds Color, and "emitter" Emmiter.
-  const plain = (text) => text.toLowerCase().replaceAll("colour", "color").replace(/(.)\1+/g, "$1");
+  // "color" finds Color, and "emitter" Emmiter.
+  const plain = (text) => text.toLowerCase().replaceAll("color", "color").replace(/(.)\1+/g, "$1");
   const entries = [...list.children].map((element) => ({
     element,
     label: plain(element.querySelector("a").textContent),

@@ -8,16 +8,16 @@ PAPER = ["#ff2d55", "#ffb300", "#00c8ff", "#7dff3a", "#ff5ad0", "#8a5cff", "#ff6
 LIGHTS = ["#ff4a9a", "#ffb040", "#38c8ff", "#a060ff", "#ff6a4a"]
 
 
-def beam(x, angle, colour):
+def beam(x, angle, color):
     reach, spread = 1250, 0.1
     corners = " ".join(f"{x + reach * math.sin(angle + d):.0f},{reach * math.cos(angle + d):.0f}"
                        for d in (-spread, spread))
-    return f'<polygon points="{x - 10},0 {x + 10},0 {corners}" fill="{colour}" opacity="0.26"/>'
+    return f'<polygon points="{x - 10},0 {x + 10},0 {corners}" fill="{color}" opacity="0.26"/>'
 
 
 def bokeh(x, y, r):
-    colour = random.choice(LIGHTS)
-    return (f'<circle cx="{x:.0f}" cy="{y:.0f}" r="{r:.0f}" fill="{colour}" stroke="{colour}" '
+    color = random.choice(LIGHTS)
+    return (f'<circle cx="{x:.0f}" cy="{y:.0f}" r="{r:.0f}" fill="{color}" stroke="{color}" '
             f'stroke-width="3" fill-opacity="{random.uniform(0.08, 0.3):.2f}" '
             f'stroke-opacity="{random.uniform(0.15, 0.4):.2f}"/>')
 
@@ -42,7 +42,7 @@ def reveller(x):
             f'{y + r * 0.9:.0f} T{x + r * 2.2:.0f} 1080 Z"/>')
 
 
-# The paper takes its colours from the topmost row, so the pennants there touch one another.
+# The paper takes its colors from the topmost row, so the pennants there touch one another.
 pennants = "".join(f'<path d="M{x} 0 h64 L{x + 32} {random.uniform(52, 72):.0f} Z" '
                    f'fill="{PAPER[x // 64 * 3 % 8]}"/>' for x in range(0, 1920, 64))
 beams = "".join(beam(x, a, c) for x, a, c in (

@@ -53,8 +53,8 @@ def arm(turn):
     """One arm of the whirl inside the gate."""
     points = " L".join(at(INNER * (1 - k / 40) ** 0.8, turn + 0.9 * (k / 40) ** 1.3)
                        for k in range(38))
-    colour = random.choice(["#38d8ff", "#8a5cff", "#d070ff"])
-    return (f'<path d="M{points}" fill="none" stroke="{colour}" stroke-width='
+    color = random.choice(["#38d8ff", "#8a5cff", "#d070ff"])
+    return (f'<path d="M{points}" fill="none" stroke="{color}" stroke-width='
             f'"{random.uniform(5, 26):.0f}" opacity="{random.uniform(0.15, 0.5):.2f}"/>')
 
 

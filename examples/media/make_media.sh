@@ -144,7 +144,7 @@ layer() {  # NAME WIDTH COLOUR PATH
   encode -i "$work/$1.svg" -frames:v 1 "$work/$1.png"
 }
 
-# A cloud of coloured gas, to take star colours from.
+# A cloud of colored gas, to take star colors from.
 nebula() {
   cat > "$work/nebula.svg" <<'SVG'
 <svg xmlns="http://www.w3.org/2000/svg" width="1920" height="1080" viewBox="0 0 960 540">

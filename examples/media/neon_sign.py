@@ -17,7 +17,7 @@ ends = [(line.split()[:2], line.split()[-2:]) for line in lines]
 
 
 def draw(width, opacity=1.0, extra=""):
-    strokes = "".join(f'<path stroke="{colour}" d="M{line}"/>' for line, colour in tubes)
+    strokes = "".join(f'<path stroke="{color}" d="M{line}"/>' for line, color in tubes)
     return f'<g class="tube" stroke-width="{width}" opacity="{opacity}" {extra}>{strokes}</g>'
 
 
@@ -46,16 +46,16 @@ for row in range(28):  # bricks in running bond
         x += width
 print('<rect width="1920" height="1080" filter="url(#grain)" opacity="0.55"/>')
 
-# Light times brick: near the tubes their own colour, farther off a mixture, in the corners night.
+# Light times brick: near the tubes their own color, farther off a mixture, in the corners night.
 print(f'<g style="mix-blend-mode:multiply"><rect width="1920" height="1080" fill="url(#ambient)"/>'
       f'{draw(190, 0.8, """filter="url(#far)" style="mix-blend-mode:screen" """)}'
       f'{draw(40, 0.85, """filter="url(#near)" style="mix-blend-mode:screen" """)}</g>')
 
 print('<g transform="translate(9 16)" opacity="0.5" filter="url(#soft)">'  # the shadow on the wall
-      + draw(13).replace('stroke="#', 'stroke="#000" data-colour="#') + "</g>")
+      + draw(13).replace('stroke="#', 'stroke="#000" data-color="#') + "</g>")
 print('<g fill="none" stroke="#000" stroke-width="13" stroke-linecap="round">')
 for (_, (x, y)), ((to_x, to_y), _) in zip(ends, ends[1:]):
     print(f'<path d="M{x} {y}L{to_x} {to_y}"/>')
 print(f'<path d="M900 690Q700 800 660 1080M812 150Q800 60 850 0" stroke-width="7"/></g>')
-print(draw(15).replace('stroke="#', 'stroke="#0a0a0c" data-colour="#') + draw(11, 0.5))
-print('<g style="mix-blend-mode:screen">' + draw(4, 0.22).replace('stroke="#', 'stroke="#fff" data-colour="#') + "</g></svg>")
+print(draw(15).replace('stroke="#', 'stroke="#0a0a0c" data-color="#') + draw(11, 0.5))
+print('<g style="mix-blend-mode:screen">' + draw(4, 0.22).replace('stroke="#', 'stroke="#fff" data-color="#') + "</g></svg>")

@@ -27,7 +27,7 @@ def windows(x, top, width, step, lit, size):
 
 
 def row(low, high, narrow, wide, gap, color, step, lit, size):
-    """A row of buildings from edge to edge, tallest a little to the right of the centre."""
+    """A row of buildings from edge to edge, tallest a little to the right of the center."""
     x = -20.0
     while x < WIDTH:
         width = random.uniform(narrow, wide)
@@ -62,7 +62,7 @@ city = [*row(150, 420, 50, 110, 4, "#141b36", 11, 0.2, 3),
         *bridge(), *(lamp(x, SHORE - 7, 3.2, "#ffd08a") for x in range(720, WIDTH, 41))]
 stars = [lamp(random.uniform(0, WIDTH), random.uniform(0, 480), random.uniform(0.5, 1.3), "#cfd8ff",
               random.uniform(0.2, 0.7)) for _ in range(170)]
-# What the shells cast on the water: soft stains of their colours.
+# What the shells cast on the water: soft stains of their colors.
 hues = [f'<radialGradient id="{name}"><stop offset="0" stop-color="{color}" stop-opacity="0.4"/>'
         f'<stop offset="1" stop-color="{color}" stop-opacity="0"/></radialGradient>'
         for name, color in (("red", "#ff4560"), ("gold", "#ffb040"), ("blue", "#4a80ff"))]

@@ -34,13 +34,13 @@ for _ in range(420):  # distant stars, fewer and dimmer towards the horizon
           f'fill="#cdd6ff" opacity="{random.uniform(0.15, 0.7) * (1 - y / 900):.2f}"/>')
 
 
-def hills(base, height, colour):
+def hills(base, height, color):
     y, slope, points = base, 0, [f"M0 {WATER}"]
     for x in range(0, 1921, 12):
         slope = 0.93 * slope + random.uniform(-1, 1) * height / 40 - 0.004 * (y - base)
         y = min(y + slope, WATER - 4)
         points.append(f"L{x} {y:.0f}")
-    print(f'<path d="{"".join(points)}L1920 {WATER}Z" fill="{colour}"/>')
+    print(f'<path d="{"".join(points)}L1920 {WATER}Z" fill="{color}"/>')
 
 
 def tower(x, top, width, roof):

@@ -8,7 +8,7 @@ COLOURS = ["#4a8cff", "#7ab8ff", "#9a6cff", "#58e0ff", "#ff7ac8", "#ffc890"]
 
 
 def streak():
-    """A faint far star, drawn out along the line from the centre."""
+    """A faint far star, drawn out along the line from the center."""
     angle = random.uniform(0, 2 * math.pi)
     near = 60 + 1000 * random.random() ** 1.4
     far = near * random.uniform(1.06, 1.5)
@@ -18,11 +18,11 @@ def streak():
             f'stroke-width="{0.6 + near / 520:.1f}" opacity="{random.uniform(0.08, 0.4):.2f}"/>')
 
 
-def veil(angle, spread, colour, alpha):
-    """A wedge of gas that leads to the centre."""
+def veil(angle, spread, color, alpha):
+    """A wedge of gas that leads to the center."""
     corners = " ".join(f"{960 + 1300 * math.cos(a):.0f},{540 + 1300 * math.sin(a):.0f}"
                        for a in (angle - spread, angle, angle + spread))
-    return f'<polygon points="960,540 {corners}" fill="{colour}" opacity="{alpha:.2f}"/>'
+    return f'<polygon points="960,540 {corners}" fill="{color}" opacity="{alpha:.2f}"/>'
 
 
 veils = "".join(veil(random.uniform(0, 2 * math.pi), random.uniform(0.04, 0.22),

@@ -3,10 +3,10 @@
 import html
 import re
 
-KEYS = {"text", "grey", "items", "scene", "frame", "values", "set", "input", "item_set",
+KEYS = {"text", "gray", "items", "scene", "frame", "values", "set", "input", "item_set",
         "item_input"}
 KINDS = {"group start": "group", "fixed slider": "number", "slider": "whole number",
-         "colour": "colour", "path": "mask"}
+         "color": "color", "path": "mask"}
 
 
 class ManualError(Exception):
@@ -75,12 +75,12 @@ class ParameterChapter:
         return (f'<div class="group depth{len(entry["groups"])}">'
                 f'<h{level} id="{self.anchors[label]}">{label}</h{level}>'
                 f'<p class="where">Group {path}</p>'
-                f"<p>{self.texts[label]['text']}</p>{self._grey(label)}</div>")
+                f"<p>{self.texts[label]['text']}</p>{self._gray(label)}</div>")
 
     def _parameter(self, entry):
         label = entry["label"]
         level = level_of(entry)
-        body = [f"<p>{self.texts[label]['text']}</p>", self._grey(label)]
+        body = [f"<p>{self.texts[label]['text']}</p>", self._gray(label)]
         if "items" in entry:
             body.append(self._items(entry))
         elif "values" in self.texts[label]:
@@ -89,9 +89,9 @@ class ParameterChapter:
                 f'<h{level} id="{self.anchors[label]}">{label}</h{level}>{facts_html(entry)}</header>\n'
                 + "\n".join(part for part in body if part) + "</article>")
 
-    def _grey(self, label):
-        reason = self.texts[label].get("grey")
-        return f'<p class="grey"><b>Greyed out</b> {reason}.</p>' if reason else ""
+    def _gray(self, label):
+        reason = self.texts[label].get("gray")
+        return f'<p class="gray"><b>Grayed out</b> {reason}.</p>' if reason else ""
 
     def _items(self, entry):
         text = self.texts[entry["label"]]

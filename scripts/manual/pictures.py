@@ -52,7 +52,7 @@ class Pictures:
 
     def thumbnail(self, path):
         webp = self._new_path(".webp")
-        # A bitmap of this size is not always recognised as one.
+        # A bitmap of this size is not always recognized as one.
         self._ffmpeg("-f", "image2", "-c:v", "bmp", "-i", path, "-lossless", "1", webp)
         return data_uri("image/webp", webp)
 

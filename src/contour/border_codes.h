@@ -45,7 +45,7 @@ constexpr Corner nextCorner(Corner from, unsigned direction) {
   }
 }
 
-/// The mask's value on the right-hand side when travelling from `from` along `direction`.
+/// The mask's value on the right-hand side when traveling from `from` along `direction`.
 inline std::uint8_t rightLabel(const TCRaster<std::uint8_t>& mask, Corner from,
                                unsigned direction) {
   const bool above = direction == kEdgeLeft || direction == kEdgeUp;

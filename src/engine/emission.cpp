@@ -160,7 +160,7 @@ bool isOnSource(const Emission& e, const Particle& p) {
   return e.emitter.sourceIntensityMap[std::ptrdiff_t{row} * s.frameWidth + column] != 0.0f;
 }
 
-void tryInitialise(const Emission& e, Particle& p, float birthTime);
+void tryInitialize(const Emission& e, Particle& p, float birthTime);
 
 /// Places the star anywhere in the frame. With the source as raster mask, a star that misses the
 /// source is born again in the same record, up to ten times. Each attempt returns into the one
@@ -179,7 +179,7 @@ void placeInField(const Emission& e, Particle& p) {
   p.lifeTime = kFailedPlacement;
   if (p.placementRetries < kMostRetries) {
     ++p.placementRetries;
-    tryInitialise(e, p, p.birthTime);
+    tryInitialize(e, p, p.birthTime);
   } else {
     p.placementRetries = 0;
   }
@@ -190,7 +190,7 @@ TerminateType chooseTerminateType(const Emission& e) {
   return static_cast<TerminateType>(2 + e.random.nextRandom() % 7);
 }
 
-void tryInitialise(const Emission& e, Particle& p, float birthTime) {
+void tryInitialize(const Emission& e, Particle& p, float birthTime) {
   const RenderSettings& s = e.settings;
   p.birthTime = birthTime;
   p.age = e.stepIndex - birthTime;
@@ -227,7 +227,7 @@ bool canEmit(const RenderSettings& settings, const Emitter& emitter) {
 
 void initialiseParticle(const Emission& e, Particle& p, float birthTime) {
   p.placementRetries = 0;
-  tryInitialise(e, p, birthTime);
+  tryInitialize(e, p, birthTime);
 }
 
 }  // namespace brisel

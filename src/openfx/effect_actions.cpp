@@ -1,7 +1,7 @@
 // What an instance answers besides frames.
 #include <algorithm>
 
-#include "effect/greying.h"
+#include "effect/graying.h"
 #include "look/built_in_presets.h"
 #include "openfx/effect_instance.h"
 
@@ -75,7 +75,7 @@ OfxStatus EffectInstance::instanceChanged(const Properties& change) {
     if (changed != effectParameters().end() && changed->kind == EffectParameter::Kind::Preset)
       applyPreset(*changed);
   }
-  updateGreying();
+  updateGraying();
   return kOfxStatOK;
 }
 
@@ -90,11 +90,11 @@ void EffectInstance::applyPreset(const EffectParameter& row) const {
   values_.set(builtInPresets().apply(preset, kUnit, values), values);
 }
 
-void EffectInstance::updateGreying() {
+void EffectInstance::updateGraying() {
   const Values values = values_.now();
   std::vector<std::int8_t> states(kParamCount, -1);
   for (std::int32_t changed = 2; changed < kParamCount; ++changed) {
-    const auto found = greyingOf(values, changed);
+    const auto found = grayingOf(values, changed);
     if (!found) continue;
     for (const ControlState& state : *found)
       states[static_cast<std::size_t>(state.index)] = state.enabled;

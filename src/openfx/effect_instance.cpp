@@ -48,7 +48,7 @@ EffectInstance::EffectInstance(const Host& host, OfxImageEffectHandle handle)
   }
   instance.set(kOfxEffectSequentialRender, 2);  // in order is quicker, any order is right
   instance.set(kOfxEffectSupportsTiles, 0);
-  updateGreying();
+  updateGraying();
 }
 
 bool EffectInstance::hasSource() const {

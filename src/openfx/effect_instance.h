@@ -48,7 +48,7 @@ class EffectInstance {
   void forgetStars();
   void complain(const std::string& reason);
   void applyPreset(const EffectParameter& row) const;
-  void updateGreying();
+  void updateGraying();
 
   const Host& host_;
   const OfxImageEffectHandle handle_;

@@ -21,7 +21,7 @@ class HostValues {
   std::string text(EffectParameter::Kind kind) const;  // the scene's or the mask's, or empty
   int startFrame() const;
 
-  /// The parameters as they are now, for greying. Not while a frame is rendered.
+  /// The parameters as they are now, for graying. Not while a frame is rendered.
   Values now() const;
 
   /// From 0, which sets nothing. Not while a frame is rendered, as the setters below.

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "effect/greying.h"
+#include "effect/graying.h"
 #include "plugin/sdk/codes.h"
 #include "plugin/sdk/suite_handle.h"
 
@@ -61,7 +61,7 @@ Values readValues(PF_ParamDef* const* params) {
 
 void updateParameterUI(const PF_InData& in, PF_ParamDef* const* params, const Values& values,
                        std::int32_t changedIndex) {
-  const auto states = greyingOf(values, changedIndex);
+  const auto states = grayingOf(values, changedIndex);
   if (!states) return;
   const SuiteHandle<PF_ParamUtilsSuite2> suite(in, kPFParamUtilsSuite, kPFParamUtilsSuiteVersion2);
   if (suite.get() == nullptr) return;

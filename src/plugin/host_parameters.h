@@ -1,5 +1,5 @@
 // The parameter records that the host hands over with a command: the values in them, and which of
-// them it shows greyed out.
+// them it shows grayed out.
 #pragma once
 
 #include <cstdint>

@@ -68,7 +68,7 @@ for (const colorScheme of ["light", "dark"]) {
 
 test("the scheme follows the reader's setting", async () => {
   const ground = (page) => page.evaluate(() => getComputedStyle(document.body).backgroundColor);
-  const brightness = (colour) => Math.max(...colour.match(/\d+/g).map(Number));
+  const brightness = (color) => Math.max(...color.match(/\d+/g).map(Number));
   await withPage({ colorScheme: "light" }, async (page) => {
     assert.ok(brightness(await ground(page)) > 240);
     await page.emulateMedia({ colorScheme: "dark" });
@@ -105,7 +105,7 @@ test("typing filters the index, the best answer first", () =>
       ["gravity", ["Gravity"]],
       ["SIZE of", ["Size of blink", "Size of halo", "Size amplitude of oscillation",
         "Size dispersion of elements", "Size frequency of oscillation"]],
-      ["colour of part", ["Color of particles"]],
+      ["color of part", ["Color of particles"]],
       ["emitter pre", ["Emmiter presets"]],
       ["sparks", ["Terminate type"]],                            // one of its items
       ["direction", ["Direction", "Direction dispersion", "Direction of wind",

@@ -146,7 +146,7 @@ TEST(Contour, TracesThousandsOfSmallMasksAsKnown) {
     std::mt19937 random(seed);
     const bool odd = random() % 3 == 0;
     const float tolerance = odd ? static_cast<float>(random() % 1000) / 100.0f : 1.0f;
-    if (odd) mask = reference::relabelled(mask, seed);
+    if (odd) mask = reference::relabeled(mask, seed);
     digest.add(mask, tolerance, 2 + static_cast<int>(random() % 29));
   }
   EXPECT_EQ(digest.value, 8211781799088675600u);

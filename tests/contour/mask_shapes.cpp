@@ -153,7 +153,7 @@ Mask anyShape(int maxSide, std::uint32_t seed) {
   return mask;
 }
 
-Mask relabelled(Mask mask, std::uint32_t seed) {
+Mask relabeled(Mask mask, std::uint32_t seed) {
   constexpr std::uint8_t kLabels[] = {kOpaque, 7, 121, 9};
   std::mt19937 random(seed);
   const auto count = static_cast<std::uint32_t>(2 + random() % 3);

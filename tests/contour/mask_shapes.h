@@ -44,6 +44,6 @@ Mask notchedSpiral(int width, int height);
 Mask anyShape(int maxSide, std::uint32_t seed);
 
 /// `mask` with its opaque pixels given several values, the outside's among them.
-Mask relabelled(Mask mask, std::uint32_t seed);
+Mask relabeled(Mask mask, std::uint32_t seed);
 
 }  // namespace reference

@@ -96,7 +96,7 @@ TEST_F(PanelsTest, WhatIsRefusedIsNotShown) {
   EXPECT_NE(problem(), "");
 }
 
-TEST_F(PanelsTest, GreysWhatHasNoEffectAndFindsNamesAndGroups) {
+TEST_F(PanelsTest, GraysWhatHasNoEffectAndFindsNamesAndGroups) {
   ASSERT_TRUE(open("[params]\n\"Standard path\" = \"Point\"\n"));
   desk::ControlsPanel panel(preview);
   panel.show();

@@ -268,7 +268,7 @@ TEST(OpenFxActions, NameTheWholeClipAsTheirRegion) {
   both({});
 }
 
-TEST(OpenFxActions, SetWhatAPresetSetsAndGreyWhatHasNoEffect) {
+TEST(OpenFxActions, SetWhatAPresetSetsAndGrayWhatHasNoEffect) {
   StrictHost host;
   OpenFxEffect effect(host, thePlugin(), kOfxContextFilter);
   const auto isEnabled = [&](const char* name) {

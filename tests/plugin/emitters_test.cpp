@@ -19,21 +19,21 @@ using tests::litPixels;
 constexpr int kRasterMask = 6;
 constexpr int kContour = 8;
 
-// Alpha and colour on the scale of 255.
-struct Colour {
+// Alpha and color on the scale of 255.
+struct Color {
   int alpha, red, green, blue;
 };
 
-constexpr Colour kClear{0, 0, 0, 0};
-constexpr Colour kWhite{255, 255, 255, 255};
+constexpr Color kClear{0, 0, 0, 0};
+constexpr Color kWhite{255, 255, 255, 255};
 
-using ColourAt = std::function<Colour(A_long x, A_long y)>;
+using ColorAt = std::function<Color(A_long x, A_long y)>;
 
-World painted(const FrameShape& shape, const ColourAt& colourAt) {
+World painted(const FrameShape& shape, const ColorAt& colorAt) {
   World world(shape.width, shape.height, shape.depth, shape.input);
   for (A_long y = 0; y < shape.height; ++y) {
     for (A_long x = 0; x < shape.width; ++x) {
-      const Colour c = colourAt(x, y);
+      const Color c = colorAt(x, y);
       const auto at = static_cast<std::size_t>(x);
       if (shape.depth == Depth::k16) {
         const auto deep = [](int v) { return static_cast<A_u_short>(v * 32768 / 255); };
@@ -47,9 +47,9 @@ World painted(const FrameShape& shape, const ColourAt& colourAt) {
   return world;
 }
 
-ColourAt disc(double centreX, double centreY, double radius) {
+ColorAt disc(double centerX, double centerY, double radius) {
   return [=](A_long x, A_long y) {
-    const double distance = std::hypot(static_cast<double>(x) - centreX, y - centreY);
+    const double distance = std::hypot(static_cast<double>(x) - centerX, y - centerY);
     return distance <= radius ? kWhite : kClear;
   };
 }
@@ -62,8 +62,8 @@ class EmittersTest : public tests::DepthTest {
     tests::emitDots(session, stars);
   }
 
-  World firstFrame(const ColourAt& colourAt, const FrameShape& frame) {
-    World input = painted(frame, colourAt);
+  World firstFrame(const ColorAt& colorAt, const FrameShape& frame) {
+    World input = painted(frame, colorAt);
     return renderOver(input, session, frame);
   }
 
@@ -80,7 +80,7 @@ TEST_P(EmittersTest, StarsThatFindNoPlaceAreNeverSeen) {
     tests::set(session, "Type", type);
     tests::set(session, "Terminate type", 2);
     tests::set(session, "Initial speed", 10);
-    World black = painted(shape, [](A_long, A_long) { return Colour{255, 0, 0, 0}; });
+    World black = painted(shape, [](A_long, A_long) { return Color{255, 0, 0, 0}; });
     for (A_long frame = 0; frame < 12; ++frame) {
       EXPECT_TRUE(isBlank(renderOver(black, session, shape, {.frame = frame})));
     }
@@ -90,9 +90,9 @@ TEST_P(EmittersTest, StarsThatFindNoPlaceAreNeverSeen) {
 
 TEST_P(EmittersTest, TheContourIsTracedAgainInEveryFrame) {
   emit(kContour, 100, shape);
-  const auto starsOn = [](const World& frame, double centreX) {
+  const auto starsOn = [](const World& frame, double centerX) {
     return std::ranges::count_if(litPixels(frame), [=](const PF_Point& p) {
-      return std::abs(std::hypot(p.h - centreX, p.v - 24.0) - 8) <= 2;
+      return std::abs(std::hypot(p.h - centerX, p.v - 24.0) - 8) <= 2;
     });
   };
   const World before = firstFrame(disc(15, 24, 8), shape);

@@ -35,7 +35,7 @@ void set(hostkit::Session& session, std::string_view label, double value);
 // Stars that are single white pixels, stand still and stay, `count` of them born in every frame.
 void emitDots(hostkit::Session& session, int count);
 
-// Every pixel of its own colour and alpha, some of them transparent, none above full scale.
+// Every pixel of its own color and alpha, some of them transparent, none above full scale.
 hostkit::World patternedInput(const FrameShape& shape);
 
 // One frame as a host renders it, over a patterned input and into an output full of old bytes.

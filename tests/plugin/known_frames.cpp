@@ -66,7 +66,7 @@ hostkit::MaskShape drop(const hostkit::MaskTime& time) {
            {40, 40, 42, 58, 38, 24}}};
 }
 
-World colourRamps(A_long width, A_long height, Depth depth) {
+World colorRamps(A_long width, A_long height, Depth depth) {
   World world(width, height, depth, {});
   const auto paint = [&]<class Pixel>(std::span<Pixel> row, A_long y, int full) {
     using Channel = decltype(Pixel::red);
@@ -157,8 +157,8 @@ std::string rendered(const KnownScene& scene, const Painting& painting) {
   for (std::size_t i = 0; i < scene.stages.size(); ++i) {
     const Stage& stage = scene.stages[i];
     for (const auto& [label, text] : stage.values) setValue(session.parameters(), label, text);
-    World input = scene.input.h == 0 ? colourRamps(stage.width, stage.height, stage.depth)
-                                     : colourRamps(scene.input.h, scene.input.v, stage.depth);
+    World input = scene.input.h == 0 ? colorRamps(stage.width, stage.height, stage.depth)
+                                     : colorRamps(scene.input.h, scene.input.v, stage.depth);
     World output(stage.width, stage.height, stage.depth, {});
     const bool last = i + 1 == scene.stages.size();
     const A_long end = last ? scene.frames : scene.stages[i + 1].from;

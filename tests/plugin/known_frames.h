@@ -42,7 +42,7 @@ std::vector<std::string> readKnownFrames();
 std::vector<KnownScene> parseScenes(const std::vector<std::string>& lines);
 
 /// The hash of all frames. With BRISEL_FRAMES_DIR set, the last frame of every stage is written
-/// there as a picture, colour above alpha.
+/// there as a picture, color above alpha.
 std::string rendered(const KnownScene& scene, const Painting& painting);
 
 /// FNV-1a of more bytes, and such a hash as text.

@@ -102,7 +102,7 @@ TEST_F(MaskTest, TheMaskIsFetchedForTheTimeOfTheRender) {
 }
 
 TEST_F(MaskTest, TheHostIsNotAskedWithoutAMask) {
-  firstFrame();  // with new values the effect greys parameters, which takes another suite
+  firstFrame();  // with new values the effect grays parameters, which takes another suite
   const int before = session.records().suites.acquisitions();
   firstFrame();
   EXPECT_EQ(session.records().suites.acquisitions(), before);

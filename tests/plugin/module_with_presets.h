@@ -8,7 +8,7 @@
 namespace tests {
 
 // Ten emitter presets, of which number i sets the intensity 20 + i and shows a thumbnail of the
-// grey level i, and a star preset whose files are missing. Must outlive the loaded module: Windows
+// gray level i, and a star preset whose files are missing. Must outlive the loaded module: Windows
 // removes no library that is in use.
 class ModuleWithPresets {
  public:

@@ -26,7 +26,7 @@ constexpr DRAWBOT_ColorRGBA kDisabledStroke{1.0f, 1.0f, 0.5f, 0.5f};
 constexpr DRAWBOT_ColorRGBA kPressedFill{0.0f, 0.8235294f, 1.0f, 1.0f};
 constexpr DRAWBOT_ColorRGBA kPressedStroke{0.25f, 0.1f, 0.5f, 1.0f};
 
-// The red of a pixel of the strip; thumbnail i is grey of level i.
+// The red of a pixel of the strip; thumbnail i is gray of level i.
 int stripRed(const Drawing& strip, int x, int y) {
   const int at = 3 * (y * strip.image.width + x);
   return strip.image.pixels[static_cast<std::size_t>(at)];

@@ -70,13 +70,13 @@ TEST(Values, WhatIsRefusedIsExplained) {
       {"Start=500,125",
        "here: \"Start\" takes a point [x, y], not [500, 125]; pixels? points are fractions of the "
        "frame, here [0.5, 0.25]"},
-      {"Terminate color=1,2,300", "here: \"Terminate color\" takes a colour such as"},
-      {"Terminate color=#ffcc6", "here: \"Terminate color\" takes a colour such as"},
+      {"Terminate color=1,2,300", "here: \"Terminate color\" takes a color such as"},
+      {"Terminate color=#ffcc6", "here: \"Terminate color\" takes a color such as"},
       {"Terminate color=limegren",
-       "here: \"Terminate color\" takes a colour such as \"#ffcc66\", \"gold\" or [255, 204, 102], "
+       "here: \"Terminate color\" takes a color such as \"#ffcc66\", \"gold\" or [255, 204, 102], "
        "not \"limegren\"; the nearest name is \"limegreen\""},
       {"Terminate color=FFCC6b",
-       "here: \"Terminate color\" takes a colour such as \"#ffcc66\", \"gold\" or [255, 204, 102], "
+       "here: \"Terminate color\" takes a color such as \"#ffcc66\", \"gold\" or [255, 204, 102], "
        "not \"FFCC6b\"; such digits follow a #: \"#FFCC6b\""},
       {"Size depend on source=1", "here: \"Size depend on source\" takes true or false, not 1"},
       {"Standard path=Cirle",

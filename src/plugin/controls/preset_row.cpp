@@ -39,7 +39,7 @@ void drawArrow(Canvas& canvas, const PresetList& list, std::int32_t left, const 
   const auto y = static_cast<float>(list.frameTop + kInset);
   const auto height = static_cast<float>(list.frameBottom - list.frameTop - 2 * kInset);
   canvas.drawBox({x, y, kArrowWidth, height}, look.colors);
-  // Centred on the box as drawn, which is a pixel narrower and lower than asked for.
+  // Centered on the box as drawn, which is a pixel narrower and lower than asked for.
   const auto pictureX = static_cast<int>(x + (kArrowWidth - 1.0f - kArrowPictureWidth) / 2.0f);
   const auto pictureY = static_cast<int>(y + (height - 1.0f - kArrowPictureHeight) / 2.0f);
   drawResource(canvas, {picture, kArrowPictureWidth, kArrowPictureHeight}, pictureX, pictureY,

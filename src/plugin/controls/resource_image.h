@@ -29,7 +29,7 @@ struct ResourcePicture {
 /// loaded. Opacity from 0 to 1.
 void drawResource(Canvas& canvas, const ResourcePicture& picture, int x, int y, float opacity);
 
-/// A texture of grey values, 0 .. 255 times its scale; element x + y * width, top row first.
+/// A texture of gray values, 0 .. 255 times its scale; element x + y * width, top row first.
 struct GreyTexture {
   std::unique_ptr<float[]> values;
   int width = 0;

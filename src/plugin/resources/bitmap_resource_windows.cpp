@@ -6,7 +6,7 @@
 
 namespace brisel {
 
-// The resource itself is read: a bitmap that the system loads takes on the screen's colours.
+// The resource itself is read: a bitmap that the system loads takes on the screen's colors.
 bool readBitmapResource(int identifier, int width, int height, std::uint8_t* rows) {
   const HINSTANCE module = moduleInstance();
   const HRSRC resource =

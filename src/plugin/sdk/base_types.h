@@ -1,5 +1,5 @@
 // The host's effect interface: base types. Declarations only, for 64-bit targets; every structure
-// of this folder has the host's binary layout, asserted next to it. No behaviour lives here.
+// of this folder has the host's binary layout, asserted next to it. No behavior lives here.
 #pragma once
 
 #include <cstddef>

@@ -132,7 +132,7 @@ struct DRAWBOT_PathSuite1 {
   SPErr (*BezierTo)(DRAWBOT_PathRef path, const DRAWBOT_PointF32* control1,
                     const DRAWBOT_PointF32* control2, const DRAWBOT_PointF32* end);
   SPErr (*AddRect)(DRAWBOT_PathRef path, const DRAWBOT_RectF32* rect);
-  SPErr (*AddArc)(DRAWBOT_PathRef path, const DRAWBOT_PointF32* centre, float radius,
+  SPErr (*AddArc)(DRAWBOT_PathRef path, const DRAWBOT_PointF32* center, float radius,
                   float start_angle, float sweep);
   SPErr (*Close)(DRAWBOT_PathRef path);
 };

@@ -1,4 +1,4 @@
-// The odder inputs: late or uneven times, numbered pictures, pipes, colours and fields.
+// The odder inputs: late or uneven times, numbered pictures, pipes, colors and fields.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -23,8 +23,8 @@ class InputTest : public tests::ScratchTest {
     return cli::probeMedia(cli::findSource(path(name), choices), choices);
   }
 
-  // Losslessly, grey pictures of 16x16 whose level is 8 times their number.
-  void writeGreys(const std::string& name, int rate, int count) const {
+  // Losslessly, gray pictures of 16x16 whose level is 8 times their number.
+  void writeGrays(const std::string& name, int rate, int count) const {
     ffmpeg("-f lavfi -i nullsrc=s=16x16:r=" + std::to_string(rate) +
            ",format=rgb24,geq=r=8*N:g=8*N:b=8*N -frames:v " + std::to_string(count) +
            " -c:v ffv1 " + name);
@@ -38,7 +38,7 @@ class InputTest : public tests::ScratchTest {
 };
 
 TEST_F(InputTest, AStreamThatStartsLateKeepsItsPlace) {
-  writeGreys("a.mkv", 24, 6);
+  writeGrays("a.mkv", 24, 6);
   ffmpeg("-itsoffset 0.125 -i a.mkv -f lavfi -i sine=d=0.375 -c:v copy -c:a pcm_s16le late.mkv");
   EXPECT_EQ(numbersOf(picturesOf(probe("late.mkv"))),
             (std::vector<int>{0, 0, 0, 0, 1, 2, 3, 4, 5}));
@@ -50,8 +50,8 @@ TEST_F(InputTest, AStreamThatStartsLateKeepsItsPlace) {
 }
 
 TEST_F(InputTest, AVariableRateBecomesThatOfMostPictures) {
-  writeGreys("slow.mkv", 20, 4);
-  writeGreys("fast.mkv", 60, 9);
+  writeGrays("slow.mkv", 20, 4);
+  writeGrays("fast.mkv", 60, 9);
   ffmpeg(
       "-i slow.mkv -i fast.mkv -filter_complex [0]settb=1/600[a];[1]settb=1/600[b];[a][b]concat=n=2"
       " -fps_mode passthrough -enc_time_base 1/600 -c:v qtrle a.mov");
@@ -65,7 +65,7 @@ TEST_F(InputTest, AVariableRateBecomesThatOfMostPictures) {
 }
 
 TEST_F(InputTest, NumberedPicturesStartAnywhere) {
-  writeGreys("a.mkv", 25, 5);
+  writeGrays("a.mkv", 25, 5);
   ffmpeg("-i a.mkv -start_number 1001 f.%04d.png");
   ffmpeg("-i a.mkv -start_number 8 100%%-%d.png");
   const std::vector<int> all = {0, 1, 2, 3, 4};
@@ -110,8 +110,8 @@ TEST_F(InputTest, WhatComesThroughAPipeIsReadOnce) {
             "brisel: cannot read the input \"-\": Invalid data found when processing input\n");
 }
 
-// Random colours and the ends of the range, those outside of RGB too, against the definition.
-TEST_F(InputTest, LumaAndChromaBecomeTheNearestColour) {
+// Random colors and the ends of the range, those outside of RGB too, against the definition.
+TEST_F(InputTest, LumaAndChromaBecomeTheNearestColor) {
   constexpr int kSide = 128;
   constexpr std::size_t kPixels = kSide * kSide;
   std::string planes(3 * kPixels, '\0');
@@ -154,7 +154,7 @@ TEST_F(InputTest, LumaAndChromaBecomeTheNearestColour) {
 }
 
 TEST_F(InputTest, HighDynamicRangeIsToneMapped) {
-  // Greys of 26, 203 and 1000 cd/m2, as PQ codes them in 10 bits.
+  // Grays of 26, 203 and 1000 cd/m2, as PQ codes them in 10 bits.
   std::string planes;
   for (const int code : {397, 573, 723, 512, 512, 512, 512, 512, 512}) {
     for (int i = 0; i < 16 * 16; ++i) {
@@ -170,8 +170,8 @@ TEST_F(InputTest, HighDynamicRangeIsToneMapped) {
   ASSERT_EQ(info.notes.size(), 1u);
   EXPECT_NE(info.notes[0].find("HDR (PQ) and is tone-mapped"), std::string::npos);
   const Frame frame = picturesOf(info).at(0);
-  for (const auto& [y, grey] : {std::pair{8, 108}, {24, 215}, {40, 250}}) {
-    for (int c = 0; c < 3; ++c) EXPECT_NEAR(frame.row(y)[4 * 8 + c], grey, 2) << y;
+  for (const auto& [y, gray] : {std::pair{8, 108}, {24, 215}, {40, 250}}) {
+    for (int c = 0; c < 3; ++c) EXPECT_NEAR(frame.row(y)[4 * 8 + c], gray, 2) << y;
   }
 }
 

@@ -24,7 +24,7 @@ Rgba pixelAt(const Frame& frame, int x, int y) {
   return {pixel[0], pixel[1], pixel[2], pixel[3]};
 }
 
-// Every byte differs from its neighbours and from frame to frame; transparent pixels have colours.
+// Every byte differs from its neighbors and from frame to frame; transparent pixels have colors.
 Frame patternFrame(FrameSize size, Depth depth, int number) {
   Frame frame(size, depth);
   std::uint32_t state = static_cast<std::uint32_t>(number) + 1;
@@ -103,7 +103,7 @@ TEST_F(MediaTest, DepthIsChangedFullScaleToFullScale) {
   EXPECT_EQ(pixelAt(firstFrame("12.mov", Depth::k16), 9, 9).a, 255);
 }
 
-TEST_F(MediaTest, FlattenedOutputsShowColoursOverBlack) {
+TEST_F(MediaTest, FlattenedOutputsShowColorsOverBlack) {
   Frame frame({31, 15}, Depth::k8);
   for (std::size_t i = 0; i < frame.bytes.size(); i += 4) {
     frame.bytes[i] = 255;
@@ -172,7 +172,7 @@ TEST_F(MediaTest, AnotherSizeFitsOnTransparentWithoutFringes) {
   }
 }
 
-TEST_F(MediaTest, ColoursOfUntaggedClipsAreRead) {
+TEST_F(MediaTest, ColorsOfUntaggedClipsAreRead) {
   // Written as players assume: the high-definition matrix for a large picture.
   for (const std::string form :
        {"1280:720:out_color_matrix=bt709", "64:48:out_color_matrix=bt601"}) {

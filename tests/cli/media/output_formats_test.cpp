@@ -15,7 +15,7 @@ using cli::FrameSize;
 
 constexpr FrameSize kSize{96, 64};
 
-// Colours and alpha that change smoothly over their whole ranges.
+// Colors and alpha that change smoothly over their whole ranges.
 Frame rampFrame(Depth depth) {
   Frame frame(kSize, Depth::k16);
   for (int y = 0; y < kSize.height; ++y) {

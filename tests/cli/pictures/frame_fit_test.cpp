@@ -10,7 +10,7 @@ namespace {
 using cli::Depth;
 using cli::Frame;
 
-Frame greys(const std::vector<std::uint16_t>& columns) {
+Frame grays(const std::vector<std::uint16_t>& columns) {
   Frame frame({static_cast<int>(columns.size()), 1}, Depth::k16);
   for (std::size_t x = 0; x < columns.size(); ++x) {
     const std::uint16_t rgba[4] = {columns[x], columns[x], columns[x], 65535};
@@ -19,36 +19,36 @@ Frame greys(const std::vector<std::uint16_t>& columns) {
   return frame;
 }
 
-int greyAt(const Frame& frame, int x, int y) {
-  std::uint16_t grey;
-  std::memcpy(&grey, frame.row(y) + frame.pixelBytes() * static_cast<std::size_t>(x), sizeof grey);
-  return grey;
+int grayAt(const Frame& frame, int x, int y) {
+  std::uint16_t gray;
+  std::memcpy(&gray, frame.row(y) + frame.pixelBytes() * static_cast<std::size_t>(x), sizeof gray);
+  return gray;
 }
 
 // An impulse of 12800 on 12800: each sample is 12800 and that share of it which Catmull-Rom has at
 // its distance from the impulse, in sixteenths of 1/8 at the quarters between samples.
 TEST(FrameFit, EnlargingShowsTheCubicKernel) {
   const Frame frame =
-      fittedFrame(greys({12800, 12800, 12800, 12800, 25600, 12800, 12800, 12800, 12800}), {18, 2});
+      fittedFrame(grays({12800, 12800, 12800, 12800, 25600, 12800, 12800, 12800, 12800}), {18, 2});
   const double kernel[] = {-0.0234375, -0.0703125, 0.2265625,
                            0.8671875};  // at 1.75, 1.25, 0.75, 0.25
   for (int i = 0; i < 4; ++i) {
     const int expected = static_cast<int>(12800 * (1 + kernel[i]) + 0.5);
-    EXPECT_NEAR(greyAt(frame, 5 + i, 0), expected, 1) << i;
-    EXPECT_NEAR(greyAt(frame, 12 - i, 1), expected, 1) << i;
+    EXPECT_NEAR(grayAt(frame, 5 + i, 0), expected, 1) << i;
+    EXPECT_NEAR(grayAt(frame, 12 - i, 1), expected, 1) << i;
   }
-  EXPECT_EQ(greyAt(frame, 4, 0), 12800);
+  EXPECT_EQ(grayAt(frame, 4, 0), 12800);
 }
 
 // At half the size the kernel is twice as wide: distances 0.25, 0.75, 1.25 and 1.75 of a result's
 // sample on each side, with half the weight.
 TEST(FrameFit, ReducingWeighsEverySample) {
-  const Frame frame = fittedFrame(greys({12800, 12800, 12800, 12800, 12800, 12800, 12800, 25600,
+  const Frame frame = fittedFrame(grays({12800, 12800, 12800, 12800, 12800, 12800, 12800, 25600,
                                          12800, 12800, 12800, 12800, 12800, 12800, 12800, 12800}),
                                   {8, 1});
   const double kernel[] = {-0.0703125, 0.8671875, 0.2265625, -0.0234375};
   for (int i = 0; i < 4; ++i) {
-    EXPECT_NEAR(greyAt(frame, 2 + i, 0), 12800 * (1 + kernel[i] / 2), 1) << i;
+    EXPECT_NEAR(grayAt(frame, 2 + i, 0), 12800 * (1 + kernel[i] / 2), 1) << i;
   }
 }
 

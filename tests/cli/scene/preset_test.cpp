@@ -176,7 +176,7 @@ TEST_F(PresetTest, AClickInThePanelIsTheSameAsTheName) {
   EXPECT_TRUE(missed.isOneSentence()) << missed.err;
 }
 
-TEST_F(PresetTest, ThePanelGreysOutAndShowsWhereThePointerIs) {
+TEST_F(PresetTest, ThePanelGraysOutAndShowsWhereThePointerIs) {
   writePresets();
   const cli::Frame plain = panel();
   const cli::Frame hovered = panel({"--hover", inCell(4)});

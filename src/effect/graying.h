@@ -1,4 +1,4 @@
-// Which parameters are greyed out because they have no effect under the current choices.
+// Which parameters are grayed out because they have no effect under the current choices.
 #pragma once
 
 #include <cstdint>
@@ -19,6 +19,6 @@ struct ControlState {
 /// The states to show, in this order, when the parameter `changed` is updated; nothing when no rule
 /// depends on that parameter. The states of all parameters are those of every index from 2 on, in
 /// turn; several indices give the same ones.
-std::optional<std::vector<ControlState>> greyingOf(const Values& values, std::int32_t changed);
+std::optional<std::vector<ControlState>> grayingOf(const Values& values, std::int32_t changed);
 
 }  // namespace brisel

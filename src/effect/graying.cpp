@@ -1,4 +1,4 @@
-#include "effect/greying.h"
+#include "effect/graying.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -179,7 +179,7 @@ constexpr Rule kRules[] = {
 
 }  // namespace
 
-std::optional<std::vector<ControlState>> greyingOf(const Values& values, std::int32_t changed) {
+std::optional<std::vector<ControlState>> grayingOf(const Values& values, std::int32_t changed) {
   for (const Rule& rule : kRules) {
     if (std::find(rule.keys.begin(), rule.keys.end(), changed) == rule.keys.end()) continue;
     ControlStates states(values);

@@ -1,4 +1,4 @@
-// Greying: what the module tells the host of parameters without effect, as a digest over every
+// Graying: what the module tells the host of parameters without effect, as a digest over every
 // combination of the values that decide it.
 #include <gtest/gtest.h>
 
@@ -30,7 +30,7 @@ bool same(const PF_ParamDef& a, const PF_ParamDef& b) {
   return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
-class GreyingTest : public tests::EffectTest {
+class GrayingTest : public tests::EffectTest {
  protected:
   void SetUp() override {
     tests::openWithDefaults(session);
@@ -96,7 +96,7 @@ class GreyingTest : public tests::EffectTest {
   std::uint64_t digest = 14695981039346656037u;
 };
 
-TEST_F(GreyingTest, FollowsEveryCombinationOfTheControllingValues) {
+TEST_F(GrayingTest, FollowsEveryCombinationOfTheControllingValues) {
   for (const PF_PathID mask : {0u, 7u}) {
     for (const PF_Fixed completeness : {kWhole, kWhole - 1, -kWhole}) {
       SCOPED_TRACE(::testing::Message() << "mask " << mask << ", completeness " << completeness);
@@ -111,7 +111,7 @@ TEST_F(GreyingTest, FollowsEveryCombinationOfTheControllingValues) {
   EXPECT_EQ(digest, 2007431736082826495u);
 }
 
-TEST_F(GreyingTest, ARuleWithoutTheSuiteIsPassedOver) {
+TEST_F(GrayingTest, ARuleWithoutTheSuiteIsPassedOver) {
   sent.clear();
   ledger->refuseAcquisition(1);
   EXPECT_EQ(session.call(PF_Cmd_UPDATE_PARAMS_UI), PF_Err_NONE);
