@@ -11,7 +11,6 @@ extern "C" {
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <string>
 #include <vector>
 
 #include "core/geometry.h"
@@ -35,8 +34,13 @@ Pixels clip() {
 
 void renderByEffect(benchmark::State& state) {
   const Pixels input = clip();
-  bench::renderByEffect(state, {reinterpret_cast<const std::uint8_t*>(input.data()), kFrame.width,
-                                kFrame.height, std::ptrdiff_t{4} * kFrame.width});
+  bench::EffectFrames effect({reinterpret_cast<const std::uint8_t*>(input.data()), kFrame.width,
+                              kFrame.height, std::ptrdiff_t{4} * kFrame.width});
+  int frame = 0;
+  for ([[maybe_unused]] auto _ : state) {
+    effect.render(frame);
+    frame = (frame + 1) % bench::kClipFrames;
+  }
 }
 
 void renderByFilter(benchmark::State& state, const char* path) {

@@ -3,10 +3,8 @@
 
 #include <vector>
 
-#include "core/image_view.h"
 #include "core/random.h"
 #include "effect/values.h"
-#include "engine/emitter.h"
 #include "engine/particle.h"
 #include "render/sprite_list.h"
 #include "render/stars/compose.h"

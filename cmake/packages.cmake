@@ -27,7 +27,9 @@ if(TARGET brisel_ofx)
   else()  # below /usr, where hosts look
     install(TARGETS brisel_ofx LIBRARY DESTINATION OFX/Plugins/${BRISEL_OPENFX_BUNDLE}
       COMPONENT openfx)
-    install(FILES docs/package/copyright DESTINATION share/doc/openfx-brisel COMPONENT openfx)
+    file(GLOB host_pictures CONFIGURE_DEPENDS docs/hosts_*.jpg)
+    install(FILES docs/hosts.md ${host_pictures} docs/scene.md docs/package/copyright
+      DESTINATION share/doc/openfx-brisel COMPONENT openfx)
     install(FILES docs/package/openfx_lintian DESTINATION share/lintian/overrides
       RENAME openfx-brisel COMPONENT openfx)
   endif()

@@ -40,6 +40,43 @@ function(brisel_room target prefix)
   add_library(brisel::${name} ALIAS ${target})
 endfunction()
 
+# Adds isa/NAME.cpp to TARGET for each instruction set of the processor. The wide ones are always
+# optimized: code that is not inlined there could be taken by the linker for a processor that cannot
+# run it. The address sanitizer's checks are calls there, as its inline ones grow such loops beyond
+# measure, and undefined behavior is looked for in the same code for the other instruction sets.
+function(brisel_instruction_sets target)
+  target_sources(${target} PRIVATE isa/plain.cpp)
+  if(CMAKE_SYSTEM_PROCESSOR MATCHES "aarch64|arm64")
+    target_sources(${target} PRIVATE isa/neon.cpp)
+  elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
+    target_sources(${target} PRIVATE isa/sse2.cpp)
+  endif()
+  if(NOT BRISEL_WIDE_KERNELS OR NOT CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
+    return()
+  endif()
+  target_sources(${target} PRIVATE isa/avx2.cpp isa/avx512.cpp)
+  target_compile_definitions(${target} PRIVATE BRISEL_WIDE_KERNELS)
+  set(wide $<$<NOT:$<CONFIG:RelWithDebInfo>>:-O3>)  # which says -O2
+  if(BRISEL_SANITIZE)
+    set(calls asan-instrumentation-with-call-threshold=0)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      set(calls --param=${calls})
+    else()
+      set(calls -mllvm -${calls})
+    endif()
+    set(wide -O1 -fno-sanitize=undefined ${calls})
+  endif()
+  set(avx512 -mavx512f -mavx512bw -mavx512dq -mavx512vl -mprefer-vector-width=512)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # False alarms inside the compiler's own header.
+    list(APPEND avx512 -Wno-uninitialized -Wno-maybe-uninitialized)
+  endif()
+  set_source_files_properties(isa/avx2.cpp PROPERTIES
+    COMPILE_OPTIONS "${wide};-mavx2;-mfma;-mbmi2" SKIP_UNITY_BUILD_INCLUSION ON)
+  set_source_files_properties(isa/avx512.cpp PROPERTIES
+    COMPILE_OPTIONS "${wide};-mbmi2;${avx512}" SKIP_UNITY_BUILD_INCLUSION ON)
+endfunction()
+
 # The lint reads the files of a folder of TARGET as one, with the same options.
 function(brisel_unite_folders target)
   if(NOT CMAKE_UNITY_BUILD)

@@ -1,6 +1,5 @@
 #include "scene/animation.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "scene/text/nearest_name.h"

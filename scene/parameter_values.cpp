@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 
 #include "scene/color_text.h"
 #include "scene/text/errors.h"

@@ -128,7 +128,7 @@ OfxStatus OpenFxEffect::act(const char* action, OfxPropertySetHandle in, OfxProp
   return actOn(instance_, action, in, out);
 }
 
-OfxStatus OpenFxEffect::render(const RenderRequest& request, OpenFxPicture& output) {
+OfxStatus OpenFxEffect::render(const OpenFxRequest& request, OpenFxPicture& output) {
   const OfxRectI window = request.window.value_or(output.bounds());
   const OfxRectI frame = request.frame.value_or(output.bounds());
   OfxImageClipStruct& to = *instance_->find(kOfxOutputClip);
@@ -156,8 +156,10 @@ OfxStatus OpenFxEffect::render(const RenderRequest& request, OpenFxPicture& outp
   }
   for (OfxImageClipStruct* clip : {&to, from}) {
     if (clip == nullptr) continue;
-    if (!clip->open.empty()) host_.complain("an image is not given back");
-    clip->open.clear();
+    for (const auto& image : clip->images) {
+      if (!image->isGone) host_.complain(image->name + " is not given back");
+    }
+    clip->images.clear();
     clip->image = nullptr;
   }
   return status;

@@ -13,7 +13,7 @@
 
 namespace hostkit {
 
-struct RenderRequest {
+struct OpenFxRequest {
   double time = 0;
   const OpenFxPicture* source = nullptr;  // null: there is no image
   std::optional<OfxRectI> window{};       // else the output's bounds
@@ -49,7 +49,7 @@ class OpenFxEffect {
                 OfxPropertySetHandle out = nullptr);
 
   /// Renders into `output`, and notes what is written elsewhere and images that are not given back.
-  OfxStatus render(const RenderRequest& request, OpenFxPicture& output);
+  OfxStatus render(const OpenFxRequest& request, OpenFxPicture& output);
 
   /// Tells that a parameter changed.
   OfxStatus change(const std::string& name, const char* reason = kOfxChangeUserEdited);

@@ -17,9 +17,11 @@ struct HostManners {
   bool lacksMessages = false;
   bool lacksParameters = false;    // the whole suite
   bool ignoresTime = false;        // in getValueAtTime: the values are those of now
+  bool failsTime = false;          // getValueAtTime answers an error
   std::atomic<double> now{0};      // the time that a person looks at
   bool failsValues = false;        // getters of parameters answer an error
-  std::atomic<int> failsEvery{0};  // n-th call of the property and parameter suites; 0: none
+  std::atomic<int> failsEvery{0};  // n-th call of any suite; 0: none
+  std::string refusedParameter;    // that paramDefine does not take
 };
 
 class OpenFxHost {
@@ -35,7 +37,7 @@ class OpenFxHost {
 
   /// Whether the call that begins is one that fails. Spoils the text that the last call lent.
   bool failsNow();
-  int calls() const { return calls_; }  // of the property and parameter suites
+  int calls() const { return calls_; }  // of all suites
   /// The n-th of them from now on fails, 1 being the next; 0: none.
   void failOnlyCall(int nth) { failingCall_ = nth > 0 ? calls_ + nth : 0; }
 

@@ -45,7 +45,8 @@ struct OfxPropertySetStruct {
   bool has(const char* property) const { return properties.contains(property); }
 
   hostkit::OpenFxHost* host;
-  std::string name;  // for complaints
+  std::string name;     // for complaints
+  bool isGone = false;  // nobody may use it any more
   std::map<std::string, hostkit::Property> properties;
 };
 
@@ -72,7 +73,8 @@ struct OfxImageClipStruct {
   /// An image of its own for each call, or null.
   std::function<std::unique_ptr<OfxPropertySetStruct>(double time)> image{};
   OfxRectD region{};
-  std::vector<std::unique_ptr<OfxPropertySetStruct>> open{};  // images that are not given back
+  /// Of an action, those that were given back among them: they are gone.
+  std::vector<std::unique_ptr<OfxPropertySetStruct>> images{};
 };
 
 struct OfxImageEffectStruct {

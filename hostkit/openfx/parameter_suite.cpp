@@ -36,6 +36,7 @@ void addNumberProperties(OfxParamStruct& param) {
 OfxStatus defineParam(OfxParamSetHandle set, const char* type, const char* name, Set* properties) {
   OpenFxHost& host = *set->properties.host;
   if (host.failsNow()) return kOfxStatFailed;
+  if (name == host.manners.refusedParameter) return kOfxStatErrUnsupported;
   if (!set->mayDefine) host.complain("a parameter is defined outside of a context");
   if (set->find(name) != nullptr) {
     host.complain(std::string(name) + " is defined twice");
@@ -93,6 +94,7 @@ OfxStatus getParamProperties(OfxParamHandle param, Set* properties) {
 OfxStatus giveValue(const OfxParamStruct& param, const OfxTime* time, std::va_list arguments) {
   OpenFxHost& host = *param.properties.host;
   if (host.failsNow() || host.manners.failsValues) return kOfxStatFailed;
+  if (time != nullptr && host.manners.failsTime) return kOfxStatErrUnsupported;
   if (param.type == kOfxParamTypeString) {
     *va_arg(arguments, char**) = lentText(param.text);
     return kOfxStatOK;
@@ -145,8 +147,9 @@ OfxStatus beginEdit(OfxParamSetHandle set, const char*) {
 }
 
 OfxStatus endEdit(OfxParamSetHandle set) {
+  const bool fails = set->properties.host->failsNow();
   if (--set->openEdits < 0) set->properties.host->complain("an edit ends that did not begin");
-  return kOfxStatOK;
+  return fails ? kOfxStatFailed : kOfxStatOK;
 }
 
 }  // namespace

@@ -82,11 +82,11 @@ std::unique_ptr<OfxPropertySetStruct> OpenFxPicture::image(OfxImageClipStruct& c
                                                     "image of " + clip.properties.name);
   // Which is how a source is handed over, too: whoever may not write it does not.
   void* data = const_cast<std::uint8_t*>(at(bounds_.x1, bounds_.y1));
-  set->has("clip", {static_cast<void*>(&clip)});
   set->has(kOfxImageData, {data});
   set->has(kOfxImageBounds, {bounds_.x1, bounds_.y1, bounds_.x2, bounds_.y2});
   set->has(kOfxImageRegionOfDefinition, {frame.x1, frame.y1, frame.x2, frame.y2});
-  set->has(kOfxImageRowBytes, {static_cast<int>(rowBytes_)});
+  set->has(kOfxImageRowBytes,
+           {kind_.toldRowBytes != 0 ? kind_.toldRowBytes : static_cast<int>(rowBytes_)});
   set->has(kOfxEffectPixelDepth, {kind_.depth});
   set->has(kOfxEffectComponents, {kind_.components});
   set->has(kOfxEffectPreMultiplication, {kind_.alpha});

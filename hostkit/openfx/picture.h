@@ -15,6 +15,7 @@ struct PictureKind {
   std::string depth = kOfxBitDepthByte;
   std::string components = kOfxImageComponentRGBA;
   std::string alpha = kOfxImageUnPreMultiplied;
+  int toldRowBytes = 0;  // in place of the true ones; 0: these
 };
 
 /// Bytes before, after and between rows, which nobody may write, lie around the pixels.

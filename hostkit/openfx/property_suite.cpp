@@ -15,6 +15,7 @@ PropertyValue* findValue(Set set, const char* name, int index, const PropertyVal
     status = reply;
     return nullptr;
   };
+  if (set->isGone) return refuse(kOfxStatErrBadHandle, "is asked of what was given back");
   const auto found = set->properties.find(name);
   if (found == set->properties.end()) return refuse(kOfxStatErrUnknown, "is no property of it");
   Property& property = found->second;

@@ -3,6 +3,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "hostkit/openfx/host.h"
 #include "hostkit/openfx/objects.h"
@@ -13,16 +14,19 @@ namespace {
 using Set = OfxPropertySetHandle;
 
 OfxStatus getPropertySet(OfxImageEffectHandle effect, Set* set) {
+  if (effect->host->failsNow()) return kOfxStatFailed;
   *set = &effect->properties;
   return kOfxStatOK;
 }
 
 OfxStatus getParamSet(OfxImageEffectHandle effect, OfxParamSetHandle* set) {
+  if (effect->host->failsNow()) return kOfxStatFailed;
   *set = &effect->params;
   return kOfxStatOK;
 }
 
 OfxStatus defineClip(OfxImageEffectHandle effect, const char* name, Set* set) {
+  if (effect->host->failsNow()) return kOfxStatFailed;
   if (!effect->params.mayDefine) effect->host->complain("a clip is defined outside of a context");
   if (effect->find(name) != nullptr) return kOfxStatErrExists;
   auto& clip = *effect->clips.emplace_back(
@@ -40,6 +44,7 @@ OfxStatus defineClip(OfxImageEffectHandle effect, const char* name, Set* set) {
 
 OfxStatus getClipHandle(OfxImageEffectHandle effect, const char* name, OfxImageClipHandle* clip,
                         Set* set) {
+  if (effect->host->failsNow()) return kOfxStatFailed;
   if (!effect->isInstance) effect->host->complain("a descriptor is asked for clips");
   *clip = effect->find(name);
   if (*clip == nullptr) return kOfxStatErrBadHandle;
@@ -48,30 +53,38 @@ OfxStatus getClipHandle(OfxImageEffectHandle effect, const char* name, OfxImageC
 }
 
 OfxStatus getClipPropertySet(OfxImageClipHandle clip, Set* set) {
+  if (clip->properties.host->failsNow()) return kOfxStatFailed;
   *set = &clip->properties;
   return kOfxStatOK;
 }
 
 OfxStatus getImage(OfxImageClipHandle clip, OfxTime time, const OfxRectD*, Set* image) {
-  if (!clip->image) return kOfxStatFailed;
+  if (clip->properties.host->failsNow() || !clip->image) return kOfxStatFailed;
   std::unique_ptr<OfxPropertySetStruct> made = clip->image(time);
   if (made == nullptr) return kOfxStatFailed;
-  *image = clip->open.emplace_back(std::move(made)).get();
+  *image = clip->images.emplace_back(std::move(made)).get();
   return kOfxStatOK;
 }
 
+/// Takes the image back even where it answers a failure.
 OfxStatus releaseImage(Set image) {
-  auto* clip = static_cast<OfxImageClipStruct*>(image->get<void*>("clip"));
-  std::erase_if(clip->open, [image](const auto& open) { return open.get() == image; });
-  return kOfxStatOK;
+  const bool fails = image->host->failsNow();
+  if (std::exchange(image->isGone, true)) {
+    image->host->complain(image->name + " is given back twice");
+    return kOfxStatErrBadHandle;
+  }
+  return fails ? kOfxStatFailed : kOfxStatOK;
 }
 
 OfxStatus getRegion(OfxImageClipHandle clip, OfxTime, OfxRectD* region) {
+  if (clip->properties.host->failsNow()) return kOfxStatFailed;
   *region = clip->region;
   return kOfxStatOK;
 }
 
+/// Has no status; one that fails says no.
 int abortEffect(OfxImageEffectHandle effect) {
+  if (effect->host->failsNow()) return 0;
   return effect->abortAfter >= 0 && effect->abortAfter-- == 0 ? 1 : 0;
 }
 
@@ -84,18 +97,22 @@ OfxStatus showMessage(void*, const char*, const char*, const char*, ...) {
   return kOfxStatOK;
 }
 
-OfxStatus setMessage(void* effect, const char*, const char*, const char* format, ...) {
+OfxStatus setMessage(void* handle, const char*, const char*, const char* format, ...) {
+  auto* effect = static_cast<OfxImageEffectStruct*>(handle);
+  if (effect->host->failsNow()) return kOfxStatFailed;
   char text[1024];
   std::va_list arguments;
   va_start(arguments, format);
   std::vsnprintf(text, sizeof text, format, arguments);
   va_end(arguments);
-  static_cast<OfxImageEffectStruct*>(effect)->message = text;
+  effect->message = text;
   return kOfxStatOK;
 }
 
-OfxStatus clearMessage(void* effect) {
-  static_cast<OfxImageEffectStruct*>(effect)->message.clear();
+OfxStatus clearMessage(void* handle) {
+  auto* effect = static_cast<OfxImageEffectStruct*>(handle);
+  if (effect->host->failsNow()) return kOfxStatFailed;
+  effect->message.clear();
   return kOfxStatOK;
 }
 

@@ -123,7 +123,11 @@ bool renderFrame(const Values& values, const FrameViews& views, const MaskOutlin
   PreparedFrame frame(values, views, mask);
   if (state != nullptr) advance(frame, *state);
   const ImageView& backdrop = views.backdrop.bytes != nullptr ? views.backdrop : views.input;
-  painter.paint({views.output, backdrop, frame.settings.mixWithOriginal}, [&](SpriteList& sprites) {
+  const PaintTarget target{.output = views.output,
+                           .input = backdrop,
+                           .mix = frame.settings.mixWithOriginal,
+                           .whenRowsAreDone = views.whenRowsAreDone};
+  painter.paint(target, [&](SpriteList& sprites) {
     if (state != nullptr) compose(frame, *state, &sprites);
   });
   return frame.isComplete;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "core/image_view.h"
 
@@ -22,6 +23,10 @@ struct FrameViews {
   Painter* painter = nullptr;   // null: on the calling thread, with the widest instruction set
   ImageView backdrop{};         // of the output's format; mixed in under the stars, not the input
   InputShapes* inputShapes = nullptr;  // of an input that stays the same; null: found for the frame
+
+  /// Told of rows of the output, from `begin` to before `end`, when they have what they will have,
+  /// by the thread that painted them, in whose cache they are then. Each row once; may throw.
+  const std::function<void(std::int32_t begin, std::int32_t end)>* whenRowsAreDone = nullptr;
 };
 
 }  // namespace brisel

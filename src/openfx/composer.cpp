@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
 #include "render/kernels.h"
 #include "scene/add_light.h"
@@ -10,7 +9,7 @@
 namespace brisel::openfx {
 namespace {
 
-constexpr std::ptrdiff_t kFloatPixel = 4 * sizeof(float);
+constexpr PixelLayout kPlainFloats{.depth = Depth::Float};
 
 PixelFormat formatOf(Depth depth) {
   return depth == Depth::Byte ? PixelFormat::Argb8 : PixelFormat::Argb16;
@@ -21,51 +20,36 @@ MixMode modeOf(FloatMix mix) {
   return mix == FloatMix::Add ? MixMode::Add : MixMode::Replace;
 }
 
-/// How many pixels follow that are transparent; most of a frame is, so many at a time.
-template <class Channel>
-int transparentPixels(const Channel* pixel, int count) {
-  constexpr int kMany = 16;
-  int found = 0;
-  for (; found + kMany <= count; found += kMany) {
-    Channel any = 0;
-    for (int i = 0; i < 4 * kMany; ++i) any |= pixel[4 * found + i];
-    if (any != 0) break;
-  }
-  while (found < count && pixel[4 * found] == 0) ++found;
-  return found;
-}
-
-template <class Channel>
-int visiblePixels(const Channel* pixel, int count) {
-  int found = 0;
-  while (found < count && pixel[4 * found] != 0) ++found;
-  return found;
-}
-
 }  // namespace
 
 Composer::Composer(const FrameTask& task, FrameBuffers& buffers)
     : task_(task),
       buffers_(buffers),
-      size_{task.frame.x2 - task.frame.x1, task.frame.y2 - task.frame.y1} {
-  const MutableImageView view = viewOf(buffers.stars);
-  const auto bytes = static_cast<std::size_t>(view.rowBytes * view.height);
-  buffers.stars.resize(bytes);
-  buffers.input.resize(bytes);
-  const OfxRectI& bounds = task.output.bounds;
-  const int widest = std::max(size_.width, bounds.x2 - bounds.x1);
-  buffers.run.resize(static_cast<std::size_t>(kFloatPixel * widest));
+      size_{task.frame.x2 - task.frame.x1, task.frame.y2 - task.frame.y1},
+      rows_(pixelRows(kernelsNamed(nullptr).name, task.output.layout.depth)),
+      starBytes_(task.output.layout.depth == Depth::Byte ? 4 : 8) {}
+
+/// A frame in the effect's pixels.
+MutableImageView Composer::viewIn(std::vector<std::uint8_t>& buffer) const {
+  const std::ptrdiff_t rowBytes = starBytes_ * size_.width;
+  buffer.resize(static_cast<std::size_t>(rowBytes * size_.height));
+  return {buffer.data(), size_.width, size_.height, rowBytes, formatOf(task_.output.layout.depth)};
 }
 
-MutableImageView Composer::viewOf(std::vector<std::uint8_t>& buffer) const {
-  MutableImageView view{buffer.data(), size_.width, size_.height, 0,
-                        formatOf(task_.output.layout.depth)};
-  view.rowBytes = view.pixelBytes() * view.width;
-  return view;
+/// Whether the output has a place for each pixel of the frame, as large a one as the effect's, that
+/// is not the source's, too.
+bool Composer::canDrawInOutput() const {
+  const HostPixels& output = task_.output;
+  const OfxRectI& frame = task_.frame;
+  const auto address = reinterpret_cast<std::uintptr_t>(output.data);
+  return output.layout.bytes() == starBytes_ && task_.rowStep == 1 &&
+         output.data != task_.source.data && contains(task_.window, frame) &&
+         address % static_cast<std::size_t>(starBytes_) == 0 && output.rowBytes % starBytes_ == 0;
 }
 
-float* Composer::floatsBelow(std::int32_t row) const {
-  return reinterpret_cast<float*>(buffers_.below.data() + kFloatPixel * size_.width * row);
+std::uint8_t* Composer::below(std::int32_t column, std::int32_t row) const {
+  const std::ptrdiff_t bytes = isFloat() ? kPlainFloats.bytes() : starBytes_;
+  return buffers_.below.data() + bytes * (std::ptrdiff_t{size_.width} * row + column);
 }
 
 /// Calls `function` with stretches of a row of the frame, y1 of `row`, and the source's pixels
@@ -81,16 +65,29 @@ void Composer::splitBySource(const OfxRectI& row, const Function& function) cons
   if (x2 < row.x2) function(x2, row.x2, nullptr);
 }
 
+/// Calls `function` with what the source has of each row of the frame: its column and row from the
+/// top, its length and its pixels.
+template <class Function>
+void Composer::eachSourceRow(const Function& function) const {
+  const OfxRectI& frame = task_.frame;
+  for (std::int32_t r = 0; r < size_.height; ++r) {
+    const int y = frame.y2 - 1 - r;
+    splitBySource({frame.x1, y, frame.x2, y + 1}, [&](int x1, int x2, const std::uint8_t* source) {
+      if (source != nullptr) function(x1 - frame.x1, r, x2 - x1, source);
+    });
+  }
+}
+
 /// Calls `writeRow` with each row to write, as far as it lies in the frame, and clears the rest.
 template <class Function>
-void Composer::eachRow(const Function& writeRow) const {
-  const OfxRectI& window = task_.window;
+void Composer::eachRow(const OfxRectI& window, const Function& writeRow) const {
   const std::ptrdiff_t pixelBytes = task_.output.layout.bytes();
   const auto clear = [&](int y, int x1, int x2) {
     if (x1 >= x2) return;
     std::memset(task_.output.at(x1, y), 0, static_cast<std::size_t>((x2 - x1) * pixelBytes));
   };
   for (int y = window.y1; y < window.y2; ++y) {
+    // Rows belong to fields by their place on the host's grid: its even ones are the lower field's.
     if (task_.rowStep > 1 && (y & 1) != task_.firstRow) continue;
     const OfxRectI row = overlap(task_.frame, {window.x1, y, window.x2, y + 1});
     if (isEmpty(row)) {
@@ -104,152 +101,108 @@ void Composer::eachRow(const Function& writeRow) const {
 }
 
 void Composer::fillInput() {
-  if (std::exchange(isInputFilled_, true)) return;
-  const MutableImageView view = viewOf(buffers_.input);
-  for (std::int32_t r = 0; r < view.height; ++r) {
-    const int y = task_.frame.y2 - 1 - r;
-    splitBySource({task_.frame.x1, y, task_.frame.x2, y + 1},
-                  [&](int x1, int x2, const std::uint8_t* source) {
-                    std::uint8_t* to = view.at(x1 - task_.frame.x1, r);
-                    if (source != nullptr) {
-                      readPixels(source, task_.source.layout, x2 - x1, to);
-                    } else {
-                      std::memset(to, 0, static_cast<std::size_t>((x2 - x1) * view.pixelBytes()));
-                    }
-                  });
-  }
+  if (input_.bytes != nullptr) return;
+  buffers_.input.clear();
+  const MutableImageView view = viewIn(buffers_.input);
+  eachSourceRow([&](int column, int row, int count, const std::uint8_t* source) {
+    rows_.read(source, task_.source.layout, count, view.at(column, row));
+  });
+  input_ = view;
 }
 
-void Composer::copyUnder(const std::uint8_t* source, int count, std::uint8_t* output) const {
-  const PixelLayout& layout = task_.output.layout;
-  if (source == nullptr) {
-    std::memset(output, 0, static_cast<std::size_t>(layout.bytes() * count));
-  } else {
-    copyPixels(source, task_.source.layout, count, layout, output, buffers_.run.data());
-  }
+void Composer::copyRun(const std::uint8_t* from, const PixelLayout& layout, int count,
+                       const PixelLayout& toLayout, std::uint8_t* to) const {
+  if (layout != toLayout) return rows_.convert(from, layout, count, toLayout, to);
+  std::memcpy(to, from, static_cast<std::size_t>(layout.bytes() * count));
 }
 
 void Composer::pass() const {
-  eachRow([this](const OfxRectI& row) {
-    splitBySource(row, [&](int x1, int x2, const std::uint8_t* source) {
-      copyUnder(source, x2 - x1, task_.output.at(x1, row.y1));
-    });
-  });
-}
-
-void Composer::mixOver(std::uint8_t* stars, const std::uint8_t* source, int count, FloatMix mix,
-                       std::uint8_t* output) const {
   const PixelLayout& layout = task_.output.layout;
-  std::uint8_t* run = buffers_.run.data();
-  if (isFloat()) {
-    auto* floats = reinterpret_cast<float*>(run);
-    if (source != nullptr) {
-      readFloats(source, task_.source.layout, count, floats);
-    } else {
-      std::fill_n(floats, 4 * count, 0.0f);
-    }
-    mixFloats(stars, count, mix, floats);
-    writeFloats(floats, count, layout, output);
-    return;
-  }
-  MutableImageView over = this->stars();
-  over.bytes = stars;
-  over.width = count;
-  over.height = 1;
-  ImageView under = over;
-  under.bytes = run;
-  if (source != nullptr && mix != FloatMix::Replace) {
-    readPixels(source, task_.source.layout, count, run);
-  } else {
-    under.width = 0;
-  }
-  kernelsNamed(nullptr).mixWithInput(over, {0, 1}, under, modeOf(mix));
-  writePixels(stars, count, layout, output);
-}
-
-template <class Channel>
-void Composer::putRun(const std::uint8_t* source, std::uint8_t* stars, int count, FloatMix mix,
-                      std::uint8_t* output) const {
-  if (mix == FloatMix::Replace) return mixOver(stars, source, count, mix, output);
-  const std::ptrdiff_t sourceBytes = source != nullptr ? task_.source.layout.bytes() : 0;
-  const auto advance = [&](int pixels) {
-    stars += std::ptrdiff_t{4} * pixels * static_cast<std::ptrdiff_t>(sizeof(Channel));
-    if (source != nullptr) source += sourceBytes * pixels;
-    output += task_.output.layout.bytes() * pixels;
-    count -= pixels;
-  };
-  while (count > 0) {
-    const int without = transparentPixels(reinterpret_cast<const Channel*>(stars), count);
-    if (without > 0) copyUnder(source, without, output);
-    advance(without);
-    const int with = visiblePixels(reinterpret_cast<const Channel*>(stars), count);
-    if (with > 0) mixOver(stars, source, with, mix, output);
-    advance(with);
-  }
-}
-
-void Composer::put(FloatMix mix) const {
-  const MutableImageView view = stars();
-  eachRow([&](const OfxRectI& row) {
+  eachRow(task_.window, [&](const OfxRectI& row) {
     splitBySource(row, [&](int x1, int x2, const std::uint8_t* source) {
-      std::uint8_t* over = view.at(x1 - task_.frame.x1, task_.frame.y2 - 1 - row.y1);
       std::uint8_t* to = task_.output.at(x1, row.y1);
-      if (view.isDeep()) {
-        putRun<std::uint16_t>(source, over, x2 - x1, mix, to);
+      if (source != nullptr) {
+        copyRun(source, task_.source.layout, x2 - x1, layout, to);
       } else {
-        putRun<std::uint8_t>(source, over, x2 - x1, mix, to);
+        std::memset(to, 0, static_cast<std::size_t>(layout.bytes() * (x2 - x1)));
       }
     });
   });
 }
 
-void Composer::begin() const {
-  const MutableImageView view = stars();
-  const std::ptrdiff_t pixelBytes = isFloat() ? kFloatPixel : view.pixelBytes();
-  buffers_.below.assign(static_cast<std::size_t>(pixelBytes * view.width * view.height), 0);
-  for (std::int32_t r = 0; r < view.height; ++r) {
-    const int y = task_.frame.y2 - 1 - r;
-    splitBySource({task_.frame.x1, y, task_.frame.x2, y + 1}, [&](int x1, int x2,
-                                                                  const std::uint8_t* source) {
-      if (source == nullptr) return;
-      const int column = x1 - task_.frame.x1;
-      const PixelLayout& layout = task_.source.layout;
-      if (isFloat()) {
-        readFloats(source, layout, x2 - x1, floatsBelow(r) + std::ptrdiff_t{4} * column);
-      } else {
-        readPixels(source, layout, x2 - x1, viewOf(buffers_.below).at(column, r));
-      }
-    });
+/// What is drawn where it is to be mixed stays in the processor's cache.
+void Composer::beginAlone() {
+  if (!canDrawInOutput()) {
+    stars_ = viewIn(buffers_.stars);
+    return;
   }
+  const HostPixels& output = task_.output;
+  stars_ = {output.at(task_.frame.x1, task_.frame.y2 - 1), size_.width, size_.height,
+            -output.rowBytes, formatOf(output.layout.depth)};
 }
 
-void Composer::add(FloatMix mix) const {
-  const MutableImageView over = stars();
+void Composer::put(FloatMix mix, std::int32_t begin, std::int32_t end) const {
+  OfxRectI window = task_.window;  // with what lies above the first row and below the last one
+  if (begin > 0) window.y2 = std::min(window.y2, task_.frame.y2 - begin);
+  if (end < size_.height) window.y1 = std::max(window.y1, task_.frame.y2 - end);
+  const PixelLayout& layout = task_.output.layout;
+  eachRow(window, [&](const OfxRectI& row) {
+    splitBySource(row, [&](int x1, int x2, const std::uint8_t* source) {
+      const std::uint8_t* over = stars_.at(x1 - task_.frame.x1, task_.frame.y2 - 1 - row.y1);
+      std::uint8_t* to = task_.output.at(x1, row.y1);
+      if (mix == FloatMix::Replace) {
+        rows_.write(over, x2 - x1, layout, to);
+      } else {
+        rows_.mix(over, source, task_.source.layout, x2 - x1, mix, layout, to);
+      }
+    });
+  });
+}
+
+void Composer::begin() {
+  stars_ = viewIn(buffers_.stars);
+  const std::ptrdiff_t bytes = isFloat() ? kPlainFloats.bytes() : starBytes_;
+  buffers_.below.assign(static_cast<std::size_t>(bytes * size_.width * size_.height), 0);
+  eachSourceRow([&](int column, int row, int count, const std::uint8_t* source) {
+    if (isFloat()) {
+      copyRun(source, task_.source.layout, count, kPlainFloats, below(column, row));
+    } else {
+      rows_.read(source, task_.source.layout, count, below(column, row));
+    }
+  });
+}
+
+void Composer::add(FloatMix mix) {
   if (isFloat()) {
-    for (std::int32_t r = 0; r < over.height; ++r) {
-      mixFloats(over.at(0, r), over.width, mix, floatsBelow(r));
+    for (std::int32_t r = 0; r < size_.height; ++r) {
+      if (mix == FloatMix::Replace) {
+        rows_.write(stars_.at(0, r), size_.width, kPlainFloats, below(0, r));
+      } else {
+        rows_.mix(stars_.at(0, r), below(0, r), kPlainFloats, size_.width, mix, kPlainFloats,
+                  below(0, r));
+      }
     }
     return;
   }
-  const MutableImageView below = viewOf(buffers_.below);
+  const MutableImageView under = viewIn(buffers_.below);
   if (mix == FloatMix::Light) {
-    scene::addLight(over, below);
+    scene::addLight(stars_, under);
   } else {
-    kernelsNamed(nullptr).mixWithInput(over, {0, over.height}, below, modeOf(mix));
+    kernelsNamed(nullptr).mixWithInput(stars_, {0, size_.height}, under, modeOf(mix));
   }
   buffers_.stars.swap(buffers_.below);
+  stars_ = viewIn(buffers_.stars);
 }
 
 void Composer::end() const {
-  eachRow([this](const OfxRectI& row) {
-    const int r = task_.frame.y2 - 1 - row.y1;
-    const int column = row.x1 - task_.frame.x1;
-    const PixelLayout& layout = task_.output.layout;
+  eachRow(task_.window, [this](const OfxRectI& row) {
+    const int count = row.x2 - row.x1;
+    const std::uint8_t* from = below(row.x1 - task_.frame.x1, task_.frame.y2 - 1 - row.y1);
     std::uint8_t* to = task_.output.at(row.x1, row.y1);
     if (isFloat()) {
-      writeFloats(floatsBelow(r) + std::ptrdiff_t{4} * column, row.x2 - row.x1, layout, to);
+      copyRun(from, kPlainFloats, count, task_.output.layout, to);
     } else {
-      writePixels(viewOf(buffers_.below).at(column, r), row.x2 - row.x1, layout, to);
+      rows_.write(from, count, task_.output.layout, to);
     }
   });
 }

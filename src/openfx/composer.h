@@ -16,8 +16,8 @@ namespace brisel::openfx {
 struct FrameBuffers {
   std::vector<std::uint8_t> stars;
   std::vector<std::uint8_t> input;  // the clip for the stars that read it
-  std::vector<std::uint8_t> below;  // the clip and the layers so far, where there are several
-  std::vector<std::uint8_t> run;    // of pixels in a row
+  std::vector<std::uint8_t> below;  // the clip and the layers so far, where there are several;
+                                    // floats are straight
 };
 
 /// What a host wants. Rows of the window with `firstRow` modulo `rowStep` are written, and no
@@ -31,47 +31,54 @@ struct FrameTask {
   int rowStep = 1;
 };
 
-/// Either pass(); or put() after stars are drawn on the only layer; or begin(), add() after each of
-/// several layers and end(). Pixels without a star are the clip's to the bit, with one layer.
+/// Either pass(); or beginAlone(), and put() while or after the only layer's stars are drawn; or
+/// begin(), add() after the stars of each of several layers and end(). Pixels without a star are
+/// the clip's to the bit, with one layer. What begins throws std::bad_alloc.
 class Composer {
  public:
-  Composer(const FrameTask& task, FrameBuffers& buffers);  // throws std::bad_alloc
+  Composer(const FrameTask& task, FrameBuffers& buffers);
 
   FrameSize size() const { return size_; }
 
-  /// Where the effect draws its stars over nothing.
-  MutableImageView stars() const { return viewOf(buffers_.stars); }
+  /// Where the effect draws the stars of a layer over nothing, once it has begun.
+  MutableImageView stars() const { return stars_; }
 
-  /// The clip as the effect reads it; its pixels are there after fillInput().
-  ImageView input() const { return viewOf(buffers_.input); }
+  /// The clip as the effect reads it; there is none before fillInput(), which throws
+  /// std::bad_alloc.
+  ImageView input() const { return input_; }
   void fillInput();
 
   void pass() const;
-  void put(FloatMix mix) const;
 
-  void begin() const;
-  void add(FloatMix mix) const;
+  void beginAlone();
+  /// For rows of the stars from `begin` to before `end`, which may be any threads' own.
+  void put(FloatMix mix, std::int32_t begin, std::int32_t end) const;
+
+  void begin();
+  void add(FloatMix mix);
   void end() const;
 
  private:
   bool isFloat() const { return task_.output.layout.depth == Depth::Float; }
-  MutableImageView viewOf(std::vector<std::uint8_t>& buffer) const;
-  float* floatsBelow(std::int32_t row) const;
+  bool canDrawInOutput() const;
+  MutableImageView viewIn(std::vector<std::uint8_t>& buffer) const;
+  std::uint8_t* below(std::int32_t column, std::int32_t row) const;
   template <class Function>
-  void eachRow(const Function& writeRow) const;
+  void eachRow(const OfxRectI& window, const Function& writeRow) const;
   template <class Function>
   void splitBySource(const OfxRectI& row, const Function& function) const;
-  void copyUnder(const std::uint8_t* source, int count, std::uint8_t* output) const;
-  void mixOver(std::uint8_t* stars, const std::uint8_t* source, int count, FloatMix mix,
-               std::uint8_t* output) const;
-  template <class Channel>
-  void putRun(const std::uint8_t* source, std::uint8_t* stars, int count, FloatMix mix,
-              std::uint8_t* output) const;
+  template <class Function>
+  void eachSourceRow(const Function& function) const;
+  void copyRun(const std::uint8_t* from, const PixelLayout& layout, int count,
+               const PixelLayout& toLayout, std::uint8_t* to) const;
 
   FrameTask task_;
   FrameBuffers& buffers_;
   FrameSize size_;
-  bool isInputFilled_ = false;
+  const PixelRows& rows_;
+  std::ptrdiff_t starBytes_;  // of a pixel
+  MutableImageView stars_{};
+  ImageView input_{};
 };
 
 }  // namespace brisel::openfx

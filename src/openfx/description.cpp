@@ -1,5 +1,10 @@
 #include "openfx/description.h"
 
+#include <initializer_list>
+#include <map>
+#include <new>
+#include <string>
+
 #include "openfx/parameter_list.h"
 
 namespace brisel::openfx {
@@ -126,20 +131,25 @@ void setValue(const Host& host, const Properties& properties, const EffectParame
   properties.set(kOfxParamCacheInvalidation, kOfxParamInvalidateAll);
 }
 
-bool defineParameters(const Host& host, OfxParamSetHandle set) {
+/// What a host does not take stays at its default, and what is in a group that it does not take
+/// lies in the one around that. Throws std::bad_alloc.
+void defineParameters(const Host& host, OfxParamSetHandle set) {
+  std::map<std::string, std::string> groups{{"", ""}};  // by name, as the host knows them
   for (const EffectParameter& parameter : effectParameters()) {
     OfxPropertySetHandle handle = nullptr;
-    if (host.parameter->paramDefine(set, typeOf(parameter.kind), parameter.name.c_str(), &handle) !=
-        kOfxStatOK) {
-      return false;
-    }
+    const OfxStatus status =
+        host.parameter->paramDefine(set, typeOf(parameter.kind), parameter.name.c_str(), &handle);
+    if (status == kOfxStatErrMemory) throw std::bad_alloc();
+    const std::string& parent = groups[parameter.parent];
+    const bool isDefined = status == kOfxStatOK;
+    if (parameter.kind == Kind::Group) groups[parameter.name] = isDefined ? parameter.name : parent;
+    if (!isDefined) continue;
     const Properties properties(host, handle);
     properties.set(kOfxPropLabel, parameter.label.c_str());
     properties.set(kOfxParamHint, parameter.hint.c_str());
-    if (!parameter.parent.empty()) properties.set(kOfxParamParent, parameter.parent.c_str());
+    if (!parent.empty()) properties.set(kOfxParamParent, parent.c_str());
     setValue(host, properties, parameter);
   }
-  return true;
 }
 
 /// For hosts that show pages; the others go by the groups.
@@ -157,17 +167,27 @@ void definePage(const Host& host, OfxParamSetHandle set) {
   Properties(host, ofSet).set(kOfxParamPageOrder, kPage);
 }
 
+/// Returns whether the descriptor has the clip; it may be there since an earlier description.
 bool defineClip(const Host& host, OfxImageEffectHandle descriptor, const char* name,
                 bool isOptional) {
   OfxPropertySetHandle handle = nullptr;
-  if (host.effect->clipDefine(descriptor, name, &handle) != kOfxStatOK) return false;
+  const OfxStatus status = host.effect->clipDefine(descriptor, name, &handle);
+  if (status != kOfxStatOK) return status == kOfxStatErrExists;
   const Properties clip(host, handle);
   clip.set(kOfxPropLabel, name);
   clip.set(kOfxClipOptional, isOptional);
   clip.set(kOfxEffectSupportsTiles, 0);
   clip.set(kOfxEffectTemporalClipAccess, 0);
-  const bool isComplete = clip.set(kOfxEffectSupportedComponents, kOfxImageComponentRGBA);
-  return clip.set(kOfxEffectSupportedComponents, kOfxImageComponentRGB, 1) && isComplete;
+  // Hosts convert to it. RGB, too, would bring pixels of three channels into stars with alpha.
+  return clip.set(kOfxEffectSupportedComponents, kOfxImageComponentRGBA);
+}
+
+/// Returns how many of the values a host took.
+int setList(const Properties& properties, const char* name,
+            std::initializer_list<const char*> values) {
+  int count = 0;
+  for (const char* value : values) count += properties.set(name, value, count);
+  return count;
 }
 
 }  // namespace
@@ -180,13 +200,10 @@ OfxStatus describe(const Host& host, OfxImageEffectHandle descriptor) {
              "Stars on footage: sparkles, snow, fire, fireworks, magic. An emitter releases small "
              "lights that fly, drift in the wind, swing, fade, burst and flash.");
   effect.set(kOfxPropVersionLabel, BRISEL_VERSION);
-  const char* contexts[] = {kOfxContextFilter, kOfxContextGeneral, kOfxContextGenerator};
-  const char* depths[] = {kOfxBitDepthByte, kOfxBitDepthShort, kOfxBitDepthFloat};
-  bool isComplete = true;
-  for (int i = 0; i < 3; ++i) {
-    isComplete = effect.set(kOfxEffectSupportedContexts, contexts[i], i) &&
-                 effect.set(kOfxEffectSupportedPixelDepths, depths[i], i) && isComplete;
-  }
+  const int contexts = setList(effect, kOfxEffectSupportedContexts,
+                               {kOfxContextFilter, kOfxContextGeneral, kOfxContextGenerator});
+  const int depths = setList(effect, kOfxEffectSupportedPixelDepths,
+                             {kOfxBitDepthByte, kOfxBitDepthShort, kOfxBitDepthFloat});
   // One frame, one call: a star crosses windows. And where a host may render two instances at once,
   // some make a new one for each frame.
   effect.set(kOfxEffectRenderThreadSafety, kOfxImageEffectRenderUnsafe);
@@ -195,7 +212,7 @@ OfxStatus describe(const Host& host, OfxImageEffectHandle descriptor) {
   effect.set(kOfxEffectSupportsMultiResolution, 1);
   effect.set(kOfxEffectTemporalClipAccess, 0);
   effect.set(kOfxEffectFieldRenderTwice, 0);
-  return isComplete ? kOfxStatOK : kOfxStatFailed;
+  return contexts > 0 && depths > 0 ? kOfxStatOK : kOfxStatFailed;
 }
 
 OfxStatus describeInContext(const Host& host, OfxImageEffectHandle descriptor,
@@ -203,13 +220,13 @@ OfxStatus describeInContext(const Host& host, OfxImageEffectHandle descriptor,
   const std::string context = arguments.text(kOfxEffectContext);
   const bool hasSource = context != kOfxContextGenerator;
   const bool isOptional = context == kOfxContextGeneral;
-  if (hasSource && !defineClip(host, descriptor, kOfxSourceClip, isOptional)) {
+  if (hasSource && !defineClip(host, descriptor, kOfxSourceClip, isOptional) && !isOptional) {
     return kOfxStatFailed;
   }
   if (!defineClip(host, descriptor, kOfxOutputClip, false)) return kOfxStatFailed;
   OfxParamSetHandle set = nullptr;
   if (host.effect->getParamSet(descriptor, &set) != kOfxStatOK) return kOfxStatFailed;
-  if (!defineParameters(host, set)) return kOfxStatFailed;
+  defineParameters(host, set);
   definePage(host, set);
   return kOfxStatOK;
 }

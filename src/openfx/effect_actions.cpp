@@ -27,7 +27,8 @@ OfxStatus EffectInstance::getClipPreferences(const Properties& preferences) cons
   return kOfxStatOK;
 }
 
-/// Whole, and within the project where it has no end. Nothing without a source.
+/// Whole, and within the project where it has no end. Nothing without a source, or where it is
+/// none.
 std::optional<OfxRectD> EffectInstance::regionOfSource(OfxTime time) const {
   OfxRectD region{};
   if (!hasSource() ||
@@ -45,6 +46,8 @@ std::optional<OfxRectD> EffectInstance::regionOfSource(OfxTime time) const {
   if (region.y2 >= kOfxFlagInfiniteMax) {
     region.y2 = y1 + instance.number(kOfxEffectProjectSize, 1080, 1);
   }
+  const bool isRegion = region.x1 < region.x2 && region.y1 < region.y2;  // not-a-number is none
+  if (!isRegion) return std::nullopt;
   return region;
 }
 
@@ -68,7 +71,7 @@ OfxStatus EffectInstance::getRegionsOfInterest(const Properties& arguments,
 
 OfxStatus EffectInstance::instanceChanged(const Properties& change) {
   const std::string reason = change.text(kOfxPropChangeReason);
-  if (reason != kOfxChangeTime) forget();
+  if (reason != kOfxChangeTime) isStale_ = true;
   if (reason == kOfxChangeUserEdited && change.text(kOfxPropType) == kOfxTypeParameter) {
     const std::string name = change.text(kOfxPropName);
     const auto changed = std::ranges::find(effectParameters(), name, &EffectParameter::name);

@@ -3,8 +3,9 @@
 
 #include <atomic>
 #include <cstdint>
-#include <mutex>
+#include <list>
 #include <optional>
+#include <semaphore>
 #include <string>
 #include <vector>
 
@@ -24,21 +25,38 @@ class EffectInstance {
  public:
   EffectInstance(const Host& host, OfxImageEffectHandle handle);
 
+  /// Arguments of an action upon the instance.
+  Properties properties(OfxPropertySetHandle set) const { return {host_, set}; }
+
   OfxStatus render(const Properties& arguments);
   OfxStatus getClipPreferences(const Properties& preferences) const;
   OfxStatus getRegionOfDefinition(const Properties& arguments, const Properties& regions) const;
   OfxStatus getRegionsOfInterest(const Properties& arguments, const Properties& regions) const;
   OfxStatus instanceChanged(const Properties& change);
 
-  /// The stars are others than those that are known, or the host wants their memory.
-  void forget() { isStale_ = true; }
+  /// Frees what can be made again, at the end of a frame that is being rendered.
+  void purge();
 
  private:
   struct Aborted {};  // thrown when the host wants the frame no more
 
+  /// What is known of frames of one size, as hosts show now the whole picture and now a reduced
+  /// one.
+  struct Scale {
+    FrameSize frame, full;
+    Look look;
+    StarLayers stars{};
+    ValueRecord record{};
+  };
+
+  class Turn;
+  OfxStatus renderInTurn(const Properties& arguments);
+  void purgeInTurn();
+
   bool hasSource() const;
   std::optional<OfxRectD> regionOfSource(OfxTime time) const;
-  void findLook(const Properties& arguments, FrameSize frame);
+  void findScale(RenderScale renderScale, FrameSize frame);
+  Scale& scale() { return scales_.front(); }
   std::int32_t frameAt(OfxTime time) const;
   void noticeChanges(std::int32_t frame);
   void draw(Composer& composer, std::int32_t frame);
@@ -47,24 +65,23 @@ class EffectInstance {
   Values valuesAt(std::size_t layer, std::int32_t frame);
   void forgetStars();
   void complain(const std::string& reason);
+  OfxStatus fail(const std::string& reason);
   void applyPreset(const EffectParameter& row) const;
   void updateGraying();
 
-  const Host& host_;
+  const Host host_;
   const OfxImageEffectHandle handle_;
   const HostValues values_;
-  OfxImageClipHandle output_ = nullptr;
   OfxImageClipHandle source_ = nullptr;  // null in the context without one
   std::vector<std::int8_t> enabled_;     // by index as the host was told; -1: not yet
-  std::atomic<bool> isStale_{false};
+  std::atomic<bool> isStale_{false};     // the stars are others than those that are known
+  std::atomic<bool> isToBePurged_{false};
 
-  std::mutex mutex_;                      // of renders, for all below
-  std::optional<LookSource> lookSource_;  // of `look_`
-  std::optional<Look> look_;
-  FrameSize frame_{}, full_{};
+  std::binary_semaphore turn_{1};         // of renders, for all below
+  OfxImageClipHandle output_ = nullptr;   // once it is found
+  std::optional<LookSource> lookSource_;  // of the scales
   std::int32_t startFrame_ = 0;
-  StarLayers stars_;
-  ValueRecord record_;
+  std::list<Scale> scales_;  // the last one first
   std::optional<Painter> painter_;
   FrameBuffers buffers_;
   std::string complaint_;  // that the host shows

@@ -20,8 +20,42 @@
 namespace brisel::openfx {
 namespace {
 
-const OfxHost* hostRecord = nullptr;
-Host host;
+/// The host, as the last load found one with all suites; instances keep their own, as another
+/// may come along.
+class CurrentHost {
+ public:
+  void set(const OfxHost* record) {
+    const std::scoped_lock lock(mutex_);
+    record_ = record;
+  }
+  /// Returns whether the host that was set has what is needed.
+  bool load() {
+    const Host found = hostOf(record());
+    if (!found.isComplete()) return false;
+    const std::scoped_lock lock(mutex_);
+    host_ = found;
+    return true;
+  }
+  Host get() const {
+    const std::scoped_lock lock(mutex_);
+    return host_;
+  }
+
+ private:
+  const OfxHost* record() const {
+    const std::scoped_lock lock(mutex_);
+    return record_;
+  }
+
+  mutable std::mutex mutex_;
+  const OfxHost* record_ = nullptr;
+  Host host_;
+};
+
+CurrentHost& currentHost() {
+  static CurrentHost host;
+  return host;
+}
 
 /// The instances by the host's handles, so that one can be found and freed whatever a host answers.
 class Instances {
@@ -52,27 +86,26 @@ Instances& instances() {
 
 struct Call {
   OfxImageEffectHandle handle;
-  Properties in, out;
+  OfxPropertySetHandle in, out;
 };
 
 OfxStatus load(const Call&) {
-  host = hostOf(hostRecord);
-  return host.isComplete() ? kOfxStatOK : kOfxStatErrMissingHostFeature;
+  return currentHost().load() ? kOfxStatOK : kOfxStatErrMissingHostFeature;
 }
 
 OfxStatus unload(const Call&) {
   return kOfxStatOK;
 }
 
-OfxStatus describeEffect(const Call& call) {
+OfxStatus describeEffect(const Host& host, const Call& call) {
   return describe(host, call.handle);
 }
 
-OfxStatus describeEffectInContext(const Call& call) {
-  return describeInContext(host, call.handle, call.in);
+OfxStatus describeEffectInContext(const Host& host, const Call& call) {
+  return describeInContext(host, call.handle, {host, call.in});
 }
 
-OfxStatus createInstance(const Call& call) {
+OfxStatus createInstance(const Host& host, const Call& call) {
   instances().add(call.handle, std::make_shared<EffectInstance>(host, call.handle));
   return kOfxStatOK;
 }
@@ -82,63 +115,67 @@ OfxStatus destroyInstance(const Call& call) {
 }
 
 OfxStatus purgeCaches(EffectInstance& instance, const Call&) {
-  instance.forget();
+  instance.purge();
   return kOfxStatOK;
 }
 
 OfxStatus changeInstance(EffectInstance& instance, const Call& call) {
-  return instance.instanceChanged(call.in);
+  return instance.instanceChanged(instance.properties(call.in));
 }
 
 OfxStatus getClipPreferences(EffectInstance& instance, const Call& call) {
-  return instance.getClipPreferences(call.out);
+  return instance.getClipPreferences(instance.properties(call.out));
 }
 
 OfxStatus getRegionOfDefinition(EffectInstance& instance, const Call& call) {
-  return instance.getRegionOfDefinition(call.in, call.out);
+  return instance.getRegionOfDefinition(instance.properties(call.in),
+                                        instance.properties(call.out));
 }
 
 OfxStatus getRegionsOfInterest(EffectInstance& instance, const Call& call) {
-  return instance.getRegionsOfInterest(call.in, call.out);
+  return instance.getRegionsOfInterest(instance.properties(call.in), instance.properties(call.out));
 }
 
 OfxStatus render(EffectInstance& instance, const Call& call) {
-  return instance.render(call.in);
+  return instance.render(instance.properties(call.in));
 }
 
-/// Of the plug-in and its descriptors, or of an instance.
+/// Of the plug-in; of descriptors, and of what is to become an instance; or of an instance.
 struct Action {
   const char* name;
   OfxStatus (*run)(const Call& call);
+  OfxStatus (*runInHost)(const Host& host, const Call& call);
   OfxStatus (*runOnInstance)(EffectInstance& instance, const Call& call);
 };
 
 constexpr Action kActions[] = {
-    {kOfxActionLoad, load, nullptr},
-    {kOfxActionUnload, unload, nullptr},
-    {kOfxActionDescribe, describeEffect, nullptr},
-    {kOfxActionDescribeInContext, describeEffectInContext, nullptr},
-    {kOfxActionCreateInstance, createInstance, nullptr},
-    {kOfxActionDestroyInstance, destroyInstance, nullptr},
-    {kOfxActionPurgeCaches, nullptr, purgeCaches},
-    {kOfxActionInstanceChanged, nullptr, changeInstance},
-    {kOfxActionGetClipPreferences, nullptr, getClipPreferences},
-    {kOfxActionGetRegionOfDefinition, nullptr, getRegionOfDefinition},
-    {kOfxActionGetRegionsOfInterest, nullptr, getRegionsOfInterest},
-    {kOfxActionRender, nullptr, render},
+    {kOfxActionLoad, load, nullptr, nullptr},
+    {kOfxActionUnload, unload, nullptr, nullptr},
+    {kOfxActionDescribe, nullptr, describeEffect, nullptr},
+    {kOfxActionDescribeInContext, nullptr, describeEffectInContext, nullptr},
+    {kOfxActionCreateInstance, nullptr, createInstance, nullptr},
+    {kOfxActionDestroyInstance, destroyInstance, nullptr, nullptr},
+    {kOfxActionPurgeCaches, nullptr, nullptr, purgeCaches},
+    {kOfxActionInstanceChanged, nullptr, nullptr, changeInstance},
+    {kOfxActionGetClipPreferences, nullptr, nullptr, getClipPreferences},
+    {kOfxActionGetRegionOfDefinition, nullptr, nullptr, getRegionOfDefinition},
+    {kOfxActionGetRegionsOfInterest, nullptr, nullptr, getRegionsOfInterest},
+    {kOfxActionRender, nullptr, nullptr, render},
 };
 
 OfxStatus run(const Action& action, const Call& call) {
-  const bool isOfEffect = action.run != load && action.run != unload;
-  if (isOfEffect && call.handle == nullptr) return kOfxStatErrBadHandle;
-  if (isOfEffect && !host.isComplete()) return kOfxStatErrMissingHostFeature;
   if (action.run != nullptr) return action.run(call);
+  if (call.handle == nullptr) return kOfxStatErrBadHandle;
+  if (action.runInHost != nullptr) {
+    const Host host = currentHost().get();
+    return host.isComplete() ? action.runInHost(host, call) : kOfxStatErrMissingHostFeature;
+  }
   const std::shared_ptr<EffectInstance> instance = instances().find(call.handle);
   return instance != nullptr ? action.runOnInstance(*instance, call) : kOfxStatErrBadHandle;
 }
 
 void setHost(OfxHost* given) {
-  hostRecord = given;
+  currentHost().set(given);
 }
 
 OfxStatus mainEntry(const char* name, const void* handle, OfxPropertySetHandle in,
@@ -149,7 +186,7 @@ OfxStatus mainEntry(const char* name, const void* handle, OfxPropertySetHandle i
     for (const Action& action : kActions) {
       if (std::strcmp(action.name, name) != 0) continue;
       const auto effect = static_cast<OfxImageEffectHandle>(const_cast<void*>(handle));
-      return run(action, {effect, {host, in}, {host, out}});
+      return run(action, {effect, in, out});
     }
     return kOfxStatReplyDefault;
   } catch (const std::bad_alloc&) {

@@ -21,8 +21,15 @@ bool hasSize(const OfxRectI& r) {
   return !isEmpty(r) && std::int64_t{r.x2} - r.x1 <= kMost && std::int64_t{r.y2} - r.y1 <= kMost;
 }
 
-bool contains(const OfxRectI& a, const OfxRectI& b) {
-  return a.x1 <= b.x1 && a.y1 <= b.y1 && a.x2 >= b.x2 && a.y2 >= b.y2;
+/// Whether `whole` is the full picture that `bounds` hold in a reduced size: some hosts reduce all
+/// but it, and then it is not that of which the bounds are a part.
+bool isUnscaled(const OfxRectI& whole, const OfxRectI& bounds, RenderScale scale) {
+  const auto isNear = [](int side, double full, double factor) {
+    return std::abs(side - full * factor) <= 1;  // whichever way it was rounded
+  };
+  return scale.x < 1 && scale.y < 1 && isNear(bounds.x1, whole.x1, scale.x) &&
+         isNear(bounds.x2, whole.x2, scale.x) && isNear(bounds.y1, whole.y1, scale.y) &&
+         isNear(bounds.y2, whole.y2, scale.y);
 }
 
 }  // namespace
@@ -36,14 +43,15 @@ std::ptrdiff_t PixelLayout::bytes() const {
   return channelBytes() * (hasAlpha ? 4 : 3);
 }
 
-HostImage::HostImage(const Host& host, OfxImageClipHandle clip, OfxTime time) : host_(host) {
+HostImage::HostImage(const Host& host, OfxImageClipHandle clip, OfxTime time, RenderScale scale)
+    : host_(host) {
   if (clip == nullptr) return;
   OfxPropertySetHandle handle = nullptr;
   if (host.effect->clipGetImage(clip, time, nullptr, &handle) != kOfxStatOK) return;
   handle_ = handle;
   if (handle_ == nullptr) return;
   try {
-    read(clip);
+    fault_ = read(clip, scale);
   } catch (...) {
     host_.effect->clipReleaseImage(handle_);
     throw;
@@ -54,14 +62,24 @@ HostImage::~HostImage() {
   if (handle_ != nullptr) host_.effect->clipReleaseImage(handle_);
 }
 
-void HostImage::read(OfxImageClipHandle clip) {
+/// Returns the fault, or an empty text.
+std::string HostImage::read(OfxImageClipHandle clip, RenderScale scale) {
   const Properties image(host_, handle_);
-  const auto depth = depthOf(image.text(kOfxEffectPixelDepth));
-  const std::string components = image.text(kOfxEffectComponents);
   const auto bounds = image.rectangle(kOfxImageBounds);
+  if (!bounds) return "does not tell its bounds";
+  if (isEmpty(*bounds)) return "";
+  if (!hasSize(*bounds)) return "is wider or higher than 32767 pixels: make it smaller";
+  const std::string depthName = image.text(kOfxEffectPixelDepth);
+  const auto depth = depthOf(depthName);
+  if (!depth) {
+    return "has the depth \"" + depthName +
+           "\": convert it to 8 or 16 bits a channel, or to floats";
+  }
+  const std::string components = image.text(kOfxEffectComponents);
   const bool hasAlpha = components == kOfxImageComponentRGBA;
-  if (!depth || (!hasAlpha && components != kOfxImageComponentRGB)) return;
-  if (!bounds || !hasSize(*bounds)) return;
+  if (!hasAlpha && components != kOfxImageComponentRGB) {
+    return "has the channels \"" + components + "\": convert it to red, green, blue and alpha";
+  }
 
   HostPixels pixels;
   pixels.data = static_cast<std::uint8_t*>(image.pointer(kOfxImageData));
@@ -73,16 +91,21 @@ void HostImage::read(OfxImageClipHandle clip) {
   if (alpha.empty()) alpha = propertiesOf(host_, clip).text(kOfxEffectPreMultiplication);
   pixels.layout.isPremultiplied = hasAlpha && alpha == kOfxImagePreMultiplied;
   const std::ptrdiff_t least = pixels.layout.bytes() * (bounds->x2 - bounds->x1);
-  if (pixels.data == nullptr || std::abs(pixels.rowBytes) < least) return;
+  if (pixels.data == nullptr) return "has no pixels in memory";
+  if (std::abs(pixels.rowBytes) < least) return "has rows shorter than their pixels";
   const auto address = reinterpret_cast<std::uintptr_t>(pixels.data);
   const std::ptrdiff_t channel = pixels.layout.channelBytes();
-  if (address % static_cast<std::uintptr_t>(channel) != 0 || pixels.rowBytes % channel != 0) return;
+  if (address % static_cast<std::uintptr_t>(channel) != 0 || pixels.rowBytes % channel != 0) {
+    return "has pixels at addresses that are no multiples of a channel's bytes";
+  }
 
   const auto whole = image.rectangle(kOfxImageRegionOfDefinition);
-  frame_ = whole && hasSize(*whole) && contains(*whole, *bounds) ? *whole : *bounds;
+  const bool isPart = whole && hasSize(*whole) && contains(*whole, *bounds);
+  frame_ = isPart && !isUnscaled(*whole, *bounds, scale) ? *whole : *bounds;
   const std::string field = image.text(kOfxImageField);
   isField_ = field == kOfxImageFieldLower || field == kOfxImageFieldUpper;
   pixels_ = pixels;
+  return "";
 }
 
 }  // namespace brisel::openfx

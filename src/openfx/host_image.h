@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "core/geometry.h"
 #include "openfx/host.h"
@@ -44,17 +45,30 @@ inline bool isEmpty(const OfxRectI& rectangle) {
   return rectangle.x1 >= rectangle.x2 || rectangle.y1 >= rectangle.y2;
 }
 
+/// Whether `b` lies within `a`.
+inline bool contains(const OfxRectI& a, const OfxRectI& b) {
+  return a.x1 <= b.x1 && a.y1 <= b.y1 && a.x2 >= b.x2 && a.y2 >= b.y2;
+}
+
+/// How large a picture the host wants, of the full one.
+struct RenderScale {
+  double x = 1, y = 1;
+};
+
 /// Fetched for its life, and given back.
 class HostImage {
  public:
-  HostImage(const Host& host, OfxImageClipHandle clip, OfxTime time);
+  HostImage(const Host& host, OfxImageClipHandle clip, OfxTime time, RenderScale scale);
   HostImage(const HostImage&) = delete;
   HostImage& operator=(const HostImage&) = delete;
   ~HostImage();
 
-  /// Nothing when there is no image, or it is not what it says it is: rows shorter than their
-  /// pixels, a depth or components that nobody declared.
+  /// Nothing when there is no image, or an empty one, or one with a fault.
   const std::optional<HostPixels>& pixels() const { return pixels_; }
+
+  /// Why the image cannot be used, to follow its name; or empty. Such have a depth or components
+  /// that nobody declared, too many pixels, or rows shorter than their pixels.
+  const std::string& fault() const { return fault_; }
 
   /// The whole picture, in pixels: that of which the image may show a part.
   const OfxRectI& frame() const { return frame_; }
@@ -63,11 +77,12 @@ class HostImage {
   bool isField() const { return isField_; }
 
  private:
-  void read(OfxImageClipHandle clip);
+  std::string read(OfxImageClipHandle clip, RenderScale scale);
 
   const Host& host_;
   OfxPropertySetHandle handle_ = nullptr;
   std::optional<HostPixels> pixels_;
+  std::string fault_;
   OfxRectI frame_{};
   bool isField_ = false;
 };

@@ -36,16 +36,18 @@ OfxParamHandle HostValues::handleOf(const EffectParameter& parameter) const {
   return handles_[static_cast<std::size_t>(&parameter - effectParameters().data())];
 }
 
-/// Returns whether all components are read. A null time is now.
+/// Returns whether all components are read. A null time is now, as is one that a host does not
+/// know.
 template <class... Component>
 bool HostValues::get(const EffectParameter& parameter, const OfxTime* time,
                      Component*... components) const {
   const OfxParamHandle handle = handleOf(parameter);
   if (handle == nullptr) return false;
-  const OfxStatus status = time != nullptr
-                               ? host_.parameter->paramGetValueAtTime(handle, *time, components...)
-                               : host_.parameter->paramGetValue(handle, components...);
-  return status == kOfxStatOK;
+  if (time != nullptr &&
+      host_.parameter->paramGetValueAtTime(handle, *time, components...) == kOfxStatOK) {
+    return true;
+  }
+  return host_.parameter->paramGetValue(handle, components...) == kOfxStatOK;
 }
 
 void HostValues::addChoice(const EffectParameter& parameter, const OfxTime* time, FrameSize frame,

@@ -1,6 +1,5 @@
 #include "openfx/parameter_list.h"
 
-#include <cctype>
 #include <optional>
 
 #include "look/built_in_presets.h"
@@ -12,20 +11,27 @@ namespace {
 
 using Kind = EffectParameter::Kind;
 
+// Of ASCII alone: in some hosts' locales, other letters belong to "I" and "i".
+char smallLetter(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+char capitalLetter(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
 /// "Size of halo" as sizeOfHalo.
 std::string nameOf(const std::string& label) {
   std::string name;
-  bool isFirst = true;
   bool beginsWord = false;
   for (const char letter : label) {
     if (letter == ' ') {
       beginsWord = true;
       continue;
     }
-    const int code = static_cast<unsigned char>(letter);
-    const bool isUpper = beginsWord && !isFirst;
-    name += static_cast<char>(isUpper ? std::toupper(code) : isFirst ? std::tolower(code) : code);
-    isFirst = beginsWord = false;
+    const char inMiddle = beginsWord ? capitalLetter(letter) : letter;
+    name += name.empty() ? smallLetter(letter) : inMiddle;
+    beginsWord = false;
   }
   return name;
 }

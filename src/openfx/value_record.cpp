@@ -1,5 +1,7 @@
 #include "openfx/value_record.h"
 
+#include "effect/star_history.h"
+
 namespace brisel::openfx {
 namespace {
 
@@ -16,18 +18,27 @@ std::uint64_t markOf(const Choices& choices) {
   return mark | 1;
 }
 
+std::size_t indexOf(std::int32_t frame) {
+  return static_cast<std::size_t>(frame % StarHistory::kLongestWay);
+}
+
 }  // namespace
 
 void ValueRecord::note(std::int32_t frame, const Choices& choices) {
-  constexpr std::size_t kMostFrames = 1'000'000;
-  const auto index = static_cast<std::size_t>(frame);
-  if (index >= kMostFrames) return;
-  if (index >= marks_.size()) marks_.resize(index + 1);
-  marks_[index] = markOf(choices);
+  const std::size_t index = indexOf(frame);
+  std::vector<std::uint64_t>& marks = marks_[StarHistory::beginOf(frame)];
+  if (index >= marks.size()) marks.resize(index + 1);
+  marks[index] = markOf(choices);
+}
+
+std::uint64_t ValueRecord::markAt(std::int32_t frame) const {
+  const auto found = marks_.find(StarHistory::beginOf(frame));
+  const std::size_t index = indexOf(frame);
+  return found != marks_.end() && index < found->second.size() ? found->second[index] : 0;
 }
 
 bool ValueRecord::agrees(std::int32_t frame, const Choices& choices) const {
-  return marks_[static_cast<std::size_t>(frame)] == markOf(choices);
+  return markAt(frame) == markOf(choices);
 }
 
 }  // namespace brisel::openfx

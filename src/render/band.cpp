@@ -27,7 +27,7 @@ void clear(const MutableImageView& image, IndexRange rows) {
 /// What the mix makes of rows without sprites: the input, transparent black where it does not reach
 /// or is left out.
 void fill(const PaintTarget& target, IndexRange rows) {
-  const auto& [output, input, mix, keepsOutput] = target;
+  const auto& [output, input, mix, keepsOutput, whenDone] = target;
   if (mix != MixMode::Normal && mix != MixMode::Add) return clear(output, rows);
   for (std::int32_t y = rows.begin; y < rows.end; ++y) {
     std::size_t covered = 0;
@@ -100,6 +100,8 @@ void paintBand(const PaintTarget& target, Portion portion, const SpriteList& spr
     fill(target, {rows.begin, painted.begin});
     fill(target, {painted.end, rows.end});
   }
+  const auto* whenDone = target.whenRowsAreDone;
+  if (portion.isLast && whenDone != nullptr) (*whenDone)(rows.begin, rows.end);
 }
 
 }  // namespace brisel

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "core/image_view.h"
 #include "core/options.h"
@@ -18,6 +19,8 @@ struct PaintTarget {
   ImageView input{};               // mixed in under the sprites
   MixMode mix = MixMode::Replace;  // how; Replace leaves the input out
   bool keepsOutput = false;        // sprites go on what the output holds, not on an empty frame
+  /// Told of rows that have what they will have, or null.
+  const std::function<void(std::int32_t begin, std::int32_t end)>* whenRowsAreDone = nullptr;
 };
 
 /// How far a frame is when a portion of its sprites is painted.
@@ -31,7 +34,8 @@ struct Portion {
 std::int32_t rowsPerBand(const MutableImageView& image, int threads);
 
 /// Empties the band with the first portion, paints its sprites in order, and mixes the input in
-/// with the last. `grid` is scratch memory of the calling thread. Throws std::bad_alloc.
+/// with the last, after which its rows are done. `grid` is scratch memory of the calling thread.
+/// Throws std::bad_alloc, and what the target's function throws.
 void paintBand(const PaintTarget& target, Portion portion, const SpriteList& sprites,
                std::int32_t band, const Kernels& kernels, PixelGrid& grid);
 

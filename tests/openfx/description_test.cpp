@@ -81,8 +81,7 @@ TEST(OpenFxDescription, AsksForWholeFramesInTurn) {
   for (const auto& clip : effect.instance().clips) {
     const OfxPropertySetStruct& p = clip->properties;
     EXPECT_EQ(textOf(p, kOfxEffectSupportsTiles), "0");
-    EXPECT_EQ(textOf(p, kOfxEffectSupportedComponents),
-              "OfxImageComponentRGBA|OfxImageComponentRGB");
+    EXPECT_EQ(textOf(p, kOfxEffectSupportedComponents), "OfxImageComponentRGBA");
     EXPECT_EQ(textOf(p, kOfxClipOptional), textOf(p, kOfxPropName) == "Source" ? "1" : "0");
   }
   for (const auto& param : effect.parameters().params) {

@@ -1,8 +1,12 @@
 // The built plug-in in hosts that do not keep to the interface, and what it answers to actions.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <limits>
 #include <thread>
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
 
 #include "hostkit/error.h"
 #include "tests/openfx/frames.h"
@@ -14,6 +18,8 @@ using brisel::Values;
 using hostkit::OpenFxEffect;
 using hostkit::OpenFxHost;
 using hostkit::OpenFxPicture;
+
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
 OfxStatus renderPattern(OpenFxEffect& effect, double time, OpenFxPicture& output) {
   return renderFrame(effect, time, pattern({}), output);
@@ -71,6 +77,43 @@ TEST(OpenFxHosts, MayFailAnyCall) {
   EXPECT_EQ(output.bytes(), expected);
 }
 
+TEST(OpenFxHosts, MayFailAnyCallBeforeTheFirstFrame) {
+  StrictHost sound;
+  const OpenFxEffect whole(sound, thePlugin(), kOfxContextFilter);
+  EXPECT_GT(sound.calls(), 500);
+  int refused = 0;
+  for (int call = 1; call <= sound.calls(); call += 7) {
+    OpenFxHost host;  // whose failures make others, such as gaps in lists
+    host.failOnlyCall(call);
+    try {
+      OpenFxEffect effect(host, thePlugin(), kOfxContextFilter);
+      OpenFxPicture output({}, kFrame);
+      EXPECT_EQ(renderPattern(effect, 1, output), kOfxStatOK) << call;
+    } catch (const hostkit::Error&) {
+      ++refused;
+    }
+  }
+  EXPECT_LE(refused, 4) << "nothing but clips is needed";
+}
+
+TEST(OpenFxHosts, MayLackParameters) {
+  StrictHost host;
+  OpenFxPicture expected({}, kFrame), output({}, kFrame);
+  OpenFxEffect whole(host, thePlugin(), kOfxContextFilter);
+  ASSERT_EQ(renderPattern(whole, 9, expected), kOfxStatOK);
+  for (const char* name : {"controlPoints", "emmiter", "size", "start", "path", "starsPresets"}) {
+    host.manners.refusedParameter = name;
+    OpenFxEffect effect(host, thePlugin(), kOfxContextFilter);
+    effect.set("emmiterPresets", {5});
+    effect.change("emmiterPresets");
+    EXPECT_EQ(effect.parameter("standardPath").numbers, std::vector{4.0}) << name;
+    OpenFxEffect fresh(host, thePlugin(), kOfxContextFilter);
+    ASSERT_EQ(renderPattern(fresh, 9, output), kOfxStatOK);
+    EXPECT_EQ(output.bytes(), expected.bytes()) << name;
+  }
+  host.manners.refusedParameter.clear();
+}
+
 TEST(OpenFxHosts, MayAnswerNoValues) {
   StrictHost host;
   OpenFxEffect effect(host, thePlugin(), kOfxContextFilter);
@@ -88,7 +131,6 @@ TEST(OpenFxHosts, MayAnswerNoValues) {
   // And values that are none, or beyond what is valid.
   host.manners.failsValues = false;
   OpenFxEffect wild(host, thePlugin(), kOfxContextFilter);
-  constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
   wild.set("size", {kNone});
   wild.set("start", {kNone, kNone});
   wild.set("colorOfParticles", {kNone, 0, 0});
@@ -107,9 +149,10 @@ TEST(OpenFxHosts, MayKnowTheValuesOfNowOnly) {
   OpenFxEffect effect(host, thePlugin(), kOfxContextFilter);
   makeBusy(effect);
   effect.parameter("intensity").curve = [](double time) { return std::vector{5 + time}; };
-  host.manners.ignoresTime = true;
   const OpenFxPicture source = pattern({});
-  for (const int frame : {3, 12, 5}) {
+  for (const int frame : {3, 12, 5, 4, 13}) {
+    host.manners.ignoresTime = frame % 2 != 0;
+    host.manners.failsTime = !host.manners.ignoresTime;
     host.manners.now = frame;
     OpenFxPicture output({}, kFrame);
     ASSERT_EQ(renderPattern(effect, frame, output), kOfxStatOK);
@@ -140,26 +183,97 @@ TEST(OpenFxHosts, MayRenderOnAnyThreads) {
   std::vector<std::vector<std::uint8_t>> expected;
   for (int frame = 0; frame < 24; ++frame) expected.push_back(freshFrame(frame));
   StrictHost host;
-  std::vector<std::unique_ptr<OpenFxEffect>> effects;
-  for (int i = 0; i < 4; ++i) {
-    effects.push_back(std::make_unique<OpenFxEffect>(host, thePlugin(), kOfxContextFilter));
-    makeBusy(*effects.back());
-  }
   std::vector<std::thread> threads;
   for (int part = 0; part < 4; ++part) {
-    threads.emplace_back([&, part] {
+    threads.emplace_back([&, part] {  // each loads, describes, creates and destroys, too
+      OpenFxEffect effect(host, thePlugin(), kOfxContextFilter);
+      makeBusy(effect);
       for (int i = 0; i < 24; ++i) {  // forward, backward, with gaps, the same again
         const int frame = part == 0 ? i : part == 1 ? 23 - i : part == 2 ? i * 5 % 24 : i / 3 * 3;
         OpenFxPicture output({}, kFrame);
-        EXPECT_EQ(renderPattern(*effects[static_cast<std::size_t>(part)], frame, output),
-                  kOfxStatOK);
+        EXPECT_EQ(renderPattern(effect, frame, output), kOfxStatOK);
         EXPECT_EQ(output.bytes(), expected[static_cast<std::size_t>(frame)])
             << part << ' ' << frame;
-        effects[static_cast<std::size_t>(part)]->act(kOfxActionEndSequenceRender);
+        effect.act(i % 7 == 6 ? kOfxActionPurgeCaches : kOfxActionEndSequenceRender);
       }
     });
   }
   for (std::thread& thread : threads) thread.join();
+}
+
+TEST(OpenFxHosts, MayPurgeCachesDuringAFrame) {
+  const std::vector<std::uint8_t> expected = freshFrame(150);
+  StrictHost host;
+  OpenFxEffect effect(host, thePlugin(), kOfxContextFilter);
+  makeBusy(effect);
+  std::atomic<bool> isOver = false;
+  std::thread other([&] {
+    while (!isOver) {
+      effect.act(kOfxActionPurgeCaches);
+      std::this_thread::yield();
+    }
+  });
+  for (const int frame : {150, 20, 150}) {
+    OpenFxPicture output({}, kFrame);
+    EXPECT_EQ(renderPattern(effect, frame, output), kOfxStatOK);
+    EXPECT_TRUE(frame != 150 || output.bytes() == expected);
+  }
+  isOver = true;
+  other.join();
+  // From within a call to the host, on the thread that renders.
+  effect.parameter("wind").curve = [&](double) {
+    effect.act(kOfxActionPurgeCaches);
+    return std::vector{0.0};
+  };
+  OpenFxPicture output({}, kFrame);
+  EXPECT_EQ(renderPattern(effect, 150, output), kOfxStatOK);
+  EXPECT_EQ(output.bytes(), expected);
+}
+
+#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+TEST(OpenFxHosts, HaveTheirMemoryBackAfterTheyPurgeCaches) {
+  const auto bytesInUse = [] {
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+  };
+  constexpr OfxRectI kLarge{0, 0, 1024, 1024};
+  StrictHost host;
+  OpenFxEffect effect(host, thePlugin(), kOfxContextFilter);
+  effect.set("colorSchema", {1});  // stars read the clip
+  const OpenFxPicture source({.depth = kOfxBitDepthFloat}, kLarge);
+  OpenFxPicture output({.depth = kOfxBitDepthFloat}, kLarge);
+  const std::size_t before = bytesInUse();
+  ASSERT_EQ(effect.render({.time = 40, .source = &source, .isChecked = false}, output), kOfxStatOK);
+  EXPECT_GT(bytesInUse(), before + (16 << 20));  // stars and input
+  effect.act(kOfxActionPurgeCaches);
+  EXPECT_LT(bytesInUse(), before + (1 << 20));
+}
+#endif
+
+TEST(OpenFxHosts, MayShowFramesOfSeveralSizesInTurn) {
+  StrictHost host;
+  OpenFxEffect effect(host, thePlugin(), kOfxContextFilter);
+  makeBusy(effect);
+  const OfxRectI half{0, 0, kFrame.x2 / 2, kFrame.y2 / 2};
+  const OpenFxPicture source = pattern({}), reduced = pattern({}, half);
+  OpenFxPicture output({}, kFrame), proxy({}, half);
+  int calls = 0;
+  for (int frame = 0; frame < 200; ++frame) {
+    const int before = host.calls();
+    const auto time = static_cast<double>(frame);
+    ASSERT_EQ(effect.render({.time = time, .source = &source}, output), kOfxStatOK);
+    ASSERT_EQ(effect.render({.time = time, .source = &reduced, .scale = 0.5}, proxy), kOfxStatOK);
+    calls = host.calls() - before;
+  }
+  EXPECT_LT(calls, 2 * 20 * static_cast<int>(effect.parameters().params.size()))
+      << "each frame is stepped from the first on";
+  EXPECT_EQ(output.bytes(), freshFrame(199));
+  // The same where the host says how large the full picture is, in place of its own size.
+  OpenFxPicture other({}, half);
+  const OfxRectI full{0, 0, kFrame.x2, kFrame.y2};
+  ASSERT_EQ(effect.render({.time = 199, .source = &reduced, .frame = full, .scale = 0.5}, other),
+            kOfxStatOK);
+  EXPECT_EQ(other.bytes(), proxy.bytes());
 }
 
 TEST(OpenFxHosts, GetTheStatusThatTheInterfaceNames) {
@@ -181,30 +295,59 @@ TEST(OpenFxHosts, GetTheStatusThatTheInterfaceNames) {
   EXPECT_EQ(hostkit::OpenFxBinary(PLUGIN_PATH).plugin(1), nullptr);
   EXPECT_EQ(hostkit::OpenFxBinary(PLUGIN_PATH).plugin(-1), nullptr);
 
+  OpenFxHost forgetful;  // which describes what it has described
+  OpenFxEffect again(forgetful, plugin, kOfxContextFilter);
+  OfxPropertySetStruct context(forgetful, "context");
+  context.has(kOfxEffectContext, {std::string(kOfxContextFilter)});
+  again.instance().params.mayDefine = true;
+  EXPECT_EQ(again.act(kOfxActionDescribeInContext, &context), kOfxStatOK);
+
   OpenFxHost poor;
   poor.manners.lacksParameters = true;
   plugin.setHost(poor.record());
   EXPECT_EQ(reply(kOfxActionLoad, nullptr), kOfxStatErrMissingHostFeature);
-  EXPECT_EQ(reply(kOfxActionDescribe, &effect.instance()), kOfxStatErrMissingHostFeature);
   plugin.setHost(nullptr);
   EXPECT_EQ(reply(kOfxActionLoad, nullptr), kOfxStatErrMissingHostFeature);
+  OpenFxPicture output({}, kFrame);  // in the host that has all
+  EXPECT_EQ(renderPattern(effect, 3, output), kOfxStatOK);
   plugin.setHost(host.record());
   EXPECT_EQ(reply(kOfxActionLoad, nullptr), kOfxStatOK);
 }
 
 TEST(OpenFxHosts, GetNothingFromImagesThatCannotBe) {
+  struct Unusable {
+    hostkit::PictureKind kind;
+    OfxRectI bounds;
+    const char* reason;
+  };
   StrictHost host;
   OpenFxEffect effect(host, thePlugin(), kOfxContextFilter);
-  for (const hostkit::PictureKind& kind : {hostkit::PictureKind{.depth = "OfxBitDepthHalf"},
-                                           {.components = "OfxImageComponentAlpha"}}) {
-    OpenFxPicture output(kind, kFrame);
-    EXPECT_EQ(renderPattern(effect, 3, output), kOfxStatFailed);
+  const OpenFxPicture sound = pattern({});
+  const auto expectFailure = [&](const OpenFxPicture& source, OpenFxPicture& output,
+                                 const std::string& reason) {
+    const std::vector<std::uint8_t> untouched = output.bytes();
+    EXPECT_EQ(effect.render({.time = 3, .source = &source}, output), kOfxStatFailed) << reason;
+    EXPECT_EQ(output.bytes(), untouched) << reason;
+    EXPECT_NE(effect.instance().message.find(reason), std::string::npos)
+        << effect.instance().message;
+    OpenFxPicture usual({}, kFrame);
+    EXPECT_EQ(effect.render({.time = 3, .source = &sound}, usual), kOfxStatOK);
+    EXPECT_EQ(effect.instance().message, "");
+  };
+  for (const auto& [kind, bounds, reason] :
+       {Unusable{{.depth = "OfxBitDepthHalf"}, kFrame, "OfxBitDepthHalf"},
+        {{.components = "OfxImageComponentAlpha"}, kFrame, "OfxImageComponentAlpha"},
+        {{}, {0, 0, 32768, 1}, "32767"},
+        {{.toldRowBytes = 4 * kFrame.x2 - 1}, kFrame, "rows"},
+        {{.depth = kOfxBitDepthFloat, .toldRowBytes = 16 * kFrame.x2 + 2}, kFrame, "addresses"}}) {
+    OpenFxPicture picture(kind, bounds), output({}, kFrame);
+    expectFailure(sound, picture, reason);
+    expectFailure(picture, output, reason);
   }
-  OpenFxPicture empty({}, {5, 5, 5, 9});
-  EXPECT_EQ(renderPattern(effect, 3, empty), kOfxStatFailed);
-  OpenFxPicture output({}, kFrame);
-  const OpenFxPicture deep = pattern({.depth = kOfxBitDepthShort});
-  EXPECT_EQ(effect.render({.time = 3, .source = &deep}, output), kOfxStatFailed);
+  OpenFxPicture empty({}, {5, 5, 5, 9}), output({}, kFrame);
+  expectFailure(sound, empty, "no pixels");
+  expectFailure(pattern({.depth = kOfxBitDepthShort}), output, "depth");
+  EXPECT_EQ(renderFrame(effect, 3, empty, output), kOfxStatOK) << "a clip may cover nothing";
 }
 
 TEST(OpenFxHosts, MayStopAFrame) {
@@ -264,6 +407,10 @@ TEST(OpenFxActions, NameTheWholeClipAsTheirRegion) {
   both({-5, 10, 700, 400});
   region = {kOfxFlagInfiniteMin, kOfxFlagInfiniteMin, kOfxFlagInfiniteMax, kOfxFlagInfiniteMax};
   both({0, 0, 1920, 1080});
+  for (const OfxRectD& none : {OfxRectD{700, 10, -5, 400}, {-5, 10, 700, 10}, {0, 0, kNone, 9}}) {
+    region = none;
+    both({});
+  }
   effect.connectSource(false);
   both({});
 }

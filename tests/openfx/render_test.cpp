@@ -54,6 +54,19 @@ double straight(const OpenFxPicture& picture, int x, int y, std::size_t channel)
   return channel == 3 || alpha == 0 ? alpha : picture.channel(x, y, channel) / alpha;
 }
 
+TEST(OpenFxRender, DrawsOverTheClipInItsOwnMemory) {
+  StrictHost host;
+  OpenFxEffect effect(host, thePlugin(), kOfxContextFilter);
+  makeBusy(effect);
+  for (const char* depth : {kOfxBitDepthByte, kOfxBitDepthShort, kOfxBitDepthFloat}) {
+    const OpenFxPicture source = pattern({depth});
+    OpenFxPicture output({depth}, kFrame), both = source;
+    ASSERT_EQ(renderFrame(effect, 12, source, output), kOfxStatOK);
+    ASSERT_EQ(effect.render({.time = 12, .source = &both, .isChecked = false}, both), kOfxStatOK);
+    EXPECT_EQ(both.bytes(), output.bytes()) << depth;
+  }
+}
+
 TEST(OpenFxRender, TakesColorMultipliedByAlphaAndGivesItBack) {
   StrictHost host;
   OpenFxEffect effect(host, thePlugin(), kOfxContextFilter);
@@ -273,6 +286,26 @@ TEST(OpenFxRender, TakesEachStepsValuesAtItsOwnTime) {
     return values;
   };
   expectFrame(edited, effectFrame(bursting, 18, &source, false), 0);
+
+  // Where stars began anew after a million frames, too.
+  OpenFxEffect late(host, thePlugin(), kOfxContextFilter);
+  OpenFxEffect fresh(host, thePlugin(), kOfxContextFilter);
+  for (OpenFxEffect* each : {&late, &fresh}) makeBusy(*each);
+  const std::vector<double> frames{1'000'020, 2'000'020};
+  const auto framesOf = [&](OpenFxEffect& rendering) {
+    std::vector<std::vector<std::uint8_t>> pictures;
+    for (const double frame : frames) {
+      OpenFxPicture output({}, kFrame);
+      EXPECT_EQ(renderFrame(rendering, frame, source, output), kOfxStatOK);
+      pictures.push_back(output.bytes());
+    }
+    return pictures;
+  };
+  const auto unedited = framesOf(late);
+  for (OpenFxEffect* each : {&late, &fresh}) each->set("intensity", {200});
+  const auto expected = framesOf(fresh);
+  EXPECT_NE(unedited, expected);
+  EXPECT_EQ(framesOf(late), expected);
 }
 
 }  // namespace

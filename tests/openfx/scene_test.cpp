@@ -42,6 +42,7 @@ TEST_F(OpenFxSceneTest, DrawsScenesAndMasksAndSaysWhyItCannot) {
 
   for (const auto& [name, text, reason] :
        {std::tuple{"scene", "/nowhere/s.toml", "/nowhere/s.toml"},
+        {"scene", "/nowhere/\x1B[2J.toml", "/nowhere/\\x1B[2J.toml"},
         {"path", "M 1 1 Q", "\"Path\""}}) {
     const std::string before = effect.parameter(name).text;
     effect.parameter(name).text = text;

@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstring>
+#include <functional>
 #include <stdexcept>
 
 #include "tests/render/frames.h"
@@ -105,8 +107,15 @@ TEST(Painter, PaintsTheSameBytesOnAnyNumberOfThreadsWithEveryInstructionSet) {
                                           << " threads, stream " << stream - 1);
           painter->useKernels(*kernels);
           tests::Frame painted = before;
-          painter->paint(targetOf(painted), compose);
+          std::vector<std::atomic<int>> done(static_cast<std::size_t>(trial.size.height));
+          const std::function<void(int, int)> countRows = [&](int begin, int end) {
+            for (int y = begin; y < end; ++y) ++done[static_cast<std::size_t>(y)];
+          };
+          PaintTarget target = targetOf(painted);
+          target.whenRowsAreDone = &countRows;
+          painter->paint(target, compose);
           expectSame(painted, expected);
+          EXPECT_EQ(std::count(done.begin(), done.end(), 1), trial.size.height);
         }
       }
     }

@@ -3,7 +3,6 @@
 
 #include <bit>
 #include <cstdint>
-#include <utility>
 
 #include "core/color.h"
 #include "core/numbers.h"
@@ -129,12 +128,11 @@ struct Pixels16 {
     }
   };
   static Pixels16 fromRaw(const Raw& raw) {
-    return {everySecond<0>(raw.low, raw.high, kSequence),
-            everySecond<1>(raw.low, raw.high, kSequence)};
+    return {L::template everySecond<0>(raw.low, raw.high),
+            L::template everySecond<1>(raw.low, raw.high)};
   }
   Raw raw() const {
-    return {interleave<0>(alphaRed, greenBlue, kSequence),
-            interleave<kLanes>(alphaRed, greenBlue, kSequence)};
+    return {L::template inTurn<0>(alphaRed, greenBlue), L::template inTurn<1>(alphaRed, greenBlue)};
   }
 
   static Float penScale(Float channel) { return channel * kDeepPerByte; }
@@ -154,20 +152,6 @@ struct Pixels16 {
 
   static Pixels16 select(Int mask, Pixels16 a, Pixels16 b) {
     return {mask ? a.alphaRed : b.alphaRed, mask ? a.greenBlue : b.greenBlue};
-  }
-
- private:
-  static constexpr int kLanes = L::kCount;
-  static constexpr std::make_integer_sequence<int, kLanes> kSequence{};
-
-  template <int kOffset, int... i>
-  static Word everySecond(Word low, Word high, std::integer_sequence<int, i...>) {
-    return __builtin_shufflevector(low, high, (2 * i + kOffset)...);
-  }
-  /// kLanes words of the sequence even[0], odd[0], even[1], odd[1] ... from word kFirst on.
-  template <int kFirst, int... i>
-  static Word interleave(Word even, Word odd, std::integer_sequence<int, i...>) {
-    return __builtin_shufflevector(even, odd, ((kFirst + i) / 2 + (kFirst + i) % 2 * kLanes)...);
   }
 };
 

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 namespace brisel {
 
@@ -81,6 +82,17 @@ struct Lanes {
   template <int kHalf>
   static void storePairs(Mask mask, void* origin, Word words) {
     Isa::template storePairs<kHalf>(mask, origin, reinterpret_cast<Words>(words));
+  }
+
+  /// Every second word of two vectors in a row, from the first (0) or the second (1) on.
+  template <int kFirst>
+  static Word everySecond(Word low, Word high) {
+    return everySecond<kFirst>(low, high, kSequence);
+  }
+  /// even[0], odd[0], even[1], odd[1] ...: the first (0) or second (1) vector of these words.
+  template <int kHalf>
+  static Word inTurn(Word even, Word odd) {
+    return inTurn<kHalf * kCount>(even, odd, kSequence);
   }
 
   /// table[index] in each lane; the table is as long as there are lanes, or of four, and each index
@@ -174,6 +186,18 @@ struct Lanes {
   static Int toIntSaturated(Float v) {
     constexpr float kMost = 2147483520.0f;
     return toInt(clamp(v, -kMost, kMost));
+  }
+
+ private:
+  static constexpr std::make_integer_sequence<int, kCount> kSequence{};
+
+  template <int kOffset, int... i>
+  static Word everySecond(Word low, Word high, std::integer_sequence<int, i...>) {
+    return __builtin_shufflevector(low, high, (2 * i + kOffset)...);
+  }
+  template <int kFirst, int... i>
+  static Word inTurn(Word even, Word odd, std::integer_sequence<int, i...>) {
+    return __builtin_shufflevector(even, odd, ((kFirst + i) / 2 + (kFirst + i) % 2 * kCount)...);
   }
 };
 
