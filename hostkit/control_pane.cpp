@@ -154,7 +154,6 @@ SPErr ControlPane::make(DRAWBOT_SupplierRef supplier, Object object, Ref* ref) {
   if (!isDrawing(supplier, supplier_) || ref == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
   *ref = nextRef<Ref>();
   objects_.emplace(*ref, std::move(object));
-  ++objectsMade_;
   return PF_Err_NONE;
 }
 

@@ -49,9 +49,7 @@ class ControlPane {
   // What was invalidated since the last call; an empty entry means the whole pane.
   std::vector<std::optional<PF_Rect>> takeInvalidated() { return std::exchange(invalidated_, {}); }
 
-  int calls() const { return calls_; }  // of any function of the user interface
-  int objectsMade() const { return objectsMade_; }
-  int liveObjects() const { return static_cast<int>(objects_.size()); }
+  int calls() const { return calls_; }                // of any function of the user interface
   int staleObjects() const { return staleObjects_; }  // uses of one that was released
   int wrongObjects() const { return wrongObjects_; }  // uses of another kind, or not from here
   // Of a context, drawing reference, supplier or surface that is not this event's.
@@ -99,7 +97,6 @@ class ControlPane {
   std::uintptr_t lastRef_ = 0;
   int failedCall_ = 0;
   int calls_ = 0;
-  int objectsMade_ = 0;
   int staleObjects_ = 0;
   int wrongObjects_ = 0;
   int wrongReferences_ = 0;

@@ -30,9 +30,6 @@ class HandleTable {
 
   int liveHandles() const;
   int outstandingLocks() const;
-  int staleHandles() const { return staleHandles_; }        // uses of a disposed handle
-  int unknownHandles() const { return unknownHandles_; }    // uses of one that is not from here
-  int unbalancedLocks() const { return unbalancedLocks_; }  // unlocked too often, disposed locked
   bool balanced() const;  // no lock outstanding and no misuse; handles may be live
 
  private:
@@ -49,9 +46,9 @@ class HandleTable {
   std::unordered_map<PF_Handle, std::unique_ptr<Block>> blocks_;
   int refusedAllocation_ = 0;
   bool refuseLocks_ = false;
-  int staleHandles_ = 0;
-  int unknownHandles_ = 0;
-  int unbalancedLocks_ = 0;
+  int staleHandles_ = 0;     // uses of a disposed handle
+  int unknownHandles_ = 0;   // uses of one that is not from here
+  int unbalancedLocks_ = 0;  // unlocked too often, disposed locked
 };
 
 }  // namespace hostkit

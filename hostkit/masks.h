@@ -49,12 +49,10 @@ class MaskTable {
   PF_Err pathIsInverted(PF_PathID id, PF_Boolean* inverted);
 
   int calls() const { return calls_; }  // of any of the above
-  int checkedOut() const { return static_cast<int>(outlines_.size()); }
   // Of an outline that is not out, under another mask's id, or said to be changed.
   int wrongCheckins() const { return wrongCheckins_; }
-  int staleOutlines() const { return staleOutlines_; }      // uses of one that was handed back
-  int unknownOutlines() const { return unknownOutlines_; }  // uses of one that is not from here
-  bool balanced() const;                                    // nothing out and no misuse
+  int staleOutlines() const { return staleOutlines_; }  // uses of one that was handed back
+  bool balanced() const;                                // nothing out and no misuse
 
  private:
   struct Mask {
@@ -79,7 +77,7 @@ class MaskTable {
   int calls_ = 0;
   int wrongCheckins_ = 0;
   int staleOutlines_ = 0;
-  int unknownOutlines_ = 0;
+  int unknownOutlines_ = 0;  // uses of one that is not from here
 };
 
 }  // namespace hostkit

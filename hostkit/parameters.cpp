@@ -143,7 +143,6 @@ PF_Err ParameterSet::updateUI(PF_ParamIndex index, const PF_ParamDef& def) {
   shown.ui_height = def.ui_height;
   shown.flags = def.flags;
   std::memcpy(shown.name, def.name, sizeof shown.name);
-  ++uiUpdates_;
   return PF_Err_NONE;
 }
 

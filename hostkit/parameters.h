@@ -91,7 +91,6 @@ class ParameterSet {
   // PF_Err_INVALID_INDEX for one that was not declared and PF_Err_BAD_CALLBACK_PARAM for another
   // type than was declared.
   PF_Err updateUI(PF_ParamIndex index, const PF_ParamDef& def);
-  int uiUpdates() const { return uiUpdates_; }
 
   // Around a command in which a module may change values: those it marks as changed stay and are
   // returned, all others are put back.
@@ -110,7 +109,6 @@ class ParameterSet {
   std::vector<PF_ParamDef> valuesBefore_;
   int openGroups_ = 0;
   bool changed_ = false;
-  int uiUpdates_ = 0;
 };
 
 }  // namespace hostkit

@@ -32,18 +32,17 @@ class SuiteLedger {
   // Behind the other suites: a call of one of the suite's functions.
   void noteCall(const SuiteName& suite);
 
-  int acquisitions() const { return acquisitions_; }              // all requests, refused ones too
-  int held() const;                                               // acquired and not yet released
-  int unbalancedReleases() const { return unbalancedReleases_; }  // of suites that are not held
-  int callsUnheld() const { return callsUnheld_; }                // into suites that are not held
-  bool balanced() const;                                          // nothing held and no misuse
+  int acquisitions() const { return acquisitions_; }  // all requests, refused ones too
+  int held() const;                                   // acquired and not yet released
+  int callsUnheld() const { return callsUnheld_; }    // into suites that are not held
+  bool balanced() const;                              // nothing held and no misuse
 
  private:
   std::map<SuiteName, const void*> tables_;
   std::map<SuiteName, int> holds_;
   int refusedAcquisition_ = 0;
   int acquisitions_ = 0;
-  int unbalancedReleases_ = 0;
+  int unbalancedReleases_ = 0;  // of suites that are not held
   int callsUnheld_ = 0;
 };
 

@@ -25,13 +25,6 @@ class TCRaster {
     return Contains(row, column) ? cells_[Index(row, column)] : outsideValue_;
   }
 
-  /// Returns false, and changes nothing, outside the grid.
-  bool SetCell(T value, std::int32_t row, std::int32_t column) {
-    if (!Contains(row, column)) return false;
-    cells_[Index(row, column)] = value;
-    return true;
-  }
-
   /// Replaces the grid by one with undefined contents. Returns false, and leaves the raster empty,
   /// when a dimension is below 1.
   bool Resize(std::int32_t rowCount, std::int32_t columnCount) {
@@ -58,13 +51,6 @@ class TCRaster {
     if (!CreateWithStride(rowCount, columnCount, stride)) return false;
     std::memcpy(cells_.get(), source, BlockSize(rowCount, stride) * sizeof(T));
     return true;
-  }
-
-  /// Returns the previous outside value.
-  T SetOutsideValue(T value) {
-    const T previous = outsideValue_;
-    outsideValue_ = value;
-    return previous;
   }
 
   /// Either output may be null.

@@ -1,8 +1,6 @@
 #include "effect/star_history.h"
 
-#include <algorithm>
 #include <iterator>
-#include <utility>
 
 #include "engine/particle.h"
 
@@ -12,11 +10,6 @@ namespace {
 std::size_t bytesOf(const Instance& instance) {
   constexpr std::size_t kPage = 4096;  // stars take whole ones; the rest of a state fits in another
   return static_cast<std::size_t>(instance.starCount()) * sizeof(Particle) + 2 * kPage;
-}
-
-/// The frame at which the stars begin anew.
-std::int32_t beginOf(std::int32_t frame) {
-  return frame - frame % StarHistory::kLongestWay;
 }
 
 }  // namespace

@@ -19,6 +19,9 @@ class StarHistory {
   /// Stars begin anew after so many frames, which bounds the way to any frame.
   static constexpr std::int32_t kLongestWay = 1'000'000;
 
+  /// The frame at which the stars of this one began.
+  static constexpr std::int32_t beginOf(std::int32_t frame) { return frame - frame % kLongestWay; }
+
   explicit StarHistory(std::size_t mostBytes = kDefaultBytes) : mostBytes_(mostBytes) {}
 
   /// Advances an instance by a frame that nobody sees.

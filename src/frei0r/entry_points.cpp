@@ -4,7 +4,6 @@ extern "C" {
 #include <frei0r.h>
 }
 
-#include <algorithm>
 #include <limits>
 #include <string>
 #include <variant>

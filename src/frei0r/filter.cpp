@@ -1,6 +1,5 @@
 #include "frei0r/filter.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <exception>

@@ -6,7 +6,6 @@
 
 #include "core/random.h"
 #include "plugin/controls/header.h"
-#include "plugin/controls/parameter_file.h"
 #include "plugin/controls/resource_image.h"
 #include "plugin/drawing_state.h"
 #include "plugin/module_folders.h"

@@ -20,7 +20,6 @@ struct Failure {
   int error;  // 0: comes short
 
   bool isOfMemory() const { return error == ENOMEM; }
-  bool isHarmless() const { return error == 0 || error == EINTR; }
 };
 
 const std::vector<Failure> kFailures = {

@@ -8,7 +8,6 @@ extern "C" {
 }
 
 #include <cstdint>
-#include <map>
 #include <string>
 #include <vector>
 

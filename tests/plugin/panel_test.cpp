@@ -1,5 +1,4 @@
 // The rows of presets, drawn, hovered and clicked by a host.
-#include <cstdint>
 #include <cstring>
 #include <functional>
 

@@ -1,8 +1,6 @@
 // One render is one step; only a render at time 0 or before starts over.
 #include <gtest/gtest.h>
 
-#include <vector>
-
 #include "tests/plugin/hosted_effect.h"
 
 namespace {

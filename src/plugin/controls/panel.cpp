@@ -1,6 +1,7 @@
 #include "plugin/controls/panel.h"
 
 #include "effect/parameters.h"
+#include "plugin/controls/preset_row.h"
 
 namespace brisel {
 namespace {

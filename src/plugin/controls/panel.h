@@ -1,8 +1,9 @@
 // The three custom controls of the effect.
 #pragma once
 
+#include "core/geometry.h"
 #include "plugin/controls/header.h"
-#include "plugin/controls/preset_row.h"
+#include "plugin/controls/preset_list.h"
 
 namespace brisel {
 

@@ -9,18 +9,18 @@ namespace {
 
 constexpr std::size_t kHeaderBytes = 54;
 
-std::int32_t field(const EmbeddedBitmap& bitmap, std::size_t offset) {
+std::int32_t field(std::span<const unsigned char> file, std::size_t offset) {
   std::int32_t value = 0;  // the file is little-endian, and so are the systems this is built for
-  std::memcpy(&value, bitmap.file.data() + offset, sizeof value);
+  std::memcpy(&value, file.data() + offset, sizeof value);
   return value;
 }
 
 }  // namespace
 
 bool readBitmapResource(int identifier, int width, int height, std::uint8_t* rows) {
-  const auto bitmap = findEmbeddedBitmap(identifier);
-  if (!bitmap || field(*bitmap, 18) != width || field(*bitmap, 22) != height) return false;
-  const auto pixels = bitmap->file.subspan(kHeaderBytes);
+  const auto file = embeddedBitmap(identifier);
+  if (file.empty() || field(file, 18) != width || field(file, 22) != height) return false;
+  const auto pixels = file.subspan(kHeaderBytes);
   if (pixels.size() < bitmapRowBytes(width) * static_cast<std::size_t>(height)) return false;
   std::memcpy(rows, pixels.data(), bitmapRowBytes(width) * static_cast<std::size_t>(height));
   return true;

@@ -1,6 +1,5 @@
 #include "plugin/resources/bitmaps.h"
 
-#include <cstddef>
 #include <cstdint>
 
 namespace {
@@ -19,13 +18,11 @@ extern "C" const DirectoryEntry kBriselBitmapDirectory[];
 
 namespace brisel {
 
-std::optional<EmbeddedBitmap> findEmbeddedBitmap(int identifier) {
+std::span<const unsigned char> embeddedBitmap(int identifier) {
   for (const DirectoryEntry* entry = kBriselBitmapDirectory; entry->identifier != 0; ++entry) {
-    if (entry->identifier == identifier) {
-      return EmbeddedBitmap{identifier, {kBriselBitmapFiles + entry->offset, entry->size}};
-    }
+    if (entry->identifier == identifier) return {kBriselBitmapFiles + entry->offset, entry->size};
   }
-  return std::nullopt;
+  return {};
 }
 
 }  // namespace brisel

@@ -2,16 +2,11 @@
 // resources.
 #pragma once
 
-#include <optional>
 #include <span>
 
 namespace brisel {
 
-struct EmbeddedBitmap {
-  int identifier;
-  std::span<const unsigned char> file;  ///< a whole BMP file: 24 bits, bottom row first
-};
-
-std::optional<EmbeddedBitmap> findEmbeddedBitmap(int identifier);
+/// A whole BMP file, of 24 bits and bottom row first; empty when there is no such bitmap.
+std::span<const unsigned char> embeddedBitmap(int identifier);
 
 }  // namespace brisel

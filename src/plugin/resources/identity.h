@@ -2,7 +2,6 @@
 // list repeats. The effect's names are where its parameters are.
 #pragma once
 
-#include "effect/parameters.h"
 #include "plugin/sdk/codes.h"
 
 namespace brisel {

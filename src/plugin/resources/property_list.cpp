@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "effect/parameters.h"
 #include "plugin/resources/identity.h"
 
 namespace brisel {
