@@ -55,14 +55,14 @@ void SnapshotsPanel::take() {
   const QImage small = image.scaled(kThumbnail, Qt::KeepAspectRatio, Qt::SmoothTransformation);
   auto* item = new QListWidgetItem(QIcon(QPixmap::fromImage(small)),
                                    QString("Snapshot %1").arg(list_->count() + 1), list_);
-  item->setData(kTextRole, preview_.document().text());
+  item->setData(kTextRole, QVariant::fromValue(preview_.document().placedText()));
   item->setFlags(item->flags() | Qt::ItemIsEditable);
   list_->setCurrentItem(item);
 }
 
-QString SnapshotsPanel::chosenText() const {
+PlacedText SnapshotsPanel::chosenText() const {
   const QListWidgetItem* item = list_->currentItem();
-  return item ? item->data(kTextRole).toString() : QString();
+  return item ? item->data(kTextRole).value<PlacedText>() : PlacedText();
 }
 
 }  // namespace desk

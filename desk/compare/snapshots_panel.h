@@ -18,7 +18,7 @@ class SnapshotsPanel : public QWidget {
 
  private:
   void take();
-  QString chosenText() const;  // empty when none is chosen
+  PlacedText chosenText() const;  // empty when none is chosen
 
   Preview& preview_;
   QListWidget* list_;

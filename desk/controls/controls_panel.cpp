@@ -23,10 +23,11 @@ using brisel::ParameterSpec;
 using brisel::ParamIndex;
 using brisel::ParamKind;
 
-enum Column { kName, kEditor, kButtons };
+enum Column { kName, kEditor };
 
 constexpr int kPictureTime = 40;  // milliseconds
-constexpr int kLeastWidth = 490;  // in which sliders can still be dragged
+constexpr int kSameTurn = 700;    // milliseconds, longer than until a held key repeats
+constexpr int kLeastWidth = 260;  // pixels; the panel scrolls what it has no room for
 constexpr char kKeyHere[] = "◆";
 constexpr char kNoKeyHere[] = "◇";
 constexpr char kReset[] = "↺";
@@ -67,7 +68,7 @@ ControlsPanel::ControlsPanel(Preview& preview, QWidget* parent)
   auto* resetAll = new QPushButton("Reset all");
   connect(resetAll, &QPushButton::clicked, this,
           [this] { preview_.document().resetAll(preview_.layer()); });
-  tree_->setColumnCount(3);
+  tree_->setColumnCount(2);
   tree_->setMinimumWidth(kLeastWidth);
   tree_->setHeaderHidden(true);
   tree_->setAccessibleName("Parameters");
@@ -86,10 +87,8 @@ ControlsPanel::ControlsPanel(Preview& preview, QWidget* parent)
   column->addLayout(top);
   column->addWidget(tree_, 1);
   addRows();
-  tree_->header()->setStretchLastSection(false);
   tree_->header()->setSectionResizeMode(kName, QHeaderView::ResizeToContents);
   tree_->header()->setSectionResizeMode(kEditor, QHeaderView::Stretch);
-  tree_->header()->setSectionResizeMode(kButtons, QHeaderView::ResizeToContents);
 
   connect(search_, &QLineEdit::textChanged, this, &ControlsPanel::find);
   // The picture comes first.
@@ -135,23 +134,18 @@ void ControlsPanel::addEditor(Row& row) {
   row.editor = ValueEditor::make(parameter, tree_);
   row.editor->setToolTip(row.item->toolTip(kName));
   connect(row.editor, &ValueEditor::edited, this,
-          [this, &document, index = row.parameter](const scene::ParamValue& value) {
-            Row& edited = *std::ranges::find(rows_, index, &Row::parameter);
-            edited.shown = value;
-            document.setValue(preview_.layer(), index, value, preview_.frame());
-            refreshRow(edited);  // which the document may have refused
-          });
+          [this, index = row.parameter](const scene::ParamValue& value) { take(index, value); });
   connect(row.editor, &ValueEditor::gestureBegan, &document, &SceneDocument::beginGesture);
   connect(row.editor, &ValueEditor::gestureEnded, &document, &SceneDocument::endGesture);
   connect(row.editor, &ValueEditor::gestureCanceled, &document, &SceneDocument::cancelGesture);
-  tree_->setItemWidget(row.item, kEditor, row.editor);
 
-  auto* buttons = new QWidget(tree_);
-  auto* line = new QHBoxLayout(buttons);
+  auto* editing = new QWidget(tree_);
+  auto* line = new QHBoxLayout(editing);
   line->setContentsMargins({});
   line->setSpacing(0);
+  line->addWidget(row.editor, 1);
   const auto addButton = [&](const QString& name, const QString& toolTip) {
-    auto* button = new QToolButton(buttons);
+    auto* button = new QToolButton(editing);
     button->setAutoRaise(true);
     button->setAccessibleName(name.arg(row.item->text(kName)));
     button->setToolTip(toolTip);
@@ -169,11 +163,16 @@ void ControlsPanel::addEditor(Row& row) {
   row.key->setCheckable(true);
   connect(row.key, &QToolButton::clicked, this,
           [this, index = row.parameter] { toggleKey(index); });
-  tree_->setItemWidget(row.item, kButtons, buttons);
+  tree_->setItemWidget(row.item, kEditor, editing);
 }
 
 void ControlsPanel::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
+  int least = 0;
+  for (const Row& row : rows_) {
+    if (row.editor) least = std::max(least, row.editor->parentWidget()->minimumSizeHint().width());
+  }
+  tree_->header()->setMinimumSectionSize(least);
   refresh();
 }
 
@@ -181,6 +180,23 @@ void ControlsPanel::refresh() {
   if (!isVisible()) return;
   for (Row& row : rows_) refreshRow(row);
   gray(preview_.document().values(preview_.layer(), preview_.frame()));
+}
+
+/// What a key that is held or a wheel turns in quick succession is one step.
+void ControlsPanel::take(ParamIndex parameter, const scene::ParamValue& value) {
+  SceneDocument& document = preview_.document();
+  if (turned_ == parameter && sinceTurn_.isValid() && !sinceTurn_.hasExpired(kSameTurn)) {
+    document.resumeGesture(gesture_);
+  } else {
+    gesture_ = document.beginGesture();
+  }
+  Row& edited = *std::ranges::find(rows_, parameter, &Row::parameter);
+  edited.shown = value;
+  document.setValue(preview_.layer(), parameter, value, preview_.frame());
+  document.endGesture();
+  turned_ = parameter;
+  sinceTurn_.start();
+  refreshRow(edited);  // which the document may have refused
 }
 
 void ControlsPanel::refreshRow(Row& row) {

@@ -1,6 +1,7 @@
 // All parameters of the layer shown, in the effect's own groups.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QWidget>
 #include <optional>
 #include <vector>
@@ -42,6 +43,7 @@ class ControlsPanel : public QWidget {
 
   void addRows();
   void addEditor(Row& row);
+  void take(brisel::ParamIndex parameter, const scene::ParamValue& value);
   void refresh();
   void refreshRow(Row& row);
   void gray(const brisel::Values& values);
@@ -54,6 +56,9 @@ class ControlsPanel : public QWidget {
   QTreeWidget* tree_;
   std::vector<Row> rows_;
   bool isSearching_ = false;
+  std::optional<brisel::ParamIndex> turned_;  // last, by that gesture
+  int gesture_ = 0;
+  QElapsedTimer sinceTurn_;
 };
 
 }  // namespace desk

@@ -133,12 +133,20 @@ const EffectPanel::Control* EffectPanel::controlAt(QPointF place) const {
 }
 
 void EffectPanel::mouseMoveEvent(QMouseEvent* event) {
-  const Control* control = controlAt(event->position());
-  if (!problem_.isEmpty() || !control) return;
+  hover(pointOf(event->position()));
+}
+
+void EffectPanel::leaveEvent(QEvent* /*event*/) {
+  hover({-1, -1});
+}
+
+/// All are told, as one that the pointer leaves is no longer lit.
+void EffectPanel::hover(PF_Point place) {
+  if (!problem_.isEmpty()) return;
   try {
-    const auto report =
-        effect_->session().hover(control->index, control->rect, pointOf(event->position()));
-    if (!report.invalidated.empty()) update();
+    for (const auto& [index, rect] : controls_) {
+      if (!effect_->session().hover(index, rect, place).invalidated.empty()) update();
+    }
   } catch (const std::exception& error) {
     fail(error);
   }
@@ -158,8 +166,12 @@ void EffectPanel::mousePressEvent(QMouseEvent* event) {
 
 /// What the effect has set is one of its presets, which a scene names.
 void EffectPanel::takeChanges(const hostkit::EventReport& report) {
-  if (report.changed.empty()) return;
   const hostkit::ParameterSet& parameters = std::as_const(*effect_).session().parameters();
+  const auto isNumber = [&](PF_ParamIndex index) {
+    return numberOf(parameters.value(index), brisel::parameterSpec(index).kind).has_value();
+  };
+  // Others alone are what the effect keeps of its own controls, as which thumbnails are in sight.
+  if (std::ranges::none_of(report.changed, isNumber)) return;
   const scene::PresetLibrary& library = preview_.document().presetLibrary();
   const auto isSet = [&](const scene::Preset& preset) {
     brisel::Values values(preview_.document().state()->plan.layer);

@@ -22,6 +22,7 @@ class EffectPanel : public QWidget {
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
 
  private:
   struct Control {
@@ -29,6 +30,7 @@ class EffectPanel : public QWidget {
     PF_Rect rect;
   };
 
+  void hover(PF_Point place);
   const Control* controlAt(QPointF place) const;
   void takeChanges(const hostkit::EventReport& report);
   void fail(const std::exception& error);

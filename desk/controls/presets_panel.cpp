@@ -2,6 +2,7 @@
 
 #include <QIcon>
 #include <QLabel>
+#include <QTextDocument>
 #include <QVBoxLayout>
 
 namespace desk {
@@ -38,7 +39,8 @@ QListWidget* PresetsPanel::rowOf(std::size_t row) {
     const QString name = QString::fromStdString(preset.name);
     auto* item =
         new QListWidgetItem(QIcon(QString::fromStdString(preset.thumbnail.string())), name, list);
-    item->setToolTip(QString::fromStdString(library.describe(preset)));
+    item->setToolTip(Qt::convertFromPlainText(QString::fromStdString(library.describe(preset)),
+                                              Qt::WhiteSpaceNormal));
     item->setData(kPresetRole, name);
   }
   const auto apply = [this](const QListWidgetItem* item) {

@@ -4,15 +4,14 @@
 #include <QColorDialog>
 #include <QComboBox>
 #include <QDial>
-#include <QDoubleSpinBox>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSlider>
-#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
-#include <functional>
+
+#include "desk/controls/fields.h"
 
 namespace desk {
 namespace {
@@ -24,56 +23,10 @@ using scene::ParamValue;
 constexpr double kFullTurn = 360;
 constexpr double kMostTurns = 1000;
 constexpr double kFarthestPoint = 10;  // frames away
-constexpr int kNumberCells = 12;       // as wide as digits: a number, its unit and its arrows
-constexpr int kLeastSlider = 60;       // pixels
-
-/// Turning the wheel over a panel scrolls it, and changes only what has the focus.
-class WheelGuard : public QObject {
- public:
-  using QObject::QObject;
-
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    const auto* widget = qobject_cast<QWidget*>(watched);
-    if (event->type() != QEvent::Wheel || !widget || widget->hasFocus()) return false;
-    event->ignore();
-    return true;
-  }
-};
-
-void guard(QWidget* widget) {
-  widget->setFocusPolicy(Qt::StrongFocus);
-  widget->installEventFilter(new WheelGuard(widget));
-}
-
-QString suffixOf(brisel::ParamUnit unit) {
-  switch (unit) {
-    case brisel::ParamUnit::Percent:
-      return QStringLiteral(" %");
-    case brisel::ParamUnit::Degrees:
-      return QStringLiteral("°");
-    case brisel::ParamUnit::Frames:
-      return QStringLiteral(" fr");
-    case brisel::ParamUnit::Pixels:
-      return QStringLiteral(" px");
-    default:
-      return {};
-  }
-}
-
-QDoubleSpinBox* numberField(const ParameterSpec& parameter, QWidget* parent) {
-  auto* field = new QDoubleSpinBox(parent);
-  field->setAccessibleName(QString::fromUtf8(parameter.label));
-  field->setKeyboardTracking(false);  // a number counts once it is written
-  field->setSuffix(suffixOf(parameter.unit));
-  guard(field);
-  return field;
-}
-
-/// So that they stand in line.
-int widthOfNumbers(const QWidget& field) {
-  return kNumberCells * field.fontMetrics().horizontalAdvance(QLatin1Char('0'));
-}
+// Pixels, where the panel is narrow.
+constexpr int kLeastSlider = 60;
+constexpr int kLeastPointField = 72;
+constexpr int kLeastMenuCells = 8;  // letters of an item
 
 class NumberEditor : public ValueEditor {
  public:
@@ -86,7 +39,7 @@ class NumberEditor : public ValueEditor {
     slider_->setPageStep(std::max((slider_->maximum() - slider_->minimum()) / 20, 1));
     slider_->setAccessibleName(field_->accessibleName());
     slider_->setMinimumWidth(kLeastSlider);
-    guard(slider_);
+    guardFromWheel(slider_);
     field_->setDecimals(parameter.kind == ParamKind::Number ? 2 : 0);
     field_->setRange(parameter.validMin, parameter.validMax);
     field_->setFixedWidth(widthOfNumbers(*field_));
@@ -129,7 +82,7 @@ class AngleEditor : public ValueEditor {
     dial_->setWrapping(true);
     dial_->setFixedSize(40, 40);
     dial_->setAccessibleName(field_->accessibleName());
-    guard(dial_);
+    guardFromWheel(dial_);
     field_->setSuffix(QStringLiteral("°"));
     field_->setFixedWidth(widthOfNumbers(*field_));
     field_->setRange(-kMostTurns * kFullTurn, kMostTurns * kFullTurn);
@@ -194,7 +147,9 @@ class MenuEditor : public ValueEditor {
   MenuEditor(const ParameterSpec& parameter, QWidget* parent)
       : ValueEditor(parent), menu_(new QComboBox(this)) {
     menu_->setAccessibleName(QString::fromUtf8(parameter.label));
-    guard(menu_);
+    guardFromWheel(menu_);
+    menu_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    menu_->setMinimumContentsLength(kLeastMenuCells);
     for (const std::string& item : scene::itemsOf(parameter)) {
       menu_->addItem(QString::fromStdString(item));
     }
@@ -283,6 +238,7 @@ class PointEditor : public ValueEditor {
     field->setDecimals(4);
     field->setSingleStep(0.01);
     field->setRange(-kFarthestPoint, kFarthestPoint);
+    field->setMinimumWidth(kLeastPointField);
     connect(field, &QDoubleSpinBox::valueChanged, this, [this] {
       emit edited({x_->value(), y_->value()});
     });

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QObject>
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QUuid>
@@ -28,18 +29,21 @@ std::unique_ptr<QLockFile> lockOf(const QString& file) {
 RecoveryFile::~RecoveryFile() = default;
 
 /// The first line is the path of the scene's file, the others are its text.
-void RecoveryFile::write(const QString& path, const QString& text) {
+QString RecoveryFile::write(const QString& path, const QString& text) {
   if (file_.isEmpty()) {
-    if (!QDir().mkpath(folder().path())) return;
+    if (!QDir().mkpath(folder().path())) {
+      return QObject::tr("the folder \"%1\" cannot be made").arg(folder().path());
+    }
     file_ = folder().filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) +
                               QLatin1String(kSuffix));
     lock_ = lockOf(file_);
     lock_->tryLock();
   }
   QSaveFile file(file_);
-  if (!file.open(QIODevice::WriteOnly)) return;
-  file.write((path + QLatin1Char('\n') + text).toUtf8());
-  if (file.flush()) file.commit();
+  const QByteArray bytes = (path + QLatin1Char('\n') + text).toUtf8();
+  const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() &&
+                         file.flush() && file.commit();
+  return isWritten ? QString() : file.errorString();
 }
 
 void RecoveryFile::remove() {

@@ -24,8 +24,8 @@ class RecoveryFile {
  public:
   ~RecoveryFile();
 
-  /// Fails silently: nothing is lost yet.
-  void write(const QString& path, const QString& text);
+  /// Why it could not; empty when it could. What was written before is kept then.
+  QString write(const QString& path, const QString& text);
   void remove();
 
   /// One that a process has left that runs no longer; it stays on the disk, for no other process

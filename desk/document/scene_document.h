@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "desk/document/placed_text.h"
 #include "desk/document/recovery_file.h"
 #include "desk/document/scene_state.h"
 #include "desk/document/scene_text.h"
@@ -73,9 +74,12 @@ class SceneDocument : public QObject {
   // --- What it says now.
 
   QUndoStack& undoStack() { return undoStack_; }
-  const QString& text() const { return text_; }
-  /// The last text that is a sound scene, for as long as the newest is not. Never null.
-  const SharedState& state() const { return state_; }
+  const QString& text() const { return now_->text; }
+  /// To be kept, and handed back to stateOf() or setText() wherever the scene is then.
+  const PlacedText& placedText() const { return *now_; }
+  /// This and all below is of the last text that is a sound scene, for as long as the newest is
+  /// not. Never null.
+  const SharedState& state() const;
   /// Why the newest text is none, with file and line; empty when it is one. Edits fail then, and
   /// undo, redo and reloading are what helps.
   const QString& textProblem() const { return textProblem_; }
@@ -122,6 +126,10 @@ class SceneDocument : public QObject {
   /// All of them at once.
   void setKeys(int layer, brisel::ParamIndex parameter, const std::vector<ParamKey>& keys,
                const QString& label);
+  /// Those of several parameters as one step.
+  void setKeys(int layer,
+               const std::vector<std::pair<brisel::ParamIndex, std::vector<ParamKey>>>& keys,
+               const QString& label);
 
   /// Back to what the presets or the effect say.
   void reset(int layer, brisel::ParamIndex parameter);
@@ -151,11 +159,13 @@ class SceneDocument : public QObject {
   void setDepth(int bits);                       // 8 or 16
 
   /// The whole text, as one step: for snapshots.
-  void setText(const QString& text, const QString& label);
+  void setText(const PlacedText& text, const QString& label);
 
   /// What comes until endGesture() is one step, with the label of its first edit. A gesture within
   /// another is a part of it.
-  void beginGesture();
+  int beginGesture();
+  /// Goes on with one that has ended, where its step is still the last; else as beginGesture().
+  void resumeGesture(int gesture);
   void endGesture();
   /// Instead of its end: takes back what came since its beginning.
   void cancelGesture();
@@ -165,22 +175,25 @@ class SceneDocument : public QObject {
   /// The scene as it was before the last step; null where there is none or its text is not sound.
   SharedState stateBeforeLastStep() const;
   /// The state of a text as this document would have it; null where it is not sound.
-  SharedState stateOf(const QString& text) const;
+  SharedState stateOf(const PlacedText& text) const;
 
   // --- What survives a crash.
 
   /// A scene that an earlier run did not save, if there is one: until it is restored or discarded.
   static std::optional<Recovered> findRecovered() { return RecoveryFile::findOne(); }
   static void discard(const Recovered& recovered) { RecoveryFile::discard(recovered); }
-  /// Opens the scene with its unsaved text.
+  /// Opens the scene, where it is another, with its unsaved text, which undo takes back.
   void restore(const Recovered& recovered);
 
+  /// Follows the file where no system tells of changes, as on some networks.
+  void lookAtDisk();
   /// Takes what is on the disk in place of unsaved changes, which undo brings back; the answer to
-  /// changedOnDisk().
+  /// changedOnDisk(). Where that is no text, nothing is taken.
   void reload();
 
  signals:
-  /// Text, values or layers are others than before; state() is new where the text is sound.
+  /// Text, values or layers are others than before, or others than an edit would have had them that
+  /// was refused; state() is new where the text is sound.
   void changed();
   /// Another file, or none: path(), name() and all that was said before is gone.
   void replaced();
@@ -205,9 +218,10 @@ class SceneDocument : public QObject {
   std::shared_ptr<const Parsed> parsed(const QString& text,
                                        const std::filesystem::path& file) const;
   void keep(std::shared_ptr<const Parsed> parsed) const;
-  void take(const QString& text);
+  void take(std::shared_ptr<PlacedText> text);
   void edit(const QString& label,
             const std::function<std::string(const SceneText& text)>& makeText);
+  void refuse(const QString& why);
   void push(const QString& text, const QString& label);
   static SceneText withText(const SceneText& old, std::string text);
   std::string withValueAt(const SceneText& text, int layer, brisel::ParamIndex parameter,
@@ -218,8 +232,8 @@ class SceneDocument : public QObject {
   LayerChoice ownerOf(int layer, brisel::ParamIndex parameter) const;
   LayerChoice ownerOfMask(int layer) const;
   void watch();
-  void lookAtDisk();
-  void keepForRecovery();
+  void loseDisk(const QString& why);
+  bool keepForRecovery();
   void forgetRecovery();
 
   scene::PresetLibrary presets_;
@@ -229,15 +243,16 @@ class SceneDocument : public QObject {
   QString path_;
   QString input_;
   std::vector<std::string> allowed_;
-  QString text_;
+  std::shared_ptr<PlacedText> now_ = std::make_shared<PlacedText>();
   QString textProblem_;
-  std::shared_ptr<const Parsed> parsed_;  // of text_; null while it is no sound scene
-  SharedState state_;
+  std::shared_ptr<const Parsed> parsed_;                    // the last that was sound; never null
   mutable std::deque<std::shared_ptr<const Parsed>> kept_;  // the newest first
   int gesturesOpen_ = 0;
   int gesture_ = 0;  // the one going on; 0 between them
   int gestures_ = 0;
-  QByteArray onDisk_;
+  QByteArray onDisk_;        // what the file has, as far as is known; or null
+  QString diskProblem_;      // why it cannot be read, once that is told
+  QString recoveryProblem_;  // the same of writing what is kept for a crash
   QFileSystemWatcher* watcher_;
   QTimer* settling_;       // of the file on disk
   QTimer* untilRecovery_;  // is written

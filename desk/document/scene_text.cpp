@@ -2,33 +2,13 @@
 
 #include <algorithm>
 
-#include "desk/document/toml_edit.h"
+#include "desk/document/scene_tables.h"
 #include "desk/document/value_text.h"
-#include "scene/file_access.h"
-#include "scene/text/errors.h"
 
 namespace desk {
 namespace {
 
-using scene::WorkError;
 using Span = TomlEdit::Span;
-
-const toml::array* layersOf(const TomlEdit& toml) {
-  return toml.root()["layer"].as_array();
-}
-
-const toml::table& layerOf(const TomlEdit& toml, std::size_t layer) {
-  return *(*layersOf(toml))[layer].as_table();
-}
-
-/// The root, or the layer's table.
-const toml::table& ownerOf(const TomlEdit& toml, LayerChoice layer) {
-  return layer ? layerOf(toml, *layer) : toml.root();
-}
-
-const toml::table* tableIn(const toml::table& owner, std::string_view name) {
-  return owner[name].as_table();
-}
 
 const toml::node* paramIn(const TomlEdit& toml, LayerChoice layer, brisel::ParamIndex parameter) {
   const toml::table* params = tableIn(ownerOf(toml, layer), "params");
@@ -38,13 +18,6 @@ const toml::node* paramIn(const TomlEdit& toml, LayerChoice layer, brisel::Param
 bool isKeys(const toml::node& node) {
   const toml::array* array = node.as_array();
   return array && !array->empty() && array->front().is_table();
-}
-
-void checkHeader(const TomlEdit& toml, std::size_t layer) {
-  if (toml.hasHeader(layerOf(toml, layer))) return;
-  throw WorkError(
-      "the layers are written in one line, which cannot be edited here; write each as "
-      "[[layer]]");
 }
 
 /// A table of that name where there was none: among the layer's, or before all layers.
@@ -111,72 +84,6 @@ std::string inBrackets(const std::vector<std::string>& elements) {
   std::string text = "[ ";
   for (const std::string& element : elements) text += (text.size() > 2 ? ", " : "") + element;
   return text + " ]";
-}
-
-/// Throws where an edit would leave no TOML: the text is written in a way that it did not foresee.
-std::string checked(std::string text, const std::filesystem::path& file) {
-  try {
-    const TomlEdit parsed(text, file);
-  } catch (const WorkError&) {
-    throw WorkError("the scene is written in a way that this cannot be changed in; edit its text");
-  }
-  return text;
-}
-
-/// All lines of a layer, which nothing else may stand between.
-Span blockOfLayer(const TomlEdit& toml, std::size_t layer) {
-  checkHeader(toml, layer);
-  const Span block = toml.blockOf(layerOf(toml, layer));
-  for (const auto& [key, node] : toml.root()) {
-    const std::size_t at = toml.offsetOf(key.source().begin);
-    if (key != "layer" && at > block.begin && at < block.end) {
-      throw WorkError("[" + std::string(key.str()) +
-                      "] stands between the lines of a layer, which "
-                      "cannot be moved or removed here; put it above all layers");
-    }
-  }
-  return block;
-}
-
-/// The lines of a table, taken out of the text: with another header, to be put elsewhere.
-std::string cutTable(TomlEdit& toml, const std::filesystem::path& file, const toml::table& table,
-                     const std::string& header) {
-  if (!toml.hasHeader(table)) {
-    throw WorkError(
-        "a table of the scene is written without a header, which cannot be moved here; "
-        "edit its text");
-  }
-  const Span block = toml.blockOf(table);
-  const Span old = toml.spanOf(table);
-  const std::string& text = toml.text();
-  std::string lines = text.substr(block.begin, old.begin - block.begin) + header +
-                      text.substr(old.end, block.end - old.end);
-  toml = TomlEdit(toml.withoutLines(block), file);
-  return lines;
-}
-
-/// A value that names a file, and for masks a path in it.
-struct FileName {
-  const toml::node* node;
-  std::string file;
-  std::string part;  // "#star"
-};
-
-std::vector<FileName> fileNames(const TomlEdit& toml) {
-  std::vector<FileName> names;
-  const auto take = [&](const toml::table* table, const char* key) {
-    const toml::value<std::string>* value = table ? (*table)[key].as_string() : nullptr;
-    if (!value) return;
-    const std::string& text = value->get();
-    const bool isMask = key == std::string_view("mask");
-    const std::size_t end = isMask ? text.rfind('#') : std::string::npos;
-    names.push_back({value, text.substr(0, end), end < text.size() ? text.substr(end) : ""});
-  };
-  take(tableIn(toml.root(), "scene"), "input");
-  take(tableIn(toml.root(), "scene"), "mask");
-  const toml::array* layers = layersOf(toml);
-  for (std::size_t i = 0; layers && i < layers->size(); ++i) take((*layers)[i].as_table(), "mask");
-  return names;
 }
 
 }  // namespace
@@ -311,87 +218,6 @@ std::string SceneText::withSceneKey(std::string_view key, std::string_view value
   }
   return checked(toml_->withLinesAt(at, "[scene]\n" + name + " = " + std::string(value) + "\n"),
                  file_);
-}
-
-std::vector<std::filesystem::path> SceneText::files() const {
-  std::vector<std::filesystem::path> files;
-  for (const FileName& name : fileNames(*toml_)) {
-    files.push_back(scene::fileNamedBy(file_, name.file));
-  }
-  return files;
-}
-
-std::string SceneText::withFilesFrom(const std::filesystem::path& folder) const {
-  std::vector<FileName> names = fileNames(*toml_);
-  const auto offset = [&](const FileName& name) { return toml_->spanOf(*name.node).begin; };
-  std::ranges::sort(names, std::ranges::greater(), offset);  // those in front stay where they are
-  std::string moved = text();
-  for (const FileName& name : names) {
-    const auto file = std::filesystem::absolute(scene::fileNamedBy(file_, name.file));
-    const bool isAbsolute = std::filesystem::path(name.file).is_absolute();
-    if (isAbsolute && !scene::liesBelow(file, folder)) continue;
-    const std::string seen = file.lexically_normal().lexically_relative(folder).string();
-    const Span span = toml_->spanOf(*name.node);
-    moved.replace(span.begin, span.end - span.begin, tomlString(seen + name.part));
-  }
-  return checked(std::move(moved), file_);
-}
-
-/// What the scene says for its one layer becomes what that layer says itself.
-std::string SceneText::withLayerOfItsOwn(std::string_view name) const {
-  TomlEdit toml(text(), file_);
-  std::string layer = "[[layer]]\nname = " + tomlString(name) + "\n";
-  for (const char* key : {"presets", "mask"}) {
-    const toml::table* table = tableIn(toml.root(), "scene");
-    const toml::node* node = table ? table->get(key) : nullptr;
-    if (!node) continue;
-    layer += std::string(key) + " = " + toml.textOf(*node) + "\n";
-    toml = TomlEdit(toml.withoutEntry(*table, key), file_);
-  }
-  for (const char* key : {"params", "mask"}) {
-    const toml::table* table = tableIn(toml.root(), key);
-    if (!table) continue;
-    layer += "\n" + cutTable(toml, file_, *table, "[layer." + std::string(key) + "]");
-    if (layer.back() != '\n') layer += '\n';
-  }
-  return checked(toml.withLinesAt(toml.text().size(), layer), file_);
-}
-
-std::string SceneText::withNewLayer(std::string_view name) const {
-  SceneText now = *this;
-  if (layerCount() == 0) now = SceneText(withLayerOfItsOwn("Layer 1"), file_);
-  const std::size_t at = now.toml_->blockOf(layerOf(*now.toml_, now.layerCount() - 1)).end;
-  return checked(now.toml_->withLinesAt(at, "[[layer]]\nname = " + tomlString(name) + "\n"), file_);
-}
-
-std::string SceneText::withoutLayer(std::size_t layer) const {
-  const Span block = blockOfLayer(*toml_, layer);
-  return checked(toml_->withoutLines(block), file_);
-}
-
-std::string SceneText::withLayerName(std::size_t layer, std::string_view name) const {
-  const toml::table& table = layerOf(*toml_, layer);
-  return checked(name.empty() ? toml_->withoutEntry(table, "name")
-                              : toml_->withEntry(table, "name", tomlString(name)),
-                 file_);
-}
-
-std::string SceneText::withLayerMoved(std::size_t layer, std::size_t to) const {
-  std::vector<Span> blocks;
-  std::vector<std::string> texts;
-  for (std::size_t i = 0; i < layerCount(); ++i) {
-    blocks.push_back(blockOfLayer(*toml_, i));
-    texts.push_back(text().substr(blocks[i].begin, blocks[i].end - blocks[i].begin));
-    if (texts[i].back() != '\n') texts[i] += '\n';
-  }
-  std::string moved = std::move(texts[layer]);
-  texts.erase(texts.begin() + static_cast<std::ptrdiff_t>(layer));
-  texts.insert(texts.begin() + static_cast<std::ptrdiff_t>(to), std::move(moved));
-  std::string result = text();
-  for (std::size_t i = blocks.size(); i-- > 0;) {
-    result.replace(blocks[i].begin, blocks[i].end - blocks[i].begin, texts[i]);
-  }
-  return checked(std::move(result), file_);
 }
 
 }  // namespace desk

@@ -31,6 +31,23 @@ bool isSame(const scene::Ease& a, const scene::Ease& b) {
 
 }  // namespace
 
+scene::ParamValue personsValue(const brisel::Values& values, brisel::ParamIndex parameter,
+                               brisel::FrameSize frame) {
+  constexpr double kOne = 65536;
+  switch (brisel::parameterSpec(parameter).kind) {
+    case brisel::ParamKind::Color: {
+      const brisel::ByteColor color = values.color(parameter);
+      return {static_cast<double>(color.red), static_cast<double>(color.green),
+              static_cast<double>(color.blue)};
+    }
+    case brisel::ParamKind::Point:
+      return {values[parameter].number / kOne / frame.width,
+              values[parameter].y / kOne / frame.height};
+    default:
+      return {values.number(parameter)};
+  }
+}
+
 std::string tomlString(std::string_view text) {
   std::string result = "\"";
   for (const char c : text) {

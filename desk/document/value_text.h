@@ -1,15 +1,20 @@
-// Values as people write them in a scene.
+// Values as people have and write them in a scene.
 #pragma once
 
 #include <string>
 #include <string_view>
 
 #include "effect/parameters.h"
+#include "effect/values.h"
 #include "scene/keyframe.h"
 #include "scene/mask.h"
 #include "scene/parameter_values.h"
 
 namespace desk {
+
+/// In the units of a person: see scene::ParamValue. Points are fractions of the frame.
+scene::ParamValue personsValue(const brisel::Values& values, brisel::ParamIndex parameter,
+                               brisel::FrameSize frame);
 
 /// TOML for text in quotes.
 std::string tomlString(std::string_view text);

@@ -12,6 +12,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSpinBox>
+#include <algorithm>
 #include <system_error>
 
 #include "cli/media/output_files.h"
@@ -54,11 +55,12 @@ std::vector<std::filesystem::path> outputsThere(const cli::OutputOptions& output
 
 }  // namespace
 
-ExportDialog::ExportDialog(const SceneDocument& document, ExportQueue& queue, cli::FrameRange range,
-                           QWidget* parent)
+ExportDialog::ExportDialog(const SceneDocument& document, ExportQueue& queue, ExportMemory& memory,
+                           cli::FrameRange range, QWidget* parent)
     : QDialog(parent),
       document_(document),
       queue_(queue),
+      memory_(memory),
       format_(new QComboBox),
       output_(new QLineEdit),
       first_(new QSpinBox),
@@ -67,17 +69,10 @@ ExportDialog::ExportDialog(const SceneDocument& document, ExportQueue& queue, cl
   setWindowTitle("Export");
   for (const Format& format : kFormats) format_->addItem(format.name);
   for (const char* scale : kScales) scale_->addItem(scale);
-  const int end = document.state()->plan.frames - 1;
-  for (QSpinBox* field : {first_, last_}) field->setRange(0, end);
-  first_->setValue(range.first);
-  last_->setValue(range.last);
+  fill(range);
   connect(first_, &QSpinBox::valueChanged, last_, &QSpinBox::setMinimum);
   first_->setAccessibleName("First frame");
   last_->setAccessibleName("Last frame");
-  const QFileInfo scene(document.path());
-  const QString folder = document.path().isEmpty() ? QDir::homePath() : scene.absolutePath();
-  const QString stem = document.path().isEmpty() ? "stars" : scene.completeBaseName();
-  output_->setText(QDir(folder).filePath(stem + kFormats[0].ending));
 
   auto* browse = new QPushButton("Browse…");
   auto* file = new QHBoxLayout;
@@ -104,6 +99,27 @@ ExportDialog::ExportDialog(const SceneDocument& document, ExportQueue& queue, cl
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }
 
+/// As the scene was exported last, or else any.
+void ExportDialog::fill(cli::FrameRange range) {
+  const int end = document_.state()->plan.frames - 1;
+  for (QSpinBox* field : {first_, last_}) field->setRange(0, end);
+  first_->setValue(range.first);
+  last_->setValue(range.last);
+  const ExportChoice last = memory_.of(document_.path());
+  format_->setCurrentIndex(std::max(0, format_->findText(last.format)));
+  scale_->setCurrentIndex(std::max(0, scale_->findText(last.scale)));
+  const bool isSaved = !document_.path().isEmpty();
+  const QFileInfo scene(document_.path());
+  QString folder = last.folder;
+  if (folder.isEmpty()) folder = isSaved ? scene.absolutePath() : QDir::homePath();
+  QString name = last.name;
+  if (name.isEmpty()) {
+    name =
+        (isSaved ? scene.completeBaseName() : "stars") + kFormats[format_->currentIndex()].ending;
+  }
+  output_->setText(QDir(folder).filePath(name));
+}
+
 void ExportDialog::browse() {
   const QString chosen =
       QFileDialog::getSaveFileName(this, "Export as", output_->text(), QString(), nullptr,
@@ -125,8 +141,7 @@ void ExportDialog::takeFormat() {
 void ExportDialog::add() {
   ExportJob job;
   job.name = document_.name();
-  job.text = document_.text();
-  job.scenePath = document_.path();
+  job.scene = document_.placedText();
   job.output = QFileInfo(output_->text()).absoluteFilePath();
   const cli::ScenePlan& plan = document_.state()->plan;
   const cli::FrameRange range{first_->value(), last_->value()};
@@ -145,8 +160,7 @@ void ExportDialog::add() {
       job.arguments << "--overwrite";
     }
   } catch (const std::exception& error) {
-    QMessageBox::warning(this, windowTitle(), QString::fromUtf8(error.what()));
-    return;
+    return warn(QString::fromUtf8(error.what()));
   }
   job.frames = range.count();
   if (job.frames != plan.frames) {
@@ -154,19 +168,34 @@ void ExportDialog::add() {
   }
   if (!output.codec.empty()) job.arguments << "--codec" << format.codec;
   if (scale_->currentIndex() > 0) job.arguments << "--scale" << scale_->currentText();
-  for (const std::string& folder : document_.allowed()) {
-    job.arguments << "--allow" << QString::fromStdString(folder);
+  for (const std::string& allowed : document_.allowed()) {
+    const QString folder = QString::fromStdString(allowed);
+    if (QFileInfo(folder).isDir()) job.arguments << "--allow" << folder;
   }
   if (!document_.input().isEmpty()) job.arguments << "--input" << document_.input();
+  const QFileInfo file(job.output);
+  memory_.keep(document_.path(), {.format = format_->currentText(),
+                                  .folder = file.absolutePath(),
+                                  .name = file.fileName(),
+                                  .scale = scale_->currentText()});
   queue_.add(std::move(job));
   accept();
+}
+
+void ExportDialog::warn(const QString& sentence) {
+  QMessageBox box(QMessageBox::Warning, windowTitle(), sentence, QMessageBox::Ok, this);
+  box.setTextFormat(Qt::PlainText);
+  box.exec();
 }
 
 bool ExportDialog::mayReplace(const std::vector<std::filesystem::path>& files) {
   const QString name = QString::fromStdString(files.front().filename().string());
   const QString what =
       files.size() == 1 ? name : QString("%1 and %2 more").arg(name).arg(files.size() - 1);
-  return QMessageBox::question(this, windowTitle(), "Replace " + what + "?") == QMessageBox::Yes;
+  QMessageBox box(QMessageBox::Question, windowTitle(), "Replace " + what + "?",
+                  QMessageBox::Yes | QMessageBox::No, this);
+  box.setTextFormat(Qt::PlainText);
+  return box.exec() == QMessageBox::Yes;
 }
 
 }  // namespace desk

@@ -6,6 +6,7 @@
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryFile>
+#include <QTextDocument>
 #include <algorithm>
 #include <csignal>
 
@@ -91,6 +92,7 @@ QVariant ExportQueue::data(const QModelIndex& index, int role) const {
     case Qt::AccessibleTextRole:
       return tr("%1: %2").arg(QFileInfo(shown.output).fileName(), stateText(shown));
     case Qt::ToolTipRole:
+      return Qt::convertFromPlainText(shown.output, Qt::WhiteSpaceNormal);
     case kOutputRole:
       return shown.output;
     case kStateRole:
@@ -106,21 +108,29 @@ QVariant ExportQueue::data(const QModelIndex& index, int role) const {
   }
 }
 
-/// The scene is rendered from a copy beside its file, so that what it refers to is found.
+/// The scene is rendered from a copy beside its file, so that what it refers to is found; where
+/// none can be there, from one elsewhere that names the same files. Why neither can be, or nothing.
+QString ExportQueue::writeScene(const PlacedText& scene) {
+  QString why;
+  for (const QString& folder : {QFileInfo(scene.path).absolutePath(), QDir::tempPath()}) {
+    if (scene.path.isEmpty() && folder != QDir::tempPath()) continue;
+    scene_ = std::make_unique<QTemporaryFile>(folder + QStringLiteral("/.brisel-XXXXXX.toml"));
+    if (scene_->open()) {
+      const QByteArray text = seenFrom(scene_->fileName(), scene).toUtf8();
+      if (scene_->write(text) == text.size() && scene_->flush()) return {};
+    }
+    why = tr("the scene cannot be written into \"%1\": %2").arg(folder, scene_->errorString());
+  }
+  return why;
+}
+
 void ExportQueue::startNext() {
   if (running_ >= 0) return;
   const auto next = std::ranges::find(jobs_, ExportJob::State::kWaiting, &ExportJob::state);
   if (next == jobs_.end()) return;
   const int row = static_cast<int>(next - jobs_.begin());
-  const QString folder =
-      next->scenePath.isEmpty() ? QDir::tempPath() : QFileInfo(next->scenePath).absolutePath();
-  scene_ = std::make_unique<QTemporaryFile>(folder + QStringLiteral("/.brisel-XXXXXX.toml"));
-  const QByteArray text = next->text.toUtf8();
-  if (!scene_->open() || scene_->write(text) != text.size() || !scene_->flush()) {
-    return end(
-        row, ExportJob::State::kFailed,
-        tr("the scene cannot be written into \"%1\": %2").arg(folder, scene_->errorString()));
-  }
+  const QString why = writeScene(next->scene);
+  if (!why.isEmpty()) return end(row, ExportJob::State::kFailed, why);
   const QString brisel = program();
   if (brisel.isEmpty()) {
     scene_.reset();
@@ -137,10 +147,13 @@ void ExportQueue::startNext() {
   });
   process_->setStandardInputFile(QProcess::nullDevice());
   process_->setStandardOutputFile(QProcess::nullDevice());
-  process_->start(brisel,
-                  QStringList{QStringLiteral("render"), scene_->fileName(), QStringLiteral("-o"),
-                              next->output, QStringLiteral("--progress"), QStringLiteral("0.2")} +
-                      next->arguments);
+  QStringList words{QStringLiteral("render"),     scene_->fileName(),
+                    QStringLiteral("-o"),         next->output,
+                    QStringLiteral("--progress"), QStringLiteral("0.2")};
+  // What it may read of its own folder it may wherever the copy is.
+  const QString own = QString::fromStdString(sceneFile(next->scene.path).parent_path().string());
+  if (QFileInfo(own).isDir()) words << QStringLiteral("--allow") << own;
+  process_->start(brisel, words + next->arguments);
   tellChange(row);
 }
 
@@ -178,6 +191,8 @@ void ExportQueue::takeEnd() {
   QString message = std::exchange(lastLine_, QString());
   message.remove(QRegularExpression(QStringLiteral("^brisel: ")));
   message.replace(scene_->fileName(), job(row).name);
+  const QString output = QFileInfo(job(row).output).fileName() + QStringLiteral(": ");
+  if (message.startsWith(output)) message.remove(0, output.size());  // which lists name anyway
   scene_.reset();
   process_.release()->deleteLater();  // which this is a call of
   if (isDone) {

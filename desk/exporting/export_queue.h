@@ -9,6 +9,8 @@
 #include <memory>
 #include <vector>
 
+#include "desk/document/placed_text.h"
+
 class QTemporaryFile;
 
 namespace desk {
@@ -16,9 +18,8 @@ namespace desk {
 struct ExportJob {
   enum class State { kWaiting, kRunning, kDone, kFailed, kCanceled };
 
-  QString name;           // of the scene, for the list
-  QString text;           // of the scene
-  QString scenePath;      // beside which its input and masks lie; or empty
+  QString name;  // of the scene, for the list
+  PlacedText scene;
   QString output;         // as for `brisel render -o`
   QStringList arguments;  // further ones: "--frames", "0-49", "--scale", "1/2", "--overwrite", ...
   State state = State::kWaiting;
@@ -55,6 +56,7 @@ class ExportQueue : public QAbstractListModel {
 
  private:
   void startNext();
+  QString writeScene(const PlacedText& scene);
   void interrupt();
   void takeProgress();
   void takeEnd();

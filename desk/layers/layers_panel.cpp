@@ -2,8 +2,8 @@
 
 #include <QAbstractItemModel>
 #include <QHBoxLayout>
-#include <QPushButton>
 #include <QScopedValueRollback>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <vector>
@@ -19,35 +19,37 @@ LayersPanel::LayersPanel(Preview& preview, QWidget* parent)
     : QWidget(parent),
       preview_(preview),
       list_(new QListWidget),
-      up_(new QPushButton("Up")),
-      down_(new QPushButton("Down")),
-      remove_(new QPushButton("Remove")) {
+      up_(new QToolButton),
+      down_(new QToolButton),
+      remove_(new QToolButton) {
   SceneDocument& document = preview_.document();
   list_->setAccessibleName("Layers");
   list_->setDragDropMode(QAbstractItemView::InternalMove);
-  auto* add = new QPushButton("Add");
-  add->setAccessibleName("Add a layer");
-  up_->setAccessibleName("Move the layer up");
-  down_->setAccessibleName("Move the layer down");
-  remove_->setAccessibleName("Remove the layer");
   auto* buttons = new QHBoxLayout;
-  for (QPushButton* button : {add, up_, down_, remove_}) {
-    // Words, and not the least width of any button, make the panel wide.
-    button->setMinimumWidth(button->fontMetrics().horizontalAdvance(button->text() + "MM"));
+  const auto addButton = [buttons](QToolButton* button, const QString& text, const QString& name) {
+    button->setText(text);
+    button->setAccessibleName(name);
+    button->setToolTip(name);
+    button->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
     buttons->addWidget(button);
-  }
+  };
+  auto* add = new QToolButton;
+  addButton(add, "Add", "Add a layer");
+  addButton(up_, "Up", "Move the layer up");
+  addButton(down_, "Down", "Move the layer down");
+  addButton(remove_, "Remove", "Remove the layer");
   auto* column = new QVBoxLayout(this);
   column->addWidget(list_, 1);
   column->addLayout(buttons);
 
-  connect(add, &QPushButton::clicked, this, [this, &document] {
+  connect(add, &QToolButton::clicked, this, [this, &document] {
     document.addLayer(QStringLiteral("Layer %1").arg(document.layerCount() + 1));
     preview_.setLayer(document.layerCount() - 1);
   });
-  connect(remove_, &QPushButton::clicked, this,
+  connect(remove_, &QToolButton::clicked, this,
           [this, &document] { document.removeLayer(preview_.layer()); });
-  connect(up_, &QPushButton::clicked, this, [this] { moveLayer(preview_.layer() + 1); });
-  connect(down_, &QPushButton::clicked, this, [this] { moveLayer(preview_.layer() - 1); });
+  connect(up_, &QToolButton::clicked, this, [this] { moveLayer(preview_.layer() + 1); });
+  connect(down_, &QToolButton::clicked, this, [this] { moveLayer(preview_.layer() - 1); });
   connect(list_, &QListWidget::currentRowChanged, this, [this](int row) {
     if (!isRefreshing_ && row >= 0) preview_.setLayer(layerOf(row));
   });

@@ -5,7 +5,7 @@
 
 #include "desk/render/preview.h"
 
-class QPushButton;
+class QToolButton;
 
 namespace desk {
 
@@ -24,9 +24,9 @@ class LayersPanel : public QWidget {
 
   Preview& preview_;
   QListWidget* list_;
-  QPushButton* up_;
-  QPushButton* down_;
-  QPushButton* remove_;
+  QToolButton* up_;
+  QToolButton* down_;
+  QToolButton* remove_;
   bool isRefreshing_ = false;
 };
 

@@ -12,6 +12,12 @@ constexpr std::size_t kMostBytes = std::size_t{384} << 20;
 constexpr int kShortWay = 48;  // frames that are sooner read than another decoder is started
 constexpr int kWayBack = 12;   // frames before a frame gone back to, which are likely the next
 
+/// As read, and converted.
+std::size_t bytesKeptOf(cli::FrameSize size, cli::Depth depth) {
+  return static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) *
+         (depth == cli::Depth::k8 ? 8 : 16);
+}
+
 }  // namespace
 
 ClipFrames::ClipFrames(const cli::ScenePlan& plan)
@@ -19,6 +25,7 @@ ClipFrames::ClipFrames(const cli::ScenePlan& plan)
       size_(plan.size),
       rate_(plan.rate),
       depth_(plan.depth),
+      most_(std::max(kMostBytes / bytesKeptOf(size_, depth_), std::size_t{1})),
       last_(info_.isStill() ? 0 : std::max(cli::framesAtRate(info_, rate_) - 1, 0)) {}
 
 const hostkit::World& ClipFrames::at(int frame) {
@@ -27,7 +34,8 @@ const hostkit::World& ClipFrames::at(int frame) {
   const bool isNear = reader_ && frame >= next_ && frame - next_ <= kShortWay;
   if (!isNear) {
     const bool goesBack = !kept_.empty() && frame < next_;
-    next_ = std::max(goesBack ? frame - kWayBack : frame, 0);
+    const int wayBack = most_ > kWayBack ? kWayBack : static_cast<int>(most_) - 1;
+    next_ = std::max(goesBack ? frame - wayBack : frame, 0);
     reader_.emplace(info_, size_, rate_, depth_, next_);
     next_ = reader_->firstFrame();
   }
@@ -62,11 +70,7 @@ const hostkit::World* ClipFrames::read(int frame) {
 }
 
 void ClipFrames::makeRoom(int frame) {
-  const std::size_t bytes = static_cast<std::size_t>(size_.width) *
-                            static_cast<std::size_t>(size_.height) *
-                            (depth_ == cli::Depth::k8 ? 8 : 16);  // as read, and converted
-  const std::size_t most = std::max(kMostBytes / bytes, std::size_t{kWayBack} + 2);
-  while (kept_.size() > most) {
+  while (kept_.size() > most_) {
     const bool firstIsFarther =
         std::abs(kept_.begin()->first - frame) >= std::abs(std::prev(kept_.end())->first - frame);
     kept_.erase(firstIsFarther ? kept_.begin() : std::prev(kept_.end()));

@@ -12,7 +12,7 @@
 namespace desk {
 
 /// Those of `brisel render`, byte for byte. The frames around those asked for last are kept, in so
-/// many bytes. Belongs to one thread.
+/// many bytes, and at least the last one. Belongs to one thread.
 class ClipFrames {
  public:
   /// Of the plan's input, which it has, in the size and depth of its frames.
@@ -30,7 +30,8 @@ class ClipFrames {
   cli::FrameSize size_;
   scene::FrameRate rate_;
   cli::Depth depth_;
-  int last_;  // frame that the clip should have
+  std::size_t most_;  // frames that are kept
+  int last_;          // frame that the clip should have
   std::optional<cli::FrameReader> reader_;
   int next_ = 0;  // that the reader delivers
   std::map<int, cli::InputPicture> kept_;

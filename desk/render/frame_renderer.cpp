@@ -12,9 +12,10 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 /// The way to a picture that is no longer wanted is left once it is long, while pictures come more
-/// often than that.
+/// often than that, and in any case where it is too long to be waited for.
 constexpr std::chrono::milliseconds kLongWay{15};
 constexpr std::chrono::milliseconds kPatience{100};
+constexpr std::chrono::milliseconds kTooLongWay{1000};
 
 }  // namespace
 
@@ -58,7 +59,8 @@ void FrameRenderer::work(const std::stop_token& stop) {
         if (stop.stop_requested()) throw Abandoned();
         if (newest_ == number) return;
         const auto now = Clock::now();
-        if (now - start > kLongWay && now - shown < kPatience) throw Abandoned();
+        const auto way = now - start;
+        if (way > kTooLongWay || (way > kLongWay && now - shown < kPatience)) throw Abandoned();
       });
     } catch (const Abandoned&) {
       continue;

@@ -14,7 +14,8 @@
 namespace desk {
 
 /// Of requests that wait only the newest is rendered, and the last one is always rendered. The way
-/// to a frame that is no longer wanted is abandoned, unless it is long since a picture was shown.
+/// to a frame that is no longer wanted is abandoned, unless it is long since a picture was shown
+/// and the way may soon end.
 /// Frames are those of `brisel render`, byte for byte before they are brought to the screen's
 /// colors. The thread sleeps when nothing is asked for.
 class FrameRenderer : public QObject {

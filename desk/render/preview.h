@@ -17,12 +17,16 @@ class Preview : public QObject {
 
   SceneDocument& document() const { return document_; }
 
+  /// The one that was gone to; while it plays, of the picture shown.
   int frame() const { return frame_; }
+  /// The one that a picture was asked for last.
+  int askedFrame() const { return askedFrame_; }
   /// The layer whose controls, handles and keys are shown.
   int layer() const { return layer_; }
   int reduction() const { return reduction_; }
   Backdrop backdrop() const { return backdrop_; }
-  /// The last one that was rendered, maybe of a frame before.
+  /// The last one that was rendered of this scene, maybe of a frame before; without a state before
+  /// the first.
   const Picture& picture() const { return picture_; }
   /// Whether it is of what is asked for now.
   bool isUpToDate() const { return picture_.request == asked_; }
@@ -31,6 +35,7 @@ class Preview : public QObject {
 
  public slots:
   void setFrame(int frame);          // 0 .. the scene's last, or the nearest
+  void playTo(int frame);            // the same, once its picture is shown
   void setLayer(int layer);          // one that there is, or the nearest
   void setReduction(int reduction);  // 1 .. 4
   void setBackdrop(desk::Backdrop backdrop);
@@ -40,22 +45,26 @@ class Preview : public QObject {
   void frameChanged(int frame);
   void layerChanged(int layer);
   void viewChanged();  // reduction, backdrop or what is compared
+  void asked();        // for a picture
   void pictureChanged();
 
  private:
   void follow();  // the document
   void ask();
   void show(const Picture& picture);
+  void startAnew();
 
   SceneDocument& document_;
   FrameRenderer renderer_;
   int frame_ = 0;
+  int askedFrame_ = 0;
   int layer_ = 0;
   int reduction_ = 1;
   Backdrop backdrop_ = Backdrop::kTransparent;
   SharedState compared_;
   Picture picture_;
   std::uint64_t asked_ = 0;
+  std::uint64_t firstOfScene_ = 0;  // that was asked for
 };
 
 }  // namespace desk

@@ -112,6 +112,7 @@ struct ScenePainter::Stars {
   cli::ScenePlan plan;  // with the size of reduced frames
   std::vector<brisel::StarHistory> layers;
   std::vector<std::optional<brisel::MaskOutline>> stillMasks;  // of masks that do not move
+  bool lackInput = false;  // some, as it could not be read at the time
 
   Stars(SharedState shared, int by) : state(std::move(shared)), reduction(by), plan(state->plan) {
     plan.reduction = by;
@@ -160,6 +161,7 @@ Picture ScenePainter::paint(const FrameRequest& request, const std::function<voi
 
 /// Where only what comes later has changed, the stars before that stay known.
 ScenePainter::Stars& ScenePainter::starsOf(const FrameRequest& request) {
+  std::erase_if(stars_, [](const Stars& stars) { return stars.lackInput; });
   const auto found = std::ranges::find_if(stars_, [&](const Stars& stars) {
     return stars.state == request.state && stars.reduction == request.reduction;
   });
@@ -213,6 +215,7 @@ void ScenePainter::drawLayers(Stars& stars, int frame, const std::function<void(
 void ScenePainter::drawLayer(Stars& stars, std::size_t layer, int frame,
                              const brisel::FrameViews& views,
                              const std::function<void()>& checkWanted) {
+  checkWanted();
   const scene::LayerValues& says = stars.state->layers[layer];
   const int preroll = stars.plan.scene.preroll;
   const auto& still = stars.stillMasks[layer];
@@ -242,7 +245,7 @@ void ScenePainter::drawLayer(Stars& stars, std::size_t layer, int frame,
 }
 
 /// What the effect is given as its input at that frame: transparent where there is none.
-brisel::ImageView ScenePainter::inputAt(const Stars& stars, int frame) {
+brisel::ImageView ScenePainter::inputAt(Stars& stars, int frame) {
   const cli::ScenePlan& plan = stars.plan;
   if (plan.input && problem_.empty()) {
     const std::string key = keyOfInput(plan);
@@ -257,6 +260,7 @@ brisel::ImageView ScenePainter::inputAt(const Stars& stars, int frame) {
           plan.depth == cli::Depth::k16 ? brisel::PixelFormat::Argb16 : brisel::PixelFormat::Argb8};
     } catch (const std::runtime_error& error) {
       problem_ = error.what();
+      stars.lackInput = true;
       clip_.reset();
       clipKey_.clear();
     }
@@ -275,7 +279,7 @@ brisel::InputShapes* ScenePainter::shapesOf(const cli::ScenePlan& plan) {
   return &shapes_;
 }
 
-QImage ScenePainter::overClip(const Stars& stars, int frame, const QImage& image) {
+QImage ScenePainter::overClip(Stars& stars, int frame, const QImage& image) {
   if (!stars.plan.input) return image;
   QImage below = screenImage(inputAt(stars, frame), false);
   QPainter(&below).drawImage(0, 0, image);

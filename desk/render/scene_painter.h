@@ -41,9 +41,9 @@ class ScenePainter {
   void drawLayers(Stars& stars, int frame, const std::function<void()>& checkWanted);
   void drawLayer(Stars& stars, std::size_t layer, int frame, const brisel::FrameViews& views,
                  const std::function<void()>& checkWanted);
-  brisel::ImageView inputAt(const Stars& stars, int frame);
+  brisel::ImageView inputAt(Stars& stars, int frame);
   brisel::InputShapes* shapesOf(const cli::ScenePlan& plan);
-  QImage overClip(const Stars& stars, int frame, const QImage& image);
+  QImage overClip(Stars& stars, int frame, const QImage& image);
 
   brisel::Painter painter_;
   std::list<Stars> stars_;  // the ones used last first

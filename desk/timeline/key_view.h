@@ -2,8 +2,10 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QBasicTimer>
 #include <map>
 #include <optional>
+#include <utility>
 
 #include "desk/render/preview.h"
 #include "desk/timeline/key_edits.h"
@@ -14,7 +16,8 @@ class QMenu;
 namespace desk {
 
 /// Drags on the ruler go through the frames; keys are selected, dragged, and copied with Ctrl held;
-/// a double click on a row makes a key. Each edit is one step of the document.
+/// a double click on a row makes a key. Each edit is one step of the document. Escape takes a drag
+/// back.
 class KeyView : public QAbstractScrollArea {
   Q_OBJECT
 
@@ -51,6 +54,8 @@ class KeyView : public QAbstractScrollArea {
   bool viewportEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
+  void timerEvent(QTimerEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
@@ -70,17 +75,25 @@ class KeyView : public QAbstractScrollArea {
     double time;
   };
   enum class Drag { kNone, kFrame, kIn, kOut, kKeys, kRectangle };
+  static constexpr int kReach = 6;  // pixels from the middle of a key or marker
 
   void readRows();
   void select(std::map<brisel::ParamIndex, KeyTimes> keys);
   void setCurrentRow(int row);
-  void setKeysOf(const Row& row, const std::vector<ParamKey>& keys, const QString& label);
+  void setKeysOfMask(const Row& row, const std::vector<ParamKey>& keys, const QString& label);
   template <class Edit>
   void editSelected(const std::vector<Row>& rows,
-                    const std::map<brisel::ParamIndex, KeyTimes>& selected, const Edit& edit);
+                    const std::map<brisel::ParamIndex, KeyTimes>& selected, const QString& label,
+                    const Edit& edit);
+  void dragTo(QPoint at, Qt::KeyboardModifiers modifiers);
+  int beyondTracks(int x) const;
   void dragKeys(int frames, bool copies);
+  void selectAgain(Place key, Qt::KeyboardModifiers modifiers);
+  void stopDrag();
+  void cancelDrag();
   void selectIn(const QRect& rectangle);
   std::optional<Place> keyAt(QPoint place) const;
+  brisel::ParamIndex parameterOf(Place key) const;
   std::vector<double> allTimes() const;
 
   int rowAt(int y) const;  // negative where there is none
@@ -107,11 +120,17 @@ class KeyView : public QAbstractScrollArea {
   double zoom_ = 1;  // 1: all frames fit
 
   Drag drag_ = Drag::kNone;
-  QPoint pressed_;
+  QPoint pressed_;  // which scrolls with what was pressed
+  QPoint draggedTo_;
+  QBasicTimer scrolling_;  // while a drag is held beyond the tracks
   QRect rectangle_;
   bool moved_ = false;
-  std::vector<Row> rowsBefore_;  // as the drag of keys began
+  bool wasSelected_ = false;  // the key that was pressed
+  // As the drag began.
+  std::vector<Row> rowsBefore_;
   std::map<brisel::ParamIndex, KeyTimes> selectedBefore_;
+  int frameBefore_ = 0;
+  std::pair<int, int> rangeBefore_;
 };
 
 }  // namespace desk

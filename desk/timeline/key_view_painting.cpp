@@ -1,5 +1,6 @@
 #include <QPainter>
 #include <QPainterPath>
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -109,11 +110,18 @@ void KeyView::paintTrack(QPainter& painter, int row) const {
                      QPointF(xOf(shown.keys.back().time), y));
   }
   const auto selected = selected_.find(shown.parameter);
+  double lastX = -kHalf;
+  bool wasSelected = false;
   for (const ParamKey& key : shown.keys) {
     const bool isSelected = selected != selected_.end() && selected->second.contains(key.time);
+    const double x = xOf(key.time);
+    if (x < tracks().left() - kHalf || x > tracks().right() + kHalf) continue;
+    if (x - lastX < 1 && isSelected == wasSelected) continue;  // of very many, one for each pixel
+    lastX = x;
+    wasSelected = isSelected;
     painter.setPen(QPen(isSelected ? ink : palette().color(QPalette::Base), 1));
     painter.setBrush(isSelected ? palette().color(QPalette::Highlight) : ink);
-    painter.drawPath(keyShape(key.ease, {xOf(key.time), y}));
+    painter.drawPath(keyShape(key.ease, {x, y}));
   }
   painter.setRenderHint(QPainter::Antialiasing, false);
 }
@@ -140,7 +148,10 @@ void KeyView::paintRuler(QPainter& painter) const {
   for (int frame = first; frame <= end; frame += step) {
     const double x = xOf(frame);
     painter.drawLine(QPointF(x, ruler.bottom() - 5), QPointF(x, ruler.bottom()));
-    painter.drawText(QRectF(x + 3, half - 4, 80, half), Qt::AlignVCenter, QString::number(frame));
+    const QString number = QString::number(frame);
+    const double width = fontMetrics().horizontalAdvance(number);
+    const double left = std::min(x + 3, ruler.width() - width);
+    painter.drawText(QRectF(left, half - 4, width, half), Qt::AlignVCenter, number);
   }
   const int small = framesPerNumber(perFrame, 6);
   for (int frame = first / small * small; frame <= end; frame += small) {

@@ -21,7 +21,7 @@ Playback::Playback(Preview& preview, QObject* parent) : QObject(parent), preview
   connect(&timer_, &QTimer::timeout, this, &Playback::advance);
   connect(&preview_, &Preview::pictureChanged, this, &Playback::countPicture);
   connect(&preview_.document(), &SceneDocument::changed, this, [this] {
-    if (isPlaying()) start();  // the rate may be another
+    if (isPlaying() && preview_.document().state()->plan.rate != rate_) start();
     emit rangeChanged();
   });
   connect(&preview_.document(), &SceneDocument::replaced, this, [this] {
@@ -40,6 +40,10 @@ int Playback::in() const {
 
 int Playback::out() const {
   return out_ < 0 ? lastFrame() : std::clamp(out_, in(), lastFrame());
+}
+
+double Playback::framesPerSecond() const {
+  return preview_.document().state()->plan.rate.perSecond() * std::max(std::abs(speed_), 1);
 }
 
 double Playback::picturesPerSecond() const {
@@ -77,6 +81,7 @@ void Playback::play(int speed) {
     start();
   } else {
     timer_.stop();
+    preview_.setFrame(preview_.frame());  // none that is still to come
   }
   emit speedChanged(speed_);
   emit rateChanged();
@@ -84,32 +89,33 @@ void Playback::play(int speed) {
 
 void Playback::start() {
   from_ = preview_.frame();
+  rate_ = preview_.document().state()->plan.rate;
   shownAt_.clear();
   clock_.start();
-  const double perSecond = preview_.document().state()->plan.rate.perSecond() * std::abs(speed_);
-  timer_.start(std::max(1, static_cast<int>(kSecond / perSecond)));
+  timer_.start(std::max(1, static_cast<int>(kSecond / framesPerSecond())));
 }
 
 void Playback::advance() {
-  if (!preview_.isUpToDate()) return;  // its picture calls again
-  const double perSecond = preview_.document().state()->plan.rate.perSecond();
+  // Its picture calls again; one of values that are no longer the newest will do, as while they are
+  // turned.
+  if (preview_.picture().frame != preview_.askedFrame()) return;
   const auto passed = static_cast<qint64>(
-      std::floor(static_cast<double>(clock_.elapsed()) * perSecond / kSecond * std::abs(speed_)));
+      std::floor(static_cast<double>(clock_.elapsed()) * framesPerSecond() / kSecond));
   const qint64 frame = from_ + (speed_ > 0 ? passed : -passed);
-  if (frame >= in() && frame <= out()) return preview_.setFrame(static_cast<int>(frame));
+  if (frame >= in() && frame <= out()) return preview_.playTo(static_cast<int>(frame));
   if (loops_) {
     const qint64 length = out() - in() + 1;
-    return preview_.setFrame(in() + static_cast<int>(wrappedInto(frame - in(), length)));
+    return preview_.playTo(in() + static_cast<int>(wrappedInto(frame - in(), length)));
   }
-  preview_.setFrame(speed_ > 0 ? out() : in());
-  pause();
+  const int end = speed_ > 0 ? out() : in();
+  preview_.frame() == end ? pause() : preview_.playTo(end);
 }
 
 void Playback::countPicture() {
   if (!isPlaying()) return;
   const qint64 now = clock_.elapsed();
   shownAt_.push_back(now);
-  while (shownAt_.front() < now - kSecond) shownAt_.pop_front();
+  while (shownAt_.size() > 2 && shownAt_.front() < now - kSecond) shownAt_.pop_front();
   emit rateChanged();
   advance();
 }

@@ -27,7 +27,9 @@ class Playback : public QObject {
   int in() const;
   int out() const;
   bool hasRange() const { return in_ >= 0 || out_ >= 0; }
-  /// Pictures shown in the last second; 0 while standing.
+  /// That are due at this speed, or were it playing.
+  double framesPerSecond() const;
+  /// As shown in the last second, or by the last two where one takes longer; 0 while standing.
   double picturesPerSecond() const;
 
  public slots:
@@ -60,6 +62,7 @@ class Playback : public QObject {
   Preview& preview_;
   QTimer timer_;  // runs while it plays
   QElapsedTimer clock_;
+  scene::FrameRate rate_;       // by which timer_ runs
   std::deque<qint64> shownAt_;  // milliseconds of clock_, of the last second
   int speed_ = 0;
   bool loops_ = true;

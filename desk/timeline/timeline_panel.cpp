@@ -115,8 +115,8 @@ void TimelinePanel::addKeyActions() {
       nullptr,
       action("&Select all", QKeySequence::keyBindings(QKeySequence::SelectAll),
              [this] { keys_->selectAll(); }),
-      action("&Zoom in", {Qt::CTRL | Qt::SHIFT | Qt::Key_Right}, [this] { keys_->zoomBy(2); }),
-      action("Z&oom out", {Qt::CTRL | Qt::SHIFT | Qt::Key_Left}, [this] { keys_->zoomBy(0.5); }),
+      action("&Zoom in", {Qt::Key_Plus, Qt::Key_Equal}, [this] { keys_->zoomBy(2); }),
+      action("Z&oom out", {Qt::Key_Minus}, [this] { keys_->zoomBy(0.5); }),
   };
   const auto enable = [=, this] {
     for (QAction* of : {copy, remove, eases_->menuAction(), earlier, later}) {
@@ -169,8 +169,7 @@ void TimelinePanel::addTools() {
 }
 
 void TimelinePanel::showRate(QLabel& label) const {
-  const double meant = preview_.document().state()->plan.rate.perSecond();
-  const QString rate = QString("%1 fps").arg(meant, 0, 'g', 5);
+  const QString rate = QString("%1 fps").arg(playback_.framesPerSecond(), 0, 'g', 5);
   const double shown = playback_.picturesPerSecond();
   label.setText(shown > 0 ? QString("%1 of ").arg(shown, 0, 'f', 1) + rate : rate);
 }

@@ -1,6 +1,7 @@
 #include "desk/view/handle.h"
 
 #include <QCursor>
+#include <QGraphicsScene>
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneMouseEvent>
 #include <QKeyEvent>
@@ -8,29 +9,14 @@
 #include <QWidget>
 #include <cmath>
 
+#include "desk/view/arrow_keys.h"
+
 namespace desk {
 namespace {
 
 constexpr double kRadius = 5.5;  // of what is drawn, pixels of the screen
 constexpr double kTouch = 9;     // of what is touched
 constexpr int kLeastWay = 3;     // pixels of the screen, from which on it is dragged
-constexpr double kLongWay = 10;  // pixels of the frame, with Shift held
-
-/// By which an arrow key moves; null for other keys.
-QPointF wayOf(int key) {
-  switch (key) {
-    case Qt::Key_Left:
-      return {-1, 0};
-    case Qt::Key_Right:
-      return {1, 0};
-    case Qt::Key_Up:
-      return {0, -1};
-    case Qt::Key_Down:
-      return {0, 1};
-    default:
-      return {};
-  }
-}
 
 }  // namespace
 
@@ -40,8 +26,34 @@ Handle::Handle(Look look, const QString& name, QGraphicsItem* parent)
   setAcceptHoverEvents(true);
   setAcceptedMouseButtons(Qt::LeftButton);
   setCursor(Qt::SizeAllCursor);
-  setToolTip(name);
+  setToolTip(name + "\n" + hint());
   setZValue(look == Look::kTangent ? 2 : 3);
+}
+
+QString Handle::hint() const {
+  switch (look_) {
+    case Look::kVertex:
+      return "Ctrl+Shift and a drag bends; Return: corner or bend; Insert, Delete: more or less";
+    case Look::kTangent:
+      return "Ctrl+Shift and a drag bends this side alone; Delete: a straight side";
+    default:
+      return "Ctrl and a drag does not snap; Shift: level or upright";
+  }
+}
+
+bool Handle::takes(const QKeyEvent& key) const {
+  if (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier)) return false;
+  switch (key.key()) {
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+      return look_ != Look::kPoint;
+    case Qt::Key_Insert:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return look_ == Look::kVertex;
+    default:
+      return !wayOfKey(key).isNull();
+  }
 }
 
 QRectF Handle::boundingRect() const {
@@ -83,6 +95,14 @@ void Handle::release() {
   emit released();
 }
 
+void Handle::cancel() {
+  if (!isGrabbed_) return;
+  isGrabbed_ = false;
+  update();
+  if (scene()->mouseGrabberItem() == this) ungrabMouse();
+  emit canceled();
+}
+
 void Handle::mousePressEvent(QGraphicsSceneMouseEvent* event) {
   setFocus(Qt::MouseFocusReason);
   start_ = scenePos();
@@ -94,11 +114,12 @@ void Handle::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
   if (!isGrabbed_ && onScreen.manhattanLength() < kLeastWay) return;  // a click's trembling
   grab();
   QPointF way = event->scenePos() + offset_ - start_;
-  if (event->modifiers().testFlag(Qt::ShiftModifier)) {
+  const bool holdsCtrl = event->modifiers().testFlag(Qt::ControlModifier);
+  const bool holdsShift = event->modifiers().testFlag(Qt::ShiftModifier);
+  if (holdsShift && !holdsCtrl) {
     (std::abs(way.x()) < std::abs(way.y()) ? way.rx() : way.ry()) = 0;
   }
-  emit dragged(
-      {start_ + way, event->modifiers(), !event->modifiers().testFlag(Qt::ControlModifier)});
+  emit dragged({start_ + way, !holdsCtrl, holdsCtrl && holdsShift});
 }
 
 void Handle::mouseReleaseEvent(QGraphicsSceneMouseEvent*) {
@@ -107,7 +128,7 @@ void Handle::mouseReleaseEvent(QGraphicsSceneMouseEvent*) {
 
 void Handle::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event) {
   mousePressEvent(event);
-  emit doubleClicked();
+  emit activated();
 }
 
 void Handle::contextMenuEvent(QGraphicsSceneContextMenuEvent* event) {
@@ -116,15 +137,19 @@ void Handle::contextMenuEvent(QGraphicsSceneContextMenuEvent* event) {
 }
 
 void Handle::keyPressEvent(QKeyEvent* event) {
-  const QPointF way = wayOf(event->key());
-  if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace) {
-    emit removeWanted();
-  } else if (way.isNull()) {
-    QGraphicsObject::keyPressEvent(event);
-  } else {
-    grab();
-    const bool isLong = event->modifiers().testFlag(Qt::ShiftModifier);
-    emit dragged({scenePos() + way * (isLong ? kLongWay : 1), event->modifiers(), false});
+  if (!takes(*event)) return QGraphicsObject::keyPressEvent(event);
+  switch (event->key()) {
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+      return emit removeWanted();
+    case Qt::Key_Insert:
+      return emit addWanted();
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return emit activated();
+    default:
+      grab();
+      emit dragged({scenePos() + wayOfKey(*event), false});
   }
 }
 

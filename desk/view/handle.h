@@ -7,14 +7,14 @@ namespace desk {
 
 /// Where a handle is asked to go.
 struct HandleDrag {
-  QPointF to;  // in the scene
-  Qt::KeyboardModifiers modifiers;
-  bool snaps = true;  // not by keys, nor with Ctrl held
+  QPointF to;          // in the scene
+  bool snaps = true;   // not by keys, nor with Ctrl held
+  bool bends = false;  // with Ctrl and Shift held
 };
 
 /// As large on the screen at any zoom. Goes nowhere by itself: whoever owns it gives it its place.
 /// With Shift held it goes level or upright. Arrow keys move it by a pixel of the frame, by ten
-/// with Shift.
+/// with Shift. Escape cancels a drag.
 class Handle : public QGraphicsObject {
   Q_OBJECT
 
@@ -25,6 +25,12 @@ class Handle : public QGraphicsObject {
   Handle(Look look, const QString& name, QGraphicsItem* parent);
 
   const QString& name() const { return name_; }
+  /// What can be done with it, in a few words.
+  QString hint() const;
+  /// Whether it has a use for the key.
+  bool takes(const QKeyEvent& key) const;
+  /// Ends a drag as if it had not been.
+  void cancel();
   QRectF boundingRect() const override;
   void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 
@@ -33,8 +39,10 @@ class Handle : public QGraphicsObject {
   /// Before the first and after the last of a row of drags.
   void grabbed();
   void released();
+  void canceled();  // instead
   void dragged(const desk::HandleDrag& drag);
-  void doubleClicked();
+  void activated();  // by a double click or Return
+  void addWanted();
   void removeWanted();
   void menuWanted(QPoint globalPlace);
 

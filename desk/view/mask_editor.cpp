@@ -1,9 +1,11 @@
 #include "desk/view/mask_editor.h"
 
 #include <QGraphicsScene>
+#include <QGraphicsView>
 #include <QMenu>
 #include <algorithm>
 
+#include "desk/view/drag_step.h"
 #include "desk/view/mask_pen.h"
 
 namespace desk {
@@ -23,18 +25,17 @@ MaskEditor::MaskEditor(Preview& preview, SnapGuides& guides, QGraphicsRectItem* 
   outline_->setGrabbable();
   outline_->setToolTip("Mask. A double click makes a vertex.");
   SceneDocument& document = preview_.document();
-  connect(outline_, &Outline::grabbed, this, [this] { preview_.document().beginGesture(); });
-  connect(outline_, &Outline::released, this, [this] { preview_.document().endGesture(); });
+  makeDragsSteps(outline_, document, guides_);
   connect(outline_, &Outline::dragged, this, [this](QPointF way) {
     if (!shape_) return;
     scene::MaskShape moved = *shape_;
     moveAll(moved, way);
     set(moved);
   });
-  connect(outline_, &Outline::doubleClicked, this, &MaskEditor::addVertex);
+  connect(outline_, &Outline::doubleClicked, this, &MaskEditor::addVertexAt);
   connect(outline_, &Outline::menuWanted, this, [this](QPoint at, QPointF place) {
     QMenu menu;
-    menu.addAction("&Add vertex here", this, [this, place] { addVertex(place); });
+    menu.addAction("&Add vertex here", this, [this, place] { addVertexAt(place); });
     fillMenu(menu);
     menu.exec(at);
   });
@@ -87,38 +88,40 @@ MaskEditor::VertexHandles MaskEditor::makeHandles(std::size_t vertex) {
   VertexHandles made{new Handle(Handle::Look::kVertex, name, this),
                      {new Handle(Handle::Look::kTangent, name + ", bend before", this),
                       new Handle(Handle::Look::kTangent, name + ", bend after", this)}};
-  join(made.vertex);
+  SceneDocument& document = preview_.document();
+  makeDragsSteps(made.vertex, document, guides_);
   connect(made.vertex, &Handle::dragged, this,
           [=, this](const HandleDrag& drag) { dragVertex(vertex, drag); });
   connect(made.vertex, &Handle::focused, this, [=, this] { activate(vertex); });
-  connect(made.vertex, &Handle::doubleClicked, this, [=, this] { toggleCorner(vertex); });
+  connect(made.vertex, &Handle::activated, this, [=, this] { toggleCorner(vertex); });
+  connect(made.vertex, &Handle::addWanted, this, [=, this] { addVertexAfter(vertex); });
   connect(made.vertex, &Handle::removeWanted, this, [=, this] { removeVertex(vertex); });
   connect(made.vertex, &Handle::menuWanted, this, [=, this](QPoint at) {
     if (!hasVertex(vertex)) return;
     QMenu menu;
     menu.addAction(isCorner(shape_->vertices[vertex]) ? "&Bend" : "&Corner", this,
                    [=, this] { toggleCorner(vertex); });
+    menu.addAction("&Add vertex after it", this, [=, this] { addVertexAfter(vertex); });
     menu.addAction("&Delete vertex", this, [=, this] { removeVertex(vertex); });
     fillMenu(menu);
     menu.exec(at);
   });
   for (const Side side : {Side::kIn, Side::kOut}) {
     Handle* tangent = made.tangents[static_cast<std::size_t>(side)];
-    join(tangent);
+    makeDragsSteps(tangent, document, guides_);
     connect(tangent, &Handle::dragged, this,
             [=, this](const HandleDrag& drag) { dragTangent(vertex, side, drag); });
-    connect(tangent, &Handle::removeWanted, this, [=, this] { toggleCorner(vertex); });
+    connect(tangent, &Handle::removeWanted, this, [=, this] { straightenSide(vertex, side); });
   }
   return made;
 }
 
-/// Drags from press to release are one step of the document.
-void MaskEditor::join(Handle* handle) {
-  connect(handle, &Handle::grabbed, this, [this] { preview_.document().beginGesture(); });
-  connect(handle, &Handle::released, this, [this] {
-    preview_.document().endGesture();
-    guides_.clear();
-  });
+std::vector<Handle*> MaskEditor::handles() const {
+  std::vector<Handle*> all;
+  for (const auto& [vertex, tangents] : handles_) {
+    all.insert(all.end(), {vertex, tangents[0], tangents[1]});
+  }
+  return all;
 }
 
 void MaskEditor::activate(std::size_t vertex) {
@@ -154,7 +157,7 @@ void MaskEditor::editAllKeys(const QString& label, const Edit& edit) {
 void MaskEditor::dragVertex(std::size_t vertex, const HandleDrag& drag) {
   if (!hasVertex(vertex)) return;
   scene::MaskShape shape = *shape_;
-  if (drag.modifiers.testFlag(Qt::AltModifier)) {
+  if (drag.bends) {
     pull(shape, vertex, drag.to);
     return set(shape);
   }
@@ -173,7 +176,15 @@ void MaskEditor::dragVertex(std::size_t vertex, const HandleDrag& drag) {
 void MaskEditor::dragTangent(std::size_t vertex, Side side, const HandleDrag& drag) {
   if (!hasVertex(vertex)) return;
   scene::MaskShape shape = *shape_;
-  bend(shape, vertex, side, drag.to, drag.modifiers.testFlag(Qt::AltModifier));
+  bend(shape, vertex, side, drag.to, drag.bends);
+  set(shape);
+}
+
+void MaskEditor::straightenSide(std::size_t vertex, Side side) {
+  if (!hasVertex(vertex)) return;
+  handles_[vertex].vertex->setFocus();  // where both sides are straight, it alone is left
+  scene::MaskShape shape = *shape_;
+  straighten(shape, vertex, side);
   set(shape);
 }
 
@@ -184,12 +195,23 @@ void MaskEditor::toggleCorner(std::size_t vertex) {
   set(shape);
 }
 
-void MaskEditor::addVertex(QPointF place) {
+/// `edit` makes a shape with one more, which is number `added` and gets the focus.
+template <class Edit>
+void MaskEditor::addVertex(std::size_t added, const Edit& edit) {
+  editAllKeys("Add Vertex", edit);
+  if (hasVertex(added)) handles_[added].vertex->setFocus();  // unless the edit was refused
+}
+
+void MaskEditor::addVertexAt(QPointF place) {
   if (!shape_) return;
   const OutlinePlace at = nearestPlace(*shape_, place);
-  editAllKeys("Add Vertex", [&](const scene::MaskShape& shape) { return withVertex(shape, at); });
-  const std::size_t added = at.vertex + 1;
-  if (hasVertex(added)) handles_[added].vertex->setFocus();  // unless the edit was refused
+  addVertex(at.vertex + 1, [&](const scene::MaskShape& shape) { return withVertex(shape, at); });
+}
+
+void MaskEditor::addVertexAfter(std::size_t vertex) {
+  if (!hasVertex(vertex)) return;
+  addVertex(vertex + 1,
+            [&](const scene::MaskShape& shape) { return withVertexAfter(shape, vertex); });
 }
 
 void MaskEditor::removeVertex(std::size_t vertex) {
@@ -197,6 +219,7 @@ void MaskEditor::removeVertex(std::size_t vertex) {
   if (shape_->vertices.size() <= kFewestVertices) return remove();
   editAllKeys("Delete Vertex",
               [&](scene::MaskShape shape) { return withoutVertex(std::move(shape), vertex); });
+  if (shape_ && !hasVertex(vertex)) handles_[shape_->vertices.size() - 1].vertex->setFocus();
 }
 
 void MaskEditor::makeCircle() {
@@ -212,9 +235,10 @@ void MaskEditor::makeRectangle() {
 
 void MaskEditor::draw() {
   stopDrawing();
-  pen_ = new MaskPen(scene()->sceneRect());
+  pen_ = new MaskPen(scene()->views().first()->sceneRect());
   scene()->addItem(pen_);
   pen_->setFocus();
+  connect(pen_, &MaskPen::moved, this, &MaskEditor::penMoved);
   connect(pen_, &MaskPen::canceled, this, &MaskEditor::stopDrawing);
   connect(pen_, &MaskPen::drawn, this, [this](const scene::MaskShape& shape) {
     stopDrawing();

@@ -18,9 +18,10 @@ namespace desk {
 
 class MaskPen;
 
-/// Vertices are dragged, and with Alt held bent; the outline is dragged as a whole. A double click
-/// on the outline makes a vertex, one on a vertex a corner of it or a bend; Delete removes it. Of
-/// a mask with keys the one at the frame shown is changed, and vertices come and go in all of them.
+/// Vertices are dragged, and with Ctrl and Shift held bent; the outline is dragged as a whole. A
+/// double click on the outline makes a vertex, one on a vertex a corner of it or a bend, as Insert
+/// and Return do; Delete removes it. Of a mask with keys the one at the frame shown is changed, and
+/// vertices come and go in all of them.
 class MaskEditor : public QGraphicsObject {
   Q_OBJECT
 
@@ -28,6 +29,9 @@ class MaskEditor : public QGraphicsObject {
   MaskEditor(Preview& preview, SnapGuides& guides, QGraphicsRectItem* frame);
 
   bool hasMask() const { return shape_.has_value(); }
+  bool isDrawing() const { return pen_ != nullptr; }
+  /// In the order in which Tab reaches them: each vertex, then what bends it.
+  std::vector<Handle*> handles() const;
   QRectF boundingRect() const override { return {}; }
   void paint(QPainter*, const QStyleOptionGraphicsItem*, QWidget*) override {}
 
@@ -42,6 +46,7 @@ class MaskEditor : public QGraphicsObject {
 
  signals:
   void maskChanged();  // whether there is one
+  void penMoved(QPointF place);
 
  private:
   struct VertexHandles {
@@ -52,17 +57,20 @@ class MaskEditor : public QGraphicsObject {
   void follow();
   void placeHandles();
   VertexHandles makeHandles(std::size_t vertex);
-  void join(Handle* handle);
   void activate(std::size_t vertex);
   bool hasVertex(std::size_t vertex) const;
   void set(const scene::MaskShape& shape);
   template <class Edit>
   void editAllKeys(const QString& label, const Edit& edit);
+  template <class Edit>
+  void addVertex(std::size_t added, const Edit& edit);
   void dragVertex(std::size_t vertex, const HandleDrag& drag);
   void dragTangent(std::size_t vertex, Side side, const HandleDrag& drag);
+  void straightenSide(std::size_t vertex, Side side);
   void toggleCorner(std::size_t vertex);
   void removeVertex(std::size_t vertex);
-  void addVertex(QPointF place);
+  void addVertexAt(QPointF place);
+  void addVertexAfter(std::size_t vertex);
   void fillMenu(QMenu& menu);
   void stopDrawing();
 

@@ -1,5 +1,6 @@
 #include "desk/view/mask_shapes.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -101,11 +102,27 @@ OutlinePlace nearestPlace(const MaskShape& shape, QPointF point) {
 MaskShape withVertex(MaskShape shape, OutlinePlace place) {
   const std::size_t next = (place.vertex + 1) % shape.vertices.size();
   const Cut cut = cutAt(shape.vertices[place.vertex], shape.vertices[next], place.share);
+  const MaskShape::Vertex& from = shape.vertices[place.vertex];
+  const MaskShape::Vertex& to = shape.vertices[next];
+  MaskShape::Vertex added = corner(cut.middle);
+  if (toPoint(from.out) != toPoint(from.point) || toPoint(to.in) != toPoint(to.point)) {
+    added.in = toMaskPoint(cut.middleIn);
+    added.out = toMaskPoint(cut.middleOut);
+  }
   shape.vertices[place.vertex].out = toMaskPoint(cut.firstOut);
   shape.vertices[next].in = toMaskPoint(cut.lastIn);
-  shape.vertices.insert(
-      shape.vertices.begin() + static_cast<std::ptrdiff_t>(place.vertex) + 1,
-      {toMaskPoint(cut.middle), toMaskPoint(cut.middleIn), toMaskPoint(cut.middleOut)});
+  shape.vertices.insert(shape.vertices.begin() + static_cast<std::ptrdiff_t>(place.vertex) + 1,
+                        added);
+  return shape;
+}
+
+MaskShape withVertexAfter(MaskShape shape, std::size_t vertex) {
+  if (shape.closed || vertex + 1 < shape.vertices.size()) {
+    return withVertex(std::move(shape), {vertex, 0.5});
+  }
+  const QPointF end = toPoint(shape.vertices[vertex].point);
+  const QPointF before = toPoint(shape.vertices[std::max<std::size_t>(vertex, 1) - 1].point);
+  shape.vertices.push_back(corner(end + (end - before) / 2));
   return shape;
 }
 
@@ -164,6 +181,11 @@ void bend(MaskShape& shape, std::size_t vertex, Side side, QPointF to, bool brea
   const double length = lengthOf(to - place);
   if (breaks || !wereInLine || length == 0) return;
   other = toMaskPoint(place - (to - place) / length * lengthOf(otherArm));
+}
+
+void straighten(MaskShape& shape, std::size_t vertex, Side side) {
+  MaskShape::Vertex& bent = shape.vertices[vertex];
+  (side == Side::kIn ? bent.in : bent.out) = bent.point;
 }
 
 void pull(MaskShape& shape, std::size_t vertex, QPointF out) {

@@ -28,6 +28,8 @@ OutlinePlace nearestPlace(const scene::MaskShape& shape, QPointF point);
 /// With one more vertex there, which leaves the outline as it is; the vertex is number
 /// `place.vertex` + 1.
 scene::MaskShape withVertex(scene::MaskShape shape, OutlinePlace place);
+/// In the middle of the way to the next; past the end of an outline that is not closed, onward.
+scene::MaskShape withVertexAfter(scene::MaskShape shape, std::size_t vertex);
 scene::MaskShape withoutVertex(scene::MaskShape shape, std::size_t vertex);
 
 /// With its control points.
@@ -43,6 +45,8 @@ bool isCorner(const scene::MaskShape::Vertex& vertex);
 /// line and `breaks` is not set.
 enum class Side { kIn, kOut };
 void bend(scene::MaskShape& shape, std::size_t vertex, Side side, QPointF to, bool breaks);
+/// Puts one on the vertex, so that it bends nothing.
+void straighten(scene::MaskShape& shape, std::size_t vertex, Side side);
 /// Pulls both out of the vertex, evenly.
 void pull(scene::MaskShape& shape, std::size_t vertex, QPointF out);
 

@@ -69,6 +69,13 @@ void Outline::release() {
   isGrabbed_ = false;
 }
 
+void Outline::cancel() {
+  if (!isGrabbed_) return;
+  isGrabbed_ = false;
+  ungrabMouse();
+  emit canceled();
+}
+
 void Outline::mousePressEvent(QGraphicsSceneMouseEvent* event) {
   event->accept();
 }

@@ -15,6 +15,8 @@ class Outline : public QGraphicsObject {
 
   void setPath(const QPainterPath& path);
   void setGrabbable();
+  /// Ends a drag as if it had not been.
+  void cancel();
 
   QRectF boundingRect() const override;
   QPainterPath shape() const override;
@@ -23,6 +25,7 @@ class Outline : public QGraphicsObject {
  signals:
   void grabbed();
   void released();
+  void canceled();  // instead
   /// The way in the scene since the last, or since it was pressed.
   void dragged(QPointF way);
   void doubleClicked(QPointF place);

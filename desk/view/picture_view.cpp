@@ -1,14 +1,18 @@
 #include "desk/view/picture_view.h"
 
+#include <QContextMenuEvent>
 #include <QGraphicsRectItem>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <initializer_list>
+#include <iterator>
 #include <vector>
+
+#include "desk/view/mask_pen.h"
 
 namespace desk {
 namespace {
@@ -61,6 +65,11 @@ PictureView::PictureView(Preview& preview, QWidget* parent)
   setMinimumSize(160, 90);
   setAccessibleName("Picture");
 
+  connect(mask_, &MaskEditor::penMoved, this, [this](QPointF place) {
+    ensureVisible(QRectF(place, QSizeF(1, 1)));
+    setAccessibleDescription(
+        QString("Pen at %1, %2").arg(place.x(), 0, 'f', 0).arg(place.y(), 0, 'f', 0));
+  });
   connect(scene(), &QGraphicsScene::focusItemChanged, this, &PictureView::tellFocus);
   connect(&preview_.document(), &SceneDocument::changed, this, &PictureView::tellFocus);
   connect(&preview_, &Preview::pictureChanged, this, &PictureView::showPicture);
@@ -71,6 +80,11 @@ PictureView::PictureView(Preview& preview, QWidget* parent)
   connect(&preview_.document(), &SceneDocument::changed, this, &PictureView::takeFrameSize);
   connect(&preview_.document(), &SceneDocument::replaced, this, &PictureView::fit);
   takeFrameSize();
+}
+
+// The scene goes last and tells of the focus that its items lose.
+PictureView::~PictureView() {
+  disconnect(scene(), nullptr, this, nullptr);
 }
 
 double PictureView::zoom() const {
@@ -125,7 +139,8 @@ void PictureView::scaleTo(double zoom) {
 
 void PictureView::showPicture() {
   const Picture& picture = preview_.picture();
-  if (picture.image.isNull()) return;  // the last one stays, and a message says why
+  // Where one could not be made, the last one stays, and a message says why.
+  if (picture.image.isNull() && picture.state) return;
   picture_->show(picture.image, picture.reduction);
 }
 
@@ -146,33 +161,67 @@ void PictureView::showHandles(bool shown) {
 
 // The keys that a handle takes are shortcuts of the window otherwise.
 bool PictureView::event(QEvent* event) {
-  if (event->type() == QEvent::ShortcutOverride && scene()->focusItem() != nullptr) {
-    const auto* key = static_cast<QKeyEvent*>(event);
-    constexpr std::array kTaken{Qt::Key_Left,   Qt::Key_Right,     Qt::Key_Up,    Qt::Key_Down,
-                                Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_Return};
-    const bool isPlain = !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
-    if (isPlain && std::ranges::find(kTaken, key->key()) != kTaken.end()) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    const auto* handle = dynamic_cast<Handle*>(scene()->focusItem());
+    const bool isPen = dynamic_cast<MaskPen*>(scene()->focusItem()) != nullptr;
+    if ((handle != nullptr && handle->takes(key)) || (isPen && MaskPen::takes(key))) {
       event->accept();
       return true;
     }
+  } else if (event->type() == QEvent::KeyPress) {
+    // The scene, which would have it first, keeps it from then on that an item with the focus goes.
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Tab && focusNextPrevChild(true)) return true;
+    if (key == Qt::Key_Backtab && focusNextPrevChild(false)) return true;
   }
   return QGraphicsView::event(event);
 }
 
+void PictureView::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && cancelDrag()) return;
+  QGraphicsView::keyPressEvent(event);
+  // What was moved out of sight is followed.
+  if (const auto* handle = dynamic_cast<Handle*>(scene()->focusItem())) ensureVisible(handle);
+}
+
+bool PictureView::cancelDrag() {
+  QGraphicsItem* dragged = scene()->mouseGrabberItem();
+  if (auto* handle = dynamic_cast<Handle*>(dragged)) {
+    handle->cancel();
+  } else if (auto* outline = dynamic_cast<Outline*>(dragged)) {
+    outline->cancel();
+  } else {
+    return false;
+  }
+  return true;
+}
+
+// That of the handle with the focus, if a key asks for it.
+void PictureView::contextMenuEvent(QContextMenuEvent* event) {
+  auto* handle = dynamic_cast<Handle*>(scene()->focusItem());
+  if (event->reason() != QContextMenuEvent::Keyboard || handle == nullptr) {
+    return QGraphicsView::contextMenuEvent(event);
+  }
+  emit handle->menuWanted(viewport()->mapToGlobal(mapFromScene(handle->scenePos())));
+}
+
 // Tab goes through the handles, then on to the next widget.
 bool PictureView::focusNextPrevChild(bool next) {
-  std::vector<QGraphicsItem*> handles;
-  for (QGraphicsItem* item : scene()->items(Qt::AscendingOrder)) {
-    if (item->isVisible() && dynamic_cast<Handle*>(item) != nullptr) handles.push_back(item);
-  }
+  std::vector<Handle*> handles = points_->handles();
+  std::ranges::copy(mask_->handles(), std::back_inserter(handles));
+  std::erase_if(handles,
+                [&](const Handle* handle) { return !handle->isVisible() || mask_->isDrawing(); });
   if (!next) std::ranges::reverse(handles);
   const auto found = std::ranges::find(handles, scene()->focusItem());
   const auto wanted = found == handles.end() ? handles.begin() : std::next(found);
   if (wanted == handles.end()) {
-    scene()->setFocusItem(nullptr);
+    if (!mask_->isDrawing()) scene()->setFocusItem(nullptr);
     return QGraphicsView::focusNextPrevChild(next);
   }
   (*wanted)->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+  ensureVisible(*wanted);
+  emit hintChanged((*wanted)->name() + ": " + (*wanted)->hint());
   return true;
 }
 

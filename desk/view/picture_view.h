@@ -20,6 +20,7 @@ class PictureView : public QGraphicsView {
 
  public:
   explicit PictureView(Preview& preview, QWidget* parent = nullptr);
+  ~PictureView() override;
 
   /// Pixels of the screen by pixels of the frame: 1 shows each as it is.
   double zoom() const;
@@ -38,11 +39,15 @@ class PictureView : public QGraphicsView {
   void setZoom(double zoom);
   /// As large as the view allows, also once the view is resized.
   void fit();
+  /// Moves the picture, by pixels of the screen.
+  void pan(QPoint way);
 
  signals:
   void zoomChanged(double zoom);
   /// Where the pointer is, in pixels of the frame.
   void pointerMoved(QPointF place);
+  /// What can be done with the handle that the keyboard has reached.
+  void hintChanged(const QString& hint);
 
  protected:
   bool event(QEvent* event) override;
@@ -52,14 +57,16 @@ class PictureView : public QGraphicsView {
   void wheelEvent(QWheelEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void showPicture();
   void takeFrameSize();
   void zoomAround(QPoint place, double zoom);
   void scaleTo(double zoom);
-  void pan(QPoint way);
   void tellFocus();
+  bool cancelDrag();
 
   Preview& preview_;
   QGraphicsRectItem* frame_;  // which the picture does not leave

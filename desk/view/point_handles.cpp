@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/options.h"
+#include "desk/view/drag_step.h"
 #include "effect/graying.h"
 
 namespace desk {
@@ -33,11 +34,7 @@ PointHandles::PointHandles(Preview& preview, SnapGuides& guides, QGraphicsItem* 
     const Point point{static_cast<brisel::ParamIndex>(i),
                       new Handle(Handle::Look::kPoint, spec.label, this)};
     points_.push_back(point);
-    connect(point.handle, &Handle::grabbed, this, [this] { preview_.document().beginGesture(); });
-    connect(point.handle, &Handle::released, this, [this] {
-      preview_.document().endGesture();
-      guides_.clear();
-    });
+    makeDragsSteps(point.handle, preview_.document(), guides_);
     connect(point.handle, &Handle::dragged, this,
             [this, point](const HandleDrag& to) { drag(point, to); });
   }
@@ -52,6 +49,12 @@ QPointF PointHandles::placeOf(brisel::ParamIndex parameter, double frame) const 
   const auto size = document.state()->plan.layer;
   const scene::ParamValue value = document.value(preview_.layer(), parameter, frame);
   return {value[0] * size.width, value[1] * size.height};
+}
+
+std::vector<Handle*> PointHandles::handles() const {
+  std::vector<Handle*> all;
+  for (const Point& point : points_) all.push_back(point.handle);
+  return all;
 }
 
 void PointHandles::follow() {
@@ -124,16 +127,21 @@ QPainterPath PointHandles::emitter() const {
 }
 
 QPainterPath PointHandles::motion() const {
-  constexpr int kPieces = 20;       // from key to key
-  constexpr double kKeyRadius = 3;  // pixels of the frame
+  constexpr int kPieces = 20;           // from key to key
+  constexpr std::size_t kKeysNear = 6;  // that are shown before the frame, and after it
+  constexpr double kKeyRadius = 3;      // pixels of the frame
   QPainterPath path;
   for (const auto& [parameter, handle] : points_) {
     if (!handle->isVisible()) continue;
     const std::vector<ParamKey> keys = preview_.document().keys(preview_.layer(), parameter);
     if (keys.size() < 2) continue;
-    for (std::size_t i = 0; i < keys.size(); ++i) {
+    const auto now = std::ranges::lower_bound(keys, preview_.frame(), {}, &ParamKey::time);
+    const auto here = static_cast<std::size_t>(now - keys.begin());
+    const std::size_t first = here - std::min(here, kKeysNear);
+    const std::size_t end = std::min(here + kKeysNear, keys.size());
+    for (std::size_t i = first; i < end; ++i) {
       path.addEllipse(placeOf(parameter, keys[i].time), kKeyRadius, kKeyRadius);
-      if (i == 0 || keys[i - 1].ease.hold) continue;  // from which it jumps
+      if (i == first || keys[i - 1].ease.hold) continue;  // from which it jumps
       const double from = keys[i - 1].time;
       path.moveTo(placeOf(parameter, from));
       for (int piece = 1; piece <= kPieces; ++piece) {

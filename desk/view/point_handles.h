@@ -18,6 +18,9 @@ class PointHandles : public QGraphicsObject {
  public:
   PointHandles(Preview& preview, SnapGuides& guides, QGraphicsItem* parent);
 
+  /// In the order in which Tab reaches them.
+  std::vector<Handle*> handles() const;
+
   QRectF boundingRect() const override { return {}; }
   void paint(QPainter*, const QStyleOptionGraphicsItem*, QWidget*) override {}
 

@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QSettings>
 #include <QStatusBar>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -20,6 +21,7 @@
 namespace desk {
 namespace {
 
+constexpr int kLongWait = 400;  // milliseconds
 constexpr char kScenes[] = "Scenes (*.toml);;All files (*)";
 
 // Where dialogs about files begin.
@@ -35,7 +37,6 @@ MainWindow::MainWindow(scene::PresetLibrary presets)
       messages_(new MessageArea),
       view_(new PictureView(preview_)),
       timeline_(new TimelinePanel(preview_)) {
-  setAcceptDrops(true);
   new KeyRights(this);
   new CompareKey(preview_, Qt::Key_B, this);
   setDockOptions(AnimatedDocks | AllowNestedDocks | AllowTabbedDocks);
@@ -56,6 +57,7 @@ MainWindow::MainWindow(scene::PresetLibrary presets)
   addTimelineMenus();
   addPanels();
   addHelpMenu();
+  takeDrops();
   addStatus();
   tellMessages();
   connect(&document_, &SceneDocument::savedStateChanged, this, &MainWindow::showTitle);
@@ -129,7 +131,8 @@ bool MainWindow::saveAs() {
 
 void MainWindow::exportScene() {
   const Playback& playback = timeline_->playback();
-  auto* dialog = new ExportDialog(document_, exports_, {playback.in(), playback.out()}, this);
+  auto* dialog =
+      new ExportDialog(document_, exports_, exportMemory_, {playback.in(), playback.out()}, this);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->open();
 }
@@ -143,6 +146,11 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   event->accept();
 }
 
+void MainWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) document_.lookAtDisk();
+}
+
 void MainWindow::tellMessages() {
   using Subject = MessageArea::Subject;
   connect(&document_, &SceneDocument::problem, this,
@@ -150,6 +158,11 @@ void MainWindow::tellMessages() {
   // A failure is about what was tried last.
   connect(&document_, &SceneDocument::changed, this,
           [this] { messages_->withdraw(Subject::kFailure); });
+  // Neither of it is of any more use once the scene is saved.
+  connect(&document_, &SceneDocument::savedStateChanged, this, [this] {
+    if (document_.isModified()) return;
+    for (const Subject subject : {Subject::kFailure, Subject::kDisk}) messages_->withdraw(subject);
+  });
   connect(&document_, &SceneDocument::replaced, this, [this] {
     for (const Subject subject : {Subject::kFailure, Subject::kDisk}) messages_->withdraw(subject);
   });
@@ -197,16 +210,22 @@ void MainWindow::tellMessages() {
 void MainWindow::offerRecovered(const std::optional<Recovered>& lost) {
   if (!lost) return;
   const QString name = lost->path.isEmpty() ? "a new scene" : QFileInfo(lost->path).fileName();
-  messages_->say(
-      MessageArea::Subject::kRecovery,
-      "An earlier run has ended with unsaved changes of " + name + ", from " +
-          QLocale().toString(lost->changed, QLocale::ShortFormat) + ".",
-      {{"Restore",
-        [this, lost = *lost] { mayLeaveScene() ? document_.restore(lost) : offerRecovered(lost); }},
-       {"Discard", [this, lost = *lost] {
-          SceneDocument::discard(lost);
-          offerRecovered(SceneDocument::findRecovered());
-        }}});
+  messages_->say(MessageArea::Subject::kRecovery,
+                 "An earlier run has ended with unsaved changes of " + name + ", from " +
+                     QLocale().toString(lost->changed, QLocale::ShortFormat) +
+                     (QFileInfo(lost->path).lastModified() > lost->changed
+                          ? "; its file has been changed since, which Undo after Restore shows."
+                          : "."),
+                 {{"Restore",
+                   [this, lost = *lost] {
+                     if (!mayLeaveScene()) return offerRecovered(lost);
+                     document_.restore(lost);
+                     offerRecovered(SceneDocument::findRecovered());
+                   }},
+                  {"Discard", [this, lost = *lost] {
+                     SceneDocument::discard(lost);
+                     offerRecovered(SceneDocument::findRecovered());
+                   }}});
 }
 
 /// Where the scene may not read a file that it names.
@@ -233,10 +252,24 @@ void MainWindow::addStatus() {
   connect(view_, &PictureView::pointerMoved, place, [place](QPointF at) {
     place->setText(QString("%1, %2").arg(at.x(), 0, 'f', 0).arg(at.y(), 0, 'f', 0));
   });
+  constexpr int kHintTime = 6000;  // milliseconds
+  connect(view_, &PictureView::hintChanged, statusBar(),
+          [this](const QString& hint) { statusBar()->showMessage(hint, kHintTime); });
   connect(view_, &PictureView::zoomChanged, zoom,
           [zoom](double factor) { zoom->setText(QString("%1 %").arg(100 * factor, 0, 'f', 0)); });
-  connect(&preview_, &Preview::pictureChanged, facts, [this, facts] {
+  auto* wait = new QTimer(this);  // for a picture that takes its time
+  wait->setSingleShot(true);
+  wait->setInterval(kLongWait);
+  connect(wait, &QTimer::timeout, facts, [facts] { facts->setText("Rendering\u2026"); });
+  const auto startWaiting = [wait] {
+    if (!wait->isActive()) wait->start();
+  };
+  connect(&preview_, &Preview::asked, wait, startWaiting);
+  startWaiting();
+  connect(&preview_, &Preview::pictureChanged, facts, [this, facts, wait] {
     const Picture& picture = preview_.picture();
+    if (!picture.state) return facts->clear();
+    preview_.isUpToDate() ? wait->stop() : wait->start();
     facts->setText(QString("%1 stars   %2 ms")
                        .arg(QLocale().toString(picture.stars))
                        .arg(picture.milliseconds, 0, 'f', 1));

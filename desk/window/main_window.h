@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "desk/document/scene_document.h"
+#include "desk/exporting/export_memory.h"
 #include "desk/exporting/export_queue.h"
 #include "desk/render/preview.h"
 #include "desk/timeline/timeline_panel.h"
@@ -31,8 +32,7 @@ class MainWindow : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
-  void dragEnterEvent(QDragEnterEvent* event) override;
-  void dropEvent(QDropEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   // In main_window_menus.cpp.
@@ -50,6 +50,8 @@ class MainWindow : public QMainWindow {
   void addHelpMenu();
 
   // In main_window_files.cpp.
+  void takeDrops();
+  void takeFiles(const QList<QUrl>& urls);
   void addRecentMenu();
   void keepRecent() const;
 
@@ -77,6 +79,7 @@ class MainWindow : public QMainWindow {
   SceneDocument document_;
   Preview preview_;
   ExportQueue exports_;
+  ExportMemory exportMemory_;
   MessageArea* messages_;
   PictureView* view_;
   TimelinePanel* timeline_;

@@ -1,10 +1,11 @@
-#include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QMenu>
-#include <QMimeData>
 #include <QSettings>
+#include <QTextDocument>
+#include <QUrl>
 #include <algorithm>
 
+#include "desk/window/file_drops.h"
 #include "desk/window/main_window.h"
 
 namespace desk {
@@ -12,6 +13,21 @@ namespace {
 
 constexpr char kRecent[] = "files/recent";
 constexpr int kMostRecent = 10;
+
+bool hasSuffix(const QFileInfo& file, const char* suffix) {
+  return file.suffix().compare(QLatin1String(suffix), Qt::CaseInsensitive) == 0;
+}
+
+/// The one whose file or thumbnail it is; or null.
+const scene::Preset* presetOf(const scene::PresetLibrary& library, const QFileInfo& file) {
+  const auto isFile = [&](const std::filesystem::path& other) {
+    return QFileInfo(QString::fromStdString(other.string())) == file;
+  };
+  const auto found = std::ranges::find_if(library.presets(), [&](const scene::Preset& preset) {
+    return isFile(preset.file) || isFile(preset.thumbnail);
+  });
+  return found == library.presets().end() ? nullptr : &*found;
+}
 
 }  // namespace
 
@@ -21,10 +37,12 @@ void MainWindow::addRecentMenu() {
   connect(recentMenu_, &QMenu::aboutToShow, this, [this] {
     recentMenu_->clear();
     for (const QString& path : QSettings().value(kRecent).toStringList()) {
-      QAction* action = recentMenu_->addAction(QFileInfo(path).fileName(), this, [this, path] {
+      QString name = QFileInfo(path).fileName();
+      name.replace(QLatin1Char('&'), QLatin1String("&&"));  // no mnemonic
+      QAction* action = recentMenu_->addAction(name, this, [this, path] {
         if (mayLeaveScene()) open(path);
       });
-      action->setToolTip(path);
+      action->setToolTip(Qt::convertFromPlainText(path, Qt::WhiteSpaceNormal));
       action->setEnabled(QFileInfo::exists(path));
     }
     if (recentMenu_->isEmpty()) recentMenu_->addAction("None")->setEnabled(false);
@@ -42,33 +60,41 @@ void MainWindow::keepRecent() const {
   settings.setValue(kRecent, paths.mid(0, kMostRecent));
 }
 
-void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-  const QList<QUrl> urls = event->mimeData()->urls();
-  if (urls.size() == 1 && urls.front().isLocalFile()) event->acceptProposedAction();
+void MainWindow::takeDrops() {
+  connect(new FileDrops(*this), &FileDrops::dropped, this, &MainWindow::takeFiles,
+          Qt::QueuedConnection);  // what they come from does not wait for questions
 }
 
-/// A scene is opened, a preset's file or thumbnail applied, and anything else is the input.
-void MainWindow::dropEvent(QDropEvent* event) {
-  const QString path = event->mimeData()->urls().front().toLocalFile();
-  const QFileInfo file(path);
-  event->acceptProposedAction();
-  if (file.suffix().compare("toml", Qt::CaseInsensitive) == 0) {
-    if (mayLeaveScene()) open(path);
-    return;
+/// A scene is opened, and a preset's file or thumbnail applied to it, over what else there is.
+void MainWindow::takeFiles(const QList<QUrl>& urls) {
+  const auto refuse = [this](const QString& sentence) {
+    messages_->say(MessageArea::Subject::kFailure, sentence);
+  };
+  QString scene;
+  QString preset;
+  QString input;
+  for (const QUrl& url : urls) {
+    const QFileInfo file(url.toLocalFile());
+    if (!url.isLocalFile() || file.isDir()) {
+      return refuse("\"" + (url.isLocalFile() ? file.filePath() : url.toDisplayString()) +
+                    "\" is no file that can be dropped here.");
+    }
+    const bool isScene = hasSuffix(file, "toml");
+    const bool isPreset =
+        presetOf(document_.presetLibrary(), file) != nullptr || hasSuffix(file, "txt");
+    QString& place = isScene ? scene : isPreset ? preset : input;
+    if (!place.isEmpty()) {
+      return refuse("Drop one scene, one clip or still and one preset at once, not two of a kind.");
+    }
+    place = file.filePath();
   }
-  const std::vector<scene::Preset>& presets = document_.presetLibrary().presets();
-  const auto preset = std::ranges::find_if(presets, [&](const scene::Preset& candidate) {
-    const auto isFile = [&](const std::filesystem::path& other) {
-      return QFileInfo(QString::fromStdString(other.string())) == file;
-    };
-    return isFile(candidate.file) || isFile(candidate.thumbnail);
-  });
-  if (preset != presets.end()) {
-    document_.applyPreset(preview_.layer(), QString::fromStdString(preset->name));
-  } else if (file.suffix().compare("txt", Qt::CaseInsensitive) == 0) {
-    document_.applyPresetFile(preview_.layer(), path);
+  if (!scene.isEmpty() && (!mayLeaveScene() || !open(scene))) return;
+  if (!input.isEmpty()) document_.setSceneInput(input);
+  if (preset.isEmpty()) return;
+  if (const scene::Preset* known = presetOf(document_.presetLibrary(), QFileInfo(preset))) {
+    document_.applyPreset(preview_.layer(), QString::fromStdString(known->name));
   } else {
-    document_.setSceneInput(path);
+    document_.applyPresetFile(preview_.layer(), preset);
   }
 }
 

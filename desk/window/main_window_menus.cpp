@@ -6,6 +6,7 @@
 #include <QStatusBar>
 #include <QUndoStack>
 #include <array>
+#include <tuple>
 
 #include "desk/window/main_window.h"
 #include "desk/window/scene_settings.h"
@@ -80,7 +81,8 @@ void MainWindow::addEditMenu() {
     view_->setFocus();
     editor.draw();
     statusBar()->showMessage(
-        "Click for corners, drag for bends; the first vertex closes, Return ends, Escape cancels.");
+        "Click for corners, drag for bends; the first vertex closes, Return ends, Escape cancels. "
+        "By keys: arrows, Space for a corner, Shift+Return to close.");
   });
   mask->addSeparator();
   QAction* invert = command(mask, "&Invert", {}, [&editor] { editor.invert(); });
@@ -102,6 +104,15 @@ void MainWindow::addViewMenu() {
   command(viewMenu_, "Zoom &out", QKeySequence::ZoomOut, [this] { view_->zoomOut(); });
   command(viewMenu_, "&Fit", QKeySequence("Ctrl+0"), [this] { view_->fit(); });
   command(viewMenu_, "&Actual size", QKeySequence("Ctrl+1"), [this] { view_->setZoom(1); });
+  QMenu* pan = viewMenu_->addMenu("Pa&n");
+  constexpr int kPanStep = 80;  // pixels
+  constexpr std::array kWays{std::tuple{"&Left", Qt::Key_Left, QPoint(kPanStep, 0)},
+                             std::tuple{"&Right", Qt::Key_Right, QPoint(-kPanStep, 0)},
+                             std::tuple{"&Up", Qt::Key_Up, QPoint(0, kPanStep)},
+                             std::tuple{"&Down", Qt::Key_Down, QPoint(0, -kPanStep)}};
+  for (const auto& [text, key, way] : kWays) {
+    command(pan, text, Qt::CTRL | Qt::SHIFT | key, [this, by = way] { view_->pan(by); });
+  }
 
   viewMenu_->addSeparator();
   QMenu* resolutions = viewMenu_->addMenu("&Resolution");

@@ -1,7 +1,9 @@
 #include <QDockWidget>
+#include <QLayout>
 #include <QMenu>
 #include <QScreen>
 #include <QScrollArea>
+#include <algorithm>
 
 #include "desk/compare/snapshots_panel.h"
 #include "desk/controls/controls_panel.h"
@@ -14,7 +16,13 @@
 namespace desk {
 namespace {
 
-constexpr QSize kWindowSize{1440, 900};  // at first
+// At first, in pixels.
+constexpr QSize kWindowSize{1440, 900};
+constexpr QSize kFrame{16, 48};      // more than window managers put around it
+constexpr QSize kRoomy{1200, 700};   // where panels on both sides leave the picture enough
+constexpr int kControlsWidth = 520;  // names and what they are turned by
+constexpr int kPresetsWidth = 240;   // three thumbnails
+constexpr int kMostShare = 60;       // of the window's width that panels on one side take, percent
 
 }  // namespace
 
@@ -26,22 +34,30 @@ void MainWindow::addPanels() {
   effect->setWidget(new EffectPanel(preview_));
   tabifyDockWidget(timeline, addPanel(Qt::BottomDockWidgetArea, "Effect", "effect", effect));
   timeline->raise();
+  const QSize size = kWindowSize.boundedTo(screen()->availableSize() - kFrame);
+  const bool isWide = size.width() >= kRoomy.width();
+  const auto otherSide = isWide ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea;
   QDockWidget* controls =
       addPanel(Qt::RightDockWidgetArea, "Controls", "controls", new ControlsPanel(preview_));
-  QDockWidget* presets =
-      addPanel(Qt::LeftDockWidgetArea, "Presets", "presets", new PresetsPanel(preview_));
-  addPanel(Qt::LeftDockWidgetArea, "Layers", "layers", new LayersPanel(preview_));
-  QDockWidget* exports =
-      addPanel(Qt::LeftDockWidgetArea, "Exports", "exports", new ExportsPanel(exports_));
+  QDockWidget* presets = addPanel(otherSide, "Presets", "presets", new PresetsPanel(preview_));
+  QDockWidget* layers = addPanel(otherSide, "Layers", "layers", new LayersPanel(preview_));
+  QDockWidget* exports = addPanel(otherSide, "Exports", "exports", new ExportsPanel(exports_));
   QDockWidget* snapshots =
-      addPanel(Qt::LeftDockWidgetArea, "Snapshots", "snapshots", new SnapshotsPanel(preview_));
+      addPanel(otherSide, "Snapshots", "snapshots", new SnapshotsPanel(preview_));
+  // Where there is little room, they lie behind each other.
+  if (!isWide) tabifyDockWidget(controls, presets);
+  if (!isWide || size.height() < kRoomy.height()) tabifyDockWidget(presets, layers);
   tabifyDockWidget(presets, snapshots);
   tabifyDockWidget(presets, exports);
-  presets->raise();
-  constexpr int kControlsWidth = 520;  // pixels, at first: names and what they are turned by
-  constexpr int kPresetsWidth = 240;   // three thumbnails
-  resize(kWindowSize.boundedTo(screen()->availableSize()));
-  resizeDocks({controls, presets}, {kControlsWidth, kPresetsWidth}, Qt::Horizontal);
+  (isWide ? presets : controls)->raise();
+  layout()->activate();  // which knows no tabs yet, and would not let the window be as small
+  resize(size);
+  resizeDocks({controls}, {std::min(kControlsWidth, size.width() * kMostShare / 100)},
+              Qt::Horizontal);
+  if (isWide) resizeDocks({presets}, {kPresetsWidth}, Qt::Horizontal);
+  panelMenu_->addSeparator();
+  panelMenu_->addAction("As at &first", this,
+                        [this, atFirst = saveState()] { QMainWindow::restoreState(atFirst); });
   connect(&exports_, &ExportQueue::rowsInserted, exports, [exports] {
     exports->show();
     exports->raise();

@@ -30,6 +30,12 @@ class DeskTest : public FolderTest {
   const std::string& problem() const { return problem_; }
   std::string text() const { return document_.text().toStdString(); }
 
+  static std::string with(std::string scene, const std::string& old, const std::string& other) {
+    const std::size_t at = scene.find(old);
+    EXPECT_NE(at, std::string::npos) << old;
+    return at == std::string::npos ? scene : scene.replace(at, old.size(), other);
+  }
+
   /// A small clip of moving test pictures.
   void makeClip(const std::string& name, int frames) const {
     const std::string command =

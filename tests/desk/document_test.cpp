@@ -1,13 +1,5 @@
 // Scenes edited as text: what changes, what stays, and what comes back.
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-
-#include <QDir>
-#include <QStandardPaths>
-#include <QTest>
-#include <chrono>
-#include <csignal>
-#include <thread>
 
 #include "desk/document/scene_document.h"
 #include "tests/desk/desk_test.h"
@@ -17,7 +9,7 @@ namespace {
 using desk::SceneDocument;
 using desk::ValueOrigin;
 
-constexpr char kCommented[] = R"(#:schema file:///scene.schema.json
+constexpr char kWithComments[] = R"(#:schema file:///scene.schema.json
 # A portal, é.
 [scene]   # what to render
 size = [640, 360]
@@ -47,12 +39,6 @@ class DocumentTest : public tests::DeskTest {
     }
     EXPECT_EQ(text(), scene);
     return result;
-  }
-
-  static std::string with(std::string scene, const std::string& old, const std::string& other) {
-    const std::size_t at = scene.find(old);
-    EXPECT_NE(at, std::string::npos) << old;
-    return at == std::string::npos ? scene : scene.replace(at, old.size(), other);
   }
 };
 
@@ -99,8 +85,8 @@ TEST_F(DocumentTest, EditsChangeNoMoreThanTheyMust) {
                              0);
             }},
        }) {
-    const std::string expected = with(kCommented, c.old, c.other);
-    EXPECT_EQ(after(kCommented, c.edit), expected) << problem();
+    const std::string expected = with(kWithComments, c.old, c.other);
+    EXPECT_EQ(after(kWithComments, c.edit), expected) << problem();
   }
 }
 
@@ -143,6 +129,8 @@ TEST_F(DocumentTest, TextsWrittenInOtherWaysAreEditedToo) {
               d.applyPreset(0, "bokeh");
               d.reset(0, brisel::kAddMode);
             }},
+           {"[params]\n\"Size\" = [ { frame = \"0.28s\", value = 1 } ]\n",
+            "[params]\n\"Size\" = 1\n", [](auto& d) { d.removeKey(0, brisel::kSize, 7); }},
        }) {
     EXPECT_EQ(after(c.scene, c.edit), c.result) << problem();
   }
@@ -162,7 +150,7 @@ TEST_F(DocumentTest, SaysWhereValuesComeFrom) {
 }
 
 TEST_F(DocumentTest, GesturesAreOneStepAndUnsoundEditsNone) {
-  ASSERT_TRUE(open(kCommented));
+  ASSERT_TRUE(open(kWithComments));
   QUndoStack& stack = document().undoStack();
   for (int gesture = 0; gesture < 2; ++gesture) {
     document().beginGesture();
@@ -182,140 +170,8 @@ TEST_F(DocumentTest, GesturesAreOneStepAndUnsoundEditsNone) {
   EXPECT_EQ(stack.count(), 2);
 }
 
-TEST_F(DocumentTest, FollowsTheFileOnDiskAndLosesNothing) {
-  ASSERT_TRUE(open(kCommented));
-  const auto changesTo = [&](const std::string& scene) {
-    write("new.toml", scene);  // as editors do
-    std::filesystem::rename(path("new.toml"), path("s.toml"));
-    return QTest::qWaitFor([&] { return text() == scene; }, 3000);
-  };
-  const std::string other = with(kCommented, "12.5", "13");
-  EXPECT_TRUE(changesTo(other));
-  EXPECT_FALSE(document().isModified());
-  document().undoStack().undo();
-  EXPECT_EQ(text(), kCommented);
-  document().undoStack().redo();
-
-  const std::string broken = with(kCommented, "12.5", "13,5");
-  const desk::SharedState lastGood = document().state();
-  EXPECT_TRUE(changesTo(broken));
-  EXPECT_EQ(document().state(), lastGood);
-  EXPECT_TRUE(document().textProblem().startsWith("s.toml:8:"))
-      << document().textProblem().toStdString();
-  document().setValue(0, brisel::kIntensity, {3}, 0);
-  EXPECT_EQ(text(), broken) << "what is no scene cannot be edited";
-  EXPECT_TRUE(changesTo(other));
-  EXPECT_TRUE(document().textProblem().isEmpty());
-
-  document().setValue(0, brisel::kIntensity, {3}, 0);
-  const std::string mine = text();
-  QSignalSpy asked(&document(), &SceneDocument::changedOnDisk);
-  EXPECT_FALSE(changesTo(kCommented));
-  EXPECT_EQ(asked.size(), 1);
-  EXPECT_EQ(text(), mine);
-  document().reload();
-  EXPECT_EQ(text(), kCommented);
-  document().undoStack().undo();
-  EXPECT_EQ(text(), mine);
-}
-
-TEST_F(DocumentTest, TellsThatItsFileIsGone) {
-  for (const std::string& scene : {std::string(kCommented), std::string("[scene]\r\n")}) {
-    ASSERT_TRUE(open(scene));
-    std::filesystem::remove(path("s.toml"));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return document().isModified(); }, 3000));
-    EXPECT_EQ(problem(), "s.toml is no longer there; save to write it again");
-    write("s.toml", scene);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !document().isModified(); }, 3000)) << "it is back";
-    std::filesystem::remove(path("s.toml"));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return document().isModified(); }, 3000));
-    EXPECT_TRUE(document().save());
-    EXPECT_EQ(read("s.toml"), scene);
-    EXPECT_FALSE(document().isModified());
-  }
-}
-
-TEST_F(DocumentTest, KeepsUnsavedScenesForTheNextRun) {
-  while (const auto old = SceneDocument::findRecovered()) SceneDocument::discard(*old);
-  ASSERT_TRUE(open(kCommented));
-  document().setSize(320, 180);
-  QTest::qWait(2500);
-  EXPECT_FALSE(SceneDocument::findRecovered()) << "it belongs to a window that is open";
-  EXPECT_TRUE(document().save());
-  document().saveAs("/nowhere/s.toml");
-  EXPECT_NE(problem().find("/nowhere/s.toml"), std::string::npos) << problem();
-  EXPECT_FALSE(document().isModified());
-  EXPECT_EQ(read("s.toml"), text());
-
-  desk::RecoveryFile earlier;
-  earlier.write(document().path(), "[scene]\nframes = 3\n");
-  const QString folder =
-      QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/recovery";
-  const QString kept =
-      QDir(folder).entryInfoList({"*.unsaved"}, QDir::Files, QDir::Time).front().filePath();
-  QFile::remove(kept + ".lock");  // as if its process were gone
-  EXPECT_TRUE(SceneDocument::findRecovered());
-  const auto recovered = SceneDocument::findRecovered();
-  ASSERT_TRUE(recovered) << "it was offered, and not answered";
-  EXPECT_FALSE(SceneDocument::findRecovered()) << "it is being offered";
-  document().restore(*recovered);
-  EXPECT_TRUE(document().isModified());
-  EXPECT_EQ(document().state()->plan.frames, 3);
-  EXPECT_FALSE(QFile::exists(kept));
-}
-
-TEST_F(DocumentTest, AFullDiskLeavesTheFileThatIsThere) {
-  ASSERT_TRUE(open(kCommented));
-  document().setSize(320, 180);
-  rlimit limit{};
-  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
-  const rlimit full{16, limit.rlim_max};
-  const auto old = std::signal(SIGXFSZ, SIG_IGN);  // it is an error then
-  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &full), 0);
-  EXPECT_FALSE(document().save());
-  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-  std::signal(SIGXFSZ, old);
-  EXPECT_NE(problem().find("s.toml"), std::string::npos) << problem();
-  EXPECT_EQ(read("s.toml"), kCommented);
-  EXPECT_TRUE(document().isModified());
-  EXPECT_TRUE(document().save());
-}
-
-TEST_F(DocumentTest, NamesTheSameFilesFromAnotherFolder) {
-  makeClip("clip.mov", 2);
-  write("logo.svg", R"(<svg><path id="star" d="M0 0L9 0L9 9Z"/></svg>)");
-  std::filesystem::create_directories(path("a/b"));
-  constexpr char kMoved[] = R"([scene]
-input = "%clip.mov"  # short
-[[layer]]
-mask = "%logo.svg#star"
-)";
-  const auto from = [&](const char* folder) {
-    return QString(kMoved).replace("%", folder).toStdString();
-  };
-  ASSERT_TRUE(open(from("")));
-  const auto frames = document().state()->plan.frames;
-  for (const auto& [scene, folder] : {std::pair{"a/b/s.toml", "../../"}, {"t.toml", ""}}) {
-    ASSERT_TRUE(document().saveAs(QString::fromStdString(path(scene).string()))) << problem();
-    EXPECT_EQ(read(scene), from(folder));
-    EXPECT_EQ(document().textProblem(), "");
-    EXPECT_FALSE(document().isModified());
-    EXPECT_EQ(document().state()->plan.frames, frames);
-    EXPECT_EQ(document().mask(0)->keys.front().value.vertices.size(), 3);
-  }
-  SceneDocument other(scene::PresetLibrary({}));
-  ASSERT_TRUE(other.open(QString::fromStdString(path("a/b/s.toml").string())));
-  EXPECT_NE(other.textProblem(), "") << "it comes from a stranger";
-  EXPECT_EQ(other.folderToAllow().toStdString(), path("").parent_path().string());
-  other.allow(other.folderToAllow());
-  EXPECT_EQ(other.textProblem(), "");
-  EXPECT_EQ(other.folderToAllow(), "");
-  ASSERT_TRUE(other.open(QString(other.path())));
-  EXPECT_NE(other.textProblem(), "") << "it was allowed until another is opened";
-}
-
 TEST_F(DocumentTest, TakesBackWhatACanceledGestureChanged) {
-  ASSERT_TRUE(open(kCommented));
+  ASSERT_TRUE(open(kWithComments));
   document().setSize(320, 180);
   const std::string before = text();
   document().beginGesture();

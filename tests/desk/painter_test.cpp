@@ -8,7 +8,7 @@
 #include <QTest>
 
 #include "cli/pipeline/scene_renderer.h"
-#include "desk/render/frame_renderer.h"
+#include "desk/render/preview.h"
 #include "desk/render/scene_painter.h"
 #include "desk/render/screen_image.h"
 #include "scene/text/errors.h"
@@ -125,14 +125,14 @@ TEST_F(PainterTest, EditsShowAtOnceAndLeaveEarlierStarsKnown) {
   int steps = 0;
   const auto count = [&] { ++steps; };
   painter.paint(FrameRequest{before, 28}, count);
-  EXPECT_EQ(steps, 2 * (28 + 11));
+  EXPECT_EQ(steps, 2 * (28 + 11 + 1));
   document().setValue(0, brisel::kMixWithOriginal, {1}, 0);
   document().setValue(1, brisel::kSize, {3}, 0);  // of the upper layer, from the start
   document().addKey(0, brisel::kIntensity, 0);
   steps = 0;
   const desk::SharedState after = document().state();
   const QImage image = painter.paint(FrameRequest{after, 28}, count).image;
-  EXPECT_LE(steps, 28 + 11 + 8);  // the lower layer goes on from a state close by
+  EXPECT_LE(steps, 28 + 11 + 8 + 2);  // the lower layer goes on from a state close by
   document().save();
   EXPECT_EQ(image, rendered(after, 1, 29).back());
 
@@ -151,6 +151,32 @@ TEST_F(PainterTest, StarsAreShownWithoutAnInputThatIsNotThere) {
   const desk::Picture picture = painter.paint(FrameRequest{state, 3}, [] {});
   EXPECT_FALSE(picture.image.isNull());
   EXPECT_TRUE(picture.problem.contains("clip.mp4")) << picture.problem.toStdString();
+}
+
+TEST_F(PainterTest, WhatWasMadeWithoutAnInputIsForgottenOnceItIsBack) {
+  makeClip("clip.mp4", 12);
+  const desk::SharedState state = stateOf(kOverClip);
+  desk::ScenePainter painter(1);
+  std::filesystem::rename(path("clip.mp4"), path("gone.mp4"));
+  EXPECT_NE(painter.paint(FrameRequest{state, 9}, [] {}).problem, QString());
+  std::filesystem::rename(path("gone.mp4"), path("clip.mp4"));
+  document().setInput({});
+  const desk::Picture picture = painter.paint(FrameRequest{document().state(), 9}, [] {});
+  EXPECT_EQ(picture.problem, QString());
+  EXPECT_EQ(picture.image, rendered(state, 1, 10).back());
+}
+
+TEST_F(PainterTest, PicturesOfAnotherSceneAreNotShown) {
+  ASSERT_TRUE(open(kLayers));
+  desk::Preview preview(document());
+  ASSERT_TRUE(QTest::qWaitFor([&] { return preview.isUpToDate(); }, 20000));
+  preview.setFrame(29);
+  ASSERT_TRUE(open("[scene]\nsize = [16, 9]\n"));
+  EXPECT_EQ(preview.picture().state, nullptr);
+  EXPECT_EQ(preview.frame(), 0);
+  QObject::connect(&preview, &desk::Preview::pictureChanged,
+                   [&] { EXPECT_EQ(preview.picture().image.width(), 16); });
+  EXPECT_TRUE(QTest::qWaitFor([&] { return preview.isUpToDate(); }, 20000));
 }
 
 TEST_F(PainterTest, TheLastFrameAskedForIsShown) {

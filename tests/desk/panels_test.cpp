@@ -85,12 +85,27 @@ TEST_F(PanelsTest, EveryParameterIsTurnedResetAndKeyed) {
   EXPECT_TRUE(document().keyedParameters(0).empty());
 }
 
+TEST_F(PanelsTest, TurningInQuickSuccessionIsOneStep) {
+  ASSERT_TRUE(open("[scene]\nframes = 50\n"));
+  desk::ControlsPanel panel(preview);
+  auto* size = named<QDoubleSpinBox>(panel, "Size");
+  auto* gravity = named<QDoubleSpinBox>(panel, "Gravity");
+  for (QDoubleSpinBox* turned : {size, size, size, gravity, gravity, size, size}) turned->stepUp();
+  EXPECT_EQ(document().undoStack().count(), 3);
+  document().undoStack().undo();
+  size->stepUp();  // not a part of what is left
+  EXPECT_EQ(document().undoStack().count(), 3);
+  QTest::qWait(800);
+  size->stepUp();
+  EXPECT_EQ(document().undoStack().count(), 4);
+}
+
 TEST_F(PanelsTest, WhatIsRefusedIsNotShown) {
   ASSERT_TRUE(open("[params]\nSize = 30\n"));
   desk::ControlsPanel panel(preview);
   panel.show();
   auto* size = named<QDoubleSpinBox>(panel, "Size");
-  document().setText("[params]\nSize = \n", "Break");
+  document().setText({"[params]\nSize = \n", document().path()}, "Break");
   size->setValue(40);
   EXPECT_EQ(size->value(), 30);
   EXPECT_NE(problem(), "");
@@ -144,6 +159,9 @@ TEST_F(PanelsTest, AClickInTheEffectsOwnRowsIsAPreset) {
   const auto rowOf = [&](const std::string& name) { return library.find({name, name}).row; };
   EXPECT_EQ(rowOf(clicked(40)), 1);
   EXPECT_EQ(rowOf(clicked(130)), 0);
+  for (const int arrow : {panel.width() - 20, 20}) {  // which shows other thumbnails
+    QTest::mouseClick(&panel, Qt::LeftButton, {}, {arrow, panel.height() - 40});
+  }
   EXPECT_EQ(document().undoStack().count(), 2);
 }
 

@@ -80,14 +80,26 @@ class PictureViewTest : public tests::DeskTest {
   void drag(QPointF from, QPointF to, Qt::KeyboardModifiers modifiers = {}) {
     QWidget* area = view->viewport();
     QTest::mousePress(area, Qt::LeftButton, modifiers, onView(from));
-    for (const double share : {0.3, 0.7, 1.0}) {
-      const QPoint at = onView(from + (to - from) * share);
-      QMouseEvent move(QEvent::MouseMove, at, area->mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
-                       modifiers);
-      QCoreApplication::sendEvent(area, &move);
-    }
+    for (const double share : {0.3, 0.7, 1.0}) moveTo(from + (to - from) * share, modifiers);
     QTest::mouseRelease(area, Qt::LeftButton, modifiers, onView(to));
   }
+  void moveTo(QPointF place, Qt::KeyboardModifiers modifiers = {}) {
+    QWidget* area = view->viewport();
+    const QPoint at = onView(place);
+    QMouseEvent move(QEvent::MouseMove, at, area->mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
+                     modifiers);
+    QCoreApplication::sendEvent(area, &move);
+  }
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}, int times = 1) {
+    while (times-- > 0) QTest::keyClick(&*view, key, modifiers);
+  }
+  /// By Tab alone.
+  void goTo(const char* handle) {
+    constexpr int kMostHandles = 30;
+    for (int i = 0; i < kMostHandles && !focus().startsWith(handle); ++i) press(Qt::Key_Tab);
+    EXPECT_TRUE(focus().startsWith(handle)) << focus().toStdString();
+  }
+  QString focus() const { return view->accessibleDescription(); }
   QPointF start() {
     const scene::ParamValue value = document().value(0, brisel::kStart, preview->frame());
     return {value[0] * 640, value[1] * 360};
@@ -183,19 +195,13 @@ TEST_F(PictureViewTest, OutlivesAMaskThatGoesOrCannotBeEdited) {
   show(kPoint);
   view->mask().makeRectangle();
   const std::string masked = text();
-  document().setText(QString::fromStdString(masked + "rubbish = = 3\n"), "Damage");
+  document().setText({QString::fromStdString(masked + "rubbish = = 3\n"), document().path()},
+                     "Damage");
   QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, onView({160, 200}));  // the last side
   EXPECT_NE(problem(), "");
   EXPECT_EQ(vertices().size(), 4u);
   document().undoStack().undo();
 
-  const auto moveTo = [&](QPointF place) {
-    QWidget* area = view->viewport();
-    const QPoint at = onView(place);
-    QMouseEvent move(QEvent::MouseMove, at, area->mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
-                     {});
-    QCoreApplication::sendEvent(area, &move);
-  };
   for (const QPointF place : {QPointF(480, 200), QPointF(480, 270)}) {  // a side and a vertex
     QTest::mousePress(view->viewport(), Qt::LeftButton, {}, onView(place));
     moveTo(place + QPointF(20, 20));
@@ -255,10 +261,115 @@ TEST_F(PictureViewTest, DrawsAMaskWithThePen) {
   EXPECT_EQ(document().undoStack().count(), 2);
 }
 
-TEST_F(PictureViewTest, ZoomsAndFits) {
+TEST_F(PictureViewTest, BendsAVertexWithCtrlAndShift) {
+  show(kPoint);
+  view->mask().makeRectangle();
+  constexpr auto kBend = Qt::ControlModifier | Qt::ShiftModifier;
+  drag({160, 90}, {210, 60}, kBend);
+  const auto arms = [&] {
+    const MaskShape::Vertex v = vertices()[0];
+    return std::pair(desk::toPoint(v.in) - desk::toPoint(v.point),
+                     desk::toPoint(v.out) - desk::toPoint(v.point));
+  };
+  EXPECT_NEAR(arms().second.x(), 50, 2);
+  EXPECT_NEAR(arms().second.y(), -30, 2);
+  EXPECT_EQ(arms().first, -arms().second);
+  EXPECT_EQ(vertices()[0].point.x, 160);
+  drag({210, 60}, {160, 140});  // the other side turns along
+  EXPECT_LT(arms().first.y(), -40);
+  drag({160, 140}, {240, 90}, kBend);  // but not with both held
+  EXPECT_NEAR(arms().second.x(), 80, 2);
+  EXPECT_LT(arms().first.y(), -40);
+  EXPECT_EQ(document().undoStack().count(), 4);
+}
+
+TEST_F(PictureViewTest, DrawsAndEditsAMaskByKeysAlone) {
+  show(kPoint);
+  view->setFocus();
+  view->mask().draw();
+  press(Qt::Key_Space);  // in the middle
+  press(Qt::Key_Right, Qt::ShiftModifier, 10);
+  press(Qt::Key_Space);
+  press(Qt::Key_Down, {}, 50);
+  EXPECT_TRUE(focus().startsWith("Pen at 420, 230")) << focus().toStdString();
+  press(Qt::Key_Space);
+  press(Qt::Key_Return, Qt::ShiftModifier);
+  ASSERT_EQ(vertices().size(), 3u);
+  EXPECT_TRUE(document().mask(0)->keys.front().value.closed);
+  EXPECT_EQ(desk::toPoint(vertices()[2].point), QPointF(420, 230));
+
+  goTo("Vertex 1 at");
+  press(Qt::Key_Insert);
+  ASSERT_EQ(vertices().size(), 4u);
+  EXPECT_TRUE(focus().startsWith("Vertex 2 at 370, 180")) << focus().toStdString();
+  press(Qt::Key_Return);
+  EXPECT_FALSE(desk::isCorner(vertices()[1]));
+  const QPointF out = desk::toPoint(vertices()[1].out);
+  goTo("Vertex 2, bend before");
+  press(Qt::Key_Up, Qt::ShiftModifier);
+  EXPECT_GT(vertices()[1].out.y, out.y()) << "turns along";
+  press(Qt::Key_Delete);
+  EXPECT_EQ(desk::toPoint(vertices()[1].in), QPointF(370, 180));
+  EXPECT_FALSE(desk::isCorner(vertices()[1]));
+  goTo("Vertex 2, bend after");
+  press(Qt::Key_Delete);
+  EXPECT_TRUE(desk::isCorner(vertices()[1]));
+  EXPECT_TRUE(focus().startsWith("Vertex 2 at")) << focus().toStdString();
+  goTo("Vertex 4 at");
+  press(Qt::Key_Delete);
+  EXPECT_TRUE(focus().startsWith("Vertex 3 at")) << "the last one now, " << focus().toStdString();
+  press(Qt::Key_Left, Qt::ShiftModifier);
+  EXPECT_EQ(vertices()[2].point.x, 410);
+  EXPECT_EQ(document().undoStack().count(), 8);
+  EXPECT_EQ(preview->frame(), 0);
+  while (document().undoStack().canUndo()) document().undoStack().undo();
+  EXPECT_EQ(text(), kPoint);
+
+  view->mask().draw();
+  press(Qt::Key_Space);
+  press(Qt::Key_Left, Qt::ShiftModifier, 2);
+  press(Qt::Key_Space);
+  press(Qt::Key_Return);
+  goTo("Vertex 2 at");
+  press(Qt::Key_Insert);  // an open end goes on
+  ASSERT_EQ(vertices().size(), 3u);
+  EXPECT_EQ(desk::toPoint(vertices()[2].point), QPointF(290, 180));
+}
+
+TEST_F(PictureViewTest, EscapeTakesADragBack) {
+  show(kPoint);
+  view->mask().makeRectangle();
+  document().setValue(0, brisel::kSize, {20}, 0);
+  document().undoStack().undo();
+  const std::string before = text();
+  for (const QPointF place : {QPointF(160, 90), QPointF(480, 200)}) {  // a vertex, a side
+    QTest::mousePress(view->viewport(), Qt::LeftButton, {}, onView(place));
+    moveTo(place + QPointF(30, 20));
+    EXPECT_NE(text(), before);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(text(), before);
+    moveTo(place + QPointF(60, 60));
+    QTest::mouseRelease(view->viewport(), Qt::LeftButton, {}, onView(place));
+    EXPECT_EQ(text(), before);
+    EXPECT_EQ(document().undoStack().count(), 1) << "and nothing to redo";
+  }
+  view->mask().remove();
+  QTest::mousePress(view->viewport(), Qt::LeftButton, {}, onView(start()));
+  moveTo({300, 300});
+  press(Qt::Key_Escape);
+  QTest::mouseRelease(view->viewport(), Qt::LeftButton, {}, onView({300, 300}));
+  EXPECT_EQ(start(), QPointF(160, 90));
+  drag({160, 90}, {300, 250});
+  EXPECT_EQ(document().undoStack().count(), 3) << "a drag goes on as ever";
+}
+
+TEST_F(PictureViewTest, ZoomsPansAndFits) {
   show(kPoint);
   view->setZoom(4);
   EXPECT_NEAR(view->zoom(), 4, 1e-6);
+  const QPoint corner = view->mapFromScene(0, 0);
+  view->pan({-80, 30});
+  EXPECT_EQ(view->mapFromScene(0, 0), corner + QPoint(-80, 30));
   view->resize(344, 400);
   EXPECT_NEAR(view->zoom(), 4, 1e-6) << "only a fitted frame follows";
   view->fit();

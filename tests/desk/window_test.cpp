@@ -17,6 +17,7 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTest>
 #include <QTimer>
@@ -29,64 +30,14 @@
 #include <vector>
 
 #include "desk/exporting/export_queue.h"
-#include "desk/window/main_window.h"
-#include "tests/desk/desk_test.h"
+#include "tests/desk/window_fixture.h"
 
 namespace {
 
 using desk::ExportJob;
 using desk::MessageArea;
-
-class WindowTest : public tests::FolderTest {
- protected:
-  WindowTest() : window(cli::presetsBeside(cli::findModule({}))) {
-    window.show();
-    EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-  }
-
-  template <class Widget>
-  Widget* named(const char* accessibleName) {
-    for (Widget* widget : window.findChildren<Widget*>()) {
-      if (widget->accessibleName() == accessibleName) return widget;
-    }
-    ADD_FAILURE() << "nothing is named " << accessibleName;
-    return nullptr;
-  }
-
-  std::string render(const std::string& scene, const std::string& output) {
-    const std::string command = desk::ExportQueue::program().toStdString() + " render " +
-                                path(scene).string() + " -o " + path(output).string() +
-                                " 2>/dev/null";
-    EXPECT_EQ(std::system(command.c_str()), 0);
-    return read(output);
-  }
-
-  QString message(MessageArea::Subject subject) {
-    return window.findChild<MessageArea*>()->sentence(subject);
-  }
-  /// Presses the button of the next question.
-  void answer(QMessageBox::StandardButton button) {
-    questions.disconnect();
-    questions.callOnTimeout(&window, [button] {
-      auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      ASSERT_NE(question, nullptr);
-      question->button(button)->click();
-    });
-    questions.setSingleShot(true);
-    questions.start(0);
-  }
-
-  QTimer questions;
-  desk::MainWindow window;
-};
-
-constexpr char kStarsAlone[] = R"([scene]
-size = [320, 180]
-frames = 30   # short
-[params]
-"Standard path" = "Point"
-"Start" = [0.5, 0.5]
-)";
+using tests::kStarsAlone;
+using tests::WindowTest;
 
 /// Whether it comes to be so: what a hand does arrives when the X server sends it.
 template <class Condition>
@@ -220,8 +171,7 @@ TEST_F(WindowTest, ExportsAreWhatARenderMakes) {
   const auto add = [&](const char* text, const char* output) {
     ExportJob job;
     job.name = "s.toml";
-    job.text = text;
-    job.scenePath = QString::fromStdString(path("s.toml").string());
+    job.scene = {text, QString::fromStdString(path("s.toml").string())};
     job.output = QString::fromStdString(path(output).string());
     queue.add(job);
   };
@@ -236,6 +186,7 @@ TEST_F(WindowTest, ExportsAreWhatARenderMakes) {
   queue.cancel(3);
   EXPECT_TRUE(QTest::qWaitFor([&] { return !queue.isBusy(); }, 30000));
   EXPECT_EQ(queue.job(0).state, ExportJob::State::kDone) << queue.job(0).message.toStdString();
+  EXPECT_TRUE(queue.job(0).message.startsWith("30 frames")) << "the list has the name already";
   EXPECT_EQ(read("a.apng"), render("s.toml", "r.apng"));
   EXPECT_EQ(queue.job(1).state, ExportJob::State::kFailed);
   EXPECT_TRUE(queue.job(1).message.contains("s.toml:3: ")) << queue.job(1).message.toStdString();
@@ -324,6 +275,27 @@ TEST_F(WindowTest, TheKeyboardReachesEverythingAndItHasAName) {
     const bool isInMenu = button && std::ranges::count(commands, button->defaultAction()) > 0;
     EXPECT_TRUE(reached.contains(widget) || isInMenu)
         << widget->metaObject()->className() << " " << name;
+  }
+}
+
+TEST_F(WindowTest, FitsASmallScreenAndFindsBackToItsFirstArrangement) {
+  const QSize room = window.screen()->availableSize();
+  EXPECT_EQ(window.size().boundedTo(room), window.size());
+  EXPECT_LE(window.minimumSizeHint().width(), 780) << "a screen of 1600x900, twice as dense";
+  EXPECT_LE(window.minimumSizeHint().height(), 430);
+  std::vector<QRect> places;
+  const auto docks = window.findChildren<QDockWidget*>();
+  for (const QDockWidget* dock : docks) places.push_back(dock->geometry());
+  docks.front()->setFloating(true);
+  window.addDockWidget(Qt::LeftDockWidgetArea, docks.back());
+  docks[2]->hide();
+  for (QAction* command : commandsOf(*window.menuBar())) {
+    if (command->text() == "As at &first") command->trigger();
+  }
+  QCoreApplication::processEvents();
+  for (qsizetype i = 0; i < docks.size(); ++i) {
+    EXPECT_FALSE(docks[i]->isFloating() || docks[i]->isHidden()) << i;
+    EXPECT_EQ(docks[i]->geometry(), places[static_cast<std::size_t>(i)]) << i;
   }
 }
 
