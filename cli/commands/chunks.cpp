@@ -29,8 +29,8 @@ void addChunksCommand(CLI::App& app) {
   CLI::App* command =
       app.add_subcommand("chunks", "Print render commands that share out a scene, for any queue");
   addChunkCountOption(*command, *options,
-                      "How many commands to print; each renders a part of\n"
-                      "the frames, and they take about as long")
+                      "How many commands to print, each for a part of the\n"
+                      "frames that takes about as long as the others")
       ->required();
   addChunkedOptions(*command, *options);
   command->callback([command, options] { printChunks(*command, *options); });

@@ -210,7 +210,7 @@ void addFarmCommand(CLI::App& app) {
   command
       ->add_option("--engine", options->engine,
                    "What runs the chunks: slurm, on its machines, which\n"
-                   "see the same folders; or local, GNU parallel on this")
+                   "see the same folders; or local, GNU parallel here")
       ->option_text("slurm|local")
       ->check(CLI::IsMember({"slurm", "local"}))
       ->required();

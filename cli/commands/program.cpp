@@ -10,6 +10,8 @@ void describeProgram(CLI::App& app, std::function<std::string()> version) {
   app.require_subcommand(1);
   app.footer("Exit codes: 0 done, 1 the work failed, 2 wrong usage, 130 interrupted.");
   app.get_formatter()->column_width(26);
+  app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+  app.get_formatter()->label("Positionals", "Arguments");
   addRenderCommand(app);
   addPreviewCommand(app);
   addCheckpointCommand(app);
@@ -22,6 +24,7 @@ void describeProgram(CLI::App& app, std::function<std::string()> version) {
   addParamsCommand(app);
   addPresetsCommand(app);
   addInfoCommand(app);
+  for (CLI::App* command : app.get_subcommands({})) command->group("Commands");
 }
 
 }  // namespace cli

@@ -21,6 +21,9 @@ constexpr char kVideoColorTags[] =
 
 constexpr char kWithColorAtom[] = " -movflags +write_colr";
 
+// Without a number that is drawn for each file: a clip rendered again has the same bytes.
+constexpr char kWebm[] = " -fflags +bitexact -f webm";
+
 std::string movOptions(MovCodec codec) {
   switch (codec) {
     case MovCodec::kQtrle:
@@ -57,7 +60,7 @@ std::string encoderOptions(const OutputTarget& target, Depth depth) {
       return std::string("-vf ") + kToVideoColors +
              "yuva420p -c:v libvpx-vp9 -crf 16 -b:v 0 -deadline good -cpu-used 4 -row-mt 1 "
              "-auto-alt-ref 0" +
-             kVideoColorTags + "-f webm";
+             kVideoColorTags + kWebm;
     case OutputFormat::kGif:
       // A palette for each frame: better colors, and no need to hold the whole clip. Diffused
       // errors leave neither the rings around glows nor the grid on black that ordered dithers do.
@@ -100,7 +103,7 @@ std::string timesOverSeams(OutputFormat format, scene::FrameRate rate) {
 }
 
 std::string containerOptions(const OutputTarget& target) {
-  if (target.format == OutputFormat::kWebm) return " -f webm";
+  if (target.format == OutputFormat::kWebm) return kWebm;
   if (target.format == OutputFormat::kMp4) return " -f mp4";
   return std::string(target.codec == MovCodec::kProres4444 ? kWithColorAtom : "") + " -f mov";
 }

@@ -4,7 +4,6 @@
 #include <exception>
 #include <filesystem>
 #include <map>
-#include <span>
 #include <string>
 
 #include "cli/commands/commands.h"

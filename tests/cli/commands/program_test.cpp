@@ -23,8 +23,8 @@ TEST(Versions, AreUnpackedAsTheHostPacksThem) {
 }
 
 TEST_F(ProgramTest, HelpSucceedsAndMisuseDoesNot) {
-  for (const std::string command : {"", "render", "chunks", "join", "farm", "sheet", "panel", "new",
-                                    "params", "presets", "info", "preview"}) {
+  for (const std::string command : {"", "render", "checkpoint", "chunks", "join", "farm", "sheet",
+                                    "panel", "new", "params", "presets", "info", "preview"}) {
     std::vector<std::string> arguments = {"--help"};
     if (!command.empty()) arguments.insert(arguments.begin(), command);
     const CommandResult result = brisel(arguments);

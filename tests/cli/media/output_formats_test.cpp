@@ -42,7 +42,7 @@ class OutputFormatsTest : public tests::ScratchTest {
   }
 };
 
-TEST_F(OutputFormatsTest, ClipsAreWhatTheirTagsSay) {
+TEST_F(OutputFormatsTest, ClipsAreWhatTheirTagsSayAndTheSameEachTime) {
   struct Case {
     std::string name;
     Depth depth;
@@ -55,7 +55,11 @@ TEST_F(OutputFormatsTest, ClipsAreWhatTheirTagsSay) {
       {"a.mp4", Depth::k8, {"codec_name=h264", "pix_fmt=yuv420p\n"}},
       {"b.mp4", Depth::k16, {"codec_name=hevc", "pix_fmt=yuv420p10le", "codec_tag_string=hvc1"}}};
   for (const Case& c : cases) {
-    tests::writePictures(path(c.name), std::vector(3, rampFrame(c.depth)));
+    const std::vector pictures(3, rampFrame(c.depth));
+    tests::writePictures(path(c.name), pictures);
+    const std::string bytes = read(c.name);
+    tests::writePictures(path(c.name), pictures);
+    EXPECT_TRUE(read(c.name) == bytes) << c.name;
     const std::string stream = streamOf(c.name);
     std::vector<std::string> tags = {"color_range=tv", "color_space=bt709", "color_transfer=bt709",
                                      "color_primaries=bt709", "nb_read_packets=3"};
