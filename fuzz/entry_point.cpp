@@ -2,7 +2,6 @@
 // arguments in any order.
 #include <array>
 #include <optional>
-#include <string>
 
 #include "platform/open_document.h"
 #include "plugin/module_state.h"

@@ -2,7 +2,6 @@
 #include "scene/svg_path.h"
 
 #include <cmath>
-#include <string_view>
 
 #include "scene/mask.h"
 #include "target.h"

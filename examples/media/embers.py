@@ -29,7 +29,7 @@ def trees(low, high, foot, step, fill):
 
 
 def gradient(kind, name, *stops, place=""):
-    """A gradient of stops "OFFSET COLOUR [OPACITY]"; a linear one runs from top to bottom."""
+    """A gradient of stops "OFFSET COLOR [OPACITY]"; a linear one runs from top to bottom."""
     place = place or ('x2="0" y2="1"' if kind == "linear" else "")
     inner = "".join('<stop offset="{}" stop-color="{}" stop-opacity="{}"/>'.format(
         *(stop + " 1").split()[:3]) for stop in stops)

@@ -138,7 +138,7 @@ SVG
     -color_trc bt709 -color_range tv -movflags +faststart dusk.mp4
 }
 
-layer() {  # NAME WIDTH COLOUR PATH
+layer() {  # NAME WIDTH COLOR PATH
   printf '<svg xmlns="http://www.w3.org/2000/svg" width="%d" height="1080" viewBox="0 0 %d 540">
     <path fill="%s" d="%s"/></svg>' $(($2 * 2)) "$2" "$3" "$4" > "$work/$1.svg"
   encode -i "$work/$1.svg" -frames:v 1 "$work/$1.png"

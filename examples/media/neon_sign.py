@@ -8,11 +8,11 @@ import tomllib
 random.seed(4)
 SCENE = pathlib.Path(__file__).parent.parent / "neon_sign.toml"
 RED, GREEN, CYAN, PINK, AMBER = "#ff4020", "#30e060", "#20c8ff", "#ff2a8c", "#ff7c14"
-COLOURS = (RED, GREEN, RED, CYAN, PINK, PINK, PINK, AMBER)
+COLORS = (RED, GREEN, RED, CYAN, PINK, PINK, PINK, AMBER)
 
 mask = tomllib.loads(SCENE.read_text())["mask"]["path"]
 lines = [line[1:] for line in mask.split("\n") if line]
-tubes = list(zip(lines, COLOURS, strict=True))
+tubes = list(zip(lines, COLORS, strict=True))
 ends = [(line.split()[:2], line.split()[-2:]) for line in lines]
 
 

@@ -4,7 +4,7 @@ import math
 import random
 
 random.seed(5)
-COLOURS = ["#4a8cff", "#7ab8ff", "#9a6cff", "#58e0ff", "#ff7ac8", "#ffc890"]
+COLORS = ["#4a8cff", "#7ab8ff", "#9a6cff", "#58e0ff", "#ff7ac8", "#ffc890"]
 
 
 def streak():
@@ -14,7 +14,7 @@ def streak():
     far = near * random.uniform(1.06, 1.5)
     c, s = math.cos(angle), math.sin(angle)
     return (f'<path d="M{960 + near * c:.0f} {540 + near * s:.0f}L{960 + far * c:.0f} '
-            f'{540 + far * s:.0f}" stroke="{random.choice(COLOURS)}" '
+            f'{540 + far * s:.0f}" stroke="{random.choice(COLORS)}" '
             f'stroke-width="{0.6 + near / 520:.1f}" opacity="{random.uniform(0.08, 0.4):.2f}"/>')
 
 
