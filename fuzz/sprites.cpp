@@ -1,5 +1,6 @@
 // Any list of sprites, on frames of any size, stride and depth: every instruction set that the
 // processor has, with one thread and with several, paints what the plain kernels paint.
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <memory>
@@ -96,6 +97,11 @@ float amount(Bytes& bytes) {
   return std::fabs(number) <= kMost ? number : kMost;
 }
 
+/// From 0 to 1.
+float share(Bytes& bytes) {
+  return std::min(std::fabs(amount(bytes)) / 2.0f, 1.0f);
+}
+
 Rgb color(Bytes& bytes) {
   const auto channel = [&] { return std::int32_t{bytes.integer<std::uint8_t>()}; };
   const std::int32_t red = channel();
@@ -144,7 +150,7 @@ Sprite readSprite(Bytes& bytes) {
       const bool isNear = std::fabs(place.x) < 0x1p31f && std::fabs(place.y) < 0x1p31f;
       return CrossSpec{isTextured,     rule(bytes),    size,         isNear ? place : PointF{},
                        std::cos(turn), std::sin(turn), color(bytes), aboveZero(amount(bytes)),
-                       amount(bytes),  amount(bytes),  amount(bytes)};
+                       amount(bytes),  amount(bytes),  share(bytes)};
     }
     default: {
       const int flags = bytes.integerIn(0, 7);

@@ -74,6 +74,9 @@ for target in "${targets[@]}"; do
   input=$(sed -n 's/.*Test unit written to //p' "$(log_of "$target")" | tail -1)
   if [ -n "$input" ]; then
     broken+=("$input; again: $build/bin/fuzz_$target $input")
+    # Where nothing but what was printed outlives the run, the input can be made of it.
+    broken+=("$target: $(grep -m1 -E '^broken: |ERROR: |runtime error: ' "$(log_of "$target")")")
+    broken+=("$target, in base64: $(base64 -w0 "$input")")
   elif [ ! -e "$build/finds/$target/ended" ]; then
     broken+=("$target, which did not run to its end: see $(log_of "$target")")
   fi

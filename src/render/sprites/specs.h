@@ -76,7 +76,7 @@ struct CrossSpec {
   float value;  // above 0
   float rainbowShift;
   float textureScale;  // how fast the texture's stripes wind
-  float textureMix;    // share of the texture in the brightness, and in the rainbow
+  float textureMix;    // 0 to 1: share of the texture in the brightness, and in the rainbow
 
   IndexRange steps() const { return {0, truncToInt(std::ceil(2.0f * radius))}; }
   StepMap rowMap() const { return {center.y, radius}; }
