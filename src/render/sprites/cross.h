@@ -118,13 +118,13 @@ class CrossShader {
     const Float square = 1.0f + kSlack - ny * ny;
     const Float half = L::squareRoot(L::maximum(square, Float{}));
     Int begin = stepsAt(-half, visible);
-    const Int end = square < 0.0f ? begin : stepsAt(half + 1.0f / radius_, visible);
+    const Int end = square < 0.0f ? begin : stepsAfter(half, visible);
     for (int i = 0; i < kGaps; ++i) {
       const Float dy = ny - gaps_[i].y;
       const Float gapSquare = 1.0f - kSlack - dy * dy;
       const Float gapHalf = L::squareRoot(L::maximum(gapSquare, Float{}));
-      const Int gapBegin = stepsAt(gaps_[i].x - gapHalf + 1.0f / radius_, visible);
-      const Int gapEnd = stepsAt(gaps_[i].x + gapHalf + 1.0f / radius_, visible);
+      const Int gapBegin = stepsAfter(gaps_[i].x - gapHalf, visible);
+      const Int gapEnd = stepsAfter(gaps_[i].x + gapHalf, visible);
       const Int isGap = (gapSquare > 0.0f) & (gapEnd - gapBegin >= kLeastGap);
       block.setStretch(i, {begin, isGap ? L::lesser(gapBegin, end) : begin});
       begin = isGap ? L::greater(gapEnd, begin) : begin;
@@ -170,7 +170,15 @@ class CrossShader {
   PointF gapAt(float u, float v) const { return {u * cos_ + v * sin_, v * cos_ - u * sin_}; }
 
   Int stepsAt(Float nx, IndexRange visible) const {
-    return L::clamp(L::toIntSaturated((nx - left_) * radius_), visible.begin, visible.end);
+    return clippedSteps((nx - left_) * radius_, visible);
+  }
+  /// The first steps beyond. Adding a pixel's 1 / radius to `nx` instead would lose it where the
+  /// cross is smaller than a millionth of one.
+  Int stepsAfter(Float nx, IndexRange visible) const {
+    return clippedSteps((nx - left_) * radius_ + 1.0f, visible);
+  }
+  static Int clippedSteps(Float steps, IndexRange range) {
+    return L::clamp(L::toIntSaturated(steps), range.begin, range.end);
   }
 
   Float columns(Int steps) const { return left_ + L::toFloat(steps) / radius_; }
