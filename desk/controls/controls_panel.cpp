@@ -14,6 +14,7 @@
 #include <cmath>
 
 #include "cli/scene/manual_texts.h"
+#include "desk/document/value_text.h"
 #include "effect/graying.h"
 
 namespace desk {
@@ -68,7 +69,7 @@ ControlsPanel::ControlsPanel(Preview& preview, QWidget* parent)
   auto* resetAll = new QPushButton("Reset all");
   connect(resetAll, &QPushButton::clicked, this,
           [this] { preview_.document().resetAll(preview_.layer()); });
-  tree_->setColumnCount(2);
+  tree_->setHeaderLabels({"Parameter", "Value"});  // which screen readers alone get
   tree_->setMinimumWidth(kLeastWidth);
   tree_->setHeaderHidden(true);
   tree_->setAccessibleName("Parameters");
@@ -120,6 +121,7 @@ void ControlsPanel::addRows() {
     if (parameter.kind == ParamKind::GroupStart) {
       group = item;
       item->setExpanded(!item->parent());
+      item->setData(kEditor, Qt::AccessibleTextRole, "Group");
     } else {
       addEditor(row);
     }
@@ -219,6 +221,8 @@ void ControlsPanel::refreshRow(Row& row) {
   const scene::ParamValue value = document.value(layer, row.parameter, preview_.frame());
   if (row.shown != value) row.editor->show(value);
   row.shown = value;
+  row.item->setData(kEditor, Qt::AccessibleTextRole,
+                    QString::fromStdString(valueText(brisel::parameterSpec(row.parameter), value)));
   const std::vector<ParamKey> keys = document.keys(layer, row.parameter);
   const bool isHere = std::ranges::find(keys, preview_.frame(), &ParamKey::time) != keys.end();
   row.key->setChecked(isHere);

@@ -7,11 +7,11 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QSlider>
 #include <algorithm>
 #include <cmath>
 
 #include "desk/controls/fields.h"
+#include "desk/controls/number_slider.h"
 
 namespace desk {
 namespace {
@@ -21,6 +21,7 @@ using brisel::ParamKind;
 using scene::ParamValue;
 
 constexpr double kFullTurn = 360;
+constexpr int kHalfTurn = 180;
 constexpr double kMostTurns = 1000;
 constexpr double kFarthestPoint = 10;  // frames away
 // Pixels, where the panel is narrow.
@@ -32,10 +33,10 @@ class NumberEditor : public ValueEditor {
  public:
   NumberEditor(const ParameterSpec& parameter, QWidget* parent)
       : ValueEditor(parent),
-        steps_(parameter.kind == ParamKind::Number ? 10 : 1),
-        slider_(new QSlider(Qt::Horizontal, this)),
+        slider_(new NumberSlider(parameter.kind == ParamKind::Number ? 10 : 1, this)),
         field_(numberField(parameter, this)) {
-    slider_->setRange(parameter.sliderMin * steps_, parameter.sliderMax * steps_);
+    const int steps = slider_->steps();
+    slider_->setRange(parameter.sliderMin * steps, parameter.sliderMax * steps);
     slider_->setPageStep(std::max((slider_->maximum() - slider_->minimum()) / 20, 1));
     slider_->setAccessibleName(field_->accessibleName());
     slider_->setMinimumWidth(kLeastSlider);
@@ -49,9 +50,9 @@ class NumberEditor : public ValueEditor {
     row->addWidget(field_);
     connect(slider_, &QSlider::sliderPressed, this, &ValueEditor::gestureBegan);
     connect(slider_, &QSlider::sliderReleased, this, &ValueEditor::gestureEnded);
-    connect(slider_, &QSlider::valueChanged, this, [this](int value) {
+    connect(slider_, &QSlider::valueChanged, this, [this, steps](int value) {
       const QSignalBlocker quiet(field_);
-      field_->setValue(static_cast<double>(value) / steps_);
+      field_->setValue(static_cast<double>(value) / steps);
       emit edited({field_->value()});
     });
     connect(field_, &QDoubleSpinBox::valueChanged, this, [this](double value) {
@@ -63,22 +64,22 @@ class NumberEditor : public ValueEditor {
   void show(const ParamValue& value) override {
     const QSignalBlocker quietSlider(slider_);
     const QSignalBlocker quietField(field_);
-    slider_->setValue(static_cast<int>(std::lround(value[0] * steps_)));
+    slider_->setValue(static_cast<int>(std::lround(value[0] * slider_->steps())));
     field_->setValue(value[0]);
   }
 
  private:
-  int steps_;  // of the slider, for 1
-  QSlider* slider_;
+  NumberSlider* slider_;
   QDoubleSpinBox* field_;
 };
 
-/// The dial stands straight up at 0 and turns clockwise; whole turns are kept.
+/// The dial, whose least value is at its bottom, stands straight up at 0 and turns clockwise; whole
+/// turns are kept.
 class AngleEditor : public ValueEditor {
  public:
   AngleEditor(const ParameterSpec& parameter, QWidget* parent)
       : ValueEditor(parent), dial_(new QDial(this)), field_(numberField(parameter, this)) {
-    dial_->setRange(0, static_cast<int>(kFullTurn));
+    dial_->setRange(-kHalfTurn, kHalfTurn);
     dial_->setWrapping(true);
     dial_->setFixedSize(40, 40);
     dial_->setAccessibleName(field_->accessibleName());
@@ -94,7 +95,7 @@ class AngleEditor : public ValueEditor {
     connect(dial_, &QDial::sliderPressed, this, &ValueEditor::gestureBegan);
     connect(dial_, &QDial::sliderReleased, this, &ValueEditor::gestureEnded);
     connect(dial_, &QDial::valueChanged, this, [this](int position) {
-      const double turned = std::remainder(degreesAt(position) - field_->value(), kFullTurn);
+      const double turned = std::remainder(position - field_->value(), kFullTurn);
       const QSignalBlocker quiet(field_);
       field_->setValue(field_->value() + turned);
       emit edited({field_->value()});
@@ -108,16 +109,11 @@ class AngleEditor : public ValueEditor {
   void show(const ParamValue& value) override {
     const QSignalBlocker quietDial(dial_);
     const QSignalBlocker quietField(field_);
-    double position = std::fmod(value[0] + kFullTurn / 2, kFullTurn);
-    if (position < 0) position += kFullTurn;
-    dial_->setValue(static_cast<int>(std::lround(position)));
+    dial_->setValue(static_cast<int>(std::lround(std::remainder(value[0], kFullTurn))));
     field_->setValue(value[0]);
   }
 
  private:
-  /// A dial's least value is at its bottom.
-  static double degreesAt(int position) { return position - kFullTurn / 2; }
-
   QDial* dial_;
   QDoubleSpinBox* field_;
 };
@@ -147,6 +143,8 @@ class MenuEditor : public ValueEditor {
   MenuEditor(const ParameterSpec& parameter, QWidget* parent)
       : ValueEditor(parent), menu_(new QComboBox(this)) {
     menu_->setAccessibleName(QString::fromUtf8(parameter.label));
+    // Screen readers get its item as the name on some systems.
+    menu_->setAccessibleDescription(menu_->accessibleName());
     guardFromWheel(menu_);
     menu_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     menu_->setMinimumContentsLength(kLeastMenuCells);
@@ -189,6 +187,7 @@ class ColorEditor : public ValueEditor {
     button_->setIcon(swatch);
     button_->setIconSize(swatch.size());
     button_->setText(color_.name());
+    button_->setAccessibleDescription(color_.name());  // beside the name, which stands for the text
   }
 
  private:

@@ -64,6 +64,7 @@ PictureView::PictureView(Preview& preview, QWidget* parent)
   viewport()->setMouseTracking(true);
   setMinimumSize(160, 90);
   setAccessibleName("Picture");
+  viewport()->setAccessibleName("Picture");  // which takes the focus for it
 
   connect(mask_, &MaskEditor::penMoved, this, [this](QPointF place) {
     ensureVisible(QRectF(place, QSizeF(1, 1)));

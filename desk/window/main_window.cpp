@@ -270,9 +270,10 @@ void MainWindow::addStatus() {
     const Picture& picture = preview_.picture();
     if (!picture.state) return facts->clear();
     preview_.isUpToDate() ? wait->stop() : wait->start();
-    facts->setText(QString("%1 stars   %2 ms")
-                       .arg(QLocale().toString(picture.stars))
-                       .arg(picture.milliseconds, 0, 'f', 1));
+    facts->setText(
+        QString("%1 %2   %3 ms")
+            .arg(QLocale().toString(picture.stars), QString(picture.stars == 1 ? "star" : "stars"))
+            .arg(picture.milliseconds, 0, 'f', 1));
   });
 }
 

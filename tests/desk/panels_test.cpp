@@ -2,13 +2,16 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDial>
 #include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QSlider>
 #include <QTest>
 #include <QTreeWidget>
 #include <set>
@@ -98,6 +101,27 @@ TEST_F(PanelsTest, TurningInQuickSuccessionIsOneStep) {
   QTest::qWait(800);
   size->stepUp();
   EXPECT_EQ(document().undoStack().count(), 4);
+}
+
+TEST_F(PanelsTest, ScreenReadersGetValuesAsTheyAre) {
+  ASSERT_TRUE(open("[params]\nSize = 30.5\n\"Direction of wind\" = 300\n"));
+  desk::ControlsPanel panel(preview);
+  panel.show();
+  const auto readerOf = [&](QWidget* widget) {
+    return QAccessible::queryAccessibleInterface(widget)->valueInterface();
+  };
+  auto* slider = readerOf(named<QSlider>(panel, "Size"));
+  EXPECT_EQ(slider->currentValue().toDouble(), 30.5);
+  slider->setCurrentValue(42.5);
+  EXPECT_EQ(document().value(0, brisel::kSize, 0), scene::ParamValue{42.5});
+  auto* dial = named<QDial>(panel, "Direction of wind");
+  EXPECT_EQ(readerOf(dial)->currentValue().toDouble(), -60);
+  dial->setValue(-50);
+  EXPECT_EQ(document().value(0, brisel::kDirectionOfWind, 0), scene::ParamValue{310});
+  const auto* tree = panel.findChild<QTreeWidget*>();
+  const QTreeWidgetItem* row =
+      tree->findItems("Size", Qt::MatchExactly | Qt::MatchRecursive).front();
+  EXPECT_EQ(row->data(1, Qt::AccessibleTextRole), "42.5");
 }
 
 TEST_F(PanelsTest, WhatIsRefusedIsNotShown) {
