@@ -41,6 +41,11 @@ std::shared_ptr<const SceneDocument::Parsed> SceneDocument::parsed(
   const bool hasInput = !options.input.empty() || !scene.input.empty();
   try {
     state->plan = cli::planScene(scene, options, std::ref(*probe_));
+    if (hasInput && !probe_->problem().empty()) {  // size, length and rate stay
+      state->inputProblem = probe_->problem();
+      state->plan.scene.input.clear();
+      state->plan.input.reset();
+    }
   } catch (const std::exception& error) {
     if (!hasInput) throw;
     state->inputProblem = error.what();

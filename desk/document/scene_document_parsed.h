@@ -32,19 +32,29 @@ struct SceneDocument::Parsed {
 /// Looks at inputs, once for each as long as the file stays the same.
 class SceneDocument::InputProbe {
  public:
-  /// Throws as cli::probeInput() does.
+  /// Of one that cannot be read any more it is what is known, with a problem. Otherwise throws as
+  /// cli::probeInput() does.
   cli::MediaInfo operator()(const scene::Scene& scene, const cli::InputChoices& reading,
                             const cli::SceneOptions& options) {
+    problem_.clear();
     const QFileInfo file(QString::fromStdString(scene.input.string()));
     const QDateTime changed = file.lastModified();
     const auto found = known_.find(scene.input);
     if (found != known_.end() && changed.isValid() && found->second.changed == changed) {
       return found->second.info;
     }
-    cli::MediaInfo info = cli::probeInput(scene, reading, options);
-    known_.insert_or_assign(scene.input, Known{changed, info});
-    return info;
+    try {
+      cli::MediaInfo info = cli::probeInput(scene, reading, options);
+      known_.insert_or_assign(scene.input, Known{changed, info});
+      return info;
+    } catch (const std::exception& error) {
+      if (found == known_.end()) throw;
+      problem_ = error.what();
+      return found->second.info;
+    }
   }
+
+  const std::string& problem() const { return problem_; }  // of the last one; or empty
 
  private:
   struct Known {
@@ -52,6 +62,7 @@ class SceneDocument::InputProbe {
     cli::MediaInfo info;
   };
   std::map<std::filesystem::path, Known> known_;
+  std::string problem_;
 };
 
 }  // namespace desk

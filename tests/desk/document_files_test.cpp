@@ -214,6 +214,24 @@ TEST_F(DocumentFilesTest, TellsOnceThatNothingIsKeptForTheNextRun) {
   inTheWay.remove();
 }
 
+TEST_F(DocumentFilesTest, KeepsWhatAClipSaidWhenItIsGone) {
+  makeClip("clip.mov", 3);
+  ASSERT_TRUE(open("[scene]\ninput = \"clip.mov\"\n"));
+  const cli::ScenePlan before = document().state()->plan;
+  std::filesystem::rename(path("clip.mov"), path("gone.mov"));
+  document().setPreroll(7);
+  const cli::ScenePlan& without = document().state()->plan;
+  EXPECT_NE(document().state()->inputProblem, "");
+  EXPECT_FALSE(without.input);
+  EXPECT_EQ(without.layer, before.layer);
+  EXPECT_EQ(without.frames, 3);
+  EXPECT_EQ(without.rate, before.rate);
+  std::filesystem::rename(path("gone.mov"), path("clip.mov"));
+  document().setPreroll(8);
+  EXPECT_EQ(document().state()->inputProblem, "");
+  EXPECT_TRUE(document().state()->plan.input);
+}
+
 /// Undo, redo and snapshots go on from wherever the scene was saved.
 TEST_F(DocumentFilesTest, FindsItsFilesAlsoInTextsFromAnotherFolder) {
   makeClip("one.mov", 2);
