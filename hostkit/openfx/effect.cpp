@@ -152,7 +152,9 @@ OfxStatus OpenFxEffect::render(const OpenFxRequest& request, OpenFxPicture& outp
 
   if (!before.empty() && source->bytes() != before) host_.complain("an input is written");
   if (request.isChecked && !output.isUntouchedOutside(window)) {
-    host_.complain("bytes outside the window are written");
+    const bool isInPicture = output.isUntouchedOutside(output.bounds());
+    host_.complain(isInPicture ? "pixels outside the window are written"
+                               : "bytes between or around the pixels are written");
   }
   for (OfxImageClipStruct* clip : {&to, from}) {
     if (clip == nullptr) continue;

@@ -20,18 +20,14 @@ const void* fetchSuite(OfxPropertySetHandle description, const char* name, int v
 
 }  // namespace
 
-OpenFxHost::OpenFxHost() {
-  // A handle, which lives as long as the program: hosts do not end before their plug-ins.
-  static std::vector<std::unique_ptr<OfxPropertySetStruct>> descriptions;
-  static std::mutex mutex;
-  const std::scoped_lock lock(mutex);
-  auto& description =
-      *descriptions.emplace_back(std::make_unique<OfxPropertySetStruct>(*this, "host"));
-  description.has(kOfxPropName, {std::string("org.brisel.hostkit")});
-  description.has(kOfxParamHostBooleanAnimation, {1});
-  description.has(kOfxParamHostChoiceAnimation, {1});
-  record_ = {&description, fetchSuite};
+OpenFxHost::OpenFxHost() : description_(new OfxPropertySetStruct(*this, "host")) {
+  description_->has(kOfxPropName, {std::string("org.brisel.hostkit")});
+  description_->has(kOfxParamHostBooleanAnimation, {1});
+  description_->has(kOfxParamHostChoiceAnimation, {1});
+  record_ = {description_.get(), fetchSuite};
 }
+
+OpenFxHost::~OpenFxHost() = default;
 
 void OpenFxHost::complain(const std::string& fault) {
   const std::scoped_lock lock(mutex_);

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstddef>
 #include <filesystem>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -22,11 +23,14 @@ struct HostManners {
   bool failsValues = false;        // getters of parameters answer an error
   std::atomic<int> failsEvery{0};  // n-th call of any suite; 0: none
   std::string refusedParameter;    // that paramDefine does not take
+  std::string lackedProperty;      // that no object has
 };
 
+/// Ends after all that plug-ins have made in it.
 class OpenFxHost {
  public:
   OpenFxHost();
+  ~OpenFxHost();
 
   OfxHost* record() { return &record_; }
   HostManners manners;
@@ -41,9 +45,8 @@ class OpenFxHost {
   /// The n-th of them from now on fails, 1 being the next; 0: none.
   void failOnlyCall(int nth) { failingCall_ = nth > 0 ? calls_ + nth : 0; }
 
-  const OfxPropertySetStruct* description() const { return record_.host; }
-
  private:
+  std::unique_ptr<OfxPropertySetStruct> description_;
   OfxHost record_;
   std::atomic<int> calls_{0};
   std::atomic<int> failingCall_{0};

@@ -1,5 +1,6 @@
 #include "hostkit/openfx/picture.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -64,11 +65,12 @@ void OpenFxPicture::setChannel(int x, int y, std::size_t channel, double value) 
 
 bool OpenFxPicture::isUntouchedOutside(const OfxRectI& window) const {
   std::vector<bool> mayBeWritten(bytes_.size());
-  const auto row =
-      static_cast<std::ptrdiff_t>(channels() * channelBytes()) * (window.x2 - window.x1);
-  for (int y = window.y1; y < window.y2; ++y) {
-    const auto begin = mayBeWritten.begin() + offset(window.x1, y);
-    std::fill(begin, begin + row, true);
+  const int x1 = std::max(window.x1, bounds_.x1), x2 = std::min(window.x2, bounds_.x2);
+  const int y1 = std::max(window.y1, bounds_.y1), y2 = std::min(window.y2, bounds_.y2);
+  const auto pixelBytes = static_cast<std::ptrdiff_t>(channels() * channelBytes());
+  for (int y = y1; x1 < x2 && y < y2; ++y) {
+    const auto begin = mayBeWritten.begin() + offset(x1, y);
+    std::fill(begin, begin + pixelBytes * (x2 - x1), true);
   }
   for (std::size_t i = 0; i < bytes_.size(); ++i) {
     if (!mayBeWritten[i] && bytes_[i] != kUntouched) return false;

@@ -16,6 +16,10 @@ PropertyValue* findValue(Set set, const char* name, int index, const PropertyVal
     return nullptr;
   };
   if (set->isGone) return refuse(kOfxStatErrBadHandle, "is asked of what was given back");
+  if (name == set->host->manners.lackedProperty) {
+    status = kOfxStatErrUnknown;
+    return nullptr;
+  }
   const auto found = set->properties.find(name);
   if (found == set->properties.end()) return refuse(kOfxStatErrUnknown, "is no property of it");
   Property& property = found->second;
