@@ -96,17 +96,17 @@ struct Frame {
 
 /// What is set against the plain kernels.
 const std::vector<Frame> kScenes = {
-    {"default_parameters/8bit", 1920, 1080, hostkit::Depth::k8, [](Hosted&) {}},
-    {"default_parameters/16bit", 1920, 1080, hostkit::Depth::k16, [](Hosted&) {}},
-    {"heavy_scene/8bit", 1920, 1080, hostkit::Depth::k8, setHeavyScene, 3},
-    {"heavy_scene/16bit", 1920, 1080, hostkit::Depth::k16, setHeavyScene, 3},
+    {"default_parameters/8bit", 1920, 1080, hostkit::Depth::Bits8, [](Hosted&) {}},
+    {"default_parameters/16bit", 1920, 1080, hostkit::Depth::Bits16, [](Hosted&) {}},
+    {"heavy_scene/8bit", 1920, 1080, hostkit::Depth::Bits8, setHeavyScene, 3},
+    {"heavy_scene/16bit", 1920, 1080, hostkit::Depth::Bits16, setHeavyScene, 3},
 };
 
 /// How cost grows with the number of stars, their size and the frame.
 std::vector<Frame> growth() {
   std::vector<Frame> frames;
   const auto add = [&](const std::string& name, int width, int height, int stars, double size) {
-    frames.push_back({name, width, height, hostkit::Depth::k8,
+    frames.push_back({name, width, height, hostkit::Depth::Bits8,
                       [=](Hosted& hosted) { setCrowd(hosted, stars, size); }, 3});
   };
   for (const int stars : {100, 1000, 10000, 30000}) {

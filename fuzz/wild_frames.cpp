@@ -28,8 +28,8 @@ bool WildLayer::canAfford() {
 
 /// Of any size that is small, also none.
 World WildLayer::picture() {
-  const Depth depth = bytes_.flag() ? Depth::k16 : Depth::k8;
-  const A_long padding = bytes_.integerIn(0, 9) * (depth == Depth::k16 ? 2 : 1);
+  const Depth depth = bytes_.flag() ? Depth::Bits16 : Depth::Bits8;
+  const A_long padding = bytes_.integerIn(0, 9) * (depth == Depth::Bits16 ? 2 : 1);
   const A_long width = bytes_.integerIn(0, 40);
   const A_long height = bytes_.integerIn(0, 30);
   World world(width, height, depth, {.rowPadding = padding});
@@ -37,7 +37,7 @@ World WildLayer::picture() {
   unsigned at = 0;
   for (std::uint8_t& byte : world.bytes()) {
     byte = static_cast<std::uint8_t>((++at * seed) >> 2);
-    if (depth == Depth::k16 && at % 2 == 0) byte &= 0x7F;  // on the scale
+    if (depth == Depth::Bits16 && at % 2 == 0) byte &= 0x7F;  // on the scale
   }
   return world;
 }

@@ -36,7 +36,7 @@ struct RenderRequest {
 struct OutputShape {
   A_long width = 0;  // pixels
   A_long height = 0;
-  Depth depth = Depth::k8;
+  Depth depth = Depth::Bits8;
 };
 
 // What the module reported about itself.

@@ -12,7 +12,7 @@ namespace hostkit {
 namespace {
 
 std::size_t pixelSize(Depth depth) {
-  return depth == Depth::k16 ? sizeof(PF_Pixel16) : sizeof(PF_Pixel);
+  return depth == Depth::Bits16 ? sizeof(PF_Pixel16) : sizeof(PF_Pixel);
 }
 
 A_long checkedRowBytes(A_long width, A_long height, Depth depth, const WorldLayout& layout) {
@@ -23,7 +23,7 @@ A_long checkedRowBytes(A_long width, A_long height, Depth depth, const WorldLayo
     throw Error("no picture can be " + std::to_string(width) + " by " + std::to_string(height) +
                 " pixels");
   }
-  if (depth == Depth::k16 && (layout.rowPadding % 2 != 0 || layout.guardBytes % 2 != 0)) {
+  if (depth == Depth::Bits16 && (layout.rowPadding % 2 != 0 || layout.guardBytes % 2 != 0)) {
     throw Error("16-bit rows start at even bytes");
   }
   return static_cast<A_long>(bytes);
@@ -45,7 +45,7 @@ World::World(A_long width, A_long height, Depth depth, WorldLayout layout)
     std::fill(row, row + pixelBytes, std::uint8_t{0});
     std::fill(row + pixelBytes, row + rowBytes_, kPaddingByte);
   }
-  record_.world_flags = depth == Depth::k16 ? PF_WorldFlag_DEEP : 0;
+  record_.world_flags = depth == Depth::Bits16 ? PF_WorldFlag_DEEP : 0;
   record_.data = reinterpret_cast<PF_Pixel*>(memory_.data() + guard_);
   record_.rowbytes = rowBytes_;
   record_.width = width_;

@@ -9,7 +9,7 @@
 
 namespace hostkit {
 
-enum class Depth { k8 = 8, k16 = 16 };  // bits per channel; 16 has full scale 32768
+enum class Depth { Bits8 = 8, Bits16 = 16 };  // bits per channel; 16 has full scale 32768
 
 struct WorldLayout {
   A_long rowPadding = 0;   // bytes after each row's pixels; even at 16 bits

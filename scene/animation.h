@@ -17,7 +17,7 @@ struct Setting {
   std::string label;
   std::vector<Key> keys;  // one for a constant; else keyframes
   std::string place;      // where it was written, for messages: "fire.toml:12"
-  Origin origin = Origin::kScene;
+  Origin origin = Origin::Scene;
 };
 
 /// A setting that a parameter can hold.

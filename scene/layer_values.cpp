@@ -72,7 +72,7 @@ void LayerValues::chooseMix(bool isFirst, bool hasInput) {
   const std::string mix = inQuotes(brisel::parameterSpec(kMixWithOriginal).label);
   const auto track = std::ranges::find(tracks_, kMixWithOriginal, &Track::parameter);
   const bool isSet = track != tracks_.end();
-  const bool isOwn = isSet && track->origin == Origin::kLayer;
+  const bool isOwn = isSet && track->origin == Origin::Layer;
   if (isOwn && !isFirst &&
       std::ranges::find(track->keys, ParamValue{kAlone}, &Track::Key::value) != track->keys.end()) {
     notes_.push_back(mix + " is \"Replace\", which hides the layers below");
@@ -80,7 +80,7 @@ void LayerValues::chooseMix(bool isFirst, bool hasInput) {
   joinsWhenAlone_ = !isOwn && !isFirst;
   joinsWhenAdded_ = !hasInput && !isFirst;  // the effect would darken what it adds to, by its alpha
   if (isSet || !hasInput) return;
-  tracks_.push_back({kMixWithOriginal, Origin::kScene, {{{0}, {kAdded}}}});
+  tracks_.push_back({kMixWithOriginal, Origin::Scene, {{{0}, {kAdded}}}});
   if (!isFirst) return;
   notes_.push_back(mix + " is not set, so stars are added to the input (\"Add\")");
 }

@@ -35,7 +35,7 @@ struct Preset {
 struct PresetChoice {
   std::string name;
   std::string place;  // where it was written, for messages: "fire.toml:12"
-  Origin origin = Origin::kScene;
+  Origin origin = Origin::Scene;
 };
 
 /// All bytes of a file; nothing when there is none or it cannot be read.

@@ -38,7 +38,7 @@ class SceneReader {
       if (entry.key == "scene") {
         readSceneTable(toml_.tableOf(entry));
       } else if (entry.key == "params") {
-        takeParams(forAll_, entry, Origin::kScene);
+        takeParams(forAll_, entry, Origin::Scene);
       } else if (entry.key == "mask") {
         takeMask(entry, readMaskTable(toml_, entry));
       } else if (entry.key == "layer") {
@@ -70,7 +70,7 @@ class SceneReader {
         scene_.input = fileNamedBy(scene_.file, toml_.textOf(entry));
         scene_.inputPlace = toml_.placeOf(*entry.node);
       } else if (entry.key == "presets") {
-        takePresets(forAll_, entry, Origin::kScene);
+        takePresets(forAll_, entry, Origin::Scene);
       } else if (entry.key == "mask") {
         takeMask(entry, readMaskReference(toml_, entry, access_));
       } else {
@@ -99,9 +99,9 @@ class SceneReader {
       if (entry.key == "name") {
         layer.name = toml_.textOf(entry);
       } else if (entry.key == "presets") {
-        takePresets(layer, entry, Origin::kLayer);
+        takePresets(layer, entry, Origin::Layer);
       } else if (entry.key == "params") {
-        takeParams(layer, subtable, Origin::kLayer);
+        takeParams(layer, subtable, Origin::Layer);
       } else if (entry.key == "mask") {
         layer.mask = entry.node->is_table() ? readMaskTable(toml_, subtable)
                                             : readMaskReference(toml_, subtable, access_);

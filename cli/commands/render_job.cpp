@@ -96,7 +96,7 @@ std::string joined(const std::vector<std::string>& words) {
 ClipPart partOf(const OutputTarget& target, const SceneOptions& options, const ScenePlan& plan,
                 FrameRange range, const FoundSound& sound) {
   static const char* const kCodecs[] = {"prores4444", "qtrle", "png"};
-  const bool isMov = target.format == OutputFormat::kMov;
+  const bool isMov = target.format == OutputFormat::Mov;
   ClipPart part{range, plan.frames, plan.rate, {}, {}};
   part.settings = {
       {"scene", plan.scene.file.filename().string() + " of digest " + sceneDigest(plan.scene)},

@@ -26,9 +26,9 @@ constexpr char kWebm[] = " -fflags +bitexact -f webm";
 
 std::string movOptions(MovCodec codec) {
   switch (codec) {
-    case MovCodec::kQtrle:
+    case MovCodec::Qtrle:
       return "-c:v qtrle -pix_fmt argb -f mov";
-    case MovCodec::kPng:
+    case MovCodec::Png:
       return "-c:v copy -f mov";
     default:
       // The finest quantiser, at which the encoder's long search ends anyway.
@@ -42,7 +42,7 @@ std::string mp4Options(Depth depth) {
   // Even sides, as players of this format require.
   const std::string filter = std::string("-vf pad=ceil(iw/2)*2:ceil(ih/2)*2,") + kToVideoColors;
   const std::string codec =
-      depth == Depth::k8
+      depth == Depth::Bits8
           ? "yuv420p -c:v libx264 -preset veryfast -crf 15"
           : "yuv420p10le -c:v libx265 -preset medium -crf 17 -x265-params log-level=error "
             "-tag:v hvc1";
@@ -51,34 +51,34 @@ std::string mp4Options(Depth depth) {
 
 std::string encoderOptions(const OutputTarget& target, Depth depth) {
   switch (target.format) {
-    case OutputFormat::kMov:
+    case OutputFormat::Mov:
       return movOptions(target.codec);
-    case OutputFormat::kMp4:
+    case OutputFormat::Mp4:
       return mp4Options(depth);
-    case OutputFormat::kWebm:
+    case OutputFormat::Webm:
       // The alternate reference frames of the encoder do not go with alpha.
       return std::string("-vf ") + kToVideoColors +
              "yuva420p -c:v libvpx-vp9 -crf 16 -b:v 0 -deadline good -cpu-used 4 -row-mt 1 "
              "-auto-alt-ref 0" +
              kVideoColorTags + kWebm;
-    case OutputFormat::kGif:
+    case OutputFormat::Gif:
       // A palette for each frame: better colors, and no need to hold the whole clip. Diffused
       // errors leave neither the rings around glows nor the grid on black that ordered dithers do.
       return "-vf split[a][b];[a]palettegen=stats_mode=single[p];"
              "[b][p]paletteuse=new=1:dither=sierra2_4a -loop 0 -f gif";
-    case OutputFormat::kApng:
+    case OutputFormat::Apng:
       return std::string("-c:v apng -compression_level 3 -plays 0 -f apng -pix_fmt ") +
-             (depth == Depth::k8 ? "rgba" : "rgba64be");
+             (depth == Depth::Bits8 ? "rgba" : "rgba64be");
     default:
       return "-c:v libwebp_anim -pix_fmt yuva420p -quality 90 -loop 0 -f webp";
   }
 }
 
 std::string inputOptions(PipedFrames frames, FrameSize size) {
-  if (frames == PipedFrames::kPng) return "-f png_pipe";
+  if (frames == PipedFrames::Png) return "-f png_pipe";
   std::string format = "rgba64le";
-  if (frames == PipedFrames::kArgb8) format = "argb";
-  if (frames == PipedFrames::kFlatPlanes8) format = "gbrp";
+  if (frames == PipedFrames::Argb8) format = "argb";
+  if (frames == PipedFrames::FlatPlanes8) format = "gbrp";
   return "-f rawvideo -pix_fmt " + format + " -s " + std::to_string(size.width) + "x" +
          std::to_string(size.height);
 }
@@ -86,9 +86,9 @@ std::string inputOptions(PipedFrames frames, FrameSize size) {
 // What the two related containers need so that players can start at once: the index in front, or
 // where nobody can go back to the front, none at all.
 std::string placeOfIndex(const OutputTarget& target) {
-  if (target.format != OutputFormat::kMov && target.format != OutputFormat::kMp4) return "";
+  if (target.format != OutputFormat::Mov && target.format != OutputFormat::Mp4) return "";
   if (target.isStandardOutput()) return " -movflags +frag_keyframe+empty_moov+default_base_moof";
-  return target.format == OutputFormat::kMp4 ? " -movflags +faststart" : "";
+  return target.format == OutputFormat::Mp4 ? " -movflags +faststart" : "";
 }
 
 // Times that begin at 0, also where the sound of the parts, which is left behind, begins a little
@@ -98,14 +98,14 @@ std::string placeOfIndex(const OutputTarget& target) {
 std::string timesOverSeams(OutputFormat format, scene::FrameRate rate) {
   const std::string ticks =
       "*" + std::to_string(rate.seconds) + "/" + std::to_string(rate.frames) + "/TB";
-  if (format == OutputFormat::kMp4) return " -bsf:v setts=pts=PTS-STARTPTS:dts=(N-2)" + ticks;
+  if (format == OutputFormat::Mp4) return " -bsf:v setts=pts=PTS-STARTPTS:dts=(N-2)" + ticks;
   return " -bsf:v setts=ts=round(N" + ticks + ")";
 }
 
 std::string containerOptions(const OutputTarget& target) {
-  if (target.format == OutputFormat::kWebm) return kWebm;
-  if (target.format == OutputFormat::kMp4) return " -f mp4";
-  return std::string(target.codec == MovCodec::kProres4444 ? kWithColorAtom : "") + " -f mov";
+  if (target.format == OutputFormat::Webm) return kWebm;
+  if (target.format == OutputFormat::Mp4) return " -f mp4";
+  return std::string(target.codec == MovCodec::Prores4444 ? kWithColorAtom : "") + " -f mov";
 }
 
 void append(std::vector<std::string>& command, const std::string& spaced) {
@@ -116,13 +116,13 @@ void append(std::vector<std::string>& command, const std::string& spaced) {
 }  // namespace
 
 PipedFrames pipedFrames(const OutputTarget& target, Depth depth) {
-  if (target.format == OutputFormat::kMov && target.codec == MovCodec::kPng) {
-    return PipedFrames::kPng;
+  if (target.format == OutputFormat::Mov && target.codec == MovCodec::Png) {
+    return PipedFrames::Png;
   }
-  if (target.format == OutputFormat::kMp4 || target.format == OutputFormat::kGif) {
-    return depth == Depth::k8 ? PipedFrames::kFlatPlanes8 : PipedFrames::kFlat16;
+  if (target.format == OutputFormat::Mp4 || target.format == OutputFormat::Gif) {
+    return depth == Depth::Bits8 ? PipedFrames::FlatPlanes8 : PipedFrames::Flat16;
   }
-  return depth == Depth::k8 ? PipedFrames::kArgb8 : PipedFrames::kRgba16;
+  return depth == Depth::Bits8 ? PipedFrames::Argb8 : PipedFrames::Rgba16;
 }
 
 std::vector<std::string> encodeCommand(const OutputTarget& target,

@@ -15,11 +15,11 @@ namespace cli {
 
 // What ffmpeg takes from the pipe.
 enum class PipedFrames {
-  kArgb8,        // as the host has them
-  kRgba16,       // as a Frame holds them
-  kFlatPlanes8,  // green, blue and red over black: the format has no alpha, or only on and off
-  kFlat16,       // over black
-  kPng           // files, which end up in the clip as they are
+  Argb8,        // as the host has them
+  Rgba16,       // as a Frame holds them
+  FlatPlanes8,  // green, blue and red over black: the format has no alpha, or only on and off
+  Flat16,       // over black
+  Png           // files, which end up in the clip as they are
 };
 
 PipedFrames pipedFrames(const OutputTarget& target, Depth depth);

@@ -69,8 +69,7 @@ std::string ClipPart::setting(const std::string& name) const {
 }
 
 bool isJoinable(OutputFormat format) {
-  return format == OutputFormat::kMov || format == OutputFormat::kMp4 ||
-         format == OutputFormat::kWebm;
+  return format == OutputFormat::Mov || format == OutputFormat::Mp4 || format == OutputFormat::Webm;
 }
 
 std::string commentOf(const ClipPart& part) {

@@ -71,7 +71,7 @@ std::vector<Imath::half> halvesOf(const Frame& frame) {
 
 void encodeExr(const Frame& frame, std::vector<std::uint8_t>& bytes) {
   std::vector<Imath::half> halves =
-      frame.depth == Depth::k8 ? halvesOf<std::uint8_t>(frame) : halvesOf<std::uint16_t>(frame);
+      frame.depth == Depth::Bits8 ? halvesOf<std::uint8_t>(frame) : halvesOf<std::uint16_t>(frame);
   Imf::Header header(frame.size.width, frame.size.height);
   header.compression() = Imf::ZIP_COMPRESSION;
   Imf::addChromaticities(header, Imf::Chromaticities());  // BT.709's, as readers assume

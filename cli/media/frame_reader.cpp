@@ -63,13 +63,13 @@ void addLumaConversion(const MediaInfo& info, bool deep, FilterChain& chain) {
 
 std::string formatName(PipePixels pixels) {
   switch (pixels) {
-    case PipePixels::kArgb8:
+    case PipePixels::Argb8:
       return "argb";
-    case PipePixels::kRgba8:
+    case PipePixels::Rgba8:
       return "rgba";
-    case PipePixels::kGbrPlanes8:
+    case PipePixels::GbrPlanes8:
       return "gbrp";
-    case PipePixels::kGbraPlanes8:
+    case PipePixels::GbraPlanes8:
       return "gbrap";
     default:
       return "rgba64le";
@@ -87,7 +87,7 @@ std::string filters(const MediaInfo& info, scene::FrameRate rate, PipePixels pix
     chain.add("scale=" + sizeOptions(info) +
               ":flags=bicubic+accurate_rnd+full_chroma_int+bitexact");
   } else {
-    addLumaConversion(info, pixels == PipePixels::kRgba16, chain);
+    addLumaConversion(info, pixels == PipePixels::Rgba16, chain);
   }
   chain.add("format=" + formatName(pixels));
   return chain.text();
@@ -110,11 +110,11 @@ std::vector<std::string> decodeCommand(const MediaInfo& info, scene::FrameRate r
 
 // ffmpeg is exact for RGB only where the depth stays; the rest we convert ourselves.
 PipePixels pipePixels(const MediaInfo& info, FrameSize size, Depth wanted) {
-  const bool deep = info.isRgb ? info.isDeep : wanted == Depth::k16;
-  if (deep) return PipePixels::kRgba16;
-  if (wanted == Depth::k16 || size != info.size) return PipePixels::kRgba8;
-  if (info.isRgb) return PipePixels::kArgb8;
-  return info.hasAlpha ? PipePixels::kGbraPlanes8 : PipePixels::kGbrPlanes8;
+  const bool deep = info.isRgb ? info.isDeep : wanted == Depth::Bits16;
+  if (deep) return PipePixels::Rgba16;
+  if (wanted == Depth::Bits16 || size != info.size) return PipePixels::Rgba8;
+  if (info.isRgb) return PipePixels::Argb8;
+  return info.hasAlpha ? PipePixels::GbraPlanes8 : PipePixels::GbrPlanes8;
 }
 
 }  // namespace

@@ -46,7 +46,7 @@ class PictureWriter : public FrameWriter {
 
 void PictureWriter::encode(const hostkit::World& picture, EncodedFrame& encoded) const {
   copyFromWorld(picture, encoded.frame);
-  if (target_.format == OutputFormat::kPng) {
+  if (target_.format == OutputFormat::Png) {
     encodePng(encoded.frame, encoded.buffer);
   } else {
     encodeExr(encoded.frame, encoded.buffer);
@@ -107,18 +107,18 @@ ClipWriter::ClipWriter(const OutputTarget& target, FrameSize size, scene::FrameR
                                          : ChildProcess::Pipe::kToItsInput) {}
 
 void ClipWriter::encode(const hostkit::World& picture, EncodedFrame& encoded) const {
-  if (frames_ == PipedFrames::kArgb8) {
+  if (frames_ == PipedFrames::Argb8) {
     encoded.bytes = picture.bytes();
-  } else if (frames_ == PipedFrames::kFlatPlanes8) {
+  } else if (frames_ == PipedFrames::FlatPlanes8) {
     flatPlanesOf(picture, encoded.buffer);
     encoded.bytes = encoded.buffer;
-  } else if (frames_ == PipedFrames::kPng) {
+  } else if (frames_ == PipedFrames::Png) {
     copyFromWorld(picture, encoded.frame);
     encodePng(encoded.frame, encoded.buffer);
     encoded.bytes = encoded.buffer;
   } else {
     copyFromWorld(picture, encoded.frame);
-    if (frames_ == PipedFrames::kFlat16) flattenOnBlack(encoded.frame);
+    if (frames_ == PipedFrames::Flat16) flattenOnBlack(encoded.frame);
     encoded.bytes = encoded.frame.bytes;
   }
 }

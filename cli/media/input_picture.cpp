@@ -26,21 +26,21 @@ void copyPlanes(const Frame& planes, bool hasAlpha, hostkit::World& world) {
 
 std::span<std::uint8_t> InputPicture::bytes(PipePixels pixels, FrameSize size) {
   pixels_ = pixels;
-  isConverted_ = pixels == PipePixels::kArgb8;
+  isConverted_ = pixels == PipePixels::Argb8;
   if (isConverted_) return world_.bytes();
   read_.size = size;
-  read_.depth = pixels == PipePixels::kRgba16 ? Depth::k16 : Depth::k8;
+  read_.depth = pixels == PipePixels::Rgba16 ? Depth::Bits16 : Depth::Bits8;
   read_.bytes.resize(read_.rowBytes() * static_cast<std::size_t>(size.height));
   return std::span(read_.bytes)
-      .first(pixels == PipePixels::kGbrPlanes8 ? read_.bytes.size() / 4 * 3 : read_.bytes.size());
+      .first(pixels == PipePixels::GbrPlanes8 ? read_.bytes.size() / 4 * 3 : read_.bytes.size());
 }
 
 void InputPicture::convert() {
   if (isConverted_) return;
   isConverted_ = true;
   const FrameSize size{world_.width(), world_.height()};
-  if (pixels_ == PipePixels::kGbrPlanes8 || pixels_ == PipePixels::kGbraPlanes8) {
-    copyPlanes(read_, pixels_ == PipePixels::kGbraPlanes8, world_);
+  if (pixels_ == PipePixels::GbrPlanes8 || pixels_ == PipePixels::GbraPlanes8) {
+    copyPlanes(read_, pixels_ == PipePixels::GbraPlanes8, world_);
   } else if (read_.size == size && read_.depth == world_.depth()) {
     copyToWorld(read_, world_);
   } else {

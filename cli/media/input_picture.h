@@ -10,7 +10,7 @@
 namespace cli {
 
 // What ffmpeg is to send: interleaved channels, or the planes green, blue, red and perhaps alpha.
-enum class PipePixels { kArgb8, kRgba8, kRgba16, kGbrPlanes8, kGbraPlanes8 };
+enum class PipePixels { Argb8, Rgba8, Rgba16, GbrPlanes8, GbraPlanes8 };
 
 class InputPicture {
  public:
@@ -33,7 +33,7 @@ class InputPicture {
  private:
   hostkit::World world_;
   Frame read_;  // as it came, unless that is how the world has it
-  PipePixels pixels_ = PipePixels::kArgb8;
+  PipePixels pixels_ = PipePixels::Argb8;
   bool isConverted_ = true;
 };
 

@@ -32,8 +32,8 @@ void checkFit(const OutputTarget& target, FrameRange range, Depth depth) {
                      "; write name_%04d" + target.path.extension().string() +
                      " or choose one with --frames");
   }
-  if (target.format == OutputFormat::kMov && target.codec == MovCodec::kQtrle &&
-      depth == Depth::k16) {
+  if (target.format == OutputFormat::Mov && target.codec == MovCodec::Qtrle &&
+      depth == Depth::Bits16) {
     throw UsageError("--codec qtrle holds 8 bits per channel; use prores4444 or png for 16");
   }
 }
@@ -42,9 +42,9 @@ void checkFit(const OutputTarget& target, FrameRange range, Depth depth) {
 // have copied only the beginning of a picture.
 bool isComplete(const OutputTarget& target, const std::filesystem::path& file) {
   switch (target.format) {
-    case OutputFormat::kPng:
+    case OutputFormat::Png:
       return isCompletePng(file);
-    case OutputFormat::kExr:
+    case OutputFormat::Exr:
       return isCompleteExr(file);
     default:
       return true;

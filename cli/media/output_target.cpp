@@ -41,12 +41,12 @@ std::optional<NumberField> findNumberField(const std::string& name) {
 }
 
 const std::map<std::string, OutputFormat> kFormats = {
-    {"png", OutputFormat::kPng},   {"exr", OutputFormat::kExr},   {"mov", OutputFormat::kMov},
-    {"mp4", OutputFormat::kMp4},   {"webm", OutputFormat::kWebm}, {"gif", OutputFormat::kGif},
-    {"apng", OutputFormat::kApng}, {"webp", OutputFormat::kWebp}};
+    {"png", OutputFormat::Png},   {"exr", OutputFormat::Exr},   {"mov", OutputFormat::Mov},
+    {"mp4", OutputFormat::Mp4},   {"webm", OutputFormat::Webm}, {"gif", OutputFormat::Gif},
+    {"apng", OutputFormat::Apng}, {"webp", OutputFormat::Webp}};
 
 const std::map<std::string, MovCodec> kCodecs = {
-    {"prores4444", MovCodec::kProres4444}, {"qtrle", MovCodec::kQtrle}, {"png", MovCodec::kPng}};
+    {"prores4444", MovCodec::Prores4444}, {"qtrle", MovCodec::Qtrle}, {"png", MovCodec::Png}};
 
 OutputFormat formatOf(const OutputOptions& options, const std::filesystem::path& path) {
   if (!options.format.empty()) return kFormats.at(options.format);
@@ -76,7 +76,7 @@ bool isNumberedName(const OutputTarget& target) {
 }
 
 void checkStandardOutput(const OutputTarget& target) {
-  if (target.format == OutputFormat::kApng) {
+  if (target.format == OutputFormat::Apng) {
     throw UsageError("apng tells at its start how many frames follow, so it needs a file");
   }
   if (isatty(STDOUT_FILENO) == 1) {
@@ -109,7 +109,7 @@ OutputTarget parseOutputTarget(const OutputOptions& options) {
   OutputTarget target{formatOf(options, options.name), options.name};
   target.isNumbered = isNumberedName(target);
   if (!options.codec.empty()) {
-    if (target.format != OutputFormat::kMov) {
+    if (target.format != OutputFormat::Mov) {
       throw UsageError("--codec is for .mov clips, not for " + target.name());
     }
     const auto codec = kCodecs.find(options.codec);

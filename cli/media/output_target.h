@@ -7,26 +7,24 @@
 
 namespace cli {
 
-enum class OutputFormat { kPng, kExr, kMov, kMp4, kWebm, kGif, kApng, kWebp };
+enum class OutputFormat { Png, Exr, Mov, Mp4, Webm, Gif, Apng, Webp };
 
 // What a .mov is filled with.
-enum class MovCodec { kProres4444, kQtrle, kPng };
+enum class MovCodec { Prores4444, Qtrle, Png };
 
 struct OutputTarget {
   OutputFormat format;
   std::filesystem::path path;
-  MovCodec codec = MovCodec::kProres4444;
+  MovCodec codec = MovCodec::Prores4444;
   int startNumber = 0;  // of frame 0, in the names of numbered frames
   bool isNumbered = false;
   std::string comment = {};  // that a clip is to carry; empty for none
 
   bool isStandardOutput() const { return path == "-"; }
   // Each frame is a picture of its own, not part of a clip.
-  bool holdsPictures() const {
-    return format == OutputFormat::kPng || format == OutputFormat::kExr;
-  }
+  bool holdsPictures() const { return format == OutputFormat::Png || format == OutputFormat::Exr; }
   bool isOnePicture() const { return holdsPictures() && !isNumbered && !isStandardOutput(); }
-  bool isOnePng() const { return isOnePicture() && format == OutputFormat::kPng; }
+  bool isOnePng() const { return isOnePicture() && format == OutputFormat::Png; }
 
   // The file of one frame: the pattern's %d, %04d or #### replaced by its number.
   std::filesystem::path fileOf(int frame) const;

@@ -51,7 +51,7 @@ void appendChunk(std::vector<std::uint8_t>& bytes, std::string_view name,
 void copyRow(const Frame& frame, int y, std::uint8_t* row) {
   const std::uint8_t* from = frame.row(y);
   const std::size_t size = frame.rowBytes();
-  if (frame.depth == Depth::k8 || std::endian::native == std::endian::big) {
+  if (frame.depth == Depth::Bits8 || std::endian::native == std::endian::big) {
     std::memcpy(row, from, size);
     return;
   }

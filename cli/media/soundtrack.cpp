@@ -22,11 +22,11 @@ bool isOneOf(std::string_view name, std::initializer_list<std::string_view> name
 
 bool takesAsItIs(OutputFormat format, std::string_view codec) {
   switch (format) {
-    case OutputFormat::kMov:
+    case OutputFormat::Mov:
       return isOneOf(codec,
                      {"aac", "alac", "mp3", "ac3", "eac3", "pcm_s16le", "pcm_s16be", "pcm_s24le",
                       "pcm_s24be", "pcm_s32le", "pcm_s32be", "pcm_f32le", "pcm_f32be"});
-    case OutputFormat::kMp4:
+    case OutputFormat::Mp4:
       return isOneOf(codec, {"aac", "alac", "mp3", "ac3", "eac3", "opus"});
     default:
       return isOneOf(codec, {"opus", "vorbis"});
@@ -42,8 +42,7 @@ std::string secondsText(double seconds) {
 }  // namespace
 
 bool hasSound(OutputFormat format) {
-  return format == OutputFormat::kMov || format == OutputFormat::kMp4 ||
-         format == OutputFormat::kWebm;
+  return format == OutputFormat::Mov || format == OutputFormat::Mp4 || format == OutputFormat::Webm;
 }
 
 std::optional<Soundtrack> findSoundtrack(const MediaSource& source, double start, double seconds) {
@@ -85,7 +84,7 @@ void appendSoundOutput(std::vector<std::string>& command, const Soundtrack& soun
     }
     // ffmpeg's -t counts from a stream's first sample, however late that is.
     const std::string cut = "atrim=end=" + secondsText(sound.seconds);
-    if (format == OutputFormat::kWebm) {
+    if (format == OutputFormat::Webm) {
       // The encoder knows these layouts only.
       command.insert(command.end(), {codec, "libopus", "-b" + stream, "192k", "-filter" + stream,
                                      cut + ",aformat=channel_layouts=7.1|5.1|stereo|mono"});

@@ -28,7 +28,7 @@ void checkDrawn(cairo_t* cairo) {
 Frame frameFromSurface(cairo_surface_t* surface) {
   cairo_surface_flush(surface);
   Frame frame({cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface)},
-              Depth::k8);
+              Depth::Bits8);
   const unsigned char* rows = cairo_image_surface_get_data(surface);
   const int stride = cairo_image_surface_get_stride(surface);
   for (int y = 0; y < frame.size.height; ++y) {

@@ -24,7 +24,7 @@ constexpr double kTitleGray = 0.88;
 constexpr double kCaptionGray = 0.52;
 
 std::uint32_t channelAt(const Frame& frame, const std::uint8_t* pixel, int channel) {
-  if (frame.depth == Depth::k8) return pixel[channel];
+  if (frame.depth == Depth::Bits8) return pixel[channel];
   std::uint16_t deep;
   std::memcpy(&deep, pixel + 2 * channel, sizeof deep);
   return deep >> 8;

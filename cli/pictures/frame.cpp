@@ -53,7 +53,7 @@ void convertChannels(const Frame& from, Frame& to, Convert convert) {
 Frame inDepth(const Frame& frame, Depth depth) {
   if (frame.depth == depth) return frame;
   Frame result(frame.size, depth);
-  if (depth == Depth::k16) {
+  if (depth == Depth::Bits16) {
     convertChannels<std::uint8_t, std::uint16_t>(
         frame, result, [](std::uint32_t v) { return static_cast<std::uint16_t>(v * 257); });
   } else {
@@ -66,7 +66,7 @@ Frame inDepth(const Frame& frame, Depth depth) {
 void copyToWorld(const Frame& frame, hostkit::World& world) {
   for (int y = 0; y < frame.size.height; ++y) {
     const std::uint8_t* from = frame.row(y);
-    if (frame.depth == Depth::k8) {
+    if (frame.depth == Depth::Bits8) {
       for (PF_Pixel& pixel : world.row8(y)) {
         pixel = {from[3], from[0], from[1], from[2]};
         from += 4;
@@ -88,7 +88,7 @@ void copyFromWorld(const hostkit::World& world, Frame& frame) {
   frame.bytes.resize(frame.rowBytes() * static_cast<std::size_t>(frame.size.height));
   for (int y = 0; y < frame.size.height; ++y) {
     std::uint8_t* to = frame.row(y);
-    if (frame.depth == Depth::k8) {
+    if (frame.depth == Depth::Bits8) {
       for (const PF_Pixel& pixel : world.row8(y)) {
         const std::uint8_t rgba[4] = {pixel.red, pixel.green, pixel.blue, pixel.alpha};
         std::memcpy(to, rgba, sizeof rgba);
@@ -106,7 +106,7 @@ void copyFromWorld(const hostkit::World& world, Frame& frame) {
 }
 
 void flattenOnBlack(Frame& frame) {
-  if (frame.depth == Depth::k8) {
+  if (frame.depth == Depth::Bits8) {
     flatten<std::uint8_t>(frame.bytes);
   } else {
     flatten<std::uint16_t>(frame.bytes);

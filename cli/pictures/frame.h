@@ -17,7 +17,7 @@ using hostkit::Depth;
 // Channels are bytes (0..255) or 16-bit integers of this machine's byte order (0..65535).
 struct Frame {
   FrameSize size;
-  Depth depth = Depth::k8;
+  Depth depth = Depth::Bits8;
   std::vector<std::uint8_t> bytes;
 
   Frame() = default;
@@ -25,7 +25,7 @@ struct Frame {
   Frame(FrameSize size, Depth depth)
       : size(size), depth(depth), bytes(rowBytes() * static_cast<std::size_t>(size.height)) {}
 
-  std::size_t pixelBytes() const { return depth == Depth::k8 ? 4 : 8; }
+  std::size_t pixelBytes() const { return depth == Depth::Bits8 ? 4 : 8; }
   std::size_t rowBytes() const { return pixelBytes() * static_cast<std::size_t>(size.width); }
   const std::uint8_t* row(int y) const {
     return bytes.data() + rowBytes() * static_cast<std::size_t>(y);

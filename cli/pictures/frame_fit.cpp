@@ -152,8 +152,8 @@ Frame fitted(const Frame& picture, FrameSize size) {
 
 Frame fittedFrame(const Frame& picture, FrameSize size) {
   if (picture.size == size) return picture;
-  return picture.depth == Depth::k8 ? fitted<std::uint8_t>(picture, size)
-                                    : fitted<std::uint16_t>(picture, size);
+  return picture.depth == Depth::Bits8 ? fitted<std::uint8_t>(picture, size)
+                                       : fitted<std::uint16_t>(picture, size);
 }
 
 }  // namespace cli

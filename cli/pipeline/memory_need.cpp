@@ -25,7 +25,7 @@ std::string gigabytes(std::uint64_t bytes) {
 }  // namespace
 
 std::uint64_t memoryNeededBy(const ScenePlan& plan, int jobs) {
-  const std::uint64_t perPixel = plan.depth == Depth::k16 ? 8 : 4;
+  const std::uint64_t perPixel = plan.depth == Depth::Bits16 ? 8 : 4;
   const std::uint64_t frame = bytesOf(plan.size, perPixel);
   const auto inFlight = static_cast<std::uint64_t>(SceneRenderer::framesAtOnce(jobs));
   const auto working = std::min(inFlight, static_cast<std::uint64_t>(jobs));

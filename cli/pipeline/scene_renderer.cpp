@@ -19,7 +19,7 @@ constexpr int kFramesWaiting = 2;  // for stages that take one frame after the o
 
 template <class Byte>
 brisel::BasicImageView<Byte> viewOf(const hostkit::World& world, std::span<Byte> bytes) {
-  const bool isDeep = world.depth() == hostkit::Depth::k16;
+  const bool isDeep = world.depth() == hostkit::Depth::Bits16;
   return {bytes.data(), world.width(), world.height(), world.rowBytes(),
           isDeep ? brisel::PixelFormat::Argb16 : brisel::PixelFormat::Argb8};
 }

@@ -42,21 +42,21 @@ std::string fromWords(const std::string& list) {
 
 std::string action(const OptionInfo& option) {
   switch (option.kind) {
-    case ValueKind::kFile:
+    case ValueKind::File:
       return "compopt -o default";
-    case ValueKind::kScene:
+    case ValueKind::Scene:
       return "compopt -o filenames; COMPREPLY=($(compgen -f -X '!*.toml' -- \"$current\") "
              "$(compgen "
              "-d -- \"$current\"))";
-    case ValueKind::kPreset:
+    case ValueKind::Preset:
       return "_brisel_offer \"$current\" < <(\"$program\" presets --names 2>/dev/null)";
-    case ValueKind::kSetting:
+    case ValueKind::Setting:
       return "_brisel_offer \"$current\" < <(\"$program\" params --names 2>/dev/null | sed "
              "'s/$/=/'); "
              "compopt -o nospace";
-    case ValueKind::kLabel:
+    case ValueKind::Label:
       return "_brisel_offer \"$current\" < <(\"$program\" params --names 2>/dev/null)";
-    case ValueKind::kChoice: {
+    case ValueKind::Choice: {
       std::string list;
       for (const std::string& choice : option.choices) list += (list.empty() ? "" : " ") + choice;
       return fromWords(list);
@@ -70,7 +70,7 @@ std::string action(const OptionInfo& option) {
 std::string caseOf(const CommandInfo& command) {
   std::string text = "    " + command.name + ")\n      case $option in\n";
   for (const OptionInfo& option : command.options) {
-    if (option.kind == ValueKind::kNone) continue;
+    if (option.kind == ValueKind::None) continue;
     std::string names;
     for (const std::string& name : option.names) names += (names.empty() ? "" : "|") + name;
     text += "        " + names + ") " + action(option) + "; return ;;\n";

@@ -29,18 +29,18 @@ std::vector<std::string> choicesOf(const CLI::Option& option) {
 }
 
 ValueKind kindOf(const std::string& value) {
-  if (value.empty()) return ValueKind::kNone;
-  if (value.starts_with("FILE") || value == "FOLDER") return ValueKind::kFile;
-  if (value == "PRESET") return ValueKind::kPreset;
-  if (value == "LABEL=VALUE") return ValueKind::kSetting;
-  return ValueKind::kOther;
+  if (value.empty()) return ValueKind::None;
+  if (value.starts_with("FILE") || value == "FOLDER") return ValueKind::File;
+  if (value == "PRESET") return ValueKind::Preset;
+  if (value == "LABEL=VALUE") return ValueKind::Setting;
+  return ValueKind::Other;
 }
 
 ValueKind kindOfArgument(const std::string& command, const std::string& name) {
-  if (name == "SCENE") return ValueKind::kScene;
-  if (name == "PART") return ValueKind::kFile;
-  if (command == "params") return ValueKind::kLabel;
-  return command == "presets" ? ValueKind::kPreset : ValueKind::kOther;
+  if (name == "SCENE") return ValueKind::Scene;
+  if (name == "PART") return ValueKind::File;
+  if (command == "params") return ValueKind::Label;
+  return command == "presets" ? ValueKind::Preset : ValueKind::Other;
 }
 
 OptionInfo optionInfo(const CLI::Option& option) {
@@ -53,7 +53,7 @@ OptionInfo optionInfo(const CLI::Option& option) {
                   option.get_expected_max() > 1};
   info.kind = kindOf(info.value);
   info.choices = choicesOf(option);
-  if (!info.choices.empty()) info.kind = ValueKind::kChoice;
+  if (!info.choices.empty()) info.kind = ValueKind::Choice;
   for (const std::string& name : option.get_snames()) info.names.push_back("-" + name);
   for (const std::string& name : option.get_lnames()) info.names.push_back("--" + name);
   return info;

@@ -9,13 +9,13 @@
 
 namespace cli {
 
-enum class ValueKind { kNone, kFile, kScene, kPreset, kSetting, kLabel, kChoice, kOther };
+enum class ValueKind { None, File, Scene, Preset, Setting, Label, Choice, Other };
 
 struct OptionInfo {
   std::vector<std::string> names;  // "-o", "--output"; of an argument its name, "SCENE"
   std::string value;               // as --help shows it, "FILE"; empty for flags and arguments
   ValueKind kind;
-  std::vector<std::string> choices;  // of kChoice
+  std::vector<std::string> choices;  // of Choice
   std::vector<std::string> help;     // lines
   bool required;
   bool repeats;

@@ -17,24 +17,24 @@ std::string labels(const std::string& suffix) {
 // What follows the option, or stands for the argument.
 std::string values(const OptionInfo& option) {
   switch (option.kind) {
-    case ValueKind::kNone:
+    case ValueKind::None:
       return "";
-    case ValueKind::kFile:
+    case ValueKind::File:
       return " -r -F";
-    case ValueKind::kScene:
+    case ValueKind::Scene:
       return " -a '(__fish_complete_suffix .toml)'";
-    case ValueKind::kPreset:
+    case ValueKind::Preset:
       return " -x -a '(brisel presets --names 2>/dev/null)'";
-    case ValueKind::kSetting:
+    case ValueKind::Setting:
       return " -x -a " + labels(" | string replace -r \\'$\\' =");
-    case ValueKind::kLabel:
+    case ValueKind::Label:
       return " -x -a " + labels("");
-    case ValueKind::kChoice: {
+    case ValueKind::Choice: {
       std::string list;
       for (const std::string& choice : option.choices) list += (list.empty() ? "" : " ") + choice;
       return " -x -a " + inSingleQuotes(list);
     }
-    case ValueKind::kOther:
+    case ValueKind::Other:
       return " -x";
   }
   return "";

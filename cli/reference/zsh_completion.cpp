@@ -35,17 +35,17 @@ std::string escapedForSpec(const std::string& text) {
 
 std::string action(const OptionInfo& option) {
   switch (option.kind) {
-    case ValueKind::kFile:
+    case ValueKind::File:
       return "_files";
-    case ValueKind::kScene:
+    case ValueKind::Scene:
       return "_files -g \"*.toml(-.)\"";
-    case ValueKind::kPreset:
+    case ValueKind::Preset:
       return "_brisel_presets";
-    case ValueKind::kSetting:
+    case ValueKind::Setting:
       return "_brisel_labels -q -S =";
-    case ValueKind::kLabel:
+    case ValueKind::Label:
       return "_brisel_labels";
-    case ValueKind::kChoice: {
+    case ValueKind::Choice: {
       std::string list;
       for (const std::string& choice : option.choices) list += (list.empty() ? "" : " ") + choice;
       return "(" + list + ")";
@@ -61,7 +61,7 @@ std::string specOf(const OptionInfo& option) {
   std::string specs;
   for (const std::string& name : option.names) {
     const std::string before = option.repeats ? "*" : "(" + all + ")";
-    const std::string value = option.kind == ValueKind::kNone
+    const std::string value = option.kind == ValueKind::None
                                   ? ""
                                   : ":" + escapedForSpec(option.value) + ":" + action(option);
     specs += " \\\n        '" + before + name + "[" + escapedForSpec(option.summary()) + "]" +

@@ -119,7 +119,7 @@ void checkOptions(const SceneOptions& options) {
 }
 
 scene::PresetChoice presetFromOption(const std::string& name) {
-  return {name, "--preset " + inQuotes(name), scene::Origin::kOption};
+  return {name, "--preset " + inQuotes(name), scene::Origin::Option};
 }
 
 scene::Setting settingFromOption(const std::string& text) {
@@ -131,7 +131,7 @@ scene::Setting settingFromOption(const std::string& text) {
   return {std::string(scene::trimmed(text.substr(0, equals))),
           {{{.time = 0, .place = place}, scene::userValueFromText(text.substr(equals + 1))}},
           place,
-          scene::Origin::kOption};
+          scene::Origin::Option};
 }
 
 }  // namespace cli

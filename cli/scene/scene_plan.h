@@ -17,7 +17,7 @@ struct ScenePlan {
   FrameSize layer{1280, 720};  // what the scene is designed for
   int reduction = 1;           // its sides by those of the frames: 1 to 4
   FrameSize size;              // of the frames, which show all of it
-  Depth depth = Depth::k8;
+  Depth depth = Depth::Bits8;
   int frames = 100;
   scene::FrameRate rate;
   InputChoices reading;

@@ -8,7 +8,7 @@
 namespace cli {
 namespace {
 
-enum class Trait { kPath, kSize, kColor };
+enum class Trait { Path, Size, Color };
 
 // A value that takes a trait of stars from the input, and what comes of it without one.
 struct InputUse {
@@ -18,12 +18,12 @@ struct InputUse {
   const char* withoutInput;
 };
 constexpr InputUse kInputUses[] = {
-    {Trait::kPath, brisel::kStandardPath, "Source as raster mask",
+    {Trait::Path, brisel::kStandardPath, "Source as raster mask",
      "nothing is bright enough for a star"},
-    {Trait::kPath, brisel::kStandardPath, "Contour alpha channel",
+    {Trait::Path, brisel::kStandardPath, "Contour alpha channel",
      "stars follow the border of the frame"},
-    {Trait::kSize, brisel::kSizeDependOnSource, "true", "stars have no size"},
-    {Trait::kColor, brisel::kColorSchema, "Source", "stars start out black"}};
+    {Trait::Size, brisel::kSizeDependOnSource, "true", "stars have no size"},
+    {Trait::Color, brisel::kColorSchema, "Source", "stars start out black"}};
 
 // None can be seen when one of these is 0.
 constexpr brisel::ParamIndex kNeeded[] = {brisel::kIntensity, brisel::kMaximumNumberOfStars,
@@ -44,10 +44,10 @@ std::string itemOf(const brisel::Values& values, brisel::ParamIndex index) {
 bool hasEffect(const InputUse& use, const LayerEffect& layer) {
   const brisel::Values& values = layer.values();
   switch (use.trait) {
-    case Trait::kSize:
+    case Trait::Size:
       return values[use.parameter].number != 0 &&
              itemOf(values, brisel::kType) != "Dots";  // always one pixel
-    case Trait::kPath:
+    case Trait::Path:
       return itemOf(values, use.parameter) == use.value && !layer.layer().mask();
     default:
       return itemOf(values, use.parameter) == use.value;

@@ -205,10 +205,10 @@ void ControlsPanel::refreshRow(Row& row) {
   const SceneDocument& document = preview_.document();
   const int layer = preview_.layer();
   const ValueOrigin origin = document.origin(layer, row.parameter);
-  const bool isSet = origin == ValueOrigin::kScene || origin == ValueOrigin::kLayer;
+  const bool isSet = origin == ValueOrigin::Scene || origin == ValueOrigin::Layer;
   QFont font = tree_->font();
   font.setBold(isSet);
-  font.setItalic(origin == ValueOrigin::kPreset);
+  font.setItalic(origin == ValueOrigin::Preset);
   row.item->setFont(kName, font);
   if (row.parameter == brisel::kPath) {
     const auto mask = document.mask(layer);

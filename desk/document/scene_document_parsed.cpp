@@ -60,7 +60,7 @@ std::shared_ptr<const SceneDocument::Parsed> SceneDocument::parsed(
                                presets_);
     for (const scene::PresetChoice& choice : plan.scene.layers[i].presets) {
       ParamSet& set =
-          choice.origin == scene::Origin::kLayer ? facts[i].byOwnPresets : facts[i].bySharedPresets;
+          choice.origin == scene::Origin::Layer ? facts[i].byOwnPresets : facts[i].bySharedPresets;
       brisel::Values values(plan.layer);
       for (const ParamIndex index : presets_.apply(presets_.find(choice), plan.layer, values)) {
         set.set(static_cast<std::size_t>(index));

@@ -55,18 +55,18 @@ brisel::Values SceneDocument::values(int layer, double frame) const {
 ValueOrigin SceneDocument::origin(int layer, ParamIndex parameter) const {
   const LayerChoice owner = ownerOf(layer, parameter);
   if (parsed_->text.sets(owner, parameter)) {
-    return owner ? ValueOrigin::kLayer : ValueOrigin::kScene;
+    return owner ? ValueOrigin::Layer : ValueOrigin::Scene;
   }
   const LayerFacts& facts = parsed_->layers[static_cast<std::size_t>(layer)];
   const auto index = static_cast<std::size_t>(parameter);
-  return facts.byOwnPresets[index] || facts.bySharedPresets[index] ? ValueOrigin::kPreset
-                                                                   : ValueOrigin::kDefault;
+  return facts.byOwnPresets[index] || facts.bySharedPresets[index] ? ValueOrigin::Preset
+                                                                   : ValueOrigin::Default;
 }
 
 std::vector<ParamKey> SceneDocument::keys(int layer, ParamIndex parameter) const {
   const LayerChoice owner = ownerOf(layer, parameter);
   if (!parsed_->text.isKeyed(owner, parameter)) return {};
-  const scene::Origin origin = owner ? scene::Origin::kLayer : scene::Origin::kScene;
+  const scene::Origin origin = owner ? scene::Origin::Layer : scene::Origin::Scene;
   const auto& settings = state()->plan.scene.layers[static_cast<std::size_t>(layer)].settings;
   const auto setting = std::ranges::find_if(settings, [&](const scene::Setting& candidate) {
     return candidate.origin == origin && candidate.label == brisel::parameterSpec(parameter).label;

@@ -12,7 +12,7 @@
 namespace desk {
 
 /// Where the value of a parameter comes from, each in place of those before it.
-enum class ValueOrigin { kDefault, kPreset, kScene, kLayer };
+enum class ValueOrigin { Default, Preset, Scene, Layer };
 
 /// Never changed once made, so that the window and the threads that render share it.
 struct SceneState {

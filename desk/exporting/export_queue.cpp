@@ -16,14 +16,14 @@ namespace {
 constexpr int kPatience = 3000;  // milliseconds that a canceled export has for cleaning up
 
 bool isUnfinished(const ExportJob& job) {
-  return job.state == ExportJob::State::kWaiting || job.state == ExportJob::State::kRunning;
+  return job.state == ExportJob::State::Waiting || job.state == ExportJob::State::Running;
 }
 
 QString stateText(const ExportJob& job) {
   switch (job.state) {
-    case ExportJob::State::kWaiting:
+    case ExportJob::State::Waiting:
       return ExportQueue::tr("waiting");
-    case ExportJob::State::kRunning:
+    case ExportJob::State::Running:
       return ExportQueue::tr("frame %1 of %2").arg(job.framesDone).arg(job.frames);
     default:
       return job.message;
@@ -59,10 +59,10 @@ void ExportQueue::add(ExportJob job) {
 
 void ExportQueue::cancel(int row) {
   ExportJob& canceled = jobs_[static_cast<std::size_t>(row)];
-  if (canceled.state == ExportJob::State::kRunning) {
+  if (canceled.state == ExportJob::State::Running) {
     interrupt();  // the job's end follows
-  } else if (canceled.state == ExportJob::State::kWaiting) {
-    end(row, ExportJob::State::kCanceled, tr("Canceled"));
+  } else if (canceled.state == ExportJob::State::Waiting) {
+    end(row, ExportJob::State::Canceled, tr("Canceled"));
   }
 }
 
@@ -126,18 +126,18 @@ QString ExportQueue::writeScene(const PlacedText& scene) {
 
 void ExportQueue::startNext() {
   if (running_ >= 0) return;
-  const auto next = std::ranges::find(jobs_, ExportJob::State::kWaiting, &ExportJob::state);
+  const auto next = std::ranges::find(jobs_, ExportJob::State::Waiting, &ExportJob::state);
   if (next == jobs_.end()) return;
   const int row = static_cast<int>(next - jobs_.begin());
   const QString why = writeScene(next->scene);
-  if (!why.isEmpty()) return end(row, ExportJob::State::kFailed, why);
+  if (!why.isEmpty()) return end(row, ExportJob::State::Failed, why);
   const QString brisel = program();
   if (brisel.isEmpty()) {
     scene_.reset();
-    return end(row, ExportJob::State::kFailed,
+    return end(row, ExportJob::State::Failed,
                tr("there is no program \"brisel\"; install the package brisel"));
   }
-  next->state = ExportJob::State::kRunning;
+  next->state = ExportJob::State::Running;
   running_ = row;
   process_ = std::make_unique<QProcess>();
   connect(process_.get(), &QProcess::readyReadStandardError, this, &ExportQueue::takeProgress);
@@ -197,11 +197,11 @@ void ExportQueue::takeEnd() {
   process_.release()->deleteLater();  // which this is a call of
   if (isDone) {
     jobs_[static_cast<std::size_t>(row)].framesDone = job(row).frames;
-    end(row, ExportJob::State::kDone, message);
+    end(row, ExportJob::State::Done, message);
   } else if (isCanceled) {
-    end(row, ExportJob::State::kCanceled, tr("Canceled"));
+    end(row, ExportJob::State::Canceled, tr("Canceled"));
   } else {
-    end(row, ExportJob::State::kFailed,
+    end(row, ExportJob::State::Failed,
         message.isEmpty() ? tr("\"brisel\" did not run to its end") : message);
   }
 }

@@ -16,13 +16,13 @@ class QTemporaryFile;
 namespace desk {
 
 struct ExportJob {
-  enum class State { kWaiting, kRunning, kDone, kFailed, kCanceled };
+  enum class State { Waiting, Running, Done, Failed, Canceled };
 
   QString name;  // of the scene, for the list
   PlacedText scene;
   QString output;         // as for `brisel render -o`
   QStringList arguments;  // further ones: "--frames", "0-49", "--scale", "1/2", "--overwrite", ...
-  State state = State::kWaiting;
+  State state = State::Waiting;
   int framesDone = 0;
   int frames = 0;   // of all; 0 while it is not known
   QString message;  // once it is done or failed: one sentence

@@ -41,7 +41,7 @@ ExportsPanel::ExportsPanel(ExportQueue& queue, QWidget* parent)
 int ExportsPanel::chosenRow() const {
   if (list_->currentIndex().isValid()) return list_->currentIndex().row();
   for (int row = 0; row < queue_.rowCount(); ++row) {
-    if (queue_.job(row).state == ExportJob::State::kRunning) return row;
+    if (queue_.job(row).state == ExportJob::State::Running) return row;
   }
   return -1;
 }
@@ -49,8 +49,8 @@ int ExportsPanel::chosenRow() const {
 void ExportsPanel::refresh() {
   const int row = chosenRow();
   using State = ExportJob::State;
-  const State state = row < 0 ? State::kDone : queue_.job(row).state;
-  cancel_->setEnabled(state == State::kWaiting || state == State::kRunning);
+  const State state = row < 0 ? State::Done : queue_.job(row).state;
+  cancel_->setEnabled(state == State::Waiting || state == State::Running);
   progress_->setRange(0, row < 0 ? 1 : queue_.job(row).frames);
   progress_->setValue(row < 0 ? 0 : queue_.job(row).framesDone);
 }

@@ -15,7 +15,7 @@ constexpr int kWayBack = 12;   // frames before a frame gone back to, which are 
 /// As read, and converted.
 std::size_t bytesKeptOf(cli::FrameSize size, cli::Depth depth) {
   return static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) *
-         (depth == cli::Depth::k8 ? 8 : 16);
+         (depth == cli::Depth::Bits8 ? 8 : 16);
 }
 
 }  // namespace

@@ -11,16 +11,16 @@
 namespace desk {
 
 enum class Backdrop {
-  kTransparent,  // alpha is kept, for whatever the view puts below
-  kBlack,
-  kClip  // the input's own frame below the stars, where there is one; else as kTransparent
+  Transparent,  // alpha is kept, for whatever the view puts below
+  Black,
+  Clip  // the input's own frame below the stars, where there is one; else as Transparent
 };
 
 struct FrameRequest {
   SharedState state;  // not null
   int frame = 0;
   int reduction = 1;  // 1, 2, 3 or 4: the sides are that part of the full ones, rounded up
-  Backdrop backdrop = Backdrop::kTransparent;
+  Backdrop backdrop = Backdrop::Transparent;
 };
 
 struct Picture {

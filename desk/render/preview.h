@@ -60,7 +60,7 @@ class Preview : public QObject {
   int askedFrame_ = 0;
   int layer_ = 0;
   int reduction_ = 1;
-  Backdrop backdrop_ = Backdrop::kTransparent;
+  Backdrop backdrop_ = Backdrop::Transparent;
   SharedState compared_;
   Picture picture_;
   std::uint64_t asked_ = 0;

@@ -17,12 +17,12 @@ constexpr std::size_t kBytesOfStars = std::size_t{64} << 20;  // of each layer
 
 std::size_t bytesOf(brisel::FrameSize size, cli::Depth depth) {
   return static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) *
-         (depth == cli::Depth::k8 ? 4 : 8);
+         (depth == cli::Depth::Bits8 ? 4 : 8);
 }
 
 template <class Byte>
 brisel::BasicImageView<Byte> viewOf(Byte* bytes, const cli::ScenePlan& plan) {
-  const bool isDeep = plan.depth == cli::Depth::k16;
+  const bool isDeep = plan.depth == cli::Depth::Bits16;
   return {bytes, plan.size.width, plan.size.height,
           std::ptrdiff_t{isDeep ? 8 : 4} * plan.size.width,
           isDeep ? brisel::PixelFormat::Argb16 : brisel::PixelFormat::Argb8};
@@ -150,8 +150,8 @@ Picture ScenePainter::paint(const FrameRequest& request, const std::function<voi
   Stars& stars = starsOf(request);
   drawLayers(stars, request.frame, checkWanted);
   const brisel::ImageView frame = viewOf<const std::uint8_t>(output_.data(), stars.plan);
-  picture.image = screenImage(frame, request.backdrop == Backdrop::kBlack);
-  if (request.backdrop == Backdrop::kClip) {
+  picture.image = screenImage(frame, request.backdrop == Backdrop::Black);
+  if (request.backdrop == Backdrop::Clip) {
     picture.image = overClip(stars, request.frame, picture.image);
   }
   for (brisel::StarHistory& layer : stars.layers) picture.stars += layer.starCount();
@@ -255,9 +255,9 @@ brisel::ImageView ScenePainter::inputAt(Stars& stars, int frame) {
         clipKey_ = key;
       }
       const hostkit::World& world = clip_->at(frame);
-      return {
-          world.bytes().data(), world.width(), world.height(), world.rowBytes(),
-          plan.depth == cli::Depth::k16 ? brisel::PixelFormat::Argb16 : brisel::PixelFormat::Argb8};
+      return {world.bytes().data(), world.width(), world.height(), world.rowBytes(),
+              plan.depth == cli::Depth::Bits16 ? brisel::PixelFormat::Argb16
+                                               : brisel::PixelFormat::Argb8};
     } catch (const std::runtime_error& error) {
       problem_ = error.what();
       stars.lackInput = true;

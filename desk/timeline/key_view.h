@@ -74,7 +74,7 @@ class KeyView : public QAbstractScrollArea {
     int row;
     double time;
   };
-  enum class Drag { kNone, kFrame, kIn, kOut, kKeys, kRectangle };
+  enum class Drag { None, Frame, In, Out, Keys, Rectangle };
   static constexpr int kReach = 6;  // pixels from the middle of a key or marker
 
   void readRows();
@@ -119,7 +119,7 @@ class KeyView : public QAbstractScrollArea {
   std::map<brisel::ParamIndex, std::vector<ParamKey>> copied_;
   double zoom_ = 1;  // 1: all frames fit
 
-  Drag drag_ = Drag::kNone;
+  Drag drag_ = Drag::None;
   QPoint pressed_;  // which scrolls with what was pressed
   QPoint draggedTo_;
   QBasicTimer scrolling_;  // while a drag is held beyond the tracks

@@ -38,9 +38,9 @@ void KeyView::mousePressEvent(QMouseEvent* event) {
   if (pressed_.y() < tracks().top()) {
     const auto isAt = [&](double frame) { return std::abs(xOf(frame) - pressed_.x()) <= kReach; };
     const bool onMarkers = playback_.hasRange() && pressed_.y() < tracks().top() / 2;
-    drag_ = onMarkers && isAt(playback_.in())    ? Drag::kIn
-            : onMarkers && isAt(playback_.out()) ? Drag::kOut
-                                                 : Drag::kFrame;
+    drag_ = onMarkers && isAt(playback_.in())    ? Drag::In
+            : onMarkers && isAt(playback_.out()) ? Drag::Out
+                                                 : Drag::Frame;
     return mouseMoveEvent(event);
   }
   const int row = rowAt(pressed_.y());
@@ -48,7 +48,7 @@ void KeyView::mousePressEvent(QMouseEvent* event) {
   const bool adds = event->modifiers().testFlag(Qt::ShiftModifier);
   const auto key = keyAt(pressed_);
   if (!key) {
-    drag_ = pressed_.x() < tracks().left() ? Drag::kNone : Drag::kRectangle;
+    drag_ = pressed_.x() < tracks().left() ? Drag::None : Drag::Rectangle;
     if (!adds) select({});
     return;
   }
@@ -56,17 +56,17 @@ void KeyView::mousePressEvent(QMouseEvent* event) {
   wasSelected_ = !chosen[parameterOf(*key)].insert(key->time).second;
   if (!wasSelected_ && !adds) chosen = {{parameterOf(*key), {key->time}}};
   select(std::move(chosen));
-  drag_ = Drag::kKeys;
+  drag_ = Drag::Keys;
   rowsBefore_ = rows_;
   selectedBefore_ = selected_;
 }
 
 void KeyView::mouseMoveEvent(QMouseEvent* event) {
-  if (drag_ == Drag::kNone) return;
+  if (drag_ == Drag::None) return;
   draggedTo_ = event->pos();
   dragTo(draggedTo_, event->modifiers());
   // The frame shown is kept in sight anyway.
-  if (drag_ == Drag::kFrame || beyondTracks(draggedTo_.x()) == 0) {
+  if (drag_ == Drag::Frame || beyondTracks(draggedTo_.x()) == 0) {
     scrolling_.stop();
   } else if (!scrolling_.isActive()) {
     scrolling_.start(kScrollTime, this);
@@ -94,25 +94,25 @@ void KeyView::scrollContentsBy(int dx, int dy) {
 void KeyView::dragTo(QPoint at, Qt::KeyboardModifiers modifiers) {
   const int frame = std::clamp(frameAt(at.x()), 0, preview_.document().state()->plan.frames - 1);
   switch (drag_) {
-    case Drag::kFrame:
+    case Drag::Frame:
       playback_.pause();
       return preview_.setFrame(frame);
-    case Drag::kIn:
+    case Drag::In:
       return playback_.setIn(std::min(frame, playback_.out()));
-    case Drag::kOut:
+    case Drag::Out:
       return playback_.setOut(std::max(frame, playback_.in()));
-    case Drag::kRectangle:
+    case Drag::Rectangle:
       rectangle_ = QRect(pressed_, at).normalized();
       selectIn(rectangle_);
       return viewport()->update();
-    case Drag::kKeys: {
+    case Drag::Keys: {
       if (!moved_ && (at - pressed_).manhattanLength() < kReach / 2) return;
       if (!moved_) preview_.document().beginGesture();
       moved_ = true;
       return dragKeys(frameAt(at.x()) - frameAt(pressed_.x()),
                       modifiers.testFlag(Qt::ControlModifier));
     }
-    case Drag::kNone:
+    case Drag::None:
       return;
   }
 }
@@ -120,7 +120,7 @@ void KeyView::dragTo(QPoint at, Qt::KeyboardModifiers modifiers) {
 void KeyView::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   const auto key = keyAt(pressed_);
-  if (drag_ == Drag::kKeys && !moved_ && wasSelected_ && key) selectAgain(*key, event->modifiers());
+  if (drag_ == Drag::Keys && !moved_ && wasSelected_ && key) selectAgain(*key, event->modifiers());
   stopDrag();
 }
 
@@ -139,22 +139,22 @@ void KeyView::selectAgain(Place key, Qt::KeyboardModifiers modifiers) {
 
 void KeyView::stopDrag() {
   scrolling_.stop();
-  if (drag_ == Drag::kKeys && moved_) preview_.document().endGesture();
-  drag_ = Drag::kNone;
+  if (drag_ == Drag::Keys && moved_) preview_.document().endGesture();
+  drag_ = Drag::None;
   rectangle_ = {};
   viewport()->update();
 }
 
 void KeyView::cancelDrag() {
   scrolling_.stop();
-  switch (std::exchange(drag_, Drag::kNone)) {
-    case Drag::kFrame:
+  switch (std::exchange(drag_, Drag::None)) {
+    case Drag::Frame:
       return preview_.setFrame(frameBefore_);
-    case Drag::kIn:
+    case Drag::In:
       return playback_.setIn(rangeBefore_.first);
-    case Drag::kOut:
+    case Drag::Out:
       return playback_.setOut(rangeBefore_.second);
-    case Drag::kKeys:
+    case Drag::Keys:
       if (moved_) preview_.document().cancelGesture();
       break;
     default:
@@ -191,7 +191,7 @@ void KeyView::contextMenuEvent(QContextMenuEvent* event) {
 
 void KeyView::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape) {
-    if (drag_ == Drag::kNone) return select({});
+    if (drag_ == Drag::None) return select({});
     return cancelDrag();
   }
   const int way = event->key() == Qt::Key_Up ? -1 : event->key() == Qt::Key_Down ? 1 : 0;

@@ -27,14 +27,14 @@ Handle::Handle(Look look, const QString& name, QGraphicsItem* parent)
   setAcceptedMouseButtons(Qt::LeftButton);
   setCursor(Qt::SizeAllCursor);
   setToolTip(name + "\n" + hint());
-  setZValue(look == Look::kTangent ? 2 : 3);
+  setZValue(look == Look::Tangent ? 2 : 3);
 }
 
 QString Handle::hint() const {
   switch (look_) {
-    case Look::kVertex:
+    case Look::Vertex:
       return "Ctrl+Shift and a drag bends; Return: corner or bend; Insert, Delete: more or less";
-    case Look::kTangent:
+    case Look::Tangent:
       return "Ctrl+Shift and a drag bends this side alone; Delete: a straight side";
     default:
       return "Ctrl and a drag does not snap; Shift: level or upright";
@@ -46,11 +46,11 @@ bool Handle::takes(const QKeyEvent& key) const {
   switch (key.key()) {
     case Qt::Key_Delete:
     case Qt::Key_Backspace:
-      return look_ != Look::kPoint;
+      return look_ != Look::Point;
     case Qt::Key_Insert:
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      return look_ == Look::kVertex;
+      return look_ == Look::Vertex;
     default:
       return !wayOfKey(key).isNull();
   }
@@ -65,8 +65,8 @@ void Handle::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget* 
   const bool isFilled = hasFocus() || isHovered_ || isGrabbed_;
   painter->setRenderHint(QPainter::Antialiasing);
   const auto draw = [&] {
-    const double r = look_ == Look::kTangent ? kRadius - 1.5 : kRadius;
-    if (look_ == Look::kVertex) {
+    const double r = look_ == Look::Tangent ? kRadius - 1.5 : kRadius;
+    if (look_ == Look::Vertex) {
       painter->drawRect(QRectF(-r + 1, -r + 1, 2 * r - 2, 2 * r - 2));
     } else {
       painter->drawEllipse(QPointF(), r, r);
@@ -79,7 +79,7 @@ void Handle::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget* 
   painter->setPen(QPen(Qt::white, 1.5));
   painter->setBrush(isFilled ? accent : QColor(0, 0, 0, 90));
   draw();
-  if (look_ == Look::kPoint) painter->drawPoint(0, 0);
+  if (look_ == Look::Point) painter->drawPoint(0, 0);
 }
 
 void Handle::grab() {

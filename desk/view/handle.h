@@ -19,7 +19,7 @@ class Handle : public QGraphicsObject {
   Q_OBJECT
 
  public:
-  enum class Look { kPoint, kVertex, kTangent };
+  enum class Look { Point, Vertex, Tangent };
 
   /// `name` is what people call it.
   Handle(Look look, const QString& name, QGraphicsItem* parent);

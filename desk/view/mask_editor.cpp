@@ -85,9 +85,9 @@ void MaskEditor::placeHandles() {
 
 MaskEditor::VertexHandles MaskEditor::makeHandles(std::size_t vertex) {
   const QString name = QString("Vertex %1").arg(vertex + 1);
-  VertexHandles made{new Handle(Handle::Look::kVertex, name, this),
-                     {new Handle(Handle::Look::kTangent, name + ", bend before", this),
-                      new Handle(Handle::Look::kTangent, name + ", bend after", this)}};
+  VertexHandles made{new Handle(Handle::Look::Vertex, name, this),
+                     {new Handle(Handle::Look::Tangent, name + ", bend before", this),
+                      new Handle(Handle::Look::Tangent, name + ", bend after", this)}};
   SceneDocument& document = preview_.document();
   makeDragsSteps(made.vertex, document, guides_);
   connect(made.vertex, &Handle::dragged, this,
@@ -106,7 +106,7 @@ MaskEditor::VertexHandles MaskEditor::makeHandles(std::size_t vertex) {
     fillMenu(menu);
     menu.exec(at);
   });
-  for (const Side side : {Side::kIn, Side::kOut}) {
+  for (const Side side : {Side::In, Side::Out}) {
     Handle* tangent = made.tangents[static_cast<std::size_t>(side)];
     makeDragsSteps(tangent, document, guides_);
     connect(tangent, &Handle::dragged, this,

@@ -169,8 +169,8 @@ void makeCorner(MaskShape& shape, std::size_t vertex) {
 
 void bend(MaskShape& shape, std::size_t vertex, Side side, QPointF to, bool breaks) {
   MaskShape::Vertex& bent = shape.vertices[vertex];
-  scene::MaskPoint& moved = side == Side::kIn ? bent.in : bent.out;
-  scene::MaskPoint& other = side == Side::kIn ? bent.out : bent.in;
+  scene::MaskPoint& moved = side == Side::In ? bent.in : bent.out;
+  scene::MaskPoint& other = side == Side::In ? bent.out : bent.in;
   const QPointF place = toPoint(bent.point);
   const QPointF arm = toPoint(moved) - place;
   const QPointF otherArm = toPoint(other) - place;
@@ -185,7 +185,7 @@ void bend(MaskShape& shape, std::size_t vertex, Side side, QPointF to, bool brea
 
 void straighten(MaskShape& shape, std::size_t vertex, Side side) {
   MaskShape::Vertex& bent = shape.vertices[vertex];
-  (side == Side::kIn ? bent.in : bent.out) = bent.point;
+  (side == Side::In ? bent.in : bent.out) = bent.point;
 }
 
 void pull(MaskShape& shape, std::size_t vertex, QPointF out) {

@@ -43,7 +43,7 @@ bool isCorner(const scene::MaskShape::Vertex& vertex);
 
 /// Moves a control point. That on the other side turns along, as long as it was, where both were in
 /// line and `breaks` is not set.
-enum class Side { kIn, kOut };
+enum class Side { In, Out };
 void bend(scene::MaskShape& shape, std::size_t vertex, Side side, QPointF to, bool breaks);
 /// Puts one on the vertex, so that it bends nothing.
 void straighten(scene::MaskShape& shape, std::size_t vertex, Side side);

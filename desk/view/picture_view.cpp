@@ -238,7 +238,7 @@ void PictureView::tellFocus() {
 
 void PictureView::drawBackground(QPainter* painter, const QRectF& rect) {
   painter->fillRect(rect, kSurroundings);
-  if (preview_.backdrop() == Backdrop::kBlack) {
+  if (preview_.backdrop() == Backdrop::Black) {
     painter->fillRect(rect & frameRect(), Qt::black);
     return;
   }

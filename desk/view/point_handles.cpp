@@ -32,7 +32,7 @@ PointHandles::PointHandles(Preview& preview, SnapGuides& guides, QGraphicsItem* 
     const brisel::ParameterSpec& spec = brisel::parameterSpec(i);
     if (spec.kind != brisel::ParamKind::Point) continue;
     const Point point{static_cast<brisel::ParamIndex>(i),
-                      new Handle(Handle::Look::kPoint, spec.label, this)};
+                      new Handle(Handle::Look::Point, spec.label, this)};
     points_.push_back(point);
     makeDragsSteps(point.handle, preview_.document(), guides_);
     connect(point.handle, &Handle::dragged, this,

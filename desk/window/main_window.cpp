@@ -154,32 +154,32 @@ void MainWindow::changeEvent(QEvent* event) {
 void MainWindow::tellMessages() {
   using Subject = MessageArea::Subject;
   connect(&document_, &SceneDocument::problem, this,
-          [this](const QString& sentence) { messages_->say(Subject::kFailure, sentence); });
+          [this](const QString& sentence) { messages_->say(Subject::Failure, sentence); });
   // A failure is about what was tried last.
   connect(&document_, &SceneDocument::changed, this,
-          [this] { messages_->withdraw(Subject::kFailure); });
+          [this] { messages_->withdraw(Subject::Failure); });
   // Neither of it is of any more use once the scene is saved.
   connect(&document_, &SceneDocument::savedStateChanged, this, [this] {
     if (document_.isModified()) return;
-    for (const Subject subject : {Subject::kFailure, Subject::kDisk}) messages_->withdraw(subject);
+    for (const Subject subject : {Subject::Failure, Subject::Disk}) messages_->withdraw(subject);
   });
   connect(&document_, &SceneDocument::replaced, this, [this] {
-    for (const Subject subject : {Subject::kFailure, Subject::kDisk}) messages_->withdraw(subject);
+    for (const Subject subject : {Subject::Failure, Subject::Disk}) messages_->withdraw(subject);
   });
   const auto tellText = [this] {
-    if (document_.textProblem().isEmpty()) return messages_->withdraw(Subject::kText);
+    if (document_.textProblem().isEmpty()) return messages_->withdraw(Subject::Text);
     std::vector<MessageArea::Answer> answers = answersToRefusal();
     if (document_.undoStack().canUndo()) {
       answers.push_back({"Undo", [this] { document_.undoStack().undo(); }});
     }
-    messages_->say(Subject::kText, document_.textProblem(), answers);
+    messages_->say(Subject::Text, document_.textProblem(), answers);
   };
   connect(&document_, &SceneDocument::textProblemChanged, this, tellText);
   // Of the first step that there is, it changes only once the text has been told.
   connect(&document_.undoStack(), &QUndoStack::canUndoChanged, this, tellText);
   connect(&document_, &SceneDocument::changedOnDisk, this, [this] {
     messages_->say(
-        Subject::kDisk,
+        Subject::Disk,
         "Another program has changed " + document_.name() +
             ", and here there are unsaved changes. Undo brings them back after a reload.",
         {{"Reload", [this] { document_.reload(); }}, {"Keep mine", [] {}}});
@@ -187,21 +187,21 @@ void MainWindow::tellMessages() {
   connect(&exports_, &ExportQueue::finished, this, [this](int row) {
     const ExportJob& job = exports_.job(row);
     const QString name = QFileInfo(job.output).fileName();
-    if (job.state == ExportJob::State::kFailed) {
-      messages_->say(Subject::kExport, "The export " + name + " failed: " + job.message);
-    } else if (job.state == ExportJob::State::kDone) {
+    if (job.state == ExportJob::State::Failed) {
+      messages_->say(Subject::Export, "The export " + name + " failed: " + job.message);
+    } else if (job.state == ExportJob::State::Done) {
       statusBar()->showMessage("Exported " + name);
     }
   });
   connect(&preview_, &Preview::pictureChanged, this, [this] {
     const QString& problem = preview_.picture().problem;
-    if (problem == messages_->sentence(Subject::kPicture)) return;
-    if (problem.isEmpty()) return messages_->withdraw(Subject::kPicture);
+    if (problem == messages_->sentence(Subject::Picture)) return;
+    if (problem.isEmpty()) return messages_->withdraw(Subject::Picture);
     std::vector<MessageArea::Answer> answers = answersToRefusal();
     if (answers.empty()) {
       answers.push_back({"Try again", [this] { document_.setInput(document_.input()); }});
     }
-    messages_->say(Subject::kPicture, problem, answers);
+    messages_->say(Subject::Picture, problem, answers);
   });
   offerRecovered(SceneDocument::findRecovered());
 }
@@ -210,7 +210,7 @@ void MainWindow::tellMessages() {
 void MainWindow::offerRecovered(const std::optional<Recovered>& lost) {
   if (!lost) return;
   const QString name = lost->path.isEmpty() ? "a new scene" : QFileInfo(lost->path).fileName();
-  messages_->say(MessageArea::Subject::kRecovery,
+  messages_->say(MessageArea::Subject::Recovery,
                  "An earlier run has ended with unsaved changes of " + name + ", from " +
                      QLocale().toString(lost->changed, QLocale::ShortFormat) +
                      (QFileInfo(lost->path).lastModified() > lost->changed

@@ -68,7 +68,7 @@ void MainWindow::takeDrops() {
 /// A scene is opened, and a preset's file or thumbnail applied to it, over what else there is.
 void MainWindow::takeFiles(const QList<QUrl>& urls) {
   const auto refuse = [this](const QString& sentence) {
-    messages_->say(MessageArea::Subject::kFailure, sentence);
+    messages_->say(MessageArea::Subject::Failure, sentence);
   };
   QString scene;
   QString preset;

@@ -125,9 +125,9 @@ void MainWindow::addViewMenu() {
   }
   QMenu* backdrops = viewMenu_->addMenu("&Backdrop");
   auto* backdrop = new QActionGroup(this);
-  constexpr std::array kBackdrops{std::pair{"&Checkerboard", Backdrop::kTransparent},
-                                  std::pair{"&Black", Backdrop::kBlack},
-                                  std::pair{"C&lip", Backdrop::kClip}};
+  constexpr std::array kBackdrops{std::pair{"&Checkerboard", Backdrop::Transparent},
+                                  std::pair{"&Black", Backdrop::Black},
+                                  std::pair{"C&lip", Backdrop::Clip}};
   for (const auto& [text, chosen] : kBackdrops) {
     choice(backdrops, backdrop, text, {}, [this, to = chosen] {
       preview_.setBackdrop(to);
@@ -140,9 +140,8 @@ void MainWindow::addViewMenu() {
   viewMenu_->addSeparator();
   QMenu* themes = viewMenu_->addMenu("&Theme");
   auto* group = new QActionGroup(this);
-  constexpr std::array kThemes{std::pair{"As the &desktop", Theme::kDesktop},
-                               std::pair{"&Light", Theme::kLight},
-                               std::pair{"D&ark", Theme::kDark}};
+  constexpr std::array kThemes{std::pair{"As the &desktop", Theme::Desktop},
+                               std::pair{"&Light", Theme::Light}, std::pair{"D&ark", Theme::Dark}};
   for (const auto& [text, chosen] : kThemes) {
     choice(themes, group, text, {}, [to = chosen] { setTheme(to); })->setChecked(chosen == theme());
   }

@@ -17,7 +17,7 @@ class MessageArea : public QWidget {
 
  public:
   /// What a message is about: a new one takes the place of the last about the same.
-  enum class Subject { kFailure, kText, kDisk, kRecovery, kPicture, kExport };
+  enum class Subject { Failure, Text, Disk, Recovery, Picture, Export };
 
   /// A button; the bar goes when it is pressed.
   struct Answer {

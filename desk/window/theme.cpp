@@ -36,13 +36,13 @@ QPalette paletteOf(const QColor& window, const QColor& base, const QColor& text)
 }
 
 void show(Theme theme) {
-  if (theme == Theme::kDesktop) {
+  if (theme == Theme::Desktop) {
     QApplication::setPalette(QPalette());
     return;
   }
   QApplication::setStyle("Fusion");  // the one that draws all in the palette's colors
   QApplication::setPalette(
-      theme == Theme::kDark
+      theme == Theme::Dark
           ? paletteOf(QColor(50, 50, 50), QColor(35, 35, 35), QColor(225, 225, 225))
           : paletteOf(QColor(239, 239, 239), Qt::white, Qt::black));
 }
@@ -56,14 +56,14 @@ void setTheme(Theme theme) {
 
 Theme theme() {
   const QString name = QSettings().value(kSetting).toString();
-  for (const Theme other : {Theme::kLight, Theme::kDark}) {
+  for (const Theme other : {Theme::Light, Theme::Dark}) {
     if (name == QLatin1String(kNames[static_cast<std::size_t>(other)])) return other;
   }
-  return Theme::kDesktop;
+  return Theme::Desktop;
 }
 
 void restoreTheme() {
-  if (theme() != Theme::kDesktop) show(theme());
+  if (theme() != Theme::Desktop) show(theme());
 }
 
 }  // namespace desk

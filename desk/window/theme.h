@@ -5,7 +5,7 @@
 
 namespace desk {
 
-enum class Theme { kDesktop, kLight, kDark };
+enum class Theme { Desktop, Light, Dark };
 
 /// For the whole program, and for its next start.
 void setTheme(Theme theme);

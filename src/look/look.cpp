@@ -22,7 +22,7 @@ std::vector<scene::PresetChoice> presetsNamed(std::string_view names) {
     const std::string_view name = names.substr(0, names.find_first_of(kSeparators));
     names.remove_prefix(name.size());
     if (name == kNone) continue;
-    choices.push_back({std::string(name), "\"Presets\"", scene::Origin::kOption});
+    choices.push_back({std::string(name), "\"Presets\"", scene::Origin::Option});
   }
 }
 

@@ -15,11 +15,11 @@ namespace tests {
 cli::MediaInfo infoOf(const std::filesystem::path& file);
 
 // Until the end; at the input's own size and rate where none is given.
-std::vector<cli::Frame> picturesOf(const cli::MediaInfo& info, cli::Depth depth = cli::Depth::k8,
+std::vector<cli::Frame> picturesOf(const cli::MediaInfo& info, cli::Depth depth = cli::Depth::Bits8,
                                    std::optional<scene::FrameRate> rate = {},
                                    std::optional<cli::FrameSize> size = {});
 inline std::vector<cli::Frame> picturesOf(const std::filesystem::path& file,
-                                          cli::Depth depth = cli::Depth::k8) {
+                                          cli::Depth depth = cli::Depth::Bits8) {
   return picturesOf(infoOf(file), depth);
 }
 

@@ -66,7 +66,7 @@ TEST_F(DocumentFilesTest, FollowsTheFileOnDiskAndLosesNothing) {
   EXPECT_EQ(document().state(), lastGood);
   EXPECT_EQ(document().keyedParameters(0), std::vector{brisel::kSize});
   EXPECT_EQ(document().keys(0, brisel::kSize).size(), 2);
-  EXPECT_EQ(document().origin(0, brisel::kSize), desk::ValueOrigin::kScene);
+  EXPECT_EQ(document().origin(0, brisel::kSize), desk::ValueOrigin::Scene);
   EXPECT_TRUE(document().textProblem().startsWith("s.toml:6:"))
       << document().textProblem().toStdString();
   document().setValue(0, brisel::kIntensity, {3}, 0);

@@ -141,10 +141,10 @@ TEST_F(DocumentTest, SaysWhereValuesComeFrom) {
       open("[scene]\npresets = [\"sparkle\"]\n[params]\n\"Size\" = 2\n\"Intensity\" = 7\n"
            "[[layer]]\nname = \"t\"\npresets = [\"ember\"]\n[layer.params]\n"
            "\"Angle\" = 30\n"));
-  EXPECT_EQ(document().origin(0, brisel::kAngle), ValueOrigin::kLayer);
-  EXPECT_EQ(document().origin(0, brisel::kSize), ValueOrigin::kPreset);  // the layer's
-  EXPECT_EQ(document().origin(0, brisel::kIntensity), ValueOrigin::kScene);
-  EXPECT_EQ(document().origin(0, brisel::kStart), ValueOrigin::kDefault);
+  EXPECT_EQ(document().origin(0, brisel::kAngle), ValueOrigin::Layer);
+  EXPECT_EQ(document().origin(0, brisel::kSize), ValueOrigin::Preset);  // the layer's
+  EXPECT_EQ(document().origin(0, brisel::kIntensity), ValueOrigin::Scene);
+  EXPECT_EQ(document().origin(0, brisel::kStart), ValueOrigin::Default);
   EXPECT_EQ(document().layerName(0), "t");
   EXPECT_EQ(document().value(0, brisel::kAngle, 0)[0], 30);
 }

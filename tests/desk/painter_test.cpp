@@ -38,8 +38,8 @@ class PainterTest : public tests::DeskTest {
       renderer.renderNext(renderer.readNext(), output);
       images.push_back(desk::screenImage(
           {output.bytes().data(), output.width(), output.height(), output.rowBytes(),
-           output.depth() == hostkit::Depth::k16 ? brisel::PixelFormat::Argb16
-                                                 : brisel::PixelFormat::Argb8},
+           output.depth() == hostkit::Depth::Bits16 ? brisel::PixelFormat::Argb16
+                                                    : brisel::PixelFormat::Argb8},
           false));
     }
     return images;
@@ -111,7 +111,7 @@ TEST_F(PainterTest, FramesInAnyOrderAreThoseOfARender) {
     const std::vector<QImage> expected = rendered(state, c.reduction, c.frames);
     for (const int frame : {c.frames - 1, 0, 1, c.frames / 2, c.frames / 2 - 3, 5, 5}) {
       const desk::Picture picture =
-          painter.paint(FrameRequest{state, frame, c.reduction, Backdrop::kTransparent}, [] {});
+          painter.paint(FrameRequest{state, frame, c.reduction, Backdrop::Transparent}, [] {});
       EXPECT_EQ(picture.problem, QString());
       EXPECT_EQ(picture.image, expected[static_cast<std::size_t>(frame)])
           << c.text << "at 1/" << c.reduction << ", frame " << frame;

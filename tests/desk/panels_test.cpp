@@ -78,7 +78,7 @@ TEST_F(PanelsTest, EveryParameterIsTurnedResetAndKeyed) {
     EXPECT_NE(document().value(0, index, 0), before);
     click(panel, QString("Reset of %1").arg(spec.label));
     EXPECT_EQ(document().value(0, index, 0), before);
-    EXPECT_EQ(document().origin(0, index), ValueOrigin::kDefault);
+    EXPECT_EQ(document().origin(0, index), ValueOrigin::Default);
     click(panel, QString("Key of %1").arg(spec.label));
     EXPECT_EQ(document().keys(0, index).size(), 1);
     EXPECT_TRUE(named<QAbstractButton>(panel, QString("Key of %1").arg(spec.label))->isChecked());

@@ -48,12 +48,12 @@ TEST(MaskShapes, BendEvenlyUntilBroken) {
            (std::hypot(in.x(), in.y()) * std::hypot(out.x(), out.y()));
   };
   EXPECT_NEAR(cross(), 0, 0.01);
-  desk::bend(shape, 1, desk::Side::kOut, {350, 60}, false);
+  desk::bend(shape, 1, desk::Side::Out, {350, 60}, false);
   EXPECT_NEAR(cross(), 0, 0.01);
   EXPECT_EQ(shape.vertices[1].out.x, 350);
-  desk::bend(shape, 1, desk::Side::kIn, {300, 20}, true);
+  desk::bend(shape, 1, desk::Side::In, {300, 20}, true);
   EXPECT_GT(std::abs(cross()), 0.1);
-  desk::bend(shape, 1, desk::Side::kIn, {250, 100}, false);  // stays broken
+  desk::bend(shape, 1, desk::Side::In, {250, 100}, false);  // stays broken
   EXPECT_EQ(shape.vertices[1].out.x, 350);
   desk::makeCorner(shape, 1);
   EXPECT_TRUE(desk::isCorner(shape.vertices[1]));

@@ -85,7 +85,7 @@ TEST_F(WindowFilesTest, TakesEveryKindOfFileAndOneOfEachAtOnce) {
   const scene::Preset& preset = document.presetLibrary().presets()[3];
   std::filesystem::copy_file(preset.file, path("mine.txt"));
   QWidget& picture = *window.findChild<desk::PictureView*>()->viewport();
-  const auto refused = [&] { return message(MessageArea::Subject::kFailure); };
+  const auto refused = [&] { return message(MessageArea::Subject::Failure); };
 
   drop(picture, {QString::fromStdString(preset.thumbnail.string())});
   EXPECT_EQ(document.presets(0), QStringList{QString::fromStdString(preset.name)});
@@ -101,7 +101,7 @@ TEST_F(WindowFilesTest, TakesEveryKindOfFileAndOneOfEachAtOnce) {
     drop(picture, files);
     EXPECT_NE(refused(), "") << files.join(' ').toStdString();
     EXPECT_EQ(document.text(), before);
-    window.findChild<MessageArea*>()->withdraw(MessageArea::Subject::kFailure);
+    window.findChild<MessageArea*>()->withdraw(MessageArea::Subject::Failure);
   }
 
   document.undoStack().setClean();
@@ -116,7 +116,7 @@ TEST_F(WindowFilesTest, TellsLongMessagesInANarrowWindow) {
   const int width = window.minimumSizeHint().width();
   const QString path = "/" + QString("folder").repeated(60) + "/<b>s</b>.toml";
   auto* area = window.findChild<MessageArea*>();
-  area->say(MessageArea::Subject::kFailure, "The scene \"" + path + "\" is gone.",
+  area->say(MessageArea::Subject::Failure, "The scene \"" + path + "\" is gone.",
             {{"Allow " + path + "/", [] {}}, {"Undo", [] {}}});
   QCoreApplication::processEvents();
   EXPECT_EQ(window.minimumSizeHint().width(), width);
@@ -141,7 +141,7 @@ TEST_F(WindowFilesTest, ExportsWhereTheScenesFolderTakesNoFile) {
   job.arguments = QStringList{"--allow", name("")};
   queue.add(job);
   ASSERT_TRUE(QTest::qWaitFor([&] { return !queue.isBusy(); }, 30000));
-  EXPECT_EQ(queue.job(0).state, ExportJob::State::kDone) << queue.job(0).message.toStdString();
+  EXPECT_EQ(queue.job(0).state, ExportJob::State::Done) << queue.job(0).message.toStdString();
   EXPECT_EQ(read("a.apng"), render("a/s.toml --allow " + path("").string(), "b.apng"));
 }
 

@@ -181,17 +181,17 @@ TEST_F(WindowTest, ExportsAreWhatARenderMakes) {
   add("[scene]\nsize = [3000, 3000]\nframes = 100000\n", "d.mp4");
   queue.cancel(2);
   EXPECT_TRUE(
-      QTest::qWaitFor([&] { return queue.job(3).state == ExportJob::State::kRunning; }, 60000));
+      QTest::qWaitFor([&] { return queue.job(3).state == ExportJob::State::Running; }, 60000));
   QTest::qWait(300);
   queue.cancel(3);
   EXPECT_TRUE(QTest::qWaitFor([&] { return !queue.isBusy(); }, 30000));
-  EXPECT_EQ(queue.job(0).state, ExportJob::State::kDone) << queue.job(0).message.toStdString();
+  EXPECT_EQ(queue.job(0).state, ExportJob::State::Done) << queue.job(0).message.toStdString();
   EXPECT_TRUE(queue.job(0).message.startsWith("30 frames")) << "the list has the name already";
   EXPECT_EQ(read("a.apng"), render("s.toml", "r.apng"));
-  EXPECT_EQ(queue.job(1).state, ExportJob::State::kFailed);
+  EXPECT_EQ(queue.job(1).state, ExportJob::State::Failed);
   EXPECT_TRUE(queue.job(1).message.contains("s.toml:3: ")) << queue.job(1).message.toStdString();
-  EXPECT_EQ(queue.job(2).state, ExportJob::State::kCanceled);
-  EXPECT_EQ(queue.job(3).state, ExportJob::State::kCanceled);
+  EXPECT_EQ(queue.job(2).state, ExportJob::State::Canceled);
+  EXPECT_EQ(queue.job(3).state, ExportJob::State::Canceled);
   std::vector<std::string> left;
   for (const auto& entry : std::filesystem::directory_iterator(path(""))) {
     left.push_back(entry.path().filename());
@@ -304,14 +304,14 @@ TEST_F(WindowTest, TellsWhatIsWrongWithASceneAndKeepsTheLast) {
   write("t.toml", "[scene]\nframes = \"many\"\n");
   ASSERT_TRUE(window.open(QString::fromStdString(path("s.toml").string())));
   EXPECT_FALSE(window.open(QString::fromStdString(path("no.toml").string())));
-  EXPECT_TRUE(message(MessageArea::Subject::kFailure).contains("no.toml"));
+  EXPECT_TRUE(message(MessageArea::Subject::Failure).contains("no.toml"));
   EXPECT_EQ(window.document().state()->plan.frames, 30);
   window.document().setFrames(20);
-  EXPECT_TRUE(message(MessageArea::Subject::kFailure).isEmpty());
+  EXPECT_TRUE(message(MessageArea::Subject::Failure).isEmpty());
   EXPECT_TRUE(window.open(QString::fromStdString(path("t.toml").string())));
-  EXPECT_TRUE(message(MessageArea::Subject::kText).startsWith("t.toml:2"));
+  EXPECT_TRUE(message(MessageArea::Subject::Text).startsWith("t.toml:2"));
   write("t.toml", kStarsAlone);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return message(MessageArea::Subject::kText).isEmpty(); }));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return message(MessageArea::Subject::Text).isEmpty(); }));
   EXPECT_EQ(window.document().state()->plan.frames, 30);
 }
 

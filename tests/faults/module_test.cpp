@@ -193,7 +193,7 @@ class RenderFaults : public ModuleFaults, public ::testing::WithParamInterface<L
 // be done without, but a program is told of all of that.
 TEST_P(RenderFaults, TheNextFramesAreThoseOfAnUndisturbedRun) {
   const Look& look = GetParam();
-  const tests::FrameShape shape{.depth = hostkit::Depth::k16};
+  const tests::FrameShape shape{.depth = hostkit::Depth::Bits16};
   std::string disturbed, next, again;
   failEachCall([&](Session& session) {
     tests::openWithDefaults(session, shape);

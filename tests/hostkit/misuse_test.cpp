@@ -14,7 +14,7 @@ namespace {
 using hostkit::World;
 
 TEST(HostKit, GuardsNoticeAByteWrittenBeforeOrAfterThePixels) {
-  World world(4, 4, hostkit::Depth::k8, {.rowPadding = 3});
+  World world(4, 4, hostkit::Depth::Bits8, {.rowPadding = 3});
   auto* first = reinterpret_cast<std::uint8_t*>(world.record().data);
   for (std::uint8_t* outside : {first - 1, first + 4 * 19}) {
     EXPECT_TRUE(world.guardsIntact());

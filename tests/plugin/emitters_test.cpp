@@ -35,7 +35,7 @@ World painted(const FrameShape& shape, const ColorAt& colorAt) {
     for (A_long x = 0; x < shape.width; ++x) {
       const Color c = colorAt(x, y);
       const auto at = static_cast<std::size_t>(x);
-      if (shape.depth == Depth::k16) {
+      if (shape.depth == Depth::Bits16) {
         const auto deep = [](int v) { return static_cast<A_u_short>(v * 32768 / 255); };
         world.row16(y)[at] = {deep(c.alpha), deep(c.red), deep(c.green), deep(c.blue)};
       } else {
@@ -70,7 +70,8 @@ class EmittersTest : public tests::DepthTest {
   const FrameShape shape{.depth = GetParam(), .input{.rowPadding = 6}};
 };
 
-INSTANTIATE_TEST_SUITE_P(, EmittersTest, ::testing::Values(hostkit::Depth::k8, hostkit::Depth::k16),
+INSTANTIATE_TEST_SUITE_P(, EmittersTest,
+                         ::testing::Values(hostkit::Depth::Bits8, hostkit::Depth::Bits16),
                          tests::depthName);
 
 // Deaths put births off by more than a step, so that even stars of short life are young for long.

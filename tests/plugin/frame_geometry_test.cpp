@@ -38,7 +38,7 @@ class FrameGeometryTest : public tests::DepthTest {
 };
 
 INSTANTIATE_TEST_SUITE_P(, FrameGeometryTest,
-                         ::testing::Values(hostkit::Depth::k8, hostkit::Depth::k16),
+                         ::testing::Values(hostkit::Depth::Bits8, hostkit::Depth::Bits16),
                          tests::depthName);
 
 TEST_P(FrameGeometryTest, PaddingAndAlignmentChangeNoPixel) {
@@ -47,7 +47,7 @@ TEST_P(FrameGeometryTest, PaddingAndAlignmentChangeNoPixel) {
   const World expected = lastOf(tight, 6);
   EXPECT_FALSE(isBlank(expected));
 
-  const A_long odd = GetParam() == Depth::k16 ? 2 : 1;  // bytes off any wider alignment
+  const A_long odd = GetParam() == Depth::Bits16 ? 2 : 1;  // bytes off any wider alignment
   for (const A_long padding : {odd, A_long{12}, A_long{4096}}) {
     FrameShape padded = tight;
     padded.input = {.rowPadding = padding, .guardBytes = 64 + odd};

@@ -28,7 +28,7 @@ void paintPattern(std::span<Pixel> row, A_long y, int fullScale) {
 }
 
 bool withinFullScale(const World& world) {
-  if (world.depth() == Depth::k8) return true;
+  if (world.depth() == Depth::Bits8) return true;
   for (A_long y = 0; y < world.height(); ++y) {
     for (const PF_Pixel16& pixel : world.row16(y)) {
       if (std::max({pixel.alpha, pixel.red, pixel.green, pixel.blue}) > kFullScale16) return false;
@@ -81,7 +81,7 @@ void emitDots(Session& session, int count) {
 World patternedInput(const FrameShape& shape) {
   World world(shape.width, shape.height, shape.depth, shape.input);
   for (A_long y = 0; y < shape.height; ++y) {
-    if (shape.depth == Depth::k16) {
+    if (shape.depth == Depth::Bits16) {
       paintPattern(world.row16(y), y, kFullScale16);
     } else {
       paintPattern(world.row8(y), y, 255);
@@ -131,7 +131,7 @@ std::vector<PF_Point> litPixels(const World& world) {
     for (A_long x = 0; x < world.width(); ++x) {
       const auto at = static_cast<std::size_t>(x);
       const int alpha =
-          world.depth() == Depth::k16 ? world.row16(y)[at].alpha : world.row8(y)[at].alpha;
+          world.depth() == Depth::Bits16 ? world.row16(y)[at].alpha : world.row8(y)[at].alpha;
       if (alpha != 0) lit.push_back({x, y});
     }
   }

@@ -20,7 +20,7 @@ const hostkit::Module& theModule();
 struct FrameShape {
   A_long width = 64;
   A_long height = 48;
-  hostkit::Depth depth = hostkit::Depth::k8;
+  hostkit::Depth depth = hostkit::Depth::Bits8;
   hostkit::WorldLayout input{};
   hostkit::WorldLayout output{};
 };

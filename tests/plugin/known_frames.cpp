@@ -27,7 +27,7 @@ void readLook(std::istream& line, Stage& stage) {
   if (!(line >> bits >> word >> quality)) return;
   stage.width = width;
   stage.height = height;
-  stage.depth = bits == 16 ? Depth::k16 : Depth::k8;
+  stage.depth = bits == 16 ? Depth::Bits16 : Depth::Bits8;
   stage.quality = quality == "high" ? PF_Quality_HI : PF_Quality_LO;
 }
 
@@ -77,7 +77,7 @@ World colorRamps(A_long width, A_long height, Depth depth) {
     }
   };
   for (A_long y = 0; y < height; ++y) {
-    if (depth == Depth::k16) {
+    if (depth == Depth::Bits16) {
       paint(world.row16(y), y, 32768);
     } else {
       paint(world.row8(y), y, 255);
@@ -88,7 +88,7 @@ World colorRamps(A_long width, A_long height, Depth depth) {
 
 void writePicture(const std::string& path, const World& world) {
   std::ofstream file(path, std::ios::binary);
-  const bool deep = world.depth() == Depth::k16;
+  const bool deep = world.depth() == Depth::Bits16;
   file << "P6 " << world.width() << ' ' << 2 * world.height() << (deep ? " 32768\n" : " 255\n");
   const std::size_t channelBytes = deep ? 2 : 1;
   for (const bool alpha : {false, true}) {

@@ -18,7 +18,7 @@ namespace tests {
 struct Stage {
   A_long from = 0;
   A_long width = 0, height = 0;
-  hostkit::Depth depth = hostkit::Depth::k8;
+  hostkit::Depth depth = hostkit::Depth::Bits8;
   PF_Quality quality = PF_Quality_HI;
   std::vector<std::pair<std::string, std::string>> values;
 };

@@ -44,7 +44,7 @@ class MessagesTest : public tests::DepthTest {
 
   FrameShape shape{.depth = GetParam()};
 };
-INSTANTIATE_TEST_SUITE_P(, MessagesTest, ::testing::Values(Depth::k8, Depth::k16),
+INSTANTIATE_TEST_SUITE_P(, MessagesTest, ::testing::Values(Depth::Bits8, Depth::Bits16),
                          tests::depthName);
 
 TEST_P(MessagesTest, StarsAreMixedWithTheBackdropOfOneFrame) {

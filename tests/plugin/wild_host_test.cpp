@@ -25,7 +25,7 @@ class WildHostTest : public EffectTest {
   }
 
   World input = tests::patternedInput({});
-  World output{64, 48, hostkit::Depth::k8};
+  World output{64, 48, hostkit::Depth::Bits8};
 };
 
 TEST_F(WildHostTest, WithoutAnInstanceTheFrameIsEmptyAndNoStarIsLost) {
@@ -48,7 +48,7 @@ TEST_F(WildHostTest, WithoutAnInstanceTheFrameIsEmptyAndNoStarIsLost) {
 
 TEST_F(WildHostTest, WorldsThatCannotHoldTheirPixelsAreLeftAlone) {
   for (const auto& [width, height] : {std::pair<A_long, A_long>{0, 0}, {0, 5}, {5, 0}}) {
-    World empty(width, height, hostkit::Depth::k8);
+    World empty(width, height, hostkit::Depth::Bits8);
     session.prepareFrame(input, empty, {.frame = 0});
     expectHarmlessRender(session, empty);
     empty.record().data = nullptr;
@@ -58,7 +58,7 @@ TEST_F(WildHostTest, WorldsThatCannotHoldTheirPixelsAreLeftAlone) {
     A_long width, height, rowBytes;
   };
   for (const auto& [width, height, rowBytes] : {Spoilt{-4, 4, 16}, {4, -4, 16}, {4, 4, 15}}) {
-    World spoilt(4, 4, hostkit::Depth::k8);
+    World spoilt(4, 4, hostkit::Depth::Bits8);
     spoilt.fill(0xFF);
     spoilt.record().width = width;
     spoilt.record().height = height;
@@ -70,7 +70,7 @@ TEST_F(WildHostTest, WorldsThatCannotHoldTheirPixelsAreLeftAlone) {
 }
 
 TEST_F(WildHostTest, TheHostsRoundingModeIsNeitherUsedNorLost) {
-  const tests::FrameShape deep{.depth = hostkit::Depth::k16};  // shows the last bits
+  const tests::FrameShape deep{.depth = hostkit::Depth::Bits16};  // shows the last bits
   const auto sixthFrame = [&] {
     for (A_long frame = 0; frame < 5; ++frame) renderFrame(session, deep, frame);
     return renderFrame(session, deep, 5);

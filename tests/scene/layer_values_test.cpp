@@ -82,8 +82,8 @@ presets = ["few", "many"]
   EXPECT_EQ(second.number(kRaysCount), 4) << "even where the preset says the default";
   EXPECT_EQ(second.number(brisel::kWidth), 90) << "of which it says nothing";
 
-  scene.layers[1].presets.push_back({"few", "--preset", scene::Origin::kOption});
-  scene.layers[1].settings.push_back({"Size", {{{0}, 5.0}}, "--set", scene::Origin::kOption});
+  scene.layers[1].presets.push_back({"few", "--preset", scene::Origin::Option});
+  scene.layers[1].settings.push_back({"Size", {{{0}, 5.0}}, "--set", scene::Origin::Option});
   const brisel::Values chosen = layer(scene, 1).at(0);
   EXPECT_EQ(chosen.number(kIntensity), 1);
   EXPECT_EQ(chosen.number(kSize), 5);
@@ -127,7 +127,7 @@ TEST(PresetLibrary, CanBeCarriedByTheProgram) {
   const scene::PresetLibrary library = presets();
   ASSERT_EQ(library.presets().size(), 4u);
   EXPECT_EQ(library.presets()[2].row, 1u);
-  const scene::Preset& many = library.find({"many.txt", "", scene::Origin::kOption});
+  const scene::Preset& many = library.find({"many.txt", "", scene::Origin::Option});
   EXPECT_EQ(many.name, "many");
   EXPECT_EQ(library.describe(many), "A crowd");
 }

@@ -26,7 +26,7 @@ ParamValue option(const std::string& text) {
   return valueAt(bind({text.substr(0, equals),
                        {{{.time = 0, .place = "here"}, value}},
                        "here",
-                       scene::Origin::kOption}),
+                       scene::Origin::Option}),
                  0);
 }
 

@@ -90,7 +90,7 @@ void chooseValues(Session& session, Dice& dice) {
 }
 
 void renderFrames(Session& session, Dice& dice, int frames) {
-  const auto depth = dice.coin() ? hostkit::Depth::k16 : hostkit::Depth::k8;
+  const auto depth = dice.coin() ? hostkit::Depth::Bits16 : hostkit::Depth::Bits8;
   const auto world = [&] {
     return World(dice.integer(1, 48), dice.integer(1, 36), depth,
                  {.rowPadding = 2 * dice.integer(0, 5)});

@@ -35,7 +35,8 @@ class RenderTest : public ScratchTest {
   }
 
   // All frames of a clip or still at its own size.
-  std::vector<cli::Frame> frames(const std::string& name, cli::Depth depth = cli::Depth::k8) const {
+  std::vector<cli::Frame> frames(const std::string& name,
+                                 cli::Depth depth = cli::Depth::Bits8) const {
     return picturesOf(path(name), depth);
   }
   static bool isBlank(const cli::Frame& frame) {

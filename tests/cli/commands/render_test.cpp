@@ -59,8 +59,8 @@ TEST_F(RenderTest, AnyNumberOfJobsWritesTheSameFrames) {
 TEST_F(RenderTest, AlphaAndDepthGoThrough) {
   // Nothing is emitted, and what is not covered by a star is the input.
   write("s.toml", "[params]\n\"Intensity\" = 0\n\"Mix with original\" = \"Normal\"\n");
-  for (const Depth depth : {Depth::k8, Depth::k16}) {
-    const bool deep = depth == Depth::k16;
+  for (const Depth depth : {Depth::Bits8, Depth::Bits16}) {
+    const bool deep = depth == Depth::Bits16;
     ffmpeg(
         "-f lavfi -i testsrc2=s=64x36,format=rgba64,"
         "geq=r='r(X,Y)':g='X*900':b='Y*1700':a='X*1000+Y*30' -frames:v 5 -c:v png -pix_fmt " +

@@ -77,7 +77,7 @@ TEST_F(InputTest, NumberedPicturesStartAnywhere) {
   EXPECT_TRUE(probe("f.1003.png", {.still = true}).isStill());
   // They have no rate of their own: every rate shows each of them once.
   EXPECT_EQ(framesAtRate(probe("f.####.png"), {60, 1}), 5);
-  EXPECT_EQ(numbersOf(picturesOf(probe("f.####.png"), Depth::k8, FrameRate{60, 1})), all);
+  EXPECT_EQ(numbersOf(picturesOf(probe("f.####.png"), Depth::Bits8, FrameRate{60, 1})), all);
 
   std::filesystem::remove(path("f.1002.png"));
   std::filesystem::remove(path("f.1003.png"));
@@ -126,9 +126,9 @@ TEST_F(InputTest, LumaAndChromaBecomeTheNearestColor) {
     ffmpeg(std::string("-f rawvideo -pix_fmt yuv444p -s 128x128 -i a.yuv -c:v ffv1 -colorspace "
                        "bt709 -color_range ") +
            (full ? "pc" : "tv") + " a.mkv");
-    for (const Depth depth : {Depth::k8, Depth::k16}) {
+    for (const Depth depth : {Depth::Bits8, Depth::Bits16}) {
       const Frame frame = picturesOf(path("a.mkv"), depth).at(0);
-      const double scale = depth == Depth::k8 ? 255 : 65535;
+      const double scale = depth == Depth::Bits8 ? 255 : 65535;
       double worst = 0;
       for (std::size_t i = 0; i < kPixels; ++i) {
         const auto sample = [&](std::size_t plane) {
@@ -141,14 +141,14 @@ TEST_F(InputTest, LumaAndChromaBecomeTheNearestColor) {
                               y - (0.0722 * 1.8556 * u + 0.2126 * 1.5748 * v) / 0.7152,
                               y + 1.8556 * u};
         for (std::size_t c = 0; c < 3; ++c) {
-          const double is = depth == Depth::k8
+          const double is = depth == Depth::Bits8
                                 ? frame.bytes[4 * i + c]
                                 : frame.bytes[8 * i + 2 * c] + 256 * frame.bytes[8 * i + 2 * c + 1];
           worst = std::max(worst, std::abs(is - scale * std::clamp(rgb[c], 0.0, 1.0)));
         }
       }
       // The host's 16 bits take every second step.
-      EXPECT_LE(worst, depth == Depth::k8 ? 0.501 : 1.6) << full;
+      EXPECT_LE(worst, depth == Depth::Bits8 ? 0.501 : 1.6) << full;
     }
   }
 }

@@ -19,7 +19,7 @@ struct Rgba {
 
 // One pixel in 8 bits a channel.
 Rgba pixelAt(const Frame& frame, int x, int y) {
-  const Frame shown = cli::inDepth(Frame(frame), Depth::k8);
+  const Frame shown = cli::inDepth(Frame(frame), Depth::Bits8);
   const std::uint8_t* pixel = shown.row(y) + shown.pixelBytes() * static_cast<std::size_t>(x);
   return {pixel[0], pixel[1], pixel[2], pixel[3]};
 }
@@ -47,7 +47,7 @@ Frame asHostHolds(const Frame& frame) {
 class MediaTest : public tests::ScratchTest {
  protected:
   // The first frame at its own size.
-  Frame firstFrame(const std::string& name, Depth depth = Depth::k8) const {
+  Frame firstFrame(const std::string& name, Depth depth = Depth::Bits8) const {
     return tests::picturesOf(path(name), depth).front();
   }
 
@@ -61,7 +61,7 @@ class MediaTest : public tests::ScratchTest {
 
 TEST_F(MediaTest, LosslessOutputsComeBackToTheBitWithTheirAlpha) {
   const FrameSize odd{33, 17};
-  for (const Depth depth : {Depth::k8, Depth::k16}) {
+  for (const Depth depth : {Depth::Bits8, Depth::Bits16}) {
     for (const std::string name : {"a.mov", "a.apng", "a_%03d.png"}) {
       writeClip(name, odd, depth, 3);
       const auto frames = tests::picturesOf(cli::probeMedia(cli::findSource(path(name))), depth);
@@ -77,34 +77,35 @@ TEST_F(MediaTest, LosslessOutputsComeBackToTheBitWithTheirAlpha) {
 }
 
 TEST_F(MediaTest, HostScaleOf16BitsIsKeptExactly) {
-  hostkit::World world(257, 128, Depth::k16);
+  hostkit::World world(257, 128, Depth::Bits16);
   for (int i = 0; i < 257 * 128; ++i) {
     const auto level = static_cast<A_u_short>(std::min(i, 32768));
     world.row16(i / 257)[static_cast<std::size_t>(i % 257)] = {level, level, 0, 32768};
   }
-  Frame frame({257, 128}, Depth::k16);
+  Frame frame({257, 128}, Depth::Bits16);
   copyFromWorld(world, frame);
-  hostkit::World back(257, 128, Depth::k16);
+  hostkit::World back(257, 128, Depth::Bits16);
   copyToWorld(frame, back);
   EXPECT_TRUE(hostkit::samePixels(world, back));
 }
 
 TEST_F(MediaTest, DepthIsChangedFullScaleToFullScale) {
-  writeClip("8.mov", {33, 17}, Depth::k8, 1);
-  const Frame deep = firstFrame("8.mov", Depth::k16);
-  EXPECT_EQ(cli::inDepth(deep, Depth::k8).bytes, patternFrame({33, 17}, Depth::k8, 0).bytes);
-  writeClip("16.png", {33, 17}, Depth::k16, 1);
-  EXPECT_EQ(firstFrame("16.png").bytes,
-            cli::inDepth(asHostHolds(patternFrame({33, 17}, Depth::k16, 0)), Depth::k8).bytes);
+  writeClip("8.mov", {33, 17}, Depth::Bits8, 1);
+  const Frame deep = firstFrame("8.mov", Depth::Bits16);
+  EXPECT_EQ(cli::inDepth(deep, Depth::Bits8).bytes, patternFrame({33, 17}, Depth::Bits8, 0).bytes);
+  writeClip("16.png", {33, 17}, Depth::Bits16, 1);
+  EXPECT_EQ(
+      firstFrame("16.png").bytes,
+      cli::inDepth(asHostHolds(patternFrame({33, 17}, Depth::Bits16, 0)), Depth::Bits8).bytes);
   // An opaque clip of 12 bits is opaque.
   ffmpeg(
       "-f lavfi -i color=red:s=32x32,format=yuva444p10le -frames:v 2 -c:v prores_ks "
       "-profile:v 4 -alpha_bits 16 12.mov");
-  EXPECT_EQ(pixelAt(firstFrame("12.mov", Depth::k16), 9, 9).a, 255);
+  EXPECT_EQ(pixelAt(firstFrame("12.mov", Depth::Bits16), 9, 9).a, 255);
 }
 
 TEST_F(MediaTest, FlattenedOutputsShowColorsOverBlack) {
-  Frame frame({31, 15}, Depth::k8);
+  Frame frame({31, 15}, Depth::Bits8);
   for (std::size_t i = 0; i < frame.bytes.size(); i += 4) {
     frame.bytes[i] = 255;
     frame.bytes[i + 3] = 128;
@@ -123,7 +124,7 @@ TEST_F(MediaTest, FlattenedOutputsShowColorsOverBlack) {
 }
 
 TEST_F(MediaTest, WebpAnimatesWithAlpha) {
-  writeClip("a.webp", {32, 16}, Depth::k8, 5);
+  writeClip("a.webp", {32, 16}, Depth::Bits8, 5);
   const std::string bytes = read("a.webp");
   std::size_t at = 0;
   for (int i = 0; i < 5; ++i) at = bytes.find("ANMF", at) + 1;
@@ -132,12 +133,13 @@ TEST_F(MediaTest, WebpAnimatesWithAlpha) {
 }
 
 TEST_F(MediaTest, AnotherRateRepeatsOrSkipsFrames) {
-  writeClip("a.mov", {16, 16}, Depth::k8, 4);
-  const auto twice = tests::picturesOf(tests::infoOf(path("a.mov")), Depth::k8, FrameRate{50, 1});
+  writeClip("a.mov", {16, 16}, Depth::Bits8, 4);
+  const auto twice =
+      tests::picturesOf(tests::infoOf(path("a.mov")), Depth::Bits8, FrameRate{50, 1});
   ASSERT_EQ(twice.size(), 8u);
   for (int i = 0; i < 8; ++i) {
     EXPECT_EQ(twice[static_cast<std::size_t>(i)].bytes,
-              patternFrame({16, 16}, Depth::k8, i / 2).bytes)
+              patternFrame({16, 16}, Depth::Bits8, i / 2).bytes)
         << i;
   }
 }
@@ -158,7 +160,7 @@ TEST_F(MediaTest, AnotherSizeFitsOnTransparentWithoutFringes) {
   ffmpeg(
       "-f lavfi -i color=red:s=40x20,format=rgba,"
       "geq=r='255*lt(X,20)':g='255*gte(X,20)':b=0:a='255*lt(X,20)' -frames:v 1 a.png");
-  for (const Depth depth : {Depth::k8, Depth::k16}) {
+  for (const Depth depth : {Depth::Bits8, Depth::Bits16}) {
     const Frame frame =
         tests::picturesOf(tests::infoOf(path("a.png")), depth, FrameRate{25, 1}, FrameSize{60, 60})
             .front();

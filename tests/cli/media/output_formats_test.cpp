@@ -17,7 +17,7 @@ constexpr FrameSize kSize{96, 64};
 
 // Colors and alpha that change smoothly over their whole ranges.
 Frame rampFrame(Depth depth) {
-  Frame frame(kSize, Depth::k16);
+  Frame frame(kSize, Depth::Bits16);
   for (int y = 0; y < kSize.height; ++y) {
     for (int x = 0; x < kSize.width; ++x) {
       const std::uint16_t rgba[] = {
@@ -49,11 +49,13 @@ TEST_F(OutputFormatsTest, ClipsAreWhatTheirTagsSayAndTheSameEachTime) {
     std::vector<std::string> tags;
   };
   const std::vector<Case> cases = {
-      {"a.mov", Depth::k8, {"codec_name=prores", "codec_tag_string=ap4h"}},
-      {"b.mov", Depth::k16, {"codec_name=prores", "codec_tag_string=ap4h"}},
-      {"a.webm", Depth::k8, {"codec_name=vp9", "TAG:alpha_mode=1"}},
-      {"a.mp4", Depth::k8, {"codec_name=h264", "pix_fmt=yuv420p\n"}},
-      {"b.mp4", Depth::k16, {"codec_name=hevc", "pix_fmt=yuv420p10le", "codec_tag_string=hvc1"}}};
+      {"a.mov", Depth::Bits8, {"codec_name=prores", "codec_tag_string=ap4h"}},
+      {"b.mov", Depth::Bits16, {"codec_name=prores", "codec_tag_string=ap4h"}},
+      {"a.webm", Depth::Bits8, {"codec_name=vp9", "TAG:alpha_mode=1"}},
+      {"a.mp4", Depth::Bits8, {"codec_name=h264", "pix_fmt=yuv420p\n"}},
+      {"b.mp4",
+       Depth::Bits16,
+       {"codec_name=hevc", "pix_fmt=yuv420p10le", "codec_tag_string=hvc1"}}};
   for (const Case& c : cases) {
     const std::vector pictures(3, rampFrame(c.depth));
     tests::writePictures(path(c.name), pictures);
@@ -78,12 +80,12 @@ TEST_F(OutputFormatsTest, LossyClipsWithAlphaStayWithinAFewLevels) {
     Depth depth;
     double color, alpha;  // of 255
   };
-  for (const Case& c : {Case{"a.mov", Depth::k8, 2.5, 1}, Case{"b.mov", Depth::k16, 2.5, 0.5},
-                        Case{"a.webm", Depth::k8, 8, 4}}) {
+  for (const Case& c : {Case{"a.mov", Depth::Bits8, 2.5, 1}, Case{"b.mov", Depth::Bits16, 2.5, 0.5},
+                        Case{"a.webm", Depth::Bits8, 8, 4}}) {
     const Frame frame = rampFrame(c.depth);
     tests::writePictures(path(c.name), {frame});
-    const Frame expected = inDepth(frame, Depth::k16);
-    const Frame read = inDepth(firstFrame(c.name, c.depth), Depth::k16);
+    const Frame expected = inDepth(frame, Depth::Bits16);
+    const Frame read = inDepth(firstFrame(c.name, c.depth), Depth::Bits16);
     double off[4] = {};
     for (std::size_t i = 0; i < expected.bytes.size() / 2; ++i) {
       std::uint16_t from, to;
@@ -97,8 +99,8 @@ TEST_F(OutputFormatsTest, LossyClipsWithAlphaStayWithinAFewLevels) {
 }
 
 TEST_F(OutputFormatsTest, ExrFramesAreLinearAndPremultiplied) {
-  for (const Depth depth : {Depth::k8, Depth::k16}) {
-    Frame frame({1, 1}, Depth::k8);
+  for (const Depth depth : {Depth::Bits8, Depth::Bits16}) {
+    Frame frame({1, 1}, Depth::Bits8);
     frame.bytes = {128, 255, 10, 51};
     tests::writePictures(path("a.exr"), {inDepth(frame, depth)});
     ffmpeg("-i a.exr -pix_fmt gbrapf32le -f rawvideo a.raw");

@@ -15,7 +15,7 @@ using cli::OutputOptions;
 using cli::OutputTarget;
 
 TEST(OutputTargets, AreChosenByTheirNames) {
-  EXPECT_EQ(cli::parseOutputTarget("a/b.MOV").format, OutputFormat::kMov);
+  EXPECT_EQ(cli::parseOutputTarget("a/b.MOV").format, OutputFormat::Mov);
   EXPECT_EQ(cli::parseOutputTarget("o/b_%04d.png").fileOf(12), "o/b_0012.png");
   EXPECT_EQ(cli::parseOutputTarget("%d.exr").fileOf(12345), "12345.exr");
   EXPECT_EQ(cli::parseOutputTarget("shot#2.####.exr").fileOf(12), "shot#2.0012.exr");
@@ -36,8 +36,8 @@ TEST(OutputTargets, FollowTheOptions) {
   options.format = "mov";
   options.codec = "png";
   const OutputTarget target = cli::parseOutputTarget(options);
-  EXPECT_EQ(target.format, OutputFormat::kMov);
-  EXPECT_EQ(target.codec, cli::MovCodec::kPng);
+  EXPECT_EQ(target.format, OutputFormat::Mov);
+  EXPECT_EQ(target.codec, cli::MovCodec::Png);
 
   const auto complaint = [](const char* name, const char* codec, std::optional<int> start) {
     OutputOptions given;

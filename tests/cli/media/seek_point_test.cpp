@@ -28,15 +28,16 @@ class SeekPointTest : public tests::ScratchTest {
   // How many of the reads began later than at the start of the input.
   int soughtWithTheSamePictures(const std::string& name, std::optional<FrameRate> rate = {}) const {
     const MediaInfo info = probe(name);
-    const auto all = tests::picturesOf(info, cli::Depth::k8, rate);
+    const auto all = tests::picturesOf(info, cli::Depth::Bits8, rate);
     int sought = 0;
     for (const int wanted : {97, 200}) {
-      cli::FrameReader reader(info, info.size, rate.value_or(info.rate), cli::Depth::k8, wanted);
+      cli::FrameReader reader(info, info.size, rate.value_or(info.rate), cli::Depth::Bits8, wanted);
       const auto begin = static_cast<std::size_t>(reader.firstFrame());
       EXPECT_LE(reader.firstFrame(), wanted);
       if (begin == 0) continue;
       ++sought;
-      cli::InputPicture picture(hostkit::World(info.size.width, info.size.height, cli::Depth::k8));
+      cli::InputPicture picture(
+          hostkit::World(info.size.width, info.size.height, cli::Depth::Bits8));
       cli::Frame frame;
       std::size_t number = begin;
       for (; number < begin + 9 && reader.read(picture); ++number) {

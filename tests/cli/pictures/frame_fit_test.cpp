@@ -11,7 +11,7 @@ using cli::Depth;
 using cli::Frame;
 
 Frame grays(const std::vector<std::uint16_t>& columns) {
-  Frame frame({static_cast<int>(columns.size()), 1}, Depth::k16);
+  Frame frame({static_cast<int>(columns.size()), 1}, Depth::Bits16);
   for (std::size_t x = 0; x < columns.size(); ++x) {
     const std::uint16_t rgba[4] = {columns[x], columns[x], columns[x], 65535};
     std::memcpy(frame.bytes.data() + x * sizeof rgba, rgba, sizeof rgba);

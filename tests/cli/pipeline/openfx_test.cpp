@@ -27,7 +27,7 @@ double channelOf(const World& world, int x, int y, std::size_t channel) {
     return channels[channel] / full;
   };
   const auto column = static_cast<std::size_t>(x);
-  if (world.depth() == Depth::k8) return of(world.row8(row)[column], 255);
+  if (world.depth() == Depth::Bits8) return of(world.row8(row)[column], 255);
   return of(world.row16(row)[column], 32768);
 }
 
