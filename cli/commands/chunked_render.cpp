@@ -41,7 +41,7 @@ FrameCosts measureJob(const RenderJob& job, const RenderOptions& options) {
 }
 
 std::vector<std::string> givenOptions(const CLI::App& command,
-                                      std::initializer_list<std::string> leftOut) {
+                                      const std::vector<std::string>& leftOut) {
   std::vector<std::string> words;
   for (const CLI::Option* option : command.get_options()) {
     if (option->count() == 0 || option->get_positional()) continue;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
-#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -31,7 +30,7 @@ FrameCosts measureJob(const RenderJob& job, const RenderOptions& options);
 
 // The options of the command as they were given, but those named ("--frames").
 std::vector<std::string> givenOptions(const CLI::App& command,
-                                      std::initializer_list<std::string> leftOut);
+                                      const std::vector<std::string>& leftOut);
 
 // The program's own name or path, as it was called.
 std::string programName();

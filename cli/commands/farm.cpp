@@ -49,10 +49,17 @@ std::string finishCommand(const FarmOptions& options, const RenderJob& job,
          shellWord((FarmJob::folderFor(job.target) / "parts").string()) + "/*";
 }
 
+// The options as they were given, but those named and those that say how the farm works.
+std::vector<std::string> optionsOfRender(const CLI::App& command,
+                                         std::vector<std::string> leftOut) {
+  leftOut.insert(leftOut.end(), {"--chunks", "--jobs", "--overwrite", "--skip-existing", "--engine",
+                                 "--retries", "--partition", "--resume"});
+  return givenOptions(command, leftOut);
+}
+
 // What must be the same when it is resumed: all that shows in the frames, and which they are.
 std::string callOf(const CLI::App& command, const RenderJob& job) {
-  auto words = givenOptions(command, {"--chunks", "--jobs", "--overwrite", "--skip-existing",
-                                      "--engine", "--retries", "--partition", "--resume"});
+  auto words = optionsOfRender(command, {});
   words.insert(words.begin(), {job.plan.scene.file.string(), sceneDigest(job.plan.scene)});
   return shellCommand(words);
 }
@@ -64,9 +71,7 @@ FarmJob beginJob(const CLI::App& command, FarmOptions& options, FarmEngine& engi
   const std::vector<Chunk> chunks = balancedChunks(job.range, count, costs);
   note("measured " + summaryOf(costs) + "; " + summaryOf(chunks, costs));
 
-  auto given = givenOptions(
-      command, {"--chunks", "--frames", "--output", "--jobs", "--overwrite", "--skip-existing",
-                "--engine", "--retries", "--partition", "--resume"});
+  auto given = optionsOfRender(command, {"--frames", "--output"});
   given.insert(given.end(),
                {"--jobs", std::to_string(options.engineOptions.jobs), "--skip-existing"});
   FarmPlan plan;
