@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Plants faults in the module and the reader of scenes, one at a time, and says which the tests catch.
+"""Plants faults in the plug-ins and the scene reader, one at a time; says which the tests catch.
 
 A fault is an operator, a comparison, a constant or a sign changed, a condition negated, a statement
 dropped or arguments swapped, on a line that the seed chose among all lines of code. Each is built in
