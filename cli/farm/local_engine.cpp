@@ -61,13 +61,13 @@ void LocalEngine::start(const FarmJob& job, const std::vector<int>& chunks) {
                                       ":::",        job.chunkScript().string(),
                                       ":::"};
   for (const int number : chunks) command.push_back(std::to_string(number));
-  running_.emplace(command, ChildProcess::Pipe::kFromItsOutput);
+  running_.emplace(command, ChildProcess::Pipe::FromItsOutput);
 }
 
 void LocalEngine::finish() {
   isFinishing_ = true;
   running_.emplace(std::vector<std::string>{"sh", finishScript_},
-                   ChildProcess::Pipe::kFromItsOutput);
+                   ChildProcess::Pipe::FromItsOutput);
 }
 
 bool LocalEngine::isRunning() {

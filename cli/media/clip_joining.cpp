@@ -92,7 +92,7 @@ void joinParts(const std::vector<PartFile>& parts, const OutputTarget& output,
   TemporaryFile temporary(output.path);
   ChildProcess ffmpeg(
       joinCommand(output, list.path(), temporary.path(), parts.front().part.rate, sound),
-      ChildProcess::Pipe::kToItsInput);
+      ChildProcess::Pipe::ToItsInput);
   const auto fail = [&](const std::string& why) {
     throw WorkError("cannot write " + output.name() + ": " + why);
   };

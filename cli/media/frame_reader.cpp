@@ -125,7 +125,7 @@ FrameReader::FrameReader(const MediaInfo& info, FrameSize size, scene::FrameRate
       size_(info.size),
       pixels_(pipePixels(info, size, depth)),
       start_(seekPointFor(info, rate, firstWanted)),
-      decoder_(decodeCommand(info, rate, pixels_, start_), ChildProcess::Pipe::kFromItsOutput) {}
+      decoder_(decodeCommand(info, rate, pixels_, start_), ChildProcess::Pipe::FromItsOutput) {}
 
 bool FrameReader::read(InputPicture& picture) {
   const std::span<std::uint8_t> bytes = picture.bytes(pixels_, size_);

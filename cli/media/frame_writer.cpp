@@ -103,8 +103,8 @@ ClipWriter::ClipWriter(const OutputTarget& target, FrameSize size, scene::FrameR
       frames_(pipedFrames(target, depth)),
       sound_(sound),
       encoder_(commandFor(target, temporary_, size, rate, depth, sound),
-               target.isStandardOutput() ? ChildProcess::Pipe::kThroughToOurOutput
-                                         : ChildProcess::Pipe::kToItsInput) {}
+               target.isStandardOutput() ? ChildProcess::Pipe::ThroughToOurOutput
+                                         : ChildProcess::Pipe::ToItsInput) {}
 
 void ClipWriter::encode(const hostkit::World& picture, EncodedFrame& encoded) const {
   if (frames_ == PipedFrames::Argb8) {

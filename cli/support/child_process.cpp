@@ -83,7 +83,7 @@ void waitFor(int pipe, short event) {
 }  // namespace
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command, Pipe pipe)
-    : name_(command.front()), writes_(pipe != Pipe::kFromItsOutput) {
+    : name_(command.front()), writes_(pipe != Pipe::FromItsOutput) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) {
     throw WorkError("cannot open a pipe to " + name_ + ": " + std::strerror(errno));
@@ -94,13 +94,13 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, Pipe pipe)
   errors_ = FileDescriptor(memfd_create("errors", MFD_CLOEXEC));
 
   SpawnSetup setup;
-  if (pipe == Pipe::kFromItsOutput) {
+  if (pipe == Pipe::FromItsOutput) {
     posix_spawn_file_actions_addopen(&setup.files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_adddup2(&setup.files, writeEnd.get(), STDOUT_FILENO);
     pipe_ = std::move(readEnd);
   } else {
     posix_spawn_file_actions_adddup2(&setup.files, readEnd.get(), STDIN_FILENO);
-    if (pipe == Pipe::kToItsInput) {
+    if (pipe == Pipe::ToItsInput) {
       posix_spawn_file_actions_addopen(&setup.files, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
     }
     pipe_ = std::move(writeEnd);
@@ -234,7 +234,7 @@ bool ChildProcess::complainedOf(std::string_view text) const {
 std::string outputOf(const std::vector<std::string>& command, const std::string& failure,
                      std::string* complaint) {
   constexpr std::size_t kMostPrinted = std::size_t{1} << 28;
-  ChildProcess process(command, ChildProcess::Pipe::kFromItsOutput);
+  ChildProcess process(command, ChildProcess::Pipe::FromItsOutput);
   std::string output;
   std::array<std::uint8_t, 4096> buffer;
   std::size_t count;

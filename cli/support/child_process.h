@@ -17,8 +17,8 @@ namespace cli {
 
 class ChildProcess {
  public:
-  // With kThroughToOurOutput it takes its input from the pipe and writes to our standard output.
-  enum class Pipe { kFromItsOutput, kToItsInput, kThroughToOurOutput };
+  // With ThroughToOurOutput it takes its input from the pipe and writes to our standard output.
+  enum class Pipe { FromItsOutput, ToItsInput, ThroughToOurOutput };
 
   // Starts command[0], looked up in PATH, in a process group of its own: Ctrl-C reaches only us,
   // and we decide what becomes of its work. Throws WorkError when it cannot be started.
